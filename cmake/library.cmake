@@ -1,0 +1,38 @@
+# The shared library. Its objects are a target of their own, so that tests can reach internals that the
+# library does not export.
+add_library(loopwise_objects OBJECT
+  src/closure/closing.cpp
+  src/closure/one_point.cpp
+  src/closure/point_tables.cpp
+  src/model/comparisons.cpp
+  src/model/identifiers.cpp
+  src/model/measures.cpp
+  src/model/points.cpp
+  src/reduce/chain_reduction.cpp
+  src/reduce/elimination.cpp
+  src/reduce/intersection.cpp
+  src/reduce/planar.cpp
+  src/textio/reader.cpp
+  src/textio/writer.cpp)
+target_compile_features(loopwise_objects PUBLIC cxx_std_20)
+target_include_directories(loopwise_objects PUBLIC ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/src)
+# A sign decides whether a chain stays knotted: no fused multiply-add may change one.
+target_compile_options(loopwise_objects PRIVATE -ffp-contract=off)
+set_target_properties(loopwise_objects PROPERTIES
+  POSITION_INDEPENDENT_CODE ON
+  CXX_VISIBILITY_PRESET hidden
+  VISIBILITY_INLINES_HIDDEN ON)
+
+set(export_list ${PROJECT_SOURCE_DIR}/cmake/exports.map)
+add_library(loopwise SHARED $<TARGET_OBJECTS:loopwise_objects>)
+add_library(loopwise::loopwise ALIAS loopwise)
+target_compile_features(loopwise INTERFACE cxx_std_17)
+target_include_directories(loopwise INTERFACE
+  $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
+  $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+target_link_options(loopwise PRIVATE LINKER:--version-script=${export_list})
+set_target_properties(loopwise PROPERTIES
+  LINKER_LANGUAGE CXX
+  LINK_DEPENDS ${export_list}
+  VERSION ${PROJECT_VERSION}
+  SOVERSION ${PROJECT_VERSION_MAJOR})

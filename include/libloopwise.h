@@ -1,0 +1,268 @@
+/// \file libloopwise.h
+/// \brief Geometric routines on protein backbones given as C-alpha traces.
+///
+/// The one exported header of libloopwise. It needs C++17 or later and nothing beyond the standard
+/// library. All functions are free functions in the global namespace.
+///
+/// What holds for every function, unless its own text says more:
+///  - Lengths are in the unit of the coordinates, by habit angstroms; the library never converts.
+///  - Values belong to the caller. No function keeps a reference or pointer after it returns.
+///  - No function throws an exception of its own. A function that allocates may let
+///    std::bad_alloc through; the caller's values are then still valid.
+///  - Coordinates that are infinite or not a number are allowed everywhere. They follow the rules of
+///    IEEE 754 arithmetic: a comparison with a not-a-number is false.
+///  - Every function may be called from several threads at once on separate values, after
+///    FillFulerenData() has run once. Random closures share the process's std::rand().
+#ifndef LIBLOOPWISE_H
+#define LIBLOOPWISE_H
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#if defined(__GNUC__)
+#define LOOPWISE_API __attribute__((visibility("default")))
+#else
+#define LOOPWISE_API
+#endif
+
+/// \defgroup model Chain model and measures
+/// \defgroup textio Chain text input and output
+/// \defgroup reduce Reduction and projection
+/// \defgroup closure Chain closure
+
+/// \addtogroup model
+/// @{
+
+/// A point or a vector in space.
+struct PointR3 {
+    double x; ///< first coordinate
+    double y; ///< second coordinate
+    double z; ///< third coordinate
+};
+
+/// One bead of a chain: the C-alpha atom of one residue.
+struct ChainAtom {
+    double x; ///< first coordinate
+    double y; ///< second coordinate
+    double z; ///< third coordinate
+    /// The caller's numbering, taken as it is: it may be negative, repeated or out of order.
+    std::int32_t id;
+};
+
+/// The atoms of one chain in order along the backbone; neighbours are joined by a segment.
+using Chain = std::vector<ChainAtom>;
+
+/// The components (separate chains) of one molecule, in the caller's order.
+using Structure = std::vector<std::vector<ChainAtom>>;
+
+/// The tolerance of CompareEq(), CompareGt() and CompareGeq(), in the unit of what they compare.
+inline constexpr double EPS = 1e-5;
+
+/// Whether \p a and \p b are equal within the tolerance: |a - b| < EPS.
+/// A difference of exactly EPS is not equal; a not-a-number equals nothing. Allocates nothing.
+LOOPWISE_API bool CompareEq(double a, double b);
+
+/// Whether \p a exceeds \p b by at least the tolerance: a >= b + EPS.
+/// Exceeding by exactly EPS counts; false for a not-a-number. Allocates nothing.
+LOOPWISE_API bool CompareGt(double a, double b);
+
+/// Whether \p a is greater than \p b or less by less than the tolerance: a > b - EPS.
+/// Falling short by exactly EPS does not count; false for a not-a-number. Allocates nothing.
+LOOPWISE_API bool CompareGeq(double a, double b);
+
+/// Euclidean distance of \p a and \p b; exactly 0.0 when their coordinates are equal.
+/// Computed as the square root of (dx*dx + dy*dy) + dz*dz, so it overflows to infinity from about
+/// 1e154 on and underflows to zero below about 1e-162. Allocates nothing.
+LOOPWISE_API double Dist(PointR3 a, PointR3 b);
+
+/// The largest identifier of \p chain, at least -1: an empty chain, or one whose identifiers are all
+/// below -1, gives -1. The chain is not changed. Allocates nothing.
+LOOPWISE_API int maxIdChain(std::vector<ChainAtom>& chain);
+
+/// The largest identifier over all components of \p structure, at least -1; -1 when there is no
+/// atom. The structure is not changed. Allocates nothing.
+LOOPWISE_API int maxIdComps(std::vector<std::vector<ChainAtom>>& structure);
+
+/// Whether \p structure has no component, or a component without atoms: the structures that the
+/// closures refuse. The structure is not changed. Allocates nothing.
+LOOPWISE_API bool IsEmptyStructure(std::vector<std::vector<ChainAtom>>& structure);
+
+/// The centre of \p chain: the mean of its atoms' coordinates, each coordinate summed in chain order
+/// and divided once. (0, 0, 0) for an empty chain. Allocates nothing.
+LOOPWISE_API PointR3 CentreOfChain(const std::vector<ChainAtom>& chain);
+
+/// The radius of \p chain: the largest distance of an atom from CentreOfChain(). This is not the
+/// radius of the smallest enclosing sphere. 0.0 for an empty chain and for one atom; distances that
+/// are not a number do not count. Allocates nothing.
+LOOPWISE_API double RadiusOfChain(const std::vector<ChainAtom>& chain);
+
+/// The diameter of \p chain: the largest distance between two of its atoms, neighbours or not.
+/// 0.0 for fewer than two atoms; distances that are not a number do not count. Allocates nothing.
+LOOPWISE_API double DiameterOfChain(const std::vector<ChainAtom>& chain);
+
+/// The diameter of \p structure: the largest distance between two of its atoms, of one component or
+/// of two. 0.0 when there are fewer than two atoms; distances that are not a number do not count.
+/// Allocates nothing.
+LOOPWISE_API double DiameterOfStructure(const std::vector<std::vector<ChainAtom>>& structure);
+
+/// @}
+/// \addtogroup textio
+/// @{
+
+/// Reads a chain from the file \p fileName, one atom per line: identifier, x, y and z, separated by
+/// blanks or tabs. What follows the fourth number of a line is ignored; empty lines are skipped.
+///
+/// Numbers are read as the standard streams read them under the process's global C++ locale at the
+/// time of the call: with a decimal comma in force, "1,5" is a number and "1.5" is not. A field that
+/// is not a number becomes 0 and ends its line; fields that a line lacks keep the previous line's
+/// values. Before the first line the identifier is 0 and the coordinates are
+/// (1.412341234, 3.432312, 0.65436).
+///
+/// Two neighbouring lines with exactly equal coordinates, or a line that yields no coordinate, stop
+/// the read: "There were two identical atoms with the index ..." goes to std::cout, and the result
+/// is empty.
+///
+/// \param fileName  path of the file; null counts as a file that cannot be opened
+/// \param error     true when the file could not be opened, false in every other case: also after a
+///                  repeated atom, and for a directory, which opens but holds no line
+/// \return the atoms in the order of the lines; empty on failure. Allocates.
+LOOPWISE_API std::vector<ChainAtom> ChainRead(char* fileName, bool& error);
+
+/// Reads a chain from \p text, which has the layout that ChainRead() describes.
+///
+/// The two readers differ in this: an empty line is not skipped here but stops the read like a
+/// repeated atom, and a repeated atom sets the error flag.
+///
+/// \param text   the lines; the last one needs no newline
+/// \param error  true when a repeated atom stopped the read, otherwise false
+/// \return the atoms in the order of the lines; empty on failure and for an empty text. Allocates.
+LOOPWISE_API std::vector<ChainAtom> ChainRead_fromString(const std::string& text, bool& error);
+
+/// The text of \p chain, one line per atom in chain order; empty for an empty chain.
+///
+/// With \p plainFormat, a line holds the identifier, x, y and z separated by single blanks: what the
+/// readers take. Otherwise it is a PDB ATOM record of a C-alpha atom of residue XXX in chain A, with
+/// the identifier as serial and as residue number and every coordinate cut (not rounded) to seven
+/// characters; identifiers of five or more characters move the rest of the line to the right.
+///
+/// Numbers are written as the standard streams write them by default under the process's global C++
+/// locale: six significant digits, so two atoms that differ only beyond them read back as a repeated
+/// atom. Infinite and not-a-number coordinates are written as the streams write them ("inf", "nan").
+/// Allocates.
+LOOPWISE_API std::string ChainWrite_toString(const std::vector<ChainAtom>& chain, bool plainFormat);
+
+/// Writes the text of ChainWrite_toString() to the file \p fileName, replacing what it held.
+///
+/// The whole text is built before the file is touched by a byte. A file that cannot be opened
+/// (a null name included) and an error while writing are not reported. Allocates.
+LOOPWISE_API void ChainWrite(char* fileName, const std::vector<ChainAtom>& chain, bool plainFormat);
+
+/// @}
+/// \addtogroup reduce
+/// @{
+
+/// The orientation determinant of the planar points (x1, y1), (x2, y2), (x3, y3): twice the signed
+/// area of their triangle, positive when they turn counter-clockwise, 0 when they are collinear.
+/// Evaluated as ((x1*y2 + y1*x3) + x2*y3) - x3*y2 - x1*y3 - x2*y1 in this order. Allocates nothing.
+LOOPWISE_API double det_segments(double x1, double y1, double x2, double y2, double x3, double y3);
+
+/// Whether (px, py) lies in the closed bounding box of the planar segment (x1, y1)-(x2, y2).
+/// Exact, inclusive comparisons; collinearity is not tested. Allocates nothing.
+LOOPWISE_API bool on_segment(double x1, double y1, double x2, double y2, double px, double py);
+
+/// Whether the planar segments P1P2 and P3P4 cross or touch, by the orientation test of Cormen,
+/// Leiserson, Rivest and Stein, "Introduction to Algorithms", chapter on computational geometry.
+/// A shared end point and a collinear overlap count. Exact comparisons. Allocates nothing.
+LOOPWISE_API bool TwoSegmentsCrossedSimple(double x1, double y1, double x2, double y2, double x3, double y3,
+                                           double x4, double y4);
+
+/// The dot product of two vectors of three elements each: a[0]*b[0] + a[1]*b[1] + a[2]*b[2].
+/// Allocates nothing.
+LOOPWISE_API double ScalarProduct(double* a, double* b);
+
+/// The determinant of the 3x3 matrix with the rows \p a, \p b and \p c (three elements each), by the
+/// rule of Sarrus. Allocates nothing.
+LOOPWISE_API double Determinant(double* a, double* b, double* c);
+
+/// Whether a straight segment meets a triangle in space.
+///
+/// Solves S0 + t(S1 - S0) = T0 + u(T1 - T0) + v(T2 - T0) by the explicit inverse (as in Moeller and
+/// Trumbore, "Fast, minimum storage ray/triangle intersection", 1997, but with a tolerance) and
+/// classifies t, u, v and u + v with CompareGt(), CompareGeq() and CompareEq().
+///
+/// \param triangle  three points T0, T1, T2; read only
+/// \param segment   two points S0, S1; read only
+/// \retval 0 no contact
+/// \retval 1 the segment passes through the interior, or the determinant is exactly 0: a segment
+///           parallel to the plane at whatever distance, one of no length, or a degenerate triangle
+/// \retval 2 contact within the tolerance: with an edge or a vertex, or by an end of the segment
+///
+/// Coordinates that are not finite get no special treatment; what they make not a number counts as
+/// no contact. Allocates nothing.
+LOOPWISE_API int intersection(PointR3* triangle, PointR3* segment);
+
+/// Simplifies \p chain by triangle elimination (Koniaris and Muthukumar, "Knottedness in ring
+/// polymers", Phys. Rev. Lett. 66, 1991; Taylor, "A deeply knotted protein structure and how it
+/// might fold", Nature 406, 2000), so that its entanglement stays.
+///
+/// An atom is dropped when the triangle with its two neighbours meets (intersection() gives not 0)
+/// no segment that shares no atom with it. The first such triangle along the chain loses its middle
+/// atom and the search starts anew, until none is left or three atoms remain. The atoms that stay
+/// keep their order and their records.
+///
+/// A chain stored with its first atom repeated at its end (same identifier, less than EPS apart) is
+/// treated as a loop whatever \p closed says, and stored in the same way afterwards, with a copy of
+/// the atom that is first then.
+///
+/// \param chain   edited in place; unchanged when it has three atoms or fewer
+/// \param closed  whether a segment joins the last atom to the first. The two ends of an open chain
+///                are never dropped
+/// \return the number of atoms that the chain holds afterwards, 0 for an empty chain
+///
+/// Writes one debug line to std::cout on every call and flushes it. Allocates nothing.
+LOOPWISE_API int ChainReduce(std::vector<ChainAtom>& chain, bool closed);
+
+/// @}
+/// \addtogroup closure
+/// @{
+
+/// Fills the library's two tables of directions and seeds std::rand() from the clock, once.
+///
+/// Every closure does this on entry, so nobody has to call it first. A caller who wants repeatable
+/// random closures calls it and then std::srand() with a seed: the library never seeds again. The
+/// first call is not synchronised; programs with threads make it before they start them. Later
+/// calls do nothing. Allocates nothing.
+LOOPWISE_API void FillFulerenData();
+
+/// Closes \p chain through one far atom: appends an atom in a random direction from the centre, at
+/// \p scale times RadiusOfChain() from it, numbered after the last atom.
+///
+/// The direction is one of 400 spread evenly over the sphere; exactly one std::rand() is drawn.
+///
+/// \param chain  edited in place; an empty one stays empty, with a warning on std::clog
+/// \param scale  above 1 puts the new atom outside of all others; not checked. 10 and more leaves
+///               hardly any chance that the two new segments meet the chain
+/// \retval 0  closed, or nothing to close
+/// \retval -1 the direction has no length (never with the built-in table); nothing changed
+///
+/// Identifiers wrap around after 2147483647. Allocates when the chain has no room for one atom.
+LOOPWISE_API int CloseChain_1point(std::vector<ChainAtom>& chain, double scale);
+
+/// Closes every component of \p structure through a far atom of its own: CloseChain_1point() for
+/// each, at \p scale times DiameterOfStructure() from the component's centre.
+///
+/// The directions are different rows of the first 60 of the table; one std::rand() is drawn per
+/// component and one more for every row that was taken already.
+///
+/// \param structure  edited in place; one that IsEmptyStructure() stays as it is, with a warning
+/// \param scale      not checked
+/// \retval 0  closed, or nothing to close
+/// \retval -1 more than 60 components: nothing is changed or drawn
+///
+/// Allocates. When memory runs out, the components before that one keep their new atom.
+LOOPWISE_API int CloseChains_1point(std::vector<std::vector<ChainAtom>>& structure, double scale);
+
+/// @}
+
+#endif // LIBLOOPWISE_H

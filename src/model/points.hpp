@@ -1,0 +1,25 @@
+// Points, vectors and the distance that everything else measures with.
+#pragma once
+
+#include "libloopwise.h"
+
+#include <cmath>
+
+namespace loopwise {
+
+inline PointR3 position(const ChainAtom& atom) { return {atom.x, atom.y, atom.z}; }
+
+inline PointR3 operator+(PointR3 a, PointR3 b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
+inline PointR3 operator-(PointR3 a, PointR3 b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
+
+/// The square of distance(): the sum whose order of additions is part of every result.
+inline double squared_distance(PointR3 a, PointR3 b) {
+    const PointR3 d = a - b;
+    return d.x * d.x + d.y * d.y + d.z * d.z;
+}
+
+inline double distance(PointR3 a, PointR3 b) { return std::sqrt(squared_distance(a, b)); }
+
+inline double length(PointR3 v) { return std::sqrt(v.x * v.x + v.y * v.y + v.z * v.z); }
+
+} // namespace loopwise

@@ -1,0 +1,73 @@
+#include "support/chains.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+
+Chain with_ids(std::initializer_list<int> ids) {
+    Chain chain;
+    for (const int id : ids) chain.push_back({1.0 * id, 0, 0, id});
+    return chain;
+}
+
+TEST(Comparisons, AreStrictOrInclusiveAtExactlyTheTolerance) {
+    EXPECT_FALSE(CompareEq(0.0, 1e-5));
+    EXPECT_TRUE(CompareEq(0.0, std::nextafter(1e-5, 0)));
+    EXPECT_TRUE(CompareGt(1e-5, 0.0));
+    EXPECT_FALSE(CompareGt(std::nextafter(1e-5, 0), 0.0));
+    EXPECT_FALSE(CompareGeq(0.0, 1e-5));
+    EXPECT_TRUE(CompareGeq(std::nextafter(0.0, 1), 1e-5));
+    EXPECT_FALSE(CompareGt(1.0, 1.0));
+    for (const auto compare : {CompareEq, CompareGt, CompareGeq})
+        EXPECT_FALSE(compare(nan, 1) || compare(1, nan) || compare(nan, nan));
+}
+
+TEST(Identifiers, AreAtLeastMinusOneAndTakenFromEveryComponent) {
+    Chain increasing = with_ids({3, 9, 4}), negative = with_ids({-5, -7}), none;
+    EXPECT_EQ(maxIdChain(increasing), 9);
+    EXPECT_EQ(maxIdChain(negative), -1);
+    EXPECT_EQ(maxIdChain(none), -1);
+    Structure two{increasing, with_ids({40, 2})}, hollow{increasing, none}, no_component;
+    EXPECT_EQ(maxIdComps(two), 40);
+    EXPECT_EQ(maxIdComps(no_component), -1);
+    EXPECT_FALSE(IsEmptyStructure(two));
+    EXPECT_TRUE(IsEmptyStructure(hollow));
+    EXPECT_TRUE(IsEmptyStructure(no_component));
+}
+
+TEST(Measures, OfSmallChains) {
+    const Chain none, pair{{0, 0, 0, 1}, {2, 4, 6, 2}}, line{{0, 0, 0, 1}, {10, 0, 0, 2}, {5, 0, 0, 3}},
+        off_centre{{0, 0, 0, 1}, {0, 0, 0, 2}, {3, 0, 0, 3}};
+    EXPECT_EQ(CentreOfChain(none).z, 0);
+    EXPECT_EQ(CentreOfChain(pair).y, 2);
+    EXPECT_EQ(RadiusOfChain(none), 0);
+    EXPECT_EQ(RadiusOfChain(off_centre), 2);
+    EXPECT_EQ(DiameterOfChain(none), 0);
+    EXPECT_EQ(DiameterOfChain({pair[1]}), 0);
+    EXPECT_EQ(DiameterOfChain(line), 10);
+    EXPECT_EQ(DiameterOfStructure({}), 0);
+    EXPECT_EQ(DiameterOfStructure({none, none}), 0);
+    EXPECT_EQ(DiameterOfStructure({{{0, 0, 0, 1}}, none, {{0, 0, 3, 1}}}), 3);
+    EXPECT_EQ(DiameterOfStructure({{{1, 0, 0, 1}}, line}), 10);
+}
+
+TEST(Measures, PassOverDistancesThatAreNotNumbers) {
+    const Chain chain{{0, 0, 0, 1}, {nan, 0, 0, 2}, {3, 4, 0, 3}};
+    EXPECT_EQ(DiameterOfChain(chain), 5);
+    EXPECT_EQ(RadiusOfChain(chain), 0);
+    EXPECT_TRUE(std::isnan(CentreOfChain(chain).x));
+    const double inf = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(DiameterOfChain({{inf, 0, 0, 1}, {inf, 0, 0, 2}, {0, 0, 0, 3}}), inf);
+}
+
+TEST(Measures, SumInChainOrderAndDivideOnce) {
+    const Chain chain{{1e16, 0, 0, 1}, {1, 0, 0, 2}, {1, 0, 0, 3}};
+    EXPECT_EQ(CentreOfChain(chain).x, ((1e16 + 1) + 1) / 3);
+}
+
+} // namespace

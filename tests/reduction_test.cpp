@@ -1,0 +1,82 @@
+#include "support/capture.hpp"
+#include "support/chains.hpp"
+#include "support/literal.hpp"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+std::vector<int> ids(const Chain& chain) {
+    std::vector<int> result;
+    for (const ChainAtom& atom : chain) result.push_back(atom.id);
+    return result;
+}
+
+int quiet_reduce(Chain& chain, bool closed) {
+    const Capture printed;
+    return ChainReduce(chain, closed);
+}
+
+void expect_literal(const Chain& chain, bool closed) {
+    Chain ours = chain, theirs = chain;
+    const int left = quiet_reduce(ours, closed);
+    ASSERT_EQ(left, literal::reduce(theirs, closed)) << "closed: " << closed << ", " << chains::text(chain);
+    ASSERT_TRUE(chains::same_bits(ours, theirs)) << "closed: " << closed << ", " << chains::text(chain);
+}
+
+const Chain five{{0, 0, 0, 1}, {3, 1, 0, 2}, {5, 4, 1, 3}, {9, 3, 7, 4}, {2, 8, 11, 5}};
+
+TEST(ChainReduction, PrintsOneLineForEveryCall) {
+    Chain none, three(five.begin(), five.begin() + 3);
+    Capture printed;
+    EXPECT_EQ(ChainReduce(none, true), 0);
+    EXPECT_EQ(ChainReduce(three, false), 3);
+    const std::string line =
+        "JESTEM w loopwise!, ChainReduce - czy to jeszcze w ogole jest wywolywane, a nie zawsze "
+        "ChainsReduce?, EPS=1e-05\n";
+    EXPECT_EQ(printed.cout.str(), line + line);
+    EXPECT_EQ(ids(three), (std::vector{1, 2, 3}));
+}
+
+TEST(ChainReduction, KeepsTheEndsOfAnOpenChainAndRepeatsThatOfALoop) {
+    Chain open = five, loop(five.begin(), five.begin() + 4), stored = chains::with_repeated_end(loop),
+          triangle = chains::with_repeated_end({five[0], five[1], five[2]}), one{five[0]}, far_apart = five;
+    EXPECT_EQ(quiet_reduce(open, false), 3);
+    EXPECT_EQ(ids(open), (std::vector{1, 4, 5}));
+    EXPECT_EQ(quiet_reduce(loop, true), 3);
+    EXPECT_EQ(ids(loop), (std::vector{1, 3, 4}));
+    EXPECT_EQ(quiet_reduce(stored, false), 4);
+    EXPECT_EQ(ids(stored), (std::vector{1, 3, 4, 1}));
+    EXPECT_EQ(quiet_reduce(triangle, false), 4);
+    EXPECT_EQ(ids(triangle), (std::vector{1, 2, 3, 1}));
+    EXPECT_EQ(quiet_reduce(one, false), 1);
+    EXPECT_EQ(ids(one), std::vector{1});
+    far_apart.back().id = 1;
+    EXPECT_EQ(quiet_reduce(far_apart, false), 3);
+    EXPECT_EQ(ids(far_apart), (std::vector{1, 4, 1}));
+}
+
+TEST(ChainReduction, EqualsTheLiteralProcedure) {
+    chains::Random random(1);
+    for (const chains::Kind kind : chains::all_kinds)
+        for (int i = 0; i < 150; ++i) {
+            Chain chain = chains::make(kind, 1 + random.below(i % 10 == 0 ? 60 : 24), random);
+            expect_literal(chain, false);
+            expect_literal(chain, true);
+            if (i % 3 == 0) expect_literal(chains::with_repeated_end(chain), false);
+        }
+}
+
+/// Every chain of five points on a 2 x 2 x 2 grid: all the coincidences that small chains can have.
+TEST(ChainReduction, EqualsTheLiteralProcedureOnAGrid) {
+    for (int code = 0; code < 1 << 15; ++code) {
+        Chain chain;
+        for (int i = 0; i < 5; ++i) {
+            const int corner = code >> 3 * i & 7;
+            chain.push_back({1.0 * (corner & 1), 1.0 * (corner >> 1 & 1), 1.0 * (corner >> 2), i});
+        }
+        expect_literal(chain, code % 2 == 0);
+    }
+}
+
+} // namespace

@@ -1,0 +1,118 @@
+#include "support/chains.hpp"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <limits>
+#include <sstream>
+
+namespace chains {
+namespace {
+
+constexpr double bond = 3.8;
+
+PointR3 step(const ChainAtom& from, PointR3 direction, double length) {
+    return {from.x + length * direction.x, from.y + length * direction.y, from.z + length * direction.z};
+}
+
+/// Grows bead by bead, away from all others and inside the sphere; goes back some beads where stuck.
+Chain grow_compact(int length, Random& random) {
+    const auto wanted = static_cast<std::size_t>(length);
+    const double radius = bond * std::cbrt(static_cast<double>(length)) + bond;
+    Chain chain{{0, 0, 0, 1}};
+    const auto fits = [&](PointR3 p) {
+        if (Dist(p, {0, 0, 0}) > radius) return false;
+        return std::none_of(chain.begin(), chain.end() - 1, [p](const ChainAtom& a) {
+            return std::fabs(a.x - p.x) < bond && Dist({a.x, a.y, a.z}, p) < bond;
+        });
+    };
+    while (chain.size() < wanted) {
+        bool grown = false;
+        for (int attempt = 0; attempt < 40 && !grown; ++attempt) {
+            const PointR3 p = step(chain.back(), random.direction(), bond);
+            grown = fits(p);
+            if (grown) chain.push_back({p.x, p.y, p.z, static_cast<int>(chain.size()) + 1});
+        }
+        if (!grown) chain.resize(chain.size() - std::min<std::size_t>(chain.size() - 1, 12));
+    }
+    return chain;
+}
+
+PointR3 point(Kind kind, const ChainAtom& last, Random& random) {
+    const auto cube = [&](double half) {
+        return PointR3{random.between(-half, half), random.between(-half, half), random.between(-half, half)};
+    };
+    switch (kind) {
+    case Kind::lattice: {
+        PointR3 p{last.x, last.y, last.z};
+        double* const axes[] = {&p.x, &p.y, &p.z};
+        *axes[random.below(3)] += random.below(2) == 0 ? 1 : -1;
+        return p;
+    }
+    case Kind::planar:
+        return {random.between(-9, 9), random.between(-9, 9), 0};
+    case Kind::straight:
+        return step({1, 2, 3, 0}, {0.3, 0.4, 0.5}, random.between(-9, 9));
+    case Kind::near:
+        return cube(4 * EPS);
+    case Kind::huge:
+        return cube(1e150);
+    case Kind::tiny:
+        return cube(1e-160);
+    case Kind::not_finite: {
+        PointR3 p = cube(9);
+        constexpr double odd[] = {std::numeric_limits<double>::infinity(),
+                                  -std::numeric_limits<double>::infinity(),
+                                  std::numeric_limits<double>::quiet_NaN(), 1e308};
+        if (random.below(6) == 0) p.y = odd[random.below(4)];
+        return p;
+    }
+    case Kind::coincident:
+        return {1.0 * random.below(2), 1.0 * random.below(2), 1.0 * random.below(3)};
+    case Kind::mixed_scales:
+        return cube(std::pow(10.0, 6 * random.below(5) - 12));
+    default:
+        return cube(9);
+    }
+}
+
+} // namespace
+
+PointR3 Random::direction() {
+    while (true) {
+        const PointR3 p{between(-1, 1), between(-1, 1), between(-1, 1)};
+        const double size = std::sqrt(p.x * p.x + p.y * p.y + p.z * p.z);
+        if (size > 0.1 && size < 1) return {p.x / size, p.y / size, p.z / size};
+    }
+}
+
+Chain make(Kind kind, int length, Random& random) {
+    if (kind == Kind::compact) return grow_compact(length, random);
+    Chain chain;
+    for (int i = 0; i < length; ++i) {
+        const PointR3 p = point(kind, chain.empty() ? ChainAtom{} : chain.back(), random);
+        chain.push_back({p.x, p.y, p.z, i + 1});
+    }
+    return chain;
+}
+
+Chain with_repeated_end(Chain chain) {
+    if (!chain.empty()) chain.push_back(ChainAtom(chain.front()));
+    return chain;
+}
+
+bool same_bits(const Chain& a, const Chain& b) {
+    const auto bits = [](double x) { return std::bit_cast<std::uint64_t>(x); };
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [&](const ChainAtom& p, const ChainAtom& q) {
+        return bits(p.x) == bits(q.x) && bits(p.y) == bits(q.y) && bits(p.z) == bits(q.z) && p.id == q.id;
+    });
+}
+
+std::string text(const Chain& chain) {
+    std::ostringstream out;
+    out << std::hexfloat;
+    for (const ChainAtom& a : chain) out << "{" << a.x << ", " << a.y << ", " << a.z << ", " << a.id << "}, ";
+    return out.str();
+}
+
+} // namespace chains

@@ -1,0 +1,114 @@
+#include "support/literal.hpp"
+
+#include <algorithm>
+#include <cmath>
+
+namespace literal {
+namespace {
+
+PointR3 at(const Chain& chain, int i) {
+    const ChainAtom& atom = chain.at(static_cast<std::size_t>(i));
+    return {atom.x, atom.y, atom.z};
+}
+
+bool blocks(const PointR3 triangle[3], const Chain& chain, int from, int to) {
+    const PointR3 segment[] = {at(chain, from), at(chain, to)};
+    return intersection(triangle, segment) != 0;
+}
+
+bool own_obstacle(const PointR3 triangle[3], const Chain& chain, bool closed, int i) {
+    const int n = static_cast<int>(chain.size());
+    if (i >= 2)
+        for (int j = (i + 2) % n <= 1 ? (i + 3) % n : 0; j <= i - 2; ++j)
+            if (blocks(triangle, chain, j, j + 1)) return true;
+    for (int j = i + 3; j <= n - 2; ++j)
+        if (blocks(triangle, chain, j, j + 1)) return true;
+    return closed && 1 <= i && i <= n - 4 && blocks(triangle, chain, n - 1, 0);
+}
+
+bool foreign_obstacle(const PointR3 triangle[3], const Chain& chain, bool closed) {
+    const int n = static_cast<int>(chain.size());
+    for (int j = 0; j <= n - 2; ++j)
+        if (blocks(triangle, chain, j, j + 1)) return true;
+    return closed && n > 0 && blocks(triangle, chain, n - 1, 0);
+}
+
+bool remove_first_free(Structure& structure, const std::vector<bool>& closed) {
+    for (std::size_t c = 0; c < structure.size(); ++c) {
+        Chain& chain = structure[c];
+        const int n = static_cast<int>(chain.size());
+        for (int i = 0; n > 3 && i < (closed[c] ? n : n - 2); ++i) {
+            const PointR3 triangle[] = {at(chain, i), at(chain, (i + 1) % n), at(chain, (i + 2) % n)};
+            bool blocked = own_obstacle(triangle, chain, closed[c], i);
+            for (std::size_t d = 0; d < structure.size() && !blocked; ++d)
+                blocked = d != c && foreign_obstacle(triangle, structure[d], closed[d]);
+            if (blocked) continue;
+            chain.erase(chain.begin() + (i + 1) % n);
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+int intersection(const PointR3 triangle[3], const PointR3 segment[2]) {
+    const auto [ox, oy, oz] = triangle[0];
+    const PointR3 s = segment[0];
+    double m[3][3] = {{s.x - segment[1].x, triangle[1].x - ox, triangle[2].x - ox},
+                      {s.y - segment[1].y, triangle[1].y - oy, triangle[2].y - oy},
+                      {s.z - segment[1].z, triangle[1].z - oz, triangle[2].z - oz}};
+    const double right[] = {s.x - ox, s.y - oy, s.z - oz};
+    const double d = Determinant(m[0], m[1], m[2]);
+    if (d == 0.0) return 1;
+    double solution[3];
+    for (int i = 0; i < 3; ++i) {
+        double entry[3];
+        for (int j = 0; j < 3; ++j) {
+            const int r1 = (j + 1) % 3, r2 = (j + 2) % 3, c1 = (i + 1) % 3, c2 = (i + 2) % 3;
+            entry[j] = (m[r1][c1] * m[r2][c2] - m[r1][c2] * m[r2][c1]) / d;
+        }
+        solution[i] = entry[0] * right[0] + entry[1] * right[1] + entry[2] * right[2];
+    }
+    const double t = solution[0], u = solution[1], v = solution[2], w = u + v;
+    const auto Gt = CompareGt, Geq = CompareGeq;
+    const auto Eq = CompareEq;
+    if (Gt(t, 0) && Gt(1, t) && Gt(u, 0) && Gt(1, u) && Gt(v, 0) && Gt(1, v) && Gt(1, w)) return 1;
+    if (Eq(u, 0) && Geq(v, 0) && Geq(1, v) && Geq(t, 0) && Geq(1, t)) return 2;
+    if (Eq(v, 0) && Geq(u, 0) && Geq(1, u) && Geq(t, 0) && Geq(1, t)) return 2;
+    if (Eq(w, 1) && Geq(u, 0) && Geq(1, u) && Geq(v, 0) && Geq(1, v) && Geq(t, 0) && Geq(1, t)) return 2;
+    if (Eq(t, 0) && Geq(u, 0) && Geq(v, 0) && Geq(1, w)) return 2;
+    if (Eq(t, 1) && Geq(u, 0) && Geq(v, 0) && Geq(1, w)) return 2;
+    return 0;
+}
+
+int reduce(Structure& structure, bool closed_by_caller) {
+    std::vector<bool> closed(structure.size(), closed_by_caller), repeated(structure.size(), false);
+    const Structure before = structure;
+    for (std::size_t k = 0; k < structure.size(); ++k) {
+        Chain& chain = structure[k];
+        if (chain.empty() || chain.front().id != chain.back().id) continue;
+        const PointR3 first = at(chain, 0), last = at(chain, static_cast<int>(chain.size()) - 1);
+        repeated[k] = CompareEq(0, Dist(first, last));
+        if (repeated[k]) chain.pop_back();
+    }
+    if (std::count(repeated.begin(), repeated.end(), true) > 0) closed = repeated;
+
+    while (remove_first_free(structure, closed)) {}
+
+    int total = 0;
+    for (std::size_t k = 0; k < structure.size(); ++k) {
+        if (repeated[k]) structure[k].push_back(structure[k].empty() ? before[k][0] : structure[k][0]);
+        total += static_cast<int>(structure[k].size());
+    }
+    return total;
+}
+
+int reduce(Chain& chain, bool closed) {
+    Structure structure{chain};
+    const int left = reduce(structure, closed);
+    chain = structure[0];
+    return left;
+}
+
+} // namespace literal

@@ -1,0 +1,13 @@
+// Slow versions of the operations, each written down step by step. They are the judges of the fast ones.
+#pragma once
+
+#include "libloopwise.h"
+
+namespace literal {
+
+int intersection(const PointR3 triangle[3], const PointR3 segment[2]);
+
+int reduce(Structure& structure, bool closed);
+int reduce(Chain& chain, bool closed);
+
+} // namespace literal
