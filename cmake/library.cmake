@@ -1,10 +1,15 @@
 # The shared library. Its objects are a target of their own, so that tests can reach internals that the
 # library does not export.
 add_library(loopwise_objects OBJECT
+  src/closure/circle_arc.cpp
   src/closure/closing.cpp
+  src/closure/direction.cpp
   src/closure/one_point.cpp
+  src/closure/outside.cpp
   src/closure/point_tables.cpp
+  src/closure/two_points.cpp
   src/model/comparisons.cpp
+  src/model/cut.cpp
   src/model/identifiers.cpp
   src/model/measures.cpp
   src/model/points.cpp
@@ -12,6 +17,9 @@ add_library(loopwise_objects OBJECT
   src/reduce/elimination.cpp
   src/reduce/intersection.cpp
   src/reduce/planar.cpp
+  src/reduce/projection.cpp
+  src/reduce/structure_reduction.cpp
+  src/textio/break_check.cpp
   src/textio/reader.cpp
   src/textio/writer.cpp)
 target_compile_features(loopwise_objects PUBLIC cxx_std_20)

@@ -106,6 +106,21 @@ LOOPWISE_API double DiameterOfChain(const std::vector<ChainAtom>& chain);
 /// Allocates nothing.
 LOOPWISE_API double DiameterOfStructure(const std::vector<std::vector<ChainAtom>>& structure);
 
+/// Cuts \p chain to the stretch between two identifiers, both included, given in either order.
+///
+/// Atoms are taken off the front and the back until both end atoms have identifiers inside the range;
+/// atoms between them stay whatever their identifiers are. A range with a bound outside the
+/// identifiers of the two end atoms is refused: a line goes to std::cerr, two to std::clog, and the
+/// whole chain stays. So it does when no atom of the chain lies inside the range.
+///
+/// \param chain  edited in place; an empty one stays empty and nothing is printed
+/// \param start  one bound, an identifier
+/// \param end    the other bound
+/// \return 0 always
+///
+/// Allocates nothing but what the streams need.
+LOOPWISE_API int CutChain(std::vector<ChainAtom>& chain, int start, int end);
+
 /// @}
 /// \addtogroup textio
 /// @{
@@ -138,6 +153,17 @@ LOOPWISE_API std::vector<ChainAtom> ChainRead(char* fileName, bool& error);
 /// \param error  true when a repeated atom stopped the read, otherwise false
 /// \return the atoms in the order of the lines; empty on failure and for an empty text. Allocates.
 LOOPWISE_API std::vector<ChainAtom> ChainRead_fromString(const std::string& text, bool& error);
+
+/// Checks whether consecutive atoms of \p chain lie between 3.4 and 4.2 apart, both included: the
+/// band around the 3.8 angstroms between neighbouring C-alpha atoms of a protein.
+///
+/// \return "OK", also for fewer than two atoms. Otherwise "HEAD: broken protein between" and, each
+/// after a blank, the closest pair when it is too close and the farthest when it is too far apart, in
+/// the form "12-13(9.5)": identifiers and distance with six significant digits, written under the
+/// global C++ locale. Of equal extremes the first counts; distances that are not a number do not.
+///
+/// Prints nothing. Takes a copy of the chain. Allocates.
+LOOPWISE_API std::string CheckDistancesBetweenAtoms(std::vector<ChainAtom> chain);
 
 /// The text of \p chain, one line per atom in chain order; empty for an empty chain.
 ///
@@ -223,6 +249,56 @@ LOOPWISE_API int intersection(PointR3* triangle, PointR3* segment);
 /// Writes one debug line to std::cout on every call and flushes it. Allocates nothing.
 LOOPWISE_API int ChainReduce(std::vector<ChainAtom>& chain, bool closed);
 
+/// Simplifies all components of \p structure together, so that their entanglement with themselves and
+/// with each other stays: ChainReduce() with the segments of all other components as obstacles too.
+///
+/// The first free triangle of the first component goes first, and after every removal the search
+/// starts at the first component anew. Components of three atoms or fewer lose nothing but are
+/// obstacles. When at least one component is stored with its first atom repeated at its end (one atom
+/// alone counts as that), such components are loops and all others are open, whatever \p closed says.
+///
+/// \param structure  edited in place; empty components stay empty and block nothing
+/// \param closed     whether every component is a loop, unless a repeated end decides
+/// \return the number of atoms in all components afterwards, 0 for an empty structure
+///
+/// Prints nothing. Allocates in proportion to the atoms, before it changes anything.
+LOOPWISE_API int ChainsReduce(std::vector<std::vector<ChainAtom>>& structure, bool closed);
+
+/// One record of Edge::annotations, for the caller's use.
+struct EdgeAnnotation {
+    double position;    ///< where along the edge, by the caller's convention
+    std::int64_t label; ///< what is there, by the caller's convention
+};
+
+/// One segment of a chain seen along a direction.
+struct Edge {
+    PointR3 start; ///< the first atom: x and y in the picture plane, z the depth along the direction
+    PointR3 end;   ///< the second atom
+    std::vector<EdgeAnnotation> annotations; ///< empty in what the library returns
+    std::int32_t tag;                        ///< 0 in what the library returns
+};
+
+/// The coordinates of \p point in the right-handed orthonormal frame whose third axis points along
+/// \p direction, of which only the whole parts (a, b, c) count, truncated towards zero.
+///
+/// The axes are (-b, a, 0), (-ac, -bc, a^2 + b^2) and (a, b, c), each taken to length 1. When a and b
+/// are both 0 the point is returned as it is, whatever c is. Whole parts beyond the 32-bit range are
+/// held to its ends, infinities too; a not-a-number counts as 0. Allocates nothing.
+LOOPWISE_API PointR3 ProjectPointF(PointR3 point, PointR3 direction);
+
+/// Projects \p chain along one of 60 fixed directions (the atoms of a C60 fullerene) with
+/// ProjectPointF(): one edge per segment in chain order, ready for TwoSegmentsCrossedSimple().
+///
+/// \param chain           read only; fewer than two atoms give no edge
+/// \param directionIndex  any int: the absolute value modulo 60 counts (8 for the smallest int)
+/// \param closed          whether an edge from the last atom to the first is added at the end, also
+///                        when the chain stores its first atom at its end again
+/// \return the edges. Allocates.
+///
+/// Calls FillFulerenData() first.
+LOOPWISE_API std::vector<Edge> ProjectChain(const std::vector<ChainAtom>& chain, int directionIndex,
+                                            bool closed);
+
 /// @}
 /// \addtogroup closure
 /// @{
@@ -262,6 +338,105 @@ LOOPWISE_API int CloseChain_1point(std::vector<ChainAtom>& chain, double scale);
 ///
 /// Allocates. When memory runs out, the components before that one keep their new atom.
 LOOPWISE_API int CloseChains_1point(std::vector<std::vector<ChainAtom>>& structure, double scale);
+
+/// Closes \p chain by moving both ends out in one direction of the table: appends the last atom and
+/// then the first, both shifted by 1.02 times DiameterOfChain() along it, numbered after the last
+/// atom. The same direction gives the same closure: this one draws no random number.
+///
+/// \param chain           edited in place; an empty one stays empty, with a warning on std::clog
+/// \param directionIndex  row of the table of 400 directions spread evenly over the sphere, 0 to 399
+/// \retval 0  closed, or nothing to close
+/// \retval -1 \p directionIndex is out of range; nothing changed
+///
+/// Identifiers wrap around after 2147483647. Allocates when the chain has no room for two atoms.
+LOOPWISE_API int CloseChain_1direction_NoRandom(std::vector<ChainAtom>& chain, int directionIndex);
+
+/// CloseChain_1direction_NoRandom() in a random direction; exactly one std::rand() is drawn, none for
+/// an empty chain.
+LOOPWISE_API int CloseChain_1direction(std::vector<ChainAtom>& chain);
+
+/// Closes every component of \p structure with a direction of its own: CloseChain_1direction() for
+/// each, shifted by 1.02 times DiameterOfStructure() with the atoms that earlier components got.
+///
+/// The directions are different rows of the table; one std::rand() is drawn per component and one
+/// more for every row that was taken already.
+///
+/// \param structure  edited in place; one that IsEmptyStructure() stays as it is, with a warning
+/// \retval 0  closed, or nothing to close
+/// \retval -1 more than 400 components: nothing is changed or drawn
+///
+/// Allocates. When memory runs out, the components before that one keep their new atoms.
+LOOPWISE_API int CloseChains_1direction(std::vector<std::vector<ChainAtom>>& structure);
+
+/// The atoms of the shorter arc around \p centre from the direction of \p startPoint to that of
+/// \p endPoint, one about every 0.175 radians (10 degrees): the first in the start direction, the last
+/// in the end direction 0.05 to 0.225 radians after the one before it. An arc of 0.05 radians or less
+/// is one atom in the end direction.
+///
+/// \param startPoint  any point on the ray where the arc starts
+/// \param endPoint    any point on the ray where the arc ends
+/// \param centre      the centre of the circle
+/// \param radius      the distance of every atom from the centre; 0 and negative values are allowed
+/// \param lastId      the atoms are numbered from the identifier after it, wrapping around
+/// \return at most 20 atoms; none when the centre and the two directions span no plane. Distances from
+///         the centre below 1e-80 or above 1e75 leave the range of their products: what comes back
+///         then has no meaning, but it is defined. Allocates.
+LOOPWISE_API std::vector<ChainAtom> GivePointsOnTheCircle(PointR3 startPoint, PointR3 endPoint,
+                                                          PointR3 centre, double radius, int lastId);
+
+/// Closes \p chain by an arc of a large circle around its centre between two random directions, with
+/// the atoms of GivePointsOnTheCircle() at \p scale times RadiusOfChain(), numbered after the largest
+/// identifier of the chain.
+///
+/// Two std::rand() are drawn for the two different rows of the table of 400 directions, and one more
+/// for every second row that equals the first.
+///
+/// \param chain  edited in place; an empty one stays empty, with a warning on std::clog
+/// \param scale  above 1 keeps the arc outside of all atoms; not checked
+/// \retval 0  closed, or nothing to close
+/// \retval -1 there is no arc, as when the centre is too far from the origin for a unit vector to
+///            matter, or not finite; nothing changed
+///
+/// Allocates.
+LOOPWISE_API int CloseChain_2points(std::vector<ChainAtom>& chain, double scale);
+
+/// Closes every component of \p structure by an arc of its own: CloseChain_2points() for each, at
+/// \p scale times DiameterOfStructure(), numbered after the largest identifier of the structure. No
+/// row of the table serves twice: two std::rand() are drawn per component and one more for every row
+/// that was taken already.
+///
+/// \param structure  edited in place; one that IsEmptyStructure() stays as it is, with a warning
+/// \param scale      not checked
+/// \retval 0  closed, or nothing to close
+/// \retval -1 more than 200 components: nothing is changed or drawn; or a component has no arc: those
+///            before it stay closed
+///
+/// Allocates. When memory runs out, the components before that one keep their new atoms.
+LOOPWISE_API int CloseChains_2points(std::vector<std::vector<ChainAtom>>& structure, double scale);
+
+/// Closes \p chain by an arc around its centre from the direction of its last atom to that of its
+/// first, with the atoms of GivePointsOnTheCircle() at \p scale times RadiusOfChain(), numbered after
+/// the largest identifier of the chain. The same chain gives the same closure.
+///
+/// \param chain  edited in place; an empty one stays empty, with a warning on std::clog
+/// \param scale  above 1 keeps the arc outside of all atoms; not checked
+/// \retval 0  closed, or nothing to close
+/// \retval -1 the centre and the two ends span no plane, as in a straight chain, one of two atoms or
+///            one whose ends coincide; nothing changed
+///
+/// Allocates.
+LOOPWISE_API int CloseChain_OUT(std::vector<ChainAtom>& chain, double scale);
+
+/// Closes every component of \p structure by its own arc: CloseChain_OUT() for each, at \p scale times
+/// DiameterOfStructure(), numbered after the largest identifier of the structure.
+///
+/// \param structure  edited in place; one that IsEmptyStructure() stays as it is, with a warning
+/// \param scale      not checked
+/// \retval 0  closed, or nothing to close
+/// \retval -1 a component has no arc; those before it stay closed
+///
+/// Allocates. When memory runs out, the components before that one keep their new atoms.
+LOOPWISE_API int CloseChains_OUT(std::vector<std::vector<ChainAtom>>& structure, double scale);
 
 /// @}
 

@@ -1,3 +1,4 @@
+#include "support/capture.hpp"
 #include "support/chains.hpp"
 
 #include <gtest/gtest.h>
@@ -68,6 +69,41 @@ TEST(Measures, PassOverDistancesThatAreNotNumbers) {
 TEST(Measures, SumInChainOrderAndDivideOnce) {
     const Chain chain{{1e16, 0, 0, 1}, {1, 0, 0, 2}, {1, 0, 0, 3}};
     EXPECT_EQ(CentreOfChain(chain).x, ((1e16 + 1) + 1) / 3);
+}
+
+std::vector<int> cut(std::initializer_list<int> ids, int start, int end, const std::string& refused = "") {
+    Chain chain = with_ids(ids);
+    Capture printed;
+    EXPECT_EQ(CutChain(chain, start, end), 0);
+    EXPECT_EQ(printed.cerr.str(),
+              refused.empty()
+                  ? ""
+                  : "Error while preparing components: You want to erase atoms which don't exist.\n");
+    EXPECT_EQ(printed.clog.str(),
+              refused.empty() ? "" : "One of components, " + refused + "\nWe take whole sequence.\n");
+    std::vector<int> left;
+    for (const ChainAtom& atom : chain) left.push_back(atom.id);
+    return left;
+}
+
+TEST(Cut, KeepsTheStretchBetweenTwoIdentifiers) {
+    EXPECT_EQ(cut({1, 2, 3, 4, 5, 6}, 3, 5), (std::vector{3, 4, 5}));
+    EXPECT_EQ(cut({1, 2, 3, 4, 5, 6}, 5, 3), (std::vector{3, 4, 5}));
+    EXPECT_EQ(cut({6, 5, 4, 3, 2, 1}, 3, 5), (std::vector{5, 4, 3}));
+    EXPECT_EQ(cut({1, 2, 3}, 2, 2), std::vector{2});
+    EXPECT_EQ(cut({4}, 4, 4), std::vector{4});
+    EXPECT_EQ(cut({1, 2, 3, 7, 8, 9}, 4, 8), (std::vector{7, 8}));
+    EXPECT_EQ(cut({1, 5, 99, 6, 10}, 5, 6), (std::vector{5, 99, 6}));
+}
+
+TEST(Cut, KeepsEverythingWhenItRefuses) {
+    EXPECT_EQ(cut({}, 1, 2), std::vector<int>{});
+    EXPECT_EQ(cut({1, 2, 9}, 0, 5, "chain[0].id: 1, chain.back().id: 9; Your start: 0, end: 5"),
+              (std::vector{1, 2, 9}));
+    EXPECT_EQ(cut({9, 2, -1}, 10, 2, "chain[0].id: 9, chain.back().id: -1; Your start: 10, end: 2"),
+              (std::vector{9, 2, -1}));
+    EXPECT_EQ(cut({1, 10, 5}, 4, 2, "chain[0].id: 1, chain.back().id: 5; Your start: 4, end: 2"),
+              (std::vector{1, 10, 5}));
 }
 
 } // namespace

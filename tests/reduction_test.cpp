@@ -79,4 +79,45 @@ TEST(ChainReduction, EqualsTheLiteralProcedureOnAGrid) {
     }
 }
 
+void expect_literal(const Structure& structure, bool closed) {
+    Structure ours = structure, theirs = structure;
+    const Capture printed;
+    ASSERT_EQ(ChainsReduce(ours, closed), literal::reduce(theirs, closed));
+    EXPECT_TRUE(printed.silent());
+    for (std::size_t i = 0; i < structure.size(); ++i)
+        ASSERT_TRUE(chains::same_bits(ours[i], theirs[i]))
+            << "component " << i << ": " << chains::text(structure[i]);
+}
+
+TEST(StructureReduction, EqualsTheLiteralProcedure) {
+    chains::Random random(5);
+    for (const chains::Kind kind : chains::all_kinds)
+        for (int i = 0; i < 120; ++i) {
+            Structure structure(static_cast<std::size_t>(random.below(6)));
+            for (Chain& chain : structure) {
+                const int length = random.below(4) == 0 ? random.below(4) : random.below(24);
+                chain = chains::make(kind, length, random);
+                if (random.below(5) == 0) chain = chains::with_repeated_end(chain);
+                if (i % 3 == 0) // far from the others
+                    for (ChainAtom& atom : chain)
+                        atom.x += 100.0 * static_cast<double>(&chain - structure.data());
+                if (random.below(20) == 0) chain = {{1, 2, 3, 4}, {1, 2, 3, 4}};
+            }
+            expect_literal(structure, false);
+            expect_literal(structure, true);
+        }
+}
+
+TEST(StructureReduction, HoldsWhatOtherComponentsHold) {
+    const Chain corner{{0, 0, 0, 1}, {1, 0, 0, 2}, {1, 1, 0, 3}, {0, 1, 5, 4}},
+        needle{{0.7, 0.3, -1, 1}, {0.7, 0.3, 1, 2}};
+    Structure alone{corner}, held{corner, needle}, blocked{corner, {{50, 50, 50, 7}, {50, 50, 50, 7}}};
+    EXPECT_EQ(ChainsReduce(alone, false), 3);
+    EXPECT_EQ(ids(alone[0]), (std::vector{1, 3, 4}));
+    EXPECT_EQ(ChainsReduce(held, false), 5);
+    EXPECT_EQ(ids(held[0]), (std::vector{1, 2, 4}));
+    // Two copies of one atom are a loop whose closing segment has no length, which blocks everything.
+    EXPECT_EQ(ChainsReduce(blocked, true), 6);
+}
+
 } // namespace

@@ -174,4 +174,26 @@ TEST(TextLocale, IsTheGlobalOneAtTheTimeOfTheCall) {
     EXPECT_TRUE(chains::same_bits(ChainRead_fromString("1234 1.5 12345.5 -2\n", error), chain));
 }
 
+/// The verdict on atoms along a line at the given distances, numbered from the given identifier.
+std::string verdict(std::initializer_list<double> distances, int id = 1) {
+    Chain chain{{0, 0, 0, id}};
+    for (const double d : distances) chain.push_back({chain.back().x + d, 0, 0, ++id});
+    return CheckDistancesBetweenAtoms(chain);
+}
+
+TEST(BreakCheck, NamesTheClosestAndTheFarthestPair) {
+    const std::string broken = "HEAD: broken protein between ";
+    EXPECT_EQ(CheckDistancesBetweenAtoms({}) + verdict({}) + verdict({3.8}), "OKOKOK");
+    EXPECT_EQ(verdict({3.4}) + verdict({4.2}) + verdict({std::nan("")}), "OKOKOK");
+    EXPECT_EQ(verdict({3.3999}), broken + "1-2(3.3999)");
+    EXPECT_EQ(verdict({4.2001}), broken + "1-2(4.2001)");
+    EXPECT_EQ(verdict({0}, -1), broken + "-1-0(0)");
+    EXPECT_EQ(verdict({5, 5, 5}), broken + "1-2(5)");
+    EXPECT_EQ(verdict({12.3456789, 1234567.8}), broken + "2-3(1.23457e+06)");
+    const Chain both{{0, 0, 0, 1}, {3.8, 0, 0, 2}, {3.8, 3.1, 0, 3}, {3.8, 6.9, 0, 5}, {3.8, 6.9, 12.25, 9}};
+    EXPECT_EQ(CheckDistancesBetweenAtoms(both), broken + "2-3(3.1) 5-9(12.25)");
+    const GlobalLocale comma(std::locale(std::locale::classic(), new CommaNumbers));
+    EXPECT_EQ(verdict({4.5}, 1234), broken + "1234-1235(4,5)");
+}
+
 } // namespace

@@ -4,6 +4,7 @@
 #include "model/identifiers.hpp"
 #include "model/points.hpp"
 
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 
@@ -36,6 +37,18 @@ std::optional<PointR3> at_length(PointR3 direction, double wanted) {
 
 ChainAtom atom_after(const ChainAtom& last, PointR3 point, std::uint32_t steps) {
     return {point.x, point.y, point.z, id_after(last.id, steps)};
+}
+
+int largest_id(const Chain& chain) {
+    return std::max_element(chain.begin(), chain.end(),
+                            [](const ChainAtom& a, const ChainAtom& b) { return a.id < b.id; })
+        ->id;
+}
+
+int append_arc(Chain& chain, const Chain& arc) {
+    if (arc.empty()) return not_closed;
+    chain.insert(chain.end(), arc.begin(), arc.end());
+    return closed;
 }
 
 } // namespace loopwise

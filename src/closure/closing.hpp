@@ -33,4 +33,10 @@ std::optional<PointR3> at_length(PointR3 direction, double length);
 /// An atom at the point, numbered the given steps after another.
 ChainAtom atom_after(const ChainAtom& last, PointR3 point, std::uint32_t steps = 1);
 
+/// The largest identifier of a chain that has atoms: unlike maxIdChain(), it may be below -1.
+int largest_id(const Chain& chain);
+
+/// Appends the atoms of an arc; an empty arc closes nothing.
+int append_arc(Chain& chain, const Chain& arc);
+
 } // namespace loopwise

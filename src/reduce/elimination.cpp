@@ -68,4 +68,15 @@ bool has_repeated_end(const Chain& chain) {
            equal(0, distance(position(chain.front()), position(chain.back())));
 }
 
+Component without_repeated_end(Chain& chain, bool closed) {
+    return {chain.data(), chain.size() - has_repeated_end(chain), closed};
+}
+
+std::size_t finish(Chain& chain, const Component& reduced, bool repeat_end) {
+    // A chain of one atom was its own repeat and keeps it.
+    if (repeat_end && reduced.count > 0) chain[reduced.count] = ChainAtom(chain.front());
+    chain.resize(reduced.count + repeat_end);
+    return chain.size();
+}
+
 } // namespace loopwise

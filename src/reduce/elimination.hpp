@@ -28,4 +28,11 @@ void eliminate(std::span<Component> components);
 /// Whether a chain is a loop stored with its first atom once more at its end.
 bool has_repeated_end(const Chain& chain);
 
+/// The part of a chain that is reduced: all of it but a repeated end.
+Component without_repeated_end(Chain& chain, bool closed);
+
+/// Cuts the chain to what is left of it, with the atom that is first now repeated at its end if asked
+/// for. Returns the number of its atoms. Needs no memory.
+std::size_t finish(Chain& chain, const Component& reduced, bool repeat_end);
+
 } // namespace loopwise

@@ -1,0 +1,20 @@
+#include "reduce/elimination.hpp"
+
+#include <algorithm>
+
+int ChainsReduce(std::vector<std::vector<ChainAtom>>& structure, bool closed) {
+    // As soon as one component is marked as a loop, the marks say for all which are loops.
+    const bool marked = std::any_of(structure.begin(), structure.end(), loopwise::has_repeated_end);
+    std::vector<loopwise::Component> components;
+    components.reserve(structure.size());
+    for (Chain& chain : structure)
+        components.push_back(
+            loopwise::without_repeated_end(chain, marked ? loopwise::has_repeated_end(chain) : closed));
+
+    loopwise::eliminate(components);
+
+    std::size_t total = 0;
+    for (std::size_t i = 0; i < structure.size(); ++i)
+        total += loopwise::finish(structure[i], components[i], marked && components[i].closed);
+    return static_cast<int>(total);
+}
