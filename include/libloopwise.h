@@ -71,7 +71,7 @@ LOOPWISE_API bool CompareGt(double a, double b);
 /// Falling short by exactly EPS does not count; false for a not-a-number. Allocates nothing.
 LOOPWISE_API bool CompareGeq(double a, double b);
 
-/// Euclidean distance of \p a and \p b; exactly 0.0 when their coordinates are equal.
+/// Euclidean distance of \p a and \p b; exactly 0.0 when their coordinates are equal and finite.
 /// Computed as the square root of (dx*dx + dy*dy) + dz*dz, so it overflows to infinity from about
 /// 1e154 on and underflows to zero below about 1e-162. Allocates nothing.
 LOOPWISE_API double Dist(PointR3 a, PointR3 b);
@@ -134,8 +134,8 @@ LOOPWISE_API int CutChain(std::vector<ChainAtom>& chain, int start, int end);
 /// values. Before the first line the identifier is 0 and the coordinates are
 /// (1.412341234, 3.432312, 0.65436).
 ///
-/// Two neighbouring lines with exactly equal coordinates, or a line that yields no coordinate, stop
-/// the read: "There were two identical atoms with the index ..." goes to std::cout, and the result
+/// Two neighbouring lines whose Dist() is exactly 0 (equal coordinates, or a difference so small that
+/// its square underflows), or a line that yields no coordinate, stop the read: "There were two identical atoms with the index ..." goes to std::cout, and the result
 /// is empty.
 ///
 /// \param fileName  path of the file; null counts as a file that cannot be opened
@@ -159,8 +159,8 @@ LOOPWISE_API std::vector<ChainAtom> ChainRead_fromString(const std::string& text
 ///
 /// \return "OK", also for fewer than two atoms. Otherwise "HEAD: broken protein between" and, each
 /// after a blank, the closest pair when it is too close and the farthest when it is too far apart, in
-/// the form "12-13(9.5)": identifiers and distance with six significant digits, written under the
-/// global C++ locale. Of equal extremes the first counts; distances that are not a number do not.
+/// the form "12-13(9.5)": identifiers in plain decimal, the distance with six significant digits under
+/// the global C++ locale. Of equal extremes the first counts; distances that are not a number do not.
 ///
 /// Prints nothing. Takes a copy of the chain. Allocates.
 LOOPWISE_API std::string CheckDistancesBetweenAtoms(std::vector<ChainAtom> chain);
@@ -180,8 +180,8 @@ LOOPWISE_API std::string ChainWrite_toString(const std::vector<ChainAtom>& chain
 
 /// Writes the text of ChainWrite_toString() to the file \p fileName, replacing what it held.
 ///
-/// The whole text is built before the file is touched by a byte. A file that cannot be opened
-/// (a null name included) and an error while writing are not reported. Allocates.
+/// The file is emptied, then the whole text is built and written in one piece. A file that cannot be
+/// opened (a null name included) and an error while writing are not reported. Allocates.
 LOOPWISE_API void ChainWrite(char* fileName, const std::vector<ChainAtom>& chain, bool plainFormat);
 
 /// @}
@@ -220,8 +220,9 @@ LOOPWISE_API double Determinant(double* a, double* b, double* c);
 /// \param triangle  three points T0, T1, T2; read only
 /// \param segment   two points S0, S1; read only
 /// \retval 0 no contact
-/// \retval 1 the segment passes through the interior, or the determinant is exactly 0: a segment
-///           parallel to the plane at whatever distance, one of no length, or a degenerate triangle
+/// \retval 1 the segment passes through the interior, or the determinant comes out as exactly 0, at
+///           whatever distance: always for a segment of no length, a triangle with a repeated first
+///           vertex, and both in or parallel to a coordinate plane; else when rounding leaves nothing
 /// \retval 2 contact within the tolerance: with an edge or a vertex, or by an end of the segment
 ///
 /// Coordinates that are not finite get no special treatment; what they make not a number counts as
@@ -241,7 +242,7 @@ LOOPWISE_API int intersection(PointR3* triangle, PointR3* segment);
 /// treated as a loop whatever \p closed says, and stored in the same way afterwards, with a copy of
 /// the atom that is first then.
 ///
-/// \param chain   edited in place; unchanged when it has three atoms or fewer
+/// \param chain   edited in place; with three atoms or fewer, a repeated end apart, unchanged
 /// \param closed  whether a segment joins the last atom to the first. The two ends of an open chain
 ///                are never dropped
 /// \return the number of atoms that the chain holds afterwards, 0 for an empty chain
@@ -317,8 +318,8 @@ LOOPWISE_API void FillFulerenData();
 /// The direction is one of 400 spread evenly over the sphere; exactly one std::rand() is drawn.
 ///
 /// \param chain  edited in place; an empty one stays empty, with a warning on std::clog
-/// \param scale  above 1 puts the new atom outside of all others; not checked. 10 and more leaves
-///               hardly any chance that the two new segments meet the chain
+/// \param scale  above 1 puts the new atom outside of all others; not checked. The farther it is, the
+///               nearer to parallel are the two new segments
 /// \retval 0  closed, or nothing to close
 /// \retval -1 the direction has no length (never with the built-in table); nothing changed
 ///
@@ -369,18 +370,21 @@ LOOPWISE_API int CloseChain_1direction(std::vector<ChainAtom>& chain);
 LOOPWISE_API int CloseChains_1direction(std::vector<std::vector<ChainAtom>>& structure);
 
 /// The atoms of the shorter arc around \p centre from the direction of \p startPoint to that of
-/// \p endPoint, one about every 0.175 radians (10 degrees): the first in the start direction, the last
-/// in the end direction 0.05 to 0.225 radians after the one before it. An arc of 0.05 radians or less
-/// is one atom in the end direction.
+/// \p endPoint: the first in the start direction, then one every 0.175 radians (10 degrees) as long as it
+/// is more than 0.05 radians short of the end direction, then one in the end direction. An arc of 0.05
+/// radians or less is one atom in the end direction. Where the length of the arc is 0.05 more than a whole
+/// number of steps, rounding decides whether the last atom comes twice.
 ///
 /// \param startPoint  any point on the ray where the arc starts
 /// \param endPoint    any point on the ray where the arc ends
 /// \param centre      the centre of the circle
 /// \param radius      the distance of every atom from the centre; 0 and negative values are allowed
 /// \param lastId      the atoms are numbered from the identifier after it, wrapping around
-/// \return at most 20 atoms; none when the centre and the two directions span no plane. Distances from
-///         the centre below 1e-80 or above 1e75 leave the range of their products: what comes back
-///         then has no meaning, but it is defined. Allocates.
+/// \return a handful of atoms, 20 at most; none when the centre and the two directions span no plane:
+///         their cross product comes out as 0 or not a number. Rounding can hide that three points lie on
+///         a line; the arc then lies in a plane of rounding's choice. Distances from the centre below
+///         1e-76 or above 1e76 leave the range of their products, and the atoms have no meaning.
+///         Allocates.
 LOOPWISE_API std::vector<ChainAtom> GivePointsOnTheCircle(PointR3 startPoint, PointR3 endPoint,
                                                           PointR3 centre, double radius, int lastId);
 
@@ -421,8 +425,9 @@ LOOPWISE_API int CloseChains_2points(std::vector<std::vector<ChainAtom>>& struct
 /// \param chain  edited in place; an empty one stays empty, with a warning on std::clog
 /// \param scale  above 1 keeps the arc outside of all atoms; not checked
 /// \retval 0  closed, or nothing to close
-/// \retval -1 the centre and the two ends span no plane, as in a straight chain, one of two atoms or
-///            one whose ends coincide; nothing changed
+/// \retval -1 one or two atoms, or the centre and the two ends span no plane for
+///            GivePointsOnTheCircle(): the ends coincide, one lies at the centre, or the chain is straight
+///            and rounding does not hide it; nothing changed
 ///
 /// Allocates.
 LOOPWISE_API int CloseChain_OUT(std::vector<ChainAtom>& chain, double scale);

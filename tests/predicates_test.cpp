@@ -107,7 +107,11 @@ TEST(PlanarSegments, CrossOrTouch) {
     EXPECT_FALSE(TwoSegmentsCrossedSimple(0, 0, 1, 0, 2, 0, 3, 0));
     EXPECT_TRUE(TwoSegmentsCrossedSimple(0, 0, 2, 0, 1, 0, 3, 0));
     EXPECT_FALSE(TwoSegmentsCrossedSimple(0, 0, 1, 1, 0, 2, 2, 1.1));
-    EXPECT_TRUE(TwoSegmentsCrossedSimple(0, 0, 4, 0, 2, -1, 2, 0));
+    const PointR3 a{0, 0, 0}, b{4, 0, 0}, below{2, -1, 0}, on{2, 0, 0}; // each end alone on the other segment
+    for (const auto& [p, q, r, t] :
+         {std::array{a, b, below, on}, {a, b, on, below}, {below, on, a, b}, {on, below, a, b}})
+        EXPECT_TRUE(TwoSegmentsCrossedSimple(p.x, p.y, q.x, q.y, r.x, r.y, t.x, t.y));
+    EXPECT_TRUE(on_segment(3, 5, 1, 2, 1, 2));
     EXPECT_TRUE(on_segment(1, 5, 3, 2, 3, 5));
     EXPECT_FALSE(on_segment(1, 5, 3, 2, 3, 5.0001));
 }
@@ -115,12 +119,22 @@ TEST(PlanarSegments, CrossOrTouch) {
 TEST(LinearAlgebra, IsEvaluatedInAFixedOrder) {
     double a[] = {1e16, 1, -1e16}, one[] = {1, 1, 1};
     EXPECT_EQ(ScalarProduct(a, one), (1e16 + 1) - 1e16);
-    EXPECT_EQ(det_segments(1e16, 0, 1, 1, 1, 0), ((1e16 + 0) + 0) - 1 - 0 - 0);
+    chains::Random random(5);
+    for (int i = 0; i < 200; ++i) {
+        double c[6];
+        for (double& x : c) x = random.between(-9, 9);
+        const auto [x1, y1, x2, y2, x3, y3] = c;
+        EXPECT_EQ(det_segments(x1, y1, x2, y2, x3, y3),
+                  x1 * y2 + y1 * x3 + x2 * y3 - x3 * y2 - x1 * y3 - x2 * y1);
+    }
     double rows[][3] = {{2, 3, 5}, {7, 11, 13}, {17, 19, 23}};
     EXPECT_EQ(Determinant(rows[0], rows[1], rows[2]), -78);
-    double big[][3] = {{1e8, 1, 3}, {1, 1e8, 7}, {5, 1, 1.5}};
-    const double expected =
-        (1.0 * 7 * 5 + (1e8 * 1e8 * 1.5 + 3.0 * 1 * 1)) - ((1e8 * 7 * 1 + 3 * 1e8 * 5) + 1.0 * 1 * 1.5);
+    double big[][3] = {{1e8 + 1, 3, 1e7}, {1e4 + 7, 1e8 + 9, 7e6}, {5e7 + 3, 1e6 + 1, 1.5e8}};
+    const double* const p = big[0];
+    const double* const q = big[1];
+    const double* const r = big[2];
+    const double expected = (p[1] * q[2] * r[0] + (p[0] * q[1] * r[2] + p[2] * q[0] * r[1])) -
+                            ((p[0] * q[2] * r[1] + p[2] * q[1] * r[0]) + p[1] * q[0] * r[2]);
     EXPECT_EQ(Determinant(big[0], big[1], big[2]), expected);
 }
 

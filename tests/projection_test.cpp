@@ -26,6 +26,19 @@ TEST(Projection, UsesTheWholePartsOfTheDirection) {
               1e-6);
 }
 
+TEST(Projection, IsEvaluatedInAFixedOrder) {
+    chains::Random random(9);
+    for (int i = 0; i < 1000; ++i) {
+        const double x = random.between(-99, 99), y = random.between(-99, 99), z = random.between(-99, 99);
+        const double a = 1 + random.below(9), b = -random.below(9), c = random.below(9) - 4,
+                     s = a * a + b * b, t = s + c * c;
+        ASSERT_TRUE(same(ProjectPointF({x, y, z}, {a, b, c}),
+                         {(y * a + (-x) * b) / std::sqrt(s),
+                          (s * z + ((-x) * a * c - c * (b * y))) / std::sqrt(s * t),
+                          (z * c + (x * a + b * y)) / std::sqrt(t)}));
+    }
+}
+
 TEST(Projection, IsARotation) {
     chains::Random random(8);
     for (int i = 0; i < 1000; ++i) {

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 namespace {
 
 std::vector<int> ids(const Chain& chain) {
@@ -40,6 +42,7 @@ TEST(ChainReduction, PrintsOneLineForEveryCall) {
 }
 
 TEST(ChainReduction, KeepsTheEndsOfAnOpenChainAndRepeatsThatOfALoop) {
+    const Chain loop_of_four(five.begin(), five.begin() + 4);
     Chain open = five, loop(five.begin(), five.begin() + 4), stored = chains::with_repeated_end(loop),
           triangle = chains::with_repeated_end({five[0], five[1], five[2]}), one{five[0]}, far_apart = five;
     EXPECT_EQ(quiet_reduce(open, false), 3);
@@ -52,6 +55,13 @@ TEST(ChainReduction, KeepsTheEndsOfAnOpenChainAndRepeatsThatOfALoop) {
     EXPECT_EQ(ids(triangle), (std::vector{1, 2, 3, 1}));
     EXPECT_EQ(quiet_reduce(one, false), 1);
     EXPECT_EQ(ids(one), std::vector{1});
+    Chain nearly = chains::with_repeated_end(loop_of_four), not_quite = nearly;
+    nearly.back().x += std::nextafter(EPS, 0);
+    not_quite.back().x += EPS;
+    EXPECT_EQ(quiet_reduce(nearly, false), 4);
+    EXPECT_EQ(nearly.back().x, 0);
+    EXPECT_EQ(quiet_reduce(not_quite, false), 3);
+    EXPECT_EQ(not_quite.back().x, EPS);
     far_apart.back().id = 1;
     EXPECT_EQ(quiet_reduce(far_apart, false), 3);
     EXPECT_EQ(ids(far_apart), (std::vector{1, 4, 1}));

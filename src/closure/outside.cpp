@@ -6,7 +6,11 @@ using namespace loopwise;
 
 namespace {
 
+/// One or two atoms lie on one line with their centre, which rounding may hide.
+constexpr std::size_t fewest_atoms = 3;
+
 int close_outside(Chain& chain, double radius, int last_id) {
+    if (chain.size() < fewest_atoms) return not_closed;
     return append_arc(chain, GivePointsOnTheCircle(position(chain.back()), position(chain.front()),
                                                    CentreOfChain(chain), radius, last_id));
 }

@@ -18,7 +18,8 @@ void report_refusal(const Chain& chain, int start, int end) {
 
 int CutChain(std::vector<ChainAtom>& chain, int start, int end) {
     if (chain.empty()) return 0;
-    const auto [low, high] = std::minmax<int>(chain.front().id, chain.back().id);
+    const int low = std::min(chain.front().id, chain.back().id);
+    const int high = std::max(chain.front().id, chain.back().id);
     const auto outside_chain = [&](int bound) { return bound < low || bound > high; };
     const auto inside_range = [from = std::min(start, end), to = std::max(start, end)](
                                   const ChainAtom& atom) { return from <= atom.id && atom.id <= to; };

@@ -94,11 +94,11 @@ void Beads::remove_next(Ring& ring, Place before) {
 std::size_t Beads::fill(Piece& piece, const Ring& ring, Place from) const {
     const ChainAtom* const atoms = ring.atoms + (from - ring.first);
     const std::size_t count = std::min(Piece::most, ring.rear_end() - from);
-    const auto [cx, cy, cz] = surroundings_.centre;
+    const PointR3 centre = surroundings_.centre;
     const auto set = [&](std::size_t i, const ChainAtom& atom) {
-        piece.x[i] = static_cast<float>(atom.x - cx);
-        piece.y[i] = static_cast<float>(atom.y - cy);
-        piece.z[i] = static_cast<float>(atom.z - cz);
+        piece.x[i] = static_cast<float>(atom.x - centre.x);
+        piece.y[i] = static_cast<float>(atom.y - centre.y);
+        piece.z[i] = static_cast<float>(atom.z - centre.z);
     };
     for (std::size_t i = 0; i < count; ++i) set(i, atoms[i]);
 

@@ -80,6 +80,7 @@ std::vector<ChainAtom> ChainRead(char* fileName, bool& error) {
 }
 
 std::vector<ChainAtom> ChainRead_fromString(const std::string& text, bool& error) {
+    error = false;
     Reading reading = read_lines(LinesOfText(text));
     if (reading.repeated)
         std::cout << "There were two identical atoms with the index " << reading.repeated_id
