@@ -13,12 +13,14 @@ struct Diagram {
     /// annotation for every place where it passes under another: the position from its start, 0, to its
     /// end, 1, and the other edge's index as the label. z is towards the viewer.
     std::vector<Edge> edges;
+    std::vector<bool> closing; ///< of every edge: whether it is part of the closure
     std::size_t crossings = 0;
 };
 
 Diagram diagram_of(const std::vector<Loop>& loops, int view);
 
-/// The view in which the loops, closed and reduced, have the fewest crossings.
+/// The view with the fewest crossings among those that see the closure from the side; crossings of the
+/// reduced loops, and beads that seem to lie on a stick, count several times.
 int clearest_view(const Specimen& specimen);
 
 #endif

@@ -1,4 +1,5 @@
 // Surveys chains of C-alpha atoms: closes each in many ways, reduces every loop and counts what is left.
+#include "diagram.hpp"
 #include "picture.hpp"
 #include "report.hpp"
 
@@ -21,7 +22,6 @@ constexpr double largest_scale = 1e6;
 constexpr std::size_t default_count = 400;
 constexpr std::size_t largest_count = 100'000'000;
 constexpr unsigned most_threads = 1024;
-constexpr int last_view = 59;
 
 const std::map<std::string, Method> methods = {{"directions", Method::directions},
                                                {"point", Method::point},
@@ -77,8 +77,9 @@ void declare(CLI::App& app, Arguments& into) {
     auto* json = app.add_flag("--json", into.json, "Report as JSON");
     app.add_flag("--csv", into.csv, "Report as CSV, one row for each chain")->excludes(json);
     auto* svg = app.add_option("--svg", into.svg, "Draw the first chain or structure to this file");
-    app.add_option("--view", into.view, "Direction to look along (default: fewest crossings)")
-        ->check(CLI::Range(0, last_view))
+    app.add_option("--view", into.view,
+                   "Direction to look along (default: few crossings, closure from the side)")
+        ->check(CLI::Range(0, views - 1))
         ->needs(svg);
     app.footer(footer);
 }

@@ -8,9 +8,9 @@
 namespace {
 
 // Blue to red through green in OKLCH (B. Ottosson, "A perceptual color space for image processing",
-// 2020): equal steps look equal, and no colour is lost on white paper.
-constexpr double first_hue = 268.0, last_hue = 24.0;
-constexpr double lightness = 0.64, chroma = 0.165;
+// 2020): equal steps look equal, no colour is lost on white paper, and the middle is the lightest.
+constexpr double first_hue = 264.0, last_hue = 25.0;
+constexpr double end_lightness = 0.53, middle_lightness = 0.73, chroma = 0.16;
 
 int to_byte(double linear) {
     const double held = std::clamp(linear, 0.0, 1.0);
@@ -24,6 +24,8 @@ double cube(double value) { return value * value * value; }
 
 std::string colour_along(double place) {
     const double hue = (first_hue + place * (last_hue - first_hue)) * std::numbers::pi / 180.0;
+    const double lightness =
+        end_lightness + (middle_lightness - end_lightness) * std::sin(place * std::numbers::pi);
     const double a = chroma * std::cos(hue), b = chroma * std::sin(hue);
     const double l = cube(lightness + 0.3963377774 * a + 0.2158037573 * b);
     const double m = cube(lightness - 0.1055613458 * a - 0.0638541728 * b);

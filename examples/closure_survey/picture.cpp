@@ -11,12 +11,15 @@
 namespace {
 
 constexpr double page_width = 1400.0, page_height = 800.0;
-constexpr double panel_width = 665.0, panel_height = 590.0, panel_top = 104.0;
+constexpr double panel_width = 665.0, panel_height = 580.0, panel_top = 122.0;
 constexpr double left_panel = 25.0, right_panel = page_width - left_panel - panel_width;
 constexpr double margin = 62.0; // between the chain and its panel, where the closure leads out
-constexpr double legend_top = panel_top + panel_height + 42.0;
+constexpr double legend_top = panel_top + panel_height + 46.0;
 constexpr double halo = 2.6;       // white on both sides of a strand that passes over another
 constexpr double least_sine = 0.3; // strands that cross at smaller angles get no longer gaps
+
+constexpr double closure_width = 2.4;
+constexpr double splinter = 4.0; // a visible part that is shorter only disturbs
 
 constexpr const char* ink = "#222222";
 constexpr const char* grey = "#8a8a8a";
@@ -83,7 +86,7 @@ struct Path {
     std::vector<double> shades; ///< where in the whole chain the atoms are, 0 to 1
     std::vector<std::pair<double, double>> gaps;
 
-    bool closes(std::size_t edge) const { return edge + 1 >= loop.own; }
+    bool closes(std::size_t edge) const { return edge + 1 >= loop.own(); }
     double depth(std::size_t edge) const { return 0.5 * (edges[edge].start.z + edges[edge].end.z); }
 };
 
@@ -105,16 +108,8 @@ Path path_of(const Loop& loop, const std::vector<Edge>& edges, const Camera& cam
     for (std::size_t i = 0; i < edges.size(); ++i)
         path.places.push_back(path.places[i] + std::hypot(path.spots[i + 1].x - path.spots[i].x,
                                                           path.spots[i + 1].y - path.spots[i].y));
-    const double last = static_cast<double>(std::max<std::size_t>(whole.own, 2) - 1);
-    std::size_t at = 0;
-    for (std::size_t i = 0; i < loop.own; ++i, ++at) {
-        const auto is_this = [&](const ChainAtom& atom) {
-            const ChainAtom& wanted = loop.atoms[i];
-            return atom.id == wanted.id && atom.x == wanted.x && atom.y == wanted.y && atom.z == wanted.z;
-        };
-        while (at + 1 < whole.own && !is_this(whole.atoms[at])) ++at;
-        path.shades.push_back(static_cast<double>(at) / last);
-    }
+    const double last = static_cast<double>(std::max<std::size_t>(whole.own(), 2) - 1);
+    for (const std::size_t place : loop.places) path.shades.push_back(static_cast<double>(place) / last);
     return path;
 }
 
@@ -139,19 +134,27 @@ double sine_between(const Edge& a, const Edge& b) {
     return std::abs(ux * vy - uy * vx) / (std::hypot(ux, uy) * std::hypot(vx, vy));
 }
 
-/// Cuts a path wherever it passes under another.
+/// Cuts a path wherever it passes under another. Gaps that leave but a splinter between them merge.
 void find_gaps(Path& path, const Diagram& diagram, double width) {
+    std::vector<std::pair<double, double>> gaps;
     for (std::size_t i = 0; i < path.edges.size(); ++i) {
         const double length = path.places[i + 1] - path.places[i];
         for (const EdgeAnnotation& pass : path.edges[i].annotations) {
-            const Edge& over = diagram.edges[static_cast<std::size_t>(pass.label)];
+            const auto over = static_cast<std::size_t>(pass.label);
+            const double needed = 0.5 * (diagram.closing[over] ? closure_width : width) + halo;
             const double half =
-                (0.5 * width + halo) / std::max(least_sine, sine_between(path.edges[i], over));
+                needed / std::max(least_sine, sine_between(path.edges[i], diagram.edges[over]));
             const double at = path.places[i] + pass.position * length;
-            path.gaps.emplace_back(at - half, at + half);
+            gaps.emplace_back(at - half, at + half);
         }
     }
-    std::sort(path.gaps.begin(), path.gaps.end());
+    std::sort(gaps.begin(), gaps.end());
+    for (const auto& gap : gaps) {
+        if (path.gaps.empty() || gap.first > path.gaps.back().second + splinter)
+            path.gaps.push_back(gap);
+        else
+            path.gaps.back().second = std::max(path.gaps.back().second, gap.second);
+    }
 }
 
 /// The parts of the stretch between two places that no gap covers.
@@ -196,7 +199,7 @@ std::string gradient(const Path& path, std::size_t edge, const std::string& id) 
 /// The strands of the chain itself, and a disc at every atom: a round join, or a bead.
 void draw_chain(std::vector<Piece>& pieces, const Path& path, const Style& style) {
     const std::string width = "stroke-width=\"" + number(style.width) + "\"";
-    for (std::size_t i = 0; i + 1 < path.loop.own; ++i) {
+    for (std::size_t i = 0; i + 1 < path.loop.own(); ++i) {
         std::string svg, stroke = colour_along(0.5 * (path.shades[i] + path.shades[i + 1]));
         if (style.gradual) {
             const std::string id = "s" + std::to_string(path.edges[i].tag) + "-" + std::to_string(i);
@@ -207,11 +210,16 @@ void draw_chain(std::vector<Piece>& pieces, const Path& path, const Style& style
             svg += line(spot_at(path, i, from), spot_at(path, i, to), "stroke=\"" + stroke + "\" " + width);
         pieces.push_back({path.depth(i), svg});
     }
-    for (std::size_t i = 0; i < path.loop.own; ++i) {
+    for (std::size_t i = 0; i < path.loop.own(); ++i) {
         const std::string fill = "fill=\"" + colour_along(path.shades[i]) + "\"";
         if (is_visible(path, path.places[i]))
             pieces.push_back({path.edges[i].start.z, disc(path.spots[i], 0.5 * style.width, fill)});
     }
+}
+
+std::string dashed() {
+    return "stroke=\"" + std::string(grey) + "\" stroke-width=\"" + number(closure_width) +
+           "\" stroke-dasharray=\"7 5\"";
 }
 
 std::string closure_of(const Path& path) {
@@ -221,8 +229,7 @@ std::string closure_of(const Path& path) {
         for (const auto& [from, to] : visible(path, path.places[i], path.places[i + 1]))
             svg += line(spot_at(path, i, from), spot_at(path, i, to), "");
     }
-    return "<g stroke=\"" + std::string(grey) + "\" stroke-width=\"2.4\" stroke-dasharray=\"7 5\" " +
-           "mask=\"url(#fade)\">\n" + svg + "</g>\n";
+    return "<g " + dashed() + " mask=\"url(#fade)\">\n" + svg + "</g>\n";
 }
 
 std::string strands(const Diagram& diagram, std::vector<Path>& paths, const Style& style) {
@@ -252,10 +259,10 @@ std::string ends(const std::vector<Path>& paths, const Result& result) {
     Labels labels = labels_around(paths);
     std::string svg;
     for (const Path& path : paths) {
-        if (path.loop.own == 0) continue;
+        if (path.loop.own() == 0) continue;
         const auto component = static_cast<std::size_t>(path.edges.front().tag);
         const std::string chain = paths.size() > 1 ? result.components[component].name + ":" : "";
-        for (const auto& [atom, name] : {std::pair{std::size_t{0}, "N "}, {path.loop.own - 1, "C "}}) {
+        for (const auto& [atom, name] : {std::pair{std::size_t{0}, "N "}, {path.loop.own() - 1, "C "}}) {
             const std::string colour = colour_along(path.shades[atom]);
             svg += disc(path.spots[atom], radius,
                         "fill=\"" + colour + "\" stroke=\"#ffffff\" stroke-width=\"2\"");
@@ -274,7 +281,7 @@ std::string beads(const std::vector<Path>& paths) {
     std::string svg;
     for (const Path& path : paths)
         for (std::size_t i = 0; i < path.loop.atoms.size(); ++i) {
-            const bool own = i < path.loop.own;
+            const bool own = i < path.loop.own();
             const Spot spot = path.spots[i];
             if (spot.x < 0.0 || spot.y < 0.0 || spot.x > panel_width || spot.y > panel_height) continue;
             svg += disc(spot, radius,
@@ -292,7 +299,7 @@ std::string shadow(const std::vector<Path>& paths) {
     for (const Path& path : paths) {
         svg += "<polyline fill=\"none\" stroke=\"" + std::string(ghost) +
                "\" stroke-width=\"2.5\" stroke-linejoin=\"round\" points=\"";
-        for (std::size_t i = 0; i < path.loop.own; ++i)
+        for (std::size_t i = 0; i < path.loop.own(); ++i)
             svg += number(path.spots[i].x) + "," + number(path.spots[i].y) + " ";
         svg += "\"/>\n";
     }
@@ -313,9 +320,9 @@ std::string counted(std::size_t count, const std::string& what) {
 }
 
 std::string title(const Result& result) {
-    const std::string file = std::filesystem::path(result.file).filename().string();
+    const std::string file = std::filesystem::path(result.file).stem().string();
     const std::string chains = result.whole.name.empty() ? "" : ", chain " + result.whole.name;
-    return words({0.5 * page_width, 36.0}, file + chains + ": " + counted(result.whole.beads, "residue"),
+    return words({0.5 * page_width, 38.0}, file + chains + ": " + counted(result.whole.beads, "residue"),
                  "text-anchor=\"middle\" font-size=\"26\" font-weight=\"bold\" fill=\"" + std::string(ink) +
                      "\"");
 }
@@ -324,7 +331,7 @@ std::string subtitle(const Result& result, const Plan& plan, int view) {
     const Specimen& shown = *result.typical();
     const std::size_t held = result.counted() - result.whole.bare;
     const bool bare = &shown == (result.first_bare ? &*result.first_bare : nullptr);
-    return words({0.5 * page_width, 64.0},
+    return words({0.5 * page_width, 67.0},
                  std::to_string(held) + " of " + counted(result.counted(), "closure") + " (" +
                      name_of(plan.method) + ") leave more than three beads; shown: closure " +
                      std::to_string(shown.closure) +
@@ -349,7 +356,7 @@ std::string colour_bar(const std::vector<Loop>& loops) {
     svg += words({left - 40.0, legend_top - 2.0}, "residue", small);
     const Loop& loop = loops.front();
     for (int i = 0; loops.size() == 1 && i <= ticks; ++i) {
-        const std::size_t atom = (loop.own - 1) * static_cast<std::size_t>(i) / ticks;
+        const std::size_t atom = (loop.own() - 1) * static_cast<std::size_t>(i) / ticks;
         svg +=
             words({left + width * i / ticks, legend_top + 18.0}, std::to_string(loop.atoms[atom].id), small);
     }
@@ -362,13 +369,12 @@ std::string colour_bar(const std::vector<Loop>& loops) {
 std::string keys() {
     const double y = legend_top - 7.0;
     const std::string text = "font-size=\"15\" fill=\"#444444\"";
-    return line({720.0, y}, {776.0, y},
-                "stroke=\"" + std::string(grey) + "\" stroke-width=\"2.4\" stroke-dasharray=\"7 5\"") +
-           words({786.0, y + 5.0}, "closure, leads out of the frame", text) +
-           line({1040.0, y}, {1090.0, y}, "stroke=\"" + std::string(ghost) + "\" stroke-width=\"2.5\"") +
-           words({1100.0, y + 5.0}, "chain as given", text) +
-           disc({1236.0, y}, 8.0, "fill=\"" + colour_along(0.4) + "\"") +
-           words({1252.0, y + 5.0}, "bead that is left", text);
+    const std::string pale = "stroke=\"" + std::string(ghost) + "\" stroke-width=\"3\"";
+    return line({730.0, y}, {786.0, y}, dashed()) +
+           words({796.0, y + 5.0}, "closure, outside of the chain", text) +
+           line({1040.0, y}, {1090.0, y}, pale) + words({1100.0, y + 5.0}, "before", text) +
+           disc({1186.0, y}, 8.0, "fill=\"" + colour_along(0.4) + "\"") +
+           words({1202.0, y + 5.0}, "bead left, its residue", text);
 }
 
 std::string head() {
@@ -390,7 +396,7 @@ std::vector<PointR3> open_points(const Diagram& diagram, const std::vector<Loop>
     std::vector<std::size_t> seen(loops.size(), 0);
     for (const Edge& edge : diagram.edges) {
         const auto loop = static_cast<std::size_t>(edge.tag);
-        if (seen[loop]++ < loops[loop].own) points.push_back(edge.start);
+        if (seen[loop]++ < loops[loop].own()) points.push_back(edge.start);
     }
     return points;
 }

@@ -26,7 +26,7 @@ std::string ids_of(const Loop& loop) {
     for (std::size_t i = 0; i < loop.atoms.size(); ++i) {
         if (i > 0) ids += ' ';
         ids += std::to_string(loop.atoms[i].id);
-        if (i >= loop.own) ids += '*';
+        if (i >= loop.own()) ids += '*';
     }
     return ids;
 }
@@ -104,7 +104,7 @@ Json json_of(const std::optional<ComponentTally::Core>& core) {
     if (!core) return nullptr;
     Json atoms = Json::array();
     for (std::size_t i = 0; i < core->loop.atoms.size(); ++i)
-        atoms.push_back({{"id", core->loop.atoms[i].id}, {"appended", i >= core->loop.own}});
+        atoms.push_back({{"id", core->loop.atoms[i].id}, {"appended", i >= core->loop.own()}});
     return {{"beads", core->loop.atoms.size()}, {"closure", core->closure}, {"atoms", atoms}};
 }
 

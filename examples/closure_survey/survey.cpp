@@ -4,6 +4,7 @@
 #include <atomic>
 #include <cstdlib>
 #include <future>
+#include <numeric>
 
 namespace {
 
@@ -92,15 +93,16 @@ std::vector<Outcome> outcomes(const Structure& open, const Plan& plan, std::size
     return batch;
 }
 
-/// How many atoms of a reduced loop are among the first `own` of the loop: the rest closes the chain.
-std::size_t own_atoms(const Chain& reduced, const Chain& loop, std::size_t own) {
-    const auto same = [](const ChainAtom& a, const ChainAtom& b) {
-        return a.id == b.id && a.x == b.x && a.y == b.y && a.z == b.z;
-    };
-    std::size_t found = 0;
-    for (std::size_t i = 0; i < own && found < reduced.size(); ++i)
-        if (same(loop[i], reduced[found])) ++found;
-    return found;
+bool same(const ChainAtom& a, const ChainAtom& b) {
+    return a.id == b.id && a.x == b.x && a.y == b.y && a.z == b.z;
+}
+
+/// A loop after its reduction, which kept the order and the records of its atoms.
+Loop find_places(Chain reduced, const Chain& loop, std::size_t own) {
+    std::vector<std::size_t> places;
+    for (std::size_t i = 0; i < own && places.size() < reduced.size(); ++i)
+        if (same(loop[i], reduced[places.size()])) places.push_back(i);
+    return {std::move(reduced), std::move(places)};
 }
 
 void count(ComponentTally& tally, const Loop& reduced, std::size_t closure) {
@@ -121,10 +123,11 @@ std::size_t total(const std::vector<Loop>& loops) {
 Specimen specimen_of(Outcome& outcome, const Result& result, std::size_t closure) {
     Specimen specimen{closure, {}, {}};
     for (std::size_t i = 0; i < outcome.loops.size(); ++i) {
+        Chain& loop = outcome.loops[i];
         const std::size_t own = result.components[i].beads;
-        const std::size_t kept = own_atoms(outcome.reduced[i], outcome.loops[i], own);
-        specimen.closed.push_back({std::move(outcome.loops[i]), own});
-        specimen.reduced.push_back({std::move(outcome.reduced[i]), kept});
+        specimen.reduced.push_back(find_places(std::move(outcome.reduced[i]), loop, own));
+        specimen.closed.push_back({std::move(loop), std::vector<std::size_t>(own)});
+        std::iota(specimen.closed.back().places.begin(), specimen.closed.back().places.end(), 0U);
     }
     return specimen;
 }

@@ -38,9 +38,12 @@ struct Molecule {
     std::vector<NamedChain> chains;
 };
 
+/// A closed chain, reduced or not: the chain's own atoms come first, then those that close it.
 struct Loop {
     Chain atoms;
-    std::size_t own = 0; ///< so many atoms at the front are the chain's, the others close it
+    std::vector<std::size_t> places; ///< of the own atoms: their positions in the whole chain
+
+    std::size_t own() const { return places.size(); }
 };
 
 /// What one closure came to.
