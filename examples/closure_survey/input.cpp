@@ -74,8 +74,14 @@ Chain c_alphas(const gemmi::Chain& from) {
     return chain;
 }
 
-std::vector<NamedChain> read_coordinates(const std::string& path, gemmi::CoorFormat format) {
-    gemmi::Structure structure = gemmi::read_structure(gemmi::MaybeGzipped(path), format);
+gemmi::Structure read_mmcif(const std::string& path) {
+    const gemmi::cif::Document document = gemmi::cif::read(gemmi::MaybeGzipped(path));
+    if (document.blocks.empty()) refuse("holds no data block");
+    return gemmi::make_structure(document);
+}
+
+std::vector<NamedChain> read_coordinates(const std::string& path, bool pdb) {
+    gemmi::Structure structure = pdb ? gemmi::read_pdb(gemmi::MaybeGzipped(path)) : read_mmcif(path);
     structure.merge_chain_parts();
     std::vector<NamedChain> chains;
     if (structure.models.empty()) refuse("holds no model");
@@ -104,7 +110,7 @@ std::vector<NamedChain> read_chains(const std::string& path) {
     const bool pdb = has_extension(path, {".pdb", ".ent"});
     if (!pdb && !has_extension(path, {".cif", ".mmcif"})) return read_text(path);
 #ifdef CLOSURE_SURVEY_GEMMI
-    return read_coordinates(path, pdb ? gemmi::CoorFormat::Pdb : gemmi::CoorFormat::Mmcif);
+    return read_coordinates(path, pdb);
 #else
     refuse("PDB and mmCIF cannot be read: closure_survey was built without gemmi");
 #endif

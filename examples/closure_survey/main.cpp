@@ -61,25 +61,30 @@ struct Arguments {
 
 void declare(CLI::App& app, Arguments& into) {
     app.set_version_flag("--version", "closure_survey " CLOSURE_SURVEY_VERSION);
-    app.add_option("FILE", into.files, readable_formats())->required();
-    app.add_option("--method", into.method, "How to close, see below")->check(CLI::IsMember(&methods));
+    app.add_option("FILE", into.files, readable_formats())->required()->option_text("...");
+    app.add_option("--method", into.method, "How to close, see below")
+        ->check(CLI::IsMember(&methods))
+        ->option_text("METHOD");
     app.add_option("--count", into.count, "Closures of a random method (default 400)")
-        ->check(CLI::Range(std::size_t{1}, largest_count));
-    app.add_option("--scale", into.scale, "How far out (default 10 for point, 2 for arcs)");
-    app.add_option("--seed", into.seed, "Seed of a random method (default: from the clock, reported)");
-    app.add_option("--chain", into.chain, "Only the chain of this name");
-    app.add_option("--first", into.first, "Cut every chain: first residue");
-    app.add_option("--last", into.last, "Cut every chain: last residue");
+        ->check(CLI::Range(std::size_t{1}, largest_count))
+        ->option_text("N");
+    app.add_option("--scale", into.scale, "How far out (default 10 for point, 2 for arcs)")->option_text("X");
+    app.add_option("--seed", into.seed, "Seed of a random method (default: from the clock, reported)")
+        ->option_text("N");
+    app.add_option("--chain", into.chain, "Only the chain of this name")->option_text("NAME");
+    app.add_option("--first", into.first, "Cut every chain: first residue")->option_text("ID");
+    app.add_option("--last", into.last, "Cut every chain: last residue")->option_text("ID");
     app.add_flag("--structure", into.structure, "Close and reduce all chains of a file together");
-    app.add_option("--threads", into.threads, "Threads; the output is the same for any number")
+    app.add_option("--threads", into.threads, "Threads (default: all); the output is the same for any number")
         ->check(CLI::Range(1U, most_threads))
-        ->capture_default_str();
+        ->option_text("N");
     auto* json = app.add_flag("--json", into.json, "Report as JSON");
     app.add_flag("--csv", into.csv, "Report as CSV, one row for each chain")->excludes(json);
-    auto* svg = app.add_option("--svg", into.svg, "Draw the first chain or structure to this file");
-    app.add_option("--view", into.view,
-                   "Direction to look along (default: few crossings, closure from the side)")
+    auto* svg = app.add_option("--svg", into.svg, "Draw the first chain or structure to this file")
+                    ->option_text("FILE");
+    app.add_option("--view", into.view, "Look along this direction (default: a clear one)")
         ->check(CLI::Range(0, views - 1))
+        ->option_text("0..59")
         ->needs(svg);
     app.footer(footer);
 }
@@ -166,7 +171,11 @@ class Run {
         } catch (const std::exception& failure) {
             good_ = false;
             progress_.clear();
-            std::cerr << "closure_survey: " << what << ": " << failure.what() << '\n';
+            // Some parsers start with the name of the file or use several lines.
+            std::string reason = failure.what();
+            std::replace(reason.begin(), reason.end(), '\n', ' ');
+            std::cerr << "closure_survey: " << (reason.starts_with(what) ? "" : what + ": ") << reason
+                      << '\n';
         }
     }
 
