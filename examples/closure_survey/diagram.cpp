@@ -7,7 +7,8 @@
 
 namespace {
 
-/// A crossing or a tight place of the few sticks that are left spoils a picture more than one of the whole chain.
+/// A crossing or a tight place of the few sticks that are left spoils a picture more than a crossing of
+/// the whole chain.
 constexpr std::size_t core_weight = 10;
 /// The part of the way out to the closing atoms that must lie in the picture plane.
 constexpr double least_in_plane = 0.7;
