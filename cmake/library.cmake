@@ -10,16 +10,23 @@ add_library(loopwise_objects OBJECT
   src/closure/two_points.cpp
   src/model/comparisons.cpp
   src/model/cut.cpp
+  src/model/diameter.cpp
+  src/model/distances.cpp
   src/model/identifiers.cpp
   src/model/measures.cpp
   src/model/points.cpp
+  src/reduce/beads.cpp
   src/reduce/chain_reduction.cpp
+  src/reduce/clearing.cpp
+  src/reduce/clearing_kernels.cpp
   src/reduce/elimination.cpp
   src/reduce/intersection.cpp
   src/reduce/planar.cpp
   src/reduce/projection.cpp
   src/reduce/structure_reduction.cpp
   src/textio/break_check.cpp
+  src/textio/number_fields.cpp
+  src/textio/number_text.cpp
   src/textio/reader.cpp
   src/textio/writer.cpp)
 target_compile_features(loopwise_objects PUBLIC cxx_std_20)

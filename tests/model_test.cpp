@@ -1,5 +1,7 @@
+#include "model/diameter.hpp"
 #include "support/capture.hpp"
 #include "support/chains.hpp"
+#include "support/literal.hpp"
 
 #include <gtest/gtest.h>
 
@@ -69,6 +71,38 @@ TEST(Measures, PassOverDistancesThatAreNotNumbers) {
 TEST(Measures, SumInChainOrderAndDivideOnce) {
     const Chain chain{{1e16, 0, 0, 1}, {1, 0, 0, 2}, {1, 0, 0, 3}};
     EXPECT_EQ(CentreOfChain(chain).x, ((1e16 + 1) + 1) / 3);
+}
+
+TEST(Measures, DiametersEqualThePlainOnes) {
+    chains::Random random(21);
+    const auto expect_equal = [](const Structure& structure) {
+        const double plain = literal::diameter(structure), ours = DiameterOfStructure(structure);
+        ASSERT_EQ(ours, plain) << chains::text(structure[0]);
+    };
+    for (const chains::Kind kind : chains::all_kinds)
+        for (int i = 0; i < 60; ++i)
+            expect_equal({chains::make(kind, 1 + random.below(90), random),
+                          {},
+                          chains::make(kind, random.below(30), random)});
+    expect_equal({chains::on_sphere(2500, random)}); // more candidates than fit one block
+    expect_equal({{{1e-155, 0, 0, 1}, {0, 1.3e-155, 0, 2}, {2e-155, 1e-155, 0, 3}, {0, 2e-155, 1e-155, 4}}});
+}
+
+TEST(Measures, EveryInstructionSetFindsTheFarthest) {
+    chains::Random random(22);
+    for (const chains::Kind kind : chains::all_kinds) {
+        std::vector<double> x, y, z;
+        for (const ChainAtom& atom : chains::make(kind, 64, random))
+            x.push_back(atom.x), y.push_back(atom.y), z.push_back(atom.z);
+        for (std::size_t count = 0; count <= 64; count += loopwise::distance_lanes)
+            for (const auto& version : loopwise::distance_versions()) {
+                const loopwise::Positions positions{x.data(), y.data(), z.data(), count};
+                const double known = count == 64 ? 3.0 : 0.0;
+                EXPECT_EQ(version.farthest_square(positions, {1, 2, 3}, known),
+                          loopwise::distance_versions()[0].farthest_square(positions, {1, 2, 3}, known))
+                    << version.name;
+            }
+    }
 }
 
 std::vector<int> cut(std::initializer_list<int> ids, int start, int end, const std::string& refused = "") {

@@ -1,3 +1,4 @@
+#include "reduce/elimination.hpp"
 #include "support/capture.hpp"
 #include "support/chains.hpp"
 #include "support/literal.hpp"
@@ -64,6 +65,29 @@ TEST(ChainReduction, EqualsTheLiteralProcedure) {
             expect_literal(chain, false);
             expect_literal(chain, true);
             if (i % 3 == 0) expect_literal(chains::with_repeated_end(chain), false);
+        }
+}
+
+/// Whatever the processor, and however much of the chain has no room in the workspace.
+TEST(Elimination, IsTheSameForEveryInstructionSetAndWorkspace) {
+    chains::Random random(12);
+    for (const chains::Kind kind : chains::all_kinds)
+        for (int i = 0; i < 12; ++i) {
+            const Chain chain = chains::make(kind, i < 8 ? 10 + random.below(250) : 300, random);
+            const bool closed = i % 2 == 0;
+            Chain expected = chain;
+            literal::reduce(expected, closed);
+            for (const loopwise::InstructionSet& set : loopwise::instruction_sets())
+                for (const std::size_t slots : {64U, 128U, 512U}) {
+                    Chain reduced = chain;
+                    loopwise::Ring ring{reduced.data(), reduced.size(), closed};
+                    loopwise::HeapWorkspace workspace(slots);
+                    loopwise::eliminate({&ring, 1}, workspace.get(), set.find_doubts);
+                    reduced.resize(ring.count);
+                    ASSERT_TRUE(chains::same_bits(reduced, expected))
+                        << set.name << ", " << slots << " slots, closed: " << closed << ", "
+                        << chains::text(chain);
+                }
         }
 }
 

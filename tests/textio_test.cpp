@@ -1,5 +1,6 @@
 #include "support/capture.hpp"
 #include "support/chains.hpp"
+#include "support/literal.hpp"
 
 #include <gtest/gtest.h>
 
@@ -147,16 +148,51 @@ TEST(Writer, ReplacesTheFileOrStaysSilent) {
     EXPECT_TRUE(printed.silent());
 }
 
-TEST(Writer, WritesWhatTheReaderTakes) {
-    chains::Random random(11);
-    for (int i = 0; i < 50; ++i) {
-        const std::string text =
-            ChainWrite_toString(chains::make(chains::Kind::mixed_scales, 40, random), true);
-        bool error = true;
-        const Chain read = ChainRead_fromString(text, error);
-        EXPECT_FALSE(error);
-        EXPECT_EQ(ChainWrite_toString(read, true), text);
+TEST(Writer, EqualsTheStreamsForNumbersOfAllSizes) {
+    chains::Random random(13);
+    Chain chain;
+    for (int i = 0; i < 60000; ++i) {
+        double c[3];
+        for (double& x : c) {
+            x = random.between(-1, 1) * std::pow(10.0, random.below(14) - 4);
+            if (i % 3 == 0) x = std::round(x * 1e3) / 1e3;
+            if (i % 5 == 0)
+                x = std::nextafter((std::round(x * 10) + 0.5) / std::pow(10.0, random.below(6)),
+                                   random.below(3) - 1); // ties
+        }
+        chain.push_back({c[0], c[1], c[2], i % 2 == 0 ? i : -random.below(2147483647)});
     }
+    EXPECT_EQ(ChainWrite_toString(chain, true), literal::write(chain, true));
+    EXPECT_EQ(ChainWrite_toString(chain, false), literal::write(chain, false));
+    for (const chains::Kind kind : chains::all_kinds) {
+        const Chain nasty = chains::make(kind, 200, random);
+        EXPECT_EQ(ChainWrite_toString(nasty, true), literal::write(nasty, true));
+    }
+}
+
+TEST(Reader, EqualsTheStreamsOnBrokenText) {
+    chains::Random random(14);
+    const std::string pieces[] = {
+        "1",     "27",  "-3.5",  "1e3",    "2.5e-2",     "+4",    ".5",    "-",   "1.",
+        "0x1p3", "nan", "1e999", "7e-400", "9999999999", "abc",   "1.5.2", "3,4", "\t",
+        "\r",    "\v",  "\n",    "\n\n",   "\0",         "00012", "1e",    "-0",  "4.1234567890123456789"};
+    int read_well = 0;
+    for (int i = 0; i < 30000; ++i) {
+        std::string text;
+        for (int line = random.below(5) + 1; line-- > 0; text += '\n') {
+            for (int field = 4; field-- > 0; text += ' ')
+                text += random.below(8) != 0 ? std::to_string(random.below(100))
+                                             : pieces[random.below(std::size(pieces))];
+            if (random.below(9) == 0) text += pieces[random.below(std::size(pieces))];
+        }
+        bool ours = false, theirs = false;
+        const Capture printed;
+        const Chain expected = literal::read(text, theirs);
+        ASSERT_TRUE(chains::same_bits(ChainRead_fromString(text, ours), expected)) << text;
+        ASSERT_EQ(ours, theirs) << text;
+        read_well += !expected.empty();
+    }
+    EXPECT_GT(read_well, 10000);
 }
 
 TEST(TextLocale, IsTheGlobalOneAtTheTimeOfTheCall) {

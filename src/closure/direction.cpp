@@ -1,10 +1,12 @@
 // Closing by moving both ends out in one direction.
 #include "closure/closing.hpp"
 #include "closure/point_tables.hpp"
+#include "model/diameter.hpp"
 #include "model/points.hpp"
 
 #include <cstdlib>
 #include <iostream>
+#include <span>
 
 using namespace loopwise;
 
@@ -55,13 +57,16 @@ int CloseChains_1direction(std::vector<std::vector<ChainAtom>>& structure) {
     if (refuse_empty(structure)) return closed;
     if (structure.size() > uniform_rows) return not_closed;
     UnusedRows rows;
+    Diameter diameter(structure);
     for (Chain& component : structure) {
         const auto row = static_cast<std::size_t>(rows.draw(uniform_rows));
-        // Anew for every component: the atoms that earlier ones got count.
-        const double distance = diameters * DiameterOfStructure(structure);
-        if (append_shifted_ends(component, uniform[row], distance)) continue;
-        std::cerr << "Problem in CloseChains_1direction(). Chain is closed with direct line.\n";
-        return not_closed;
+        // The atoms that earlier components got count.
+        if (!append_shifted_ends(component, uniform[row], diameters * diameter.value())) {
+            std::cerr << "Problem in CloseChains_1direction(). Chain is closed with direct line.\n";
+            return not_closed;
+        }
+        for (const ChainAtom& atom : std::span(component).last(2))
+            diameter.include(position(atom), structure);
     }
     return closed;
 }

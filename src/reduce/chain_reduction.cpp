@@ -7,7 +7,8 @@ int ChainReduce(std::vector<ChainAtom>& chain, bool closed) {
                  "ChainsReduce?, EPS="
               << EPS << std::endl;
     const bool repeated = loopwise::has_repeated_end(chain);
-    loopwise::Component component = loopwise::without_repeated_end(chain, closed || repeated);
-    loopwise::eliminate({&component, 1});
-    return static_cast<int>(loopwise::finish(chain, component, repeated));
+    loopwise::Ring ring = loopwise::without_repeated_end(chain, closed || repeated);
+    loopwise::StackWorkspace workspace;
+    loopwise::eliminate({&ring, 1}, workspace.get());
+    return static_cast<int>(loopwise::finish(chain, ring, repeated));
 }

@@ -12,6 +12,13 @@ double determinant(double a0, double a1, double a2, double b0, double b1, double
     return (a1 * b2 * c0 + (a0 * b1 * c2 + a2 * b0 * c1)) - ((a0 * b2 * c1 + a2 * b1 * c0) + a1 * b0 * c2);
 }
 
+/// Every row of classify() holds t and u to their range but for a tolerance. The margin is wider than
+/// that, so that leaving early never decides a case which rounding could turn.
+bool far_outside(double x) {
+    constexpr double margin = 10 * EPS;
+    return !(x > -margin && x < 1 + margin);
+}
+
 /// Where the line of a segment meets the plane of a triangle: t runs from 0 at S0 to 1 at S1, u and v
 /// along the edges T0T1 and T0T2.
 Contact classify(double t, double u, double v) {
@@ -42,8 +49,10 @@ Contact contact(const Triangle& triangle, const Segment& segment) {
     const PointR3 r = segment.s0 - triangle.t0;
     const double t = (b.y * c.z - c.y * b.z) / d * r.x + (c.x * b.z - b.x * c.z) / d * r.y +
                      (b.x * c.y - c.x * b.y) / d * r.z;
+    if (far_outside(t)) return Contact::none;
     const double u = (c.y * a.z - a.y * c.z) / d * r.x + (a.x * c.z - c.x * a.z) / d * r.y +
                      (c.x * a.y - a.x * c.y) / d * r.z;
+    if (far_outside(u)) return Contact::none;
     const double v = (a.y * b.z - b.y * a.z) / d * r.x + (b.x * a.z - a.x * b.z) / d * r.y +
                      (a.x * b.y - b.x * a.y) / d * r.z;
     return classify(t, u, v);

@@ -1,22 +1,48 @@
 // The two chain readers: one procedure over lines, two sources.
 #include "model/points.hpp"
+#include "textio/number_fields.hpp"
 
 #include <fstream>
 #include <iostream>
-#include <sstream>
+#include <locale>
+#include <string_view>
+
+using namespace loopwise;
 
 namespace {
 
 /// What the first line is compared with, and what it keeps for the fields that it lacks.
 constexpr ChainAtom before_first_line{1.412341234, 3.432312, 0.65436, 0};
 
-/// The fields of a line replace those of the atom; extraction stops at the first that does not read.
-void read_fields(const std::string& line, ChainAtom& atom) {
-    std::istringstream fields(line);
-    fields >> atom.id >> atom.x >> atom.y >> atom.z;
-}
+class LinesOfFile {
+  public:
+    explicit LinesOfFile(std::istream& file) : file_(file) {}
+    bool next(std::string_view& line) {
+        if (!std::getline(file_, line_)) return false;
+        line = line_;
+        return true;
+    }
+    static constexpr bool skips_empty = true;
 
-enum class EmptyLines { skipped, read };
+  private:
+    std::istream& file_;
+    std::string line_;
+};
+
+class LinesOfText {
+  public:
+    explicit LinesOfText(std::string_view text) : left_(text) {}
+    bool next(std::string_view& line) {
+        if (left_.empty()) return false;
+        line = left_.substr(0, left_.find('\n'));
+        left_.remove_prefix(std::min(line.size() + 1, left_.size()));
+        return true;
+    }
+    static constexpr bool skips_empty = false;
+
+  private:
+    std::string_view left_;
+};
 
 struct Reading {
     Chain chain;
@@ -24,15 +50,15 @@ struct Reading {
     int repeated_id = 0;
 };
 
-Reading read_lines(std::istream& text, EmptyLines empty_lines) {
+template <class Lines> Reading read_lines(Lines lines) {
     Reading result;
     ChainAtom current = before_first_line;
-    for (std::string line; std::getline(text, line);) {
+    const bool classic = std::locale() == std::locale::classic();
+    for (std::string_view line; lines.next(line);) {
+        if (line.empty() && Lines::skips_empty) continue;
         const ChainAtom previous = current;
-        read_fields(line, current);
-        if (line.empty() && empty_lines == EmptyLines::skipped) continue;
-        if (loopwise::distance(loopwise::position(current), loopwise::position(previous)) == 0.0)
-            return {{}, true, current.id};
+        if (!classic || !read_plain_fields(line, current)) read_fields(line, current);
+        if (distance(position(current), position(previous)) == 0.0) return {{}, true, current.id};
         result.chain.push_back(current);
     }
     return result;
@@ -46,7 +72,7 @@ std::vector<ChainAtom> ChainRead(char* fileName, bool& error) {
     std::ifstream file(fileName);
     if (!file.is_open()) return {};
     error = false;
-    Reading reading = read_lines(file, EmptyLines::skipped);
+    Reading reading = read_lines(LinesOfFile(file));
     if (reading.repeated)
         std::cout << "There were two identical atoms with the index " << reading.repeated_id
                   << " in the file " << fileName << ". Program is done becouse of that.\n";
@@ -54,8 +80,7 @@ std::vector<ChainAtom> ChainRead(char* fileName, bool& error) {
 }
 
 std::vector<ChainAtom> ChainRead_fromString(const std::string& text, bool& error) {
-    std::istringstream stream(text);
-    Reading reading = read_lines(stream, EmptyLines::read);
+    Reading reading = read_lines(LinesOfText(text));
     if (reading.repeated)
         std::cout << "There were two identical atoms with the index " << reading.repeated_id
                   << " in the structure. Program is done because of that.\n";

@@ -1,52 +1,65 @@
 // The plain and the PDB layout of a chain.
 #include "libloopwise.h"
+#include "textio/number_text.hpp"
 
-#include <algorithm>
 #include <fstream>
-#include <sstream>
 
 namespace {
 
-/// The text of a number under the global locale, from a fresh stream with default settings.
-template <class Number> std::string stream_text(Number number) {
-    std::ostringstream stream;
-    stream << number;
-    return stream.str();
+/// A usual length of a line, for the first guess at the length of the text.
+constexpr std::size_t usual_plain_line = 32;
+constexpr std::size_t pdb_line = 69;
+
+/// Appends the text with blanks before it up to the width of its column; a longer text is never cut.
+void append_right_justified(std::string& to, std::string_view text, std::size_t width) {
+    if (text.size() < width) to.append(width - text.size(), ' ');
+    to += text;
 }
 
-/// The text with blanks before it up to the width of its column; a longer text is never cut.
-std::string right_justified(const std::string& text, std::size_t width) {
-    return std::string(width - std::min(width, text.size()), ' ') + text;
-}
+class Writer {
+  public:
+    std::string plain(const Chain& chain) {
+        text_.reserve(chain.size() * usual_plain_line);
+        for (const ChainAtom& atom : chain) {
+            text_ += number_.of(atom.id);
+            for (const double coordinate : {atom.x, atom.y, atom.z}) (text_ += ' ') += number_.of(coordinate);
+            text_ += '\n';
+        }
+        return std::move(text_);
+    }
 
-/// A coordinate of a PDB line is cut, not rounded, so that its column begins with a blank.
-std::string pdb_coordinate(double coordinate) {
-    constexpr std::size_t longest = 7;
-    constexpr std::size_t column = 8;
-    return right_justified(stream_text(coordinate).substr(0, longest), column);
-}
+    std::string pdb(const Chain& chain) {
+        constexpr std::size_t serial_column = 5;
+        constexpr std::size_t residue_column = 4;
+        text_.reserve(chain.size() * pdb_line);
+        for (const ChainAtom& atom : chain) {
+            text_ += "ATOM  ";
+            append_right_justified(text_, number_.of(atom.id), serial_column);
+            text_ += "  CA  XXX A";
+            append_right_justified(text_, number_.of(atom.id), residue_column);
+            text_ += "    ";
+            for (const double coordinate : {atom.x, atom.y, atom.z}) append_pdb_coordinate(coordinate);
+            text_ += "  1.00  1.00 C\n";
+        }
+        return std::move(text_);
+    }
 
-void append_plain_line(std::string& text, const ChainAtom& atom) {
-    text += stream_text(atom.id) + ' ' + stream_text(atom.x) + ' ' + stream_text(atom.y) + ' ' +
-            stream_text(atom.z) + '\n';
-}
+  private:
+    /// A coordinate is cut, not rounded, so that its column begins with a blank.
+    void append_pdb_coordinate(double coordinate) {
+        constexpr std::size_t longest = 7;
+        constexpr std::size_t column = 8;
+        append_right_justified(text_, number_.of(coordinate).substr(0, longest), column);
+    }
 
-void append_pdb_line(std::string& text, const ChainAtom& atom) {
-    constexpr std::size_t serial_column = 5;
-    constexpr std::size_t residue_column = 4;
-    const std::string id = stream_text(atom.id);
-    text += "ATOM  " + right_justified(id, serial_column) + "  CA  XXX A" +
-            right_justified(id, residue_column) + "    " + pdb_coordinate(atom.x) + pdb_coordinate(atom.y) +
-            pdb_coordinate(atom.z) + "  1.00  1.00 C\n";
-}
+    loopwise::NumberText number_;
+    std::string text_;
+};
 
 } // namespace
 
 std::string ChainWrite_toString(const std::vector<ChainAtom>& chain, bool plainFormat) {
-    std::string text;
-    for (const ChainAtom& atom : chain)
-        plainFormat ? append_plain_line(text, atom) : append_pdb_line(text, atom);
-    return text;
+    return plainFormat ? Writer().plain(chain) : Writer().pdb(chain);
 }
 
 void ChainWrite(char* fileName, const std::vector<ChainAtom>& chain, bool plainFormat) {

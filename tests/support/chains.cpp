@@ -101,6 +101,15 @@ Chain with_repeated_end(Chain chain) {
     return chain;
 }
 
+Chain on_sphere(int length, Random& random) {
+    Chain chain;
+    for (int i = 0; i < length; ++i) {
+        const PointR3 p = random.direction();
+        chain.push_back({50 * p.x, 50 * p.y, 50 * p.z, i + 1});
+    }
+    return chain;
+}
+
 bool same_bits(const Chain& a, const Chain& b) {
     const auto bits = [](double x) { return std::bit_cast<std::uint64_t>(x); };
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), [&](const ChainAtom& p, const ChainAtom& q) {

@@ -44,6 +44,9 @@ Chain make(Kind kind, int length, Random& random);
 /// The same chain stored as a loop, its first atom once more at its end.
 Chain with_repeated_end(Chain chain);
 
+/// Points spread over a sphere: of all kinds, the one that leaves a diameter nothing to pass over.
+Chain on_sphere(int length, Random& random);
+
 /// Six significant digits of everything would hide a difference in the last bit: equal means equal bits.
 bool same_bits(const Chain& a, const Chain& b);
 

@@ -1,7 +1,13 @@
 #include "support/literal.hpp"
 
+#include "closure/point_tables.hpp"
+
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <set>
+#include <sstream>
 
 namespace literal {
 namespace {
@@ -109,6 +115,70 @@ int reduce(Chain& chain, bool closed) {
     const int left = reduce(structure, closed);
     chain = structure[0];
     return left;
+}
+
+double diameter(const Structure& structure) {
+    Chain all;
+    for (const Chain& chain : structure) all.insert(all.end(), chain.begin(), chain.end());
+    double largest = 0;
+    for (std::size_t i = 0; i < all.size(); ++i)
+        for (std::size_t j = i + 1; j < all.size(); ++j) {
+            const double d = Dist({all[i].x, all[i].y, all[i].z}, {all[j].x, all[j].y, all[j].z});
+            if (d > largest) largest = d;
+        }
+    return largest;
+}
+
+int close_in_directions(Structure& structure) {
+    std::set<int> used;
+    for (Chain& chain : structure) {
+        int row = std::rand() % 400;
+        while (used.count(row) > 0) row = std::rand() % 400;
+        used.insert(row);
+        const double shift = 1.02 * diameter(structure);
+        const PointR3 u = loopwise::uniform[static_cast<std::size_t>(row)];
+        const double length = std::sqrt(u.x * u.x + u.y * u.y + u.z * u.z);
+        const ChainAtom last = chain.back(), first = chain.front();
+        int id = last.id;
+        for (const ChainAtom& end : {last, first})
+            chain.push_back({end.x + u.x * shift / length, end.y + u.y * shift / length,
+                             end.z + u.z * shift / length, ++id});
+    }
+    return 0;
+}
+
+Chain read(const std::string& text, bool& error) {
+    ChainAtom current{1.412341234, 3.432312, 0.65436, 0};
+    Chain chain;
+    error = false;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) {
+        const ChainAtom previous = current;
+        std::istringstream fields(line);
+        fields >> current.id >> current.x >> current.y >> current.z;
+        error = Dist({current.x, current.y, current.z}, {previous.x, previous.y, previous.z}) == 0.0;
+        if (error) return {};
+        chain.push_back(current);
+    }
+    return chain;
+}
+
+std::string write(const Chain& chain, bool plain) {
+    const auto text = [](auto number) {
+        std::ostringstream stream;
+        stream << number;
+        return stream.str();
+    };
+    std::string all;
+    for (const ChainAtom& a : chain) {
+        const std::string id = text(a.id), x = text(a.x), y = text(a.y), z = text(a.z);
+        char line[100];
+        std::snprintf(line, sizeof line, "ATOM  %5s  CA  %s %s%4s    %8s%8s%8s  1.00  1.00 C\n", id.c_str(),
+                      "XXX", "A", id.c_str(), x.substr(0, 7).c_str(), y.substr(0, 7).c_str(),
+                      z.substr(0, 7).c_str());
+        all += plain ? id + ' ' + x + ' ' + y + ' ' + z + '\n' : std::string(line);
+    }
+    return all;
 }
 
 } // namespace literal

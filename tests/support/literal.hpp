@@ -10,4 +10,10 @@ int intersection(const PointR3 triangle[3], const PointR3 segment[2]);
 int reduce(Structure& structure, bool closed);
 int reduce(Chain& chain, bool closed);
 
+double diameter(const Structure& structure);
+int close_in_directions(Structure& structure);
+
+Chain read(const std::string& text, bool& error);
+std::string write(const Chain& chain, bool plain);
+
 } // namespace literal

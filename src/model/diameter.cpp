@@ -1,0 +1,122 @@
+#include "model/diameter.hpp"
+
+#include "model/points.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+namespace loopwise {
+namespace {
+
+FarthestSquare fastest() {
+    static const FarthestSquare chosen = distance_versions().back().farthest_square;
+    return chosen;
+}
+
+/// As many positions as the stack of a measure has room for.
+class Block {
+  public:
+    bool full() const { return count_ == most; }
+    void add(PointR3 p) {
+        x_[count_] = p.x, y_[count_] = p.y, z_[count_] = p.z;
+        ++count_;
+    }
+    /// The last position fills the lanes that are left over: it is in the set anyway.
+    Positions positions() {
+        while (count_ % distance_lanes != 0) add({x_[count_ - 1], y_[count_ - 1], z_[count_ - 1]});
+        return {x_.data(), y_.data(), z_.data(), count_};
+    }
+
+  private:
+    static constexpr std::size_t most = 128 * distance_lanes;
+    std::array<double, most> x_, y_, z_; // not initialised
+    std::size_t count_ = 0;
+};
+
+template <class Visit> void for_each(std::span<const Chain> components, Visit visit) {
+    for (const Chain& component : components)
+        for (const ChainAtom& atom : component) visit(position(atom));
+}
+
+/// The point farthest from another, and its squared distance.
+struct Farthest {
+    PointR3 point{};
+    double squared = 0.0;
+};
+
+Farthest farthest_from(PointR3 from, std::span<const Chain> components) {
+    Farthest result;
+    for_each(components, [&](PointR3 p) {
+        const double squared = squared_distance(p, from);
+        if (squared > result.squared) result = {p, squared};
+    });
+    return result;
+}
+
+PointR3 mean(std::span<const Chain> components) {
+    PointR3 sum{0, 0, 0};
+    double count = 0;
+    for_each(components, [&](PointR3 p) {
+        sum = sum + p;
+        ++count;
+    });
+    return {sum.x / count, sum.y / count, sum.z / count};
+}
+
+/// No two points are farther apart than the sum of their distances from a third. Those too close to the
+/// centre to reach beyond what is known already cannot make the diameter larger. What is not a number or
+/// not finite always may.
+class Candidates {
+  public:
+    Candidates(PointR3 centre, double radius, double known)
+        : centre_(centre), least_(std::sqrt(known) * (1 - rounding) - radius * (1 + rounding)) {
+        if (!(least_ > 0) || known < least_normal) least_ = -1;
+    }
+    bool has(PointR3 p) const { return !(squared_distance(p, centre_) < least_ * least_ && least_ > 0); }
+
+  private:
+    static constexpr double rounding = 1e-12;      // a few thousand times that of a distance
+    static constexpr double least_normal = 1e-280; // squares below it lose digits
+    PointR3 centre_;
+    double least_;
+};
+
+} // namespace
+
+Diameter::Diameter(std::span<const Chain> components) {
+    const PointR3 centre = mean(components);
+    const Farthest one_end = farthest_from(centre, components);
+    if (one_end.squared > 0) squared_ = farthest_from(one_end.point, components).squared;
+    const FarthestSquare farthest_square = fastest();
+    const Candidates candidates(centre, std::sqrt(one_end.squared), squared_);
+
+    // Every block of candidates against itself and all that come after it.
+    std::size_t done = 0;
+    for (bool more = true; more;) {
+        Block block;
+        std::size_t seen = 0, taken = 0;
+        more = false;
+        for_each(components, [&](PointR3 p) {
+            if (!candidates.has(p) || seen++ < done) return;
+            more = more || block.full();
+            if (!block.full()) block.add(p), ++taken;
+        });
+        if (taken == 0) return;
+        const Positions positions = block.positions();
+        seen = 0;
+        for_each(components, [&](PointR3 p) {
+            if (candidates.has(p) && seen++ >= done) squared_ = farthest_square(positions, p, squared_);
+        });
+        done += taken;
+    }
+}
+
+double Diameter::value() const { return std::sqrt(squared_); }
+
+void Diameter::include(PointR3 point, std::span<const Chain> components) {
+    squared_ = std::max(squared_, farthest_from(point, components).squared);
+}
+
+} // namespace loopwise

@@ -1,0 +1,59 @@
+// The largest of many squared distances, for the instruction sets of x86-64.
+#include "model/diameter.hpp"
+#include "model/points.hpp"
+
+#include <array>
+
+namespace loopwise {
+namespace {
+
+double farthest_square_plain(const Positions& positions, PointR3 point, double at_least) {
+    for (std::size_t i = 0; i < positions.count; ++i) {
+        const double square = squared_distance({positions.x[i], positions.y[i], positions.z[i]}, point);
+        if (square > at_least) at_least = square;
+    }
+    return at_least;
+}
+
+// A lane that is not a number is not greater and leaves the largest as it is, as in the plain version.
+#define LOOPWISE_FARTHEST_SQUARE(name, lanes, ...)                                                           \
+    __VA_ARGS__ double name(const Positions& positions, PointR3 point, double at_least) {                    \
+        using Doubles = double __attribute__((vector_size(8 * (lanes))));                                    \
+        Doubles largest = Doubles{} + at_least;                                                              \
+        for (std::size_t i = 0; i < positions.count; i += (lanes)) {                                         \
+            Doubles x, y, z;                                                                                 \
+            __builtin_memcpy(&x, positions.x + i, sizeof x);                                                 \
+            __builtin_memcpy(&y, positions.y + i, sizeof y);                                                 \
+            __builtin_memcpy(&z, positions.z + i, sizeof z);                                                 \
+            x -= point.x, y -= point.y, z -= point.z;                                                        \
+            const Doubles square = x * x + y * y + z * z;                                                    \
+            largest = square > largest ? square : largest;                                                   \
+        }                                                                                                    \
+        for (std::size_t i = 0; i < (lanes); ++i)                                                            \
+            if (largest[i] > at_least) at_least = largest[i];                                                \
+        return at_least;                                                                                     \
+    }
+
+#if defined(__x86_64__)
+LOOPWISE_FARTHEST_SQUARE(farthest_square_sse2, 2)
+LOOPWISE_FARTHEST_SQUARE(farthest_square_avx2, 4, __attribute__((target("avx2"))))
+LOOPWISE_FARTHEST_SQUARE(farthest_square_avx512, 8, __attribute__((target("avx512f"))))
+#endif
+
+} // namespace
+
+std::span<const DistanceVersion> distance_versions() {
+#if defined(__x86_64__)
+    static constexpr std::array<DistanceVersion, 4> all{{{"plain", farthest_square_plain},
+                                                         {"sse2", farthest_square_sse2},
+                                                         {"avx2", farthest_square_avx2},
+                                                         {"avx512", farthest_square_avx512}}};
+    if (!__builtin_cpu_supports("avx2")) return std::span(all).first(2);
+    if (!__builtin_cpu_supports("avx512f")) return std::span(all).first(3);
+#else
+    static constexpr std::array<DistanceVersion, 1> all{{{"plain", farthest_square_plain}}};
+#endif
+    return all;
+}
+
+} // namespace loopwise
