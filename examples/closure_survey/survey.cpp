@@ -8,8 +8,8 @@
 
 namespace {
 
-/// So many loops are held at once.
-constexpr std::size_t batch_size = 512;
+/// So many loops are held at once: few enough for the memory to be used again while it is in the cache.
+constexpr std::size_t batch_size = 64;
 
 struct Outcome {
     bool closed = false;
