@@ -39,6 +39,9 @@ std::string percent(std::size_t part, std::size_t whole) {
     return text.str();
 }
 
+/// Chain text has no names.
+std::string name_in_text(const Tally& tally) { return tally.name.empty() ? "without name" : tally.name; }
+
 class TextReport final : public Report {
   public:
     TextReport(std::ostream& out, const Plan& plan) : out_(out), plan_(plan) {
@@ -51,7 +54,9 @@ class TextReport final : public Report {
 
     void add(const Result& result) override {
         out_ << '\n' << result.file;
-        if (plan_.together) out_ << ": structure of " << result.components.size() << " chains\n";
+        if (plan_.together)
+            out_ << ": structure of " << result.components.size()
+                 << (result.components.size() == 1 ? " chain\n" : " chains\n");
         for (const ComponentTally& tally : result.components) introduce(tally);
         if (result.failed > 0)
             out_ << "  failed to close: " << result.failed << " of " << plan_.closures << '\n';
@@ -67,14 +72,14 @@ class TextReport final : public Report {
   private:
     void introduce(const ComponentTally& tally) {
         if (plan_.together) out_ << ' ';
-        if (!tally.name.empty()) out_ << " chain " << tally.name;
+        if (plan_.together || !tally.name.empty()) out_ << " chain " << name_in_text(tally);
         out_ << ": " << tally.beads << (tally.beads == 1 ? " bead, " : " beads, ")
              << (tally.breaks == unbroken ? "no break" : tally.breaks.substr(tally.breaks.find(' ') + 1))
              << '\n';
     }
 
     void show_component(const ComponentTally& tally, std::size_t closures) {
-        if (plan_.together) out_ << "  chain " << tally.name << '\n';
+        if (plan_.together) out_ << "  chain " << name_in_text(tally) << '\n';
         show(tally, closures);
         if (tally.smallest)
             out_ << "  smallest core above three: " << tally.smallest->loop.atoms.size() << " beads, closure "
