@@ -1,0 +1,124 @@
+#include "diagram.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+namespace {
+
+/// A crossing or a tight place of the few sticks that are left spoils a picture more than a crossing of
+/// the whole chain.
+constexpr std::size_t core_weight = 10;
+/// The part of the way out to the closing atoms that must lie in the picture plane.
+constexpr double least_in_plane = 0.7;
+/// A bead that is seen closer to a stick, as a part of the core's diameter, is hard to tell from it.
+constexpr double least_apart = 0.08;
+
+Diagram strands_of(const std::vector<Loop>& loops, int view) {
+    Diagram diagram;
+    for (std::size_t i = 0; i < loops.size(); ++i) {
+        std::vector<Edge> edges = ProjectChain(loops[i].atoms, view, true);
+        for (std::size_t j = 0; j < edges.size(); ++j) {
+            edges[j].tag = static_cast<std::int32_t>(i);
+            diagram.edges.push_back(std::move(edges[j]));
+            diagram.closing.push_back(j + 1 >= loops[i].own());
+        }
+    }
+    return diagram;
+}
+
+bool meet(const Edge& a, const Edge& b) {
+    return TwoSegmentsCrossedSimple(a.start.x, a.start.y, a.end.x, a.end.y, b.start.x, b.start.y, b.end.x,
+                                    b.end.y);
+}
+
+bool same_place(PointR3 a, PointR3 b) { return a.x == b.x && a.y == b.y && a.z == b.z; }
+
+bool are_neighbours(const Edge& a, const Edge& b) {
+    return a.tag == b.tag && (same_place(a.end, b.start) || same_place(b.end, a.start));
+}
+
+PointR3 along(const Edge& edge) {
+    return {edge.end.x - edge.start.x, edge.end.y - edge.start.y, edge.end.z - edge.start.z};
+}
+
+/// Marks the lower of two edges that cross.
+void mark_crossing(Diagram& diagram, std::size_t i, std::size_t j) {
+    Edge &a = diagram.edges[i], &b = diagram.edges[j];
+    const PointR3 u = along(a), v = along(b);
+    const double turn = u.x * v.y - u.y * v.x;
+    if (turn == 0.0) return;
+    const double dx = b.start.x - a.start.x, dy = b.start.y - a.start.y;
+    const double on_a = (dx * v.y - dy * v.x) / turn, on_b = (dx * u.y - dy * u.x) / turn;
+    ++diagram.crossings;
+    if (a.start.z + on_a * u.z < b.start.z + on_b * v.z)
+        a.annotations.push_back({on_a, static_cast<std::int64_t>(j)});
+    else
+        b.annotations.push_back({on_b, static_cast<std::int64_t>(i)});
+}
+
+/// The distance in the picture plane of an edge's start from another edge.
+double start_to_edge(const Edge& a, const Edge& b) {
+    const PointR3 v = along(b);
+    const double dx = a.start.x - b.start.x, dy = a.start.y - b.start.y;
+    const double square = v.x * v.x + v.y * v.y;
+    const double part = square > 0.0 ? std::clamp((dx * v.x + dy * v.y) / square, 0.0, 1.0) : 0.0;
+    return std::hypot(dx - part * v.x, dy - part * v.y);
+}
+
+/// How many beads of a reduced loop are seen too close to a stick that does not end there.
+std::size_t tight_places(const Diagram& core, double apart) {
+    std::size_t count = 0;
+    for (const Edge& a : core.edges)
+        for (const Edge& b : core.edges) {
+            const bool ends_there = same_place(a.start, b.start) || same_place(a.start, b.end);
+            if (!ends_there && start_to_edge(a, b) < apart) ++count;
+        }
+    return count;
+}
+
+/// The diameter of what the reduction kept of the chain itself.
+double core_diameter(const Specimen& specimen) {
+    Chain own;
+    for (const Loop& loop : specimen.reduced)
+        own.insert(own.end(), loop.atoms.begin(),
+                   loop.atoms.begin() + static_cast<std::ptrdiff_t>(loop.own()));
+    return DiameterOfChain(own);
+}
+
+/// Whether the atoms that close the first loop are seen to be far away, not in front of the chain.
+bool from_the_side(const Diagram& diagram, const std::vector<Loop>& loops) {
+    const std::size_t own = loops.front().own(), atoms = loops.front().atoms.size();
+    if (own == 0 || own == atoms || diagram.edges.size() < atoms) return true;
+    const PointR3 &last = diagram.edges[own - 1].start, &next = diagram.edges[own].start;
+    return std::hypot(next.x - last.x, next.y - last.y) >= least_in_plane * Dist(last, next);
+}
+
+} // namespace
+
+Diagram diagram_of(const std::vector<Loop>& loops, int view) {
+    Diagram diagram = strands_of(loops, view);
+    const std::vector<Edge>& edges = diagram.edges;
+    for (std::size_t i = 0; i < edges.size(); ++i)
+        for (std::size_t j = i + 1; j < edges.size(); ++j)
+            if (meet(edges[i], edges[j]) && !are_neighbours(edges[i], edges[j])) mark_crossing(diagram, i, j);
+    return diagram;
+}
+
+int clearest_view(const Specimen& specimen) {
+    const double apart = least_apart * core_diameter(specimen);
+    int clearest = 0;
+    auto best = std::pair{false, std::numeric_limits<std::size_t>::max()};
+    for (int view = 0; view < views; ++view) {
+        const Diagram closed = diagram_of(specimen.closed, view);
+        const Diagram core = diagram_of(specimen.reduced, view);
+        const std::size_t clutter =
+            closed.crossings + core_weight * (core.crossings + tight_places(core, apart));
+        const auto rank = std::pair{!from_the_side(closed, specimen.closed), clutter};
+        if (view > 0 && rank >= best) continue;
+        best = rank;
+        clearest = view;
+    }
+    return clearest;
+}
