@@ -164,13 +164,15 @@ class Elimination {
         }
     }
 
-    bool may_be_obstacle(Place p) const { return p >= slots() || bits::has(w_.is_obstacle, p); }
+    bool has_slot(Place p) const { return beads_.ring_of(p).in_front(p); }
+
+    bool may_be_obstacle(Place p) const { return !has_slot(p) || bits::has(w_.is_obstacle, p); }
 
     void remember(Place p, Place obstacle) {
-        if (p >= slots()) return;
+        if (!has_slot(p)) return;
         w_.obstacles[p] = static_cast<std::uint32_t>(obstacle);
         remembered_end_ = std::max(remembered_end_, p + 1);
-        if (obstacle >= slots()) return;
+        if (!has_slot(obstacle)) return;
         bits::add(w_.is_obstacle, obstacle);
         if (recent_[0] != obstacle) recent_ = {obstacle, recent_[0]};
     }
