@@ -146,6 +146,20 @@ TEST(StructureReduction, EqualsTheLiteralProcedure) {
         }
 }
 
+/// Long enough for holes to be closed while other components hold triangles.
+TEST(StructureReduction, EqualsTheLiteralProcedureOnLongChains) {
+    chains::Random random(6);
+    for (int i = 0; i < 60; ++i) {
+        Structure structure(static_cast<std::size_t>(2 + random.below(4)));
+        for (Chain& chain : structure) {
+            chain = chains::make(i % 3 == 0 ? chains::Kind::tangle : chains::Kind::compact,
+                                 20 + random.below(90), random);
+            if (random.below(5) == 0) chain = chains::with_repeated_end(chain);
+        }
+        expect_literal(structure, i % 2 == 0);
+    }
+}
+
 TEST(StructureReduction, HoldsWhatOtherComponentsHold) {
     const Chain corner{{0, 0, 0, 1}, {1, 0, 0, 2}, {1, 1, 0, 3}, {0, 1, 5, 4}},
         needle{{0.7, 0.3, -1, 1}, {0.7, 0.3, 1, 2}};

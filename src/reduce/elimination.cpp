@@ -216,22 +216,28 @@ class Elimination {
 
     void close_holes() {
         beads_.plan_closing();
-        recent_.fill(nowhere);
-        remembered_end_ = 0;
-        std::fill(w_.is_obstacle, w_.is_obstacle + beads_.blocks(), 0);
         for (Place p = bits::first(w_.alive, 0, slots()); p < slots();
              p = bits::first(w_.alive, p + 1, slots())) {
             const Place obstacle = w_.obstacles[p];
             const bool in_question = bits::has(w_.in_question, p);
             forget(p);
             const Place now = beads_.place_after(p);
-            if (obstacle != nowhere) remember(now, beads_.place_after(obstacle));
+            if (obstacle != nowhere)
+                w_.obstacles[now] = static_cast<std::uint32_t>(beads_.place_after(obstacle));
             if (in_question) bits::add(w_.in_question, now);
         }
         const Ring& ring = rings_.front();
         const Place first_new = beads_.place_after(ring.rear_begin());
         const bool had_rear = ring.has_rear();
         beads_.close_holes();
+
+        // The places that follow are those of the new order.
+        recent_.fill(nowhere);
+        remembered_end_ = 0;
+        std::fill(w_.is_obstacle, w_.is_obstacle + beads_.blocks(), 0);
+        for (Place p = 0; p < slots(); ++p)
+            if (w_.obstacles[p] != nowhere && has_slot(w_.obstacles[p]))
+                bits::add(w_.is_obstacle, w_.obstacles[p]);
         if (had_rear) question_all(ring, first_new);
     }
 
