@@ -149,11 +149,13 @@ TEST(StructureReduction, EqualsTheLiteralProcedure) {
 /// Long enough for holes to be closed while other components hold triangles.
 TEST(StructureReduction, EqualsTheLiteralProcedureOnLongChains) {
     chains::Random random(6);
-    for (int i = 0; i < 60; ++i) {
-        Structure structure(static_cast<std::size_t>(2 + random.below(4)));
+    for (int i = 0; i < 300; ++i) {
+        Structure structure(static_cast<std::size_t>(1 + random.below(6)));
         for (Chain& chain : structure) {
-            chain = chains::make(i % 3 == 0 ? chains::Kind::tangle : chains::Kind::compact,
-                                 20 + random.below(90), random);
+            const bool usual = random.below(3) > 0;
+            const chains::Kind kind =
+                chains::all_kinds[random.below(usual ? 2 : static_cast<int>(std::size(chains::all_kinds)))];
+            chain = chains::make(kind, random.below(110), random);
             if (random.below(5) == 0) chain = chains::with_repeated_end(chain);
         }
         expect_literal(structure, i % 2 == 0);

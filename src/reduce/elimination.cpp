@@ -236,8 +236,7 @@ class Elimination {
         remembered_end_ = 0;
         std::fill(w_.is_obstacle, w_.is_obstacle + beads_.blocks(), 0);
         for (Place p = 0; p < slots(); ++p)
-            if (w_.obstacles[p] != nowhere && has_slot(w_.obstacles[p]))
-                bits::add(w_.is_obstacle, w_.obstacles[p]);
+            if (w_.obstacles[p] != nowhere) remember(p, w_.obstacles[p]);
         if (had_rear) question_all(ring, first_new);
     }
 
