@@ -51,3 +51,5 @@ set_target_properties(loopwise PROPERTIES
   LINK_DEPENDS ${export_list}
   VERSION ${PROJECT_VERSION}
   SOVERSION ${PROJECT_VERSION_MAJOR})
+
+include(${CMAKE_CURRENT_LIST_DIR}/hardening.cmake)
