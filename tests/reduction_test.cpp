@@ -1,6 +1,6 @@
-#include "reduce/elimination.hpp"
 #include "support/capture.hpp"
 #include "support/chains.hpp"
+#include "support/eliminated.hpp"
 #include "support/literal.hpp"
 
 #include <gtest/gtest.h>
@@ -89,11 +89,7 @@ TEST(Elimination, IsTheSameForEveryInstructionSetAndWorkspace) {
             literal::reduce(expected, closed);
             for (const loopwise::InstructionSet& set : loopwise::instruction_sets())
                 for (const std::size_t slots : {64U, 128U, 512U}) {
-                    Chain reduced = chain;
-                    loopwise::Ring ring{reduced.data(), reduced.size(), closed};
-                    loopwise::HeapWorkspace workspace(slots);
-                    loopwise::eliminate({&ring, 1}, workspace.get(), set.find_doubts);
-                    reduced.resize(ring.count);
+                    const Chain reduced = eliminated(chain, closed, set, slots);
                     ASSERT_TRUE(chains::same_bits(reduced, expected))
                         << set.name << ", " << slots << " slots, closed: " << closed << ", "
                         << chains::text(chain);
