@@ -1,6 +1,6 @@
-#include "reduce/elimination.hpp"
 #include "support/capture.hpp"
 #include "support/chains.hpp"
+#include "support/eliminated.hpp"
 #include "support/literal.hpp"
 
 #include <gtest/gtest.h>
@@ -79,13 +79,9 @@ TEST(ChainReduction, EqualsTheLiteralProcedure) {
 }
 
 void expect_literal(const Chain& chain, bool closed, std::size_t slots, const loopwise::InstructionSet& set) {
-    Chain expected = chain, reduced = chain;
+    Chain expected = chain;
     literal::reduce(expected, closed);
-    loopwise::Ring ring{reduced.data(), reduced.size(), closed};
-    loopwise::HeapWorkspace workspace(slots);
-    loopwise::eliminate({&ring, 1}, workspace.get(), set.find_doubts);
-    reduced.resize(ring.count);
-    ASSERT_TRUE(chains::same_bits(reduced, expected))
+    ASSERT_TRUE(chains::same_bits(eliminated(chain, closed, set, slots), expected))
         << set.name << ", " << slots << " slots, closed: " << closed << ", " << chains::text(chain);
 }
 

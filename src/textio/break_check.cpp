@@ -19,6 +19,7 @@ struct Pair {
 
 std::string report(const Chain& chain, Pair pair) {
     std::ostringstream distance_text;
+    distance_text.exceptions(std::ios_base::badbit); // out of memory must not pass for an empty text
     distance_text << pair.distance;
     std::string text = " ";
     text += std::to_string(chain[pair.position].id) + '-' + std::to_string(chain[pair.position + 1].id);

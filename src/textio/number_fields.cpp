@@ -58,6 +58,7 @@ template <class Number> bool take(std::string_view& line, Number& number) {
 
 void read_fields(std::string_view line, ChainAtom& atom) {
     std::istringstream fields{std::string(line)};
+    fields.exceptions(std::ios_base::badbit); // out of memory is not a field that does not read
     fields >> atom.id >> atom.x >> atom.y >> atom.z;
 }
 

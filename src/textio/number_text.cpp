@@ -74,6 +74,7 @@ std::string_view NumberText::of(double number) {
 
 template <class Number> std::string_view NumberText::by_stream(Number number) {
     std::ostringstream stream;
+    stream.exceptions(std::ios_base::badbit); // out of memory must not pass for an empty text
     stream << number;
     return text_ = std::move(stream).str();
 }

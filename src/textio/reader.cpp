@@ -16,9 +16,14 @@ constexpr ChainAtom before_first_line{1.412341234, 3.432312, 0.65436, 0};
 
 class LinesOfFile {
   public:
-    explicit LinesOfFile(std::istream& file) : file_(file) {}
+    /// Left alone, a stream takes an exhausted memory for the end of the file.
+    explicit LinesOfFile(std::istream& file) : file_(file) { file_.exceptions(std::ios_base::badbit); }
     bool next(std::string_view& line) {
-        if (!std::getline(file_, line_)) return false;
+        try {
+            if (!std::getline(file_, line_)) return false;
+        } catch (const std::ios_base::failure&) { // as when the file is a directory
+            return false;
+        }
         line = line_;
         return true;
     }

@@ -88,15 +88,17 @@ int intersection(const PointR3 triangle[3], const PointR3 segment[2]) {
     return 0;
 }
 
+bool repeats_end(const Chain& chain) {
+    if (chain.empty() || chain.front().id != chain.back().id) return false;
+    return CompareEq(0, Dist(at(chain, 0), at(chain, static_cast<int>(chain.size()) - 1)));
+}
+
 int reduce(Structure& structure, bool closed_by_caller) {
     std::vector<bool> closed(structure.size(), closed_by_caller), repeated(structure.size(), false);
     const Structure before = structure;
     for (std::size_t k = 0; k < structure.size(); ++k) {
-        Chain& chain = structure[k];
-        if (chain.empty() || chain.front().id != chain.back().id) continue;
-        const PointR3 first = at(chain, 0), last = at(chain, static_cast<int>(chain.size()) - 1);
-        repeated[k] = CompareEq(0, Dist(first, last));
-        if (repeated[k]) chain.pop_back();
+        repeated[k] = repeats_end(structure[k]);
+        if (repeated[k]) structure[k].pop_back();
     }
     if (std::count(repeated.begin(), repeated.end(), true) > 0) closed = repeated;
 
@@ -115,6 +117,22 @@ int reduce(Chain& chain, bool closed) {
     const int left = reduce(structure, closed);
     chain = structure[0];
     return left;
+}
+
+PointR3 centre(const Chain& chain) {
+    double x = 0, y = 0, z = 0;
+    for (const ChainAtom& a : chain) x += a.x, y += a.y, z += a.z;
+    const double n = chain.empty() ? 1 : static_cast<double>(chain.size());
+    return {x / n, y / n, z / n};
+}
+
+double radius(const Chain& chain) {
+    double largest = 0;
+    for (const ChainAtom& a : chain) {
+        const double d = Dist({a.x, a.y, a.z}, centre(chain));
+        if (d > largest) largest = d;
+    }
+    return largest;
 }
 
 double diameter(const Structure& structure) {

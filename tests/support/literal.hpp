@@ -7,9 +7,13 @@ namespace literal {
 
 int intersection(const PointR3 triangle[3], const PointR3 segment[2]);
 
+/// Whether a chain stores its first atom at its end again.
+bool repeats_end(const Chain& chain);
 int reduce(Structure& structure, bool closed);
 int reduce(Chain& chain, bool closed);
 
+PointR3 centre(const Chain& chain);
+double radius(const Chain& chain);
 double diameter(const Structure& structure);
 int close_in_directions(Structure& structure);
 

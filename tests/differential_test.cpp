@@ -1,0 +1,89 @@
+// Very many chains, small ones above all, against the literal versions and for every instruction set.
+#include "support/capture.hpp"
+#include "support/chains.hpp"
+#include "support/effort.hpp"
+#include "support/eliminated.hpp"
+#include "support/literal.hpp"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using loopwise::instruction_sets;
+
+void expect_literal(const Chain& chain, bool closed) {
+    Chain expected = chain;
+    literal::reduce(expected, closed);
+    const bool stored_as_loop = literal::repeats_end(chain);
+    for (const loopwise::InstructionSet& set : instruction_sets()) {
+        if (stored_as_loop) break; // which the engine by itself does not know
+        ASSERT_TRUE(chains::same_bits(eliminated(chain, closed, set, 128), expected))
+            << set.name << ", closed: " << closed << ", " << chains::text(chain);
+    }
+    Structure alone{chain};
+    ASSERT_EQ(ChainsReduce(alone, closed), static_cast<int>(expected.size()));
+    ASSERT_TRUE(chains::same_bits(alone[0], expected)) << "closed: " << closed << ", " << chains::text(chain);
+    ASSERT_EQ(DiameterOfChain(chain), literal::diameter({chain})) << chains::text(chain);
+    ASSERT_EQ(RadiusOfChain(chain), literal::radius(chain)) << chains::text(chain);
+}
+
+/// The chain of so many points on a grid that a number stands for.
+Chain on_grid(std::uint64_t code, int points, int wide, int high) {
+    Chain chain;
+    for (int id = 0; id < points; ++id) {
+        const auto take = [&](int size) {
+            const auto digit = code % static_cast<std::uint64_t>(size);
+            code /= static_cast<std::uint64_t>(size);
+            return static_cast<double>(digit);
+        };
+        const double x = take(wide), y = take(wide), z = take(high);
+        chain.push_back({x, y, z, id});
+    }
+    return chain;
+}
+
+TEST(Differential, AllChainsOfFourAndOfSixPointsOnAGrid) {
+    for (std::uint64_t code = 0; code < 1 << 12; ++code)
+        for (const bool closed : {false, true}) expect_literal(on_grid(code, 4, 2, 2), closed);
+    for (std::uint64_t code = 0; code < 1 << 18; code += effort::less)
+        expect_literal(on_grid(code, 6, 2, 2), code % 2 == 0);
+}
+
+TEST(Differential, RandomChainsOnAGrid) {
+    chains::Random random(31);
+    for (int i = 0; i < 200000 / effort::less; ++i) {
+        std::uint64_t code = 0;
+        for (int digit = 0; digit < 16; ++digit) code = code * 10 + static_cast<unsigned>(random.below(10));
+        const Chain chain = on_grid(code, 5 + i % 8, 3, 2);
+        expect_literal(i % 7 == 0 ? chains::with_repeated_end(chain) : chain, i % 2 == 0);
+    }
+}
+
+TEST(Differential, LongChains) {
+    chains::Random random(32);
+    for (int i = 0; i < 1000 / effort::less; ++i) {
+        const chains::Kind kind =
+            chains::all_kinds[static_cast<std::size_t>(i) % std::size(chains::all_kinds)];
+        expect_literal(chains::make(kind, 50 + random.below(251), random), i % 2 == 0);
+    }
+}
+
+TEST(Differential, StructuresOnAGrid) {
+    chains::Random random(33);
+    for (int i = 0; i < 20000 / effort::less; ++i) {
+        Structure ours(static_cast<std::size_t>(1 + i % 3));
+        for (Chain& chain : ours) {
+            const auto code =
+                static_cast<std::uint64_t>(random.below(1 << 30)) << 20 | static_cast<unsigned>(i);
+            chain = on_grid(code, 2 + random.below(6), 3, 2);
+            for (ChainAtom& atom : chain) atom.x += 0.5 * random.below(2);
+        }
+        Structure theirs = ours, before = ours;
+        ASSERT_EQ(ChainsReduce(ours, i % 2 == 0), literal::reduce(theirs, i % 2 == 0));
+        for (std::size_t k = 0; k < ours.size(); ++k)
+            ASSERT_TRUE(chains::same_bits(ours[k], theirs[k])) << "component " << k << " of " << i;
+        ASSERT_EQ(DiameterOfStructure(before), literal::diameter(before)) << i;
+    }
+}
+
+} // namespace

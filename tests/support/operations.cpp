@@ -1,0 +1,128 @@
+#include "support/operations.hpp"
+
+#include "support/chains.hpp"
+
+#include <bit>
+
+namespace operations {
+
+void Digest::add_bytes(const void* bytes, std::size_t size) {
+    for (std::size_t i = 0; i < size; ++i)
+        hash_ = (hash_ ^ static_cast<const unsigned char*>(bytes)[i]) * 1099511628211U;
+}
+void Digest::add(int number) { add_bytes(&number, sizeof number); }
+void Digest::add(double number) {
+    const auto bits = number == number ? std::bit_cast<std::uint64_t>(number) : 0x7ff8'0000'0000'0000U;
+    add_bytes(&bits, sizeof bits);
+}
+void Digest::add(PointR3 point) { add(point.x), add(point.y), add(point.z); }
+void Digest::add(const std::string& text) { add_bytes(text.data(), text.size()); }
+void Digest::add(const Chain& chain) {
+    for (const ChainAtom& a : chain) add(PointR3{a.x, a.y, a.z}), add(a.id);
+}
+void Digest::add(const Structure& structure) {
+    for (const Chain& chain : structure) add(chain), add(static_cast<int>(chain.size()));
+}
+
+namespace {
+
+PointR3 point(const Chain& chain, std::size_t i) {
+    const ChainAtom& a = chain[i % chain.size()];
+    return {a.x, a.y, a.z};
+}
+
+void measure(Values& v, Digest& d) {
+    d.add(CentreOfChain(v.chain)), d.add(RadiusOfChain(v.chain)), d.add(DiameterOfChain(v.chain));
+    d.add(DiameterOfStructure(v.structure)), d.add(maxIdChain(v.chain)), d.add(maxIdComps(v.structure));
+    d.add(IsEmptyStructure(v.structure));
+}
+
+void decide(Values& v, Digest& d) {
+    for (std::size_t i = 0; i < v.chain.size(); ++i) {
+        PointR3 p[5];
+        for (std::size_t k = 0; k < 5; ++k) p[k] = point(v.chain, i * (k + 1));
+        d.add(intersection(p, p + 3)), d.add(Dist(p[0], p[1])), d.add(CompareGt(p[0].x, p[1].x));
+        d.add(CompareEq(p[0].x, p[1].x)), d.add(CompareGeq(p[0].x, p[1].x));
+        d.add(TwoSegmentsCrossedSimple(p[0].x, p[0].y, p[1].x, p[1].y, p[2].x, p[2].y, p[3].x, p[3].y));
+        d.add(on_segment(p[0].x, p[0].y, p[1].x, p[1].y, p[2].x, p[2].y));
+        d.add(det_segments(p[0].x, p[0].y, p[1].x, p[1].y, p[2].x, p[2].y));
+        d.add(ScalarProduct(&p[0].x, &p[1].x)), d.add(Determinant(&p[0].x, &p[1].x, &p[2].x));
+        d.add(ProjectPointF(p[0], p[1]));
+    }
+}
+
+void project(Values& v, Digest& d) {
+    for (int row = 0; row < 60; ++row)
+        for (const Edge& edge : ProjectChain(v.chain, row, true)) d.add(edge.start), d.add(edge.end);
+}
+
+void read_file(Values& v, Digest& d) {
+    bool error = false;
+    d.add(ChainRead(v.file.data(), error)), d.add(error);
+}
+
+void read_text(Values& v, Digest& d) {
+    bool error = false;
+    d.add(ChainRead_fromString(v.text, error)), d.add(error);
+}
+
+constexpr Changes nothing = Changes::nothing, chain = Changes::chain, structure = Changes::structure;
+constexpr Operation every[] = {
+    {"measures", nothing, false, measure},
+    {"predicates", nothing, false, decide},
+    {"ProjectChain", nothing, false, project},
+    {"ChainWrite", nothing, false, [](Values& v, Digest&) { ChainWrite(v.file.data(), v.chain, true); }},
+    {"ChainRead", nothing, false, read_file},
+    {"ChainRead_fromString", nothing, false, read_text},
+    {"CheckDistances", nothing, false,
+     [](Values& v, Digest& d) { d.add(CheckDistancesBetweenAtoms(v.chain)); }},
+    {"plain text", nothing, false, [](Values& v, Digest& d) { d.add(ChainWrite_toString(v.chain, true)); }},
+    {"PDB text", nothing, false, [](Values& v, Digest& d) { d.add(ChainWrite_toString(v.chain, false)); }},
+    {"arc", nothing, false,
+     [](Values& v, Digest& d) {
+         for (std::size_t i = 0; i < v.chain.size(); ++i)
+             d.add(GivePointsOnTheCircle(point(v.chain, i), point(v.chain, i + 1), {0, 0, 0}, 9, 1));
+     }},
+    {"CutChain", chain, false, [](Values& v, Digest& d) { d.add(CutChain(v.chain, 3, 12)); }},
+    {"ChainReduce", chain, false, [](Values& v, Digest& d) { d.add(ChainReduce(v.chain, false)); }},
+    {"ChainReduce, closed", chain, false, [](Values& v, Digest& d) { d.add(ChainReduce(v.chain, true)); }},
+    {"ChainsReduce", structure, false, [](Values& v, Digest& d) { d.add(ChainsReduce(v.structure, true)); }},
+    {"1direction_NoRandom", chain, false,
+     [](Values& v, Digest& d) { d.add(CloseChain_1direction_NoRandom(v.chain, 7)); }},
+    {"CloseChain_OUT", chain, false, [](Values& v, Digest& d) { d.add(CloseChain_OUT(v.chain, 2)); }},
+    {"CloseChains_OUT", structure, false,
+     [](Values& v, Digest& d) { d.add(CloseChains_OUT(v.structure, 2)); }},
+    {"CloseChain_1point", chain, true, [](Values& v, Digest& d) { d.add(CloseChain_1point(v.chain, 2)); }},
+    {"CloseChains_1point", structure, true,
+     [](Values& v, Digest& d) { d.add(CloseChains_1point(v.structure, 2)); }},
+    {"CloseChain_1direction", chain, true,
+     [](Values& v, Digest& d) { d.add(CloseChain_1direction(v.chain)); }},
+    {"CloseChains_1direction", structure, true,
+     [](Values& v, Digest& d) { d.add(CloseChains_1direction(v.structure)); }},
+    {"CloseChain_2points", chain, true, [](Values& v, Digest& d) { d.add(CloseChain_2points(v.chain, 2)); }},
+    {"CloseChains_2points", structure, true,
+     [](Values& v, Digest& d) { d.add(CloseChains_2points(v.structure, 2)); }},
+};
+
+} // namespace
+
+std::span<const Operation> all() { return every; }
+
+std::uint64_t digest(const Operation& operation, Values values) {
+    Digest results;
+    operation.run(values, results);
+    results.add(values.chain), results.add(values.structure);
+    return results.value();
+}
+
+Values make_values(std::uint64_t seed, const std::string& file) {
+    chains::Random random(seed);
+    Values values{chains::make(chains::Kind::tangle, 40, random), {}, "", file};
+    for (int i = 0; i < 3; ++i) values.structure.push_back(chains::make(chains::Kind::tangle, 20, random));
+    // Numbers that only streams read and write, one too long for any buffer of theirs, and a long line.
+    values.text = "1 +4 0x1p3 1e999\n2 4.12345678901234567890123456789012345678901234567890 .5 7\n3 1 2 3 " +
+                  std::string(600, 'x') + '\n' + ChainWrite_toString(values.chain, true);
+    return values;
+}
+
+} // namespace operations
