@@ -20,6 +20,7 @@
 #include <string>
 #include <vector>
 
+/// Marks what the shared library exports.
 #if defined(__GNUC__)
 #define LOOPWISE_API __attribute__((visibility("default")))
 #else

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <limits>
 
 namespace loopwise {
 namespace {
@@ -15,25 +16,29 @@ constexpr std::size_t too_few_to_close = 2 * block_size;
 /// Holes are closed when more than one slot in so many is empty.
 constexpr std::size_t most_holes = 8;
 
+struct Range {
+    double least = INFINITY, most = -INFINITY;
+
+    /// A not-a-number is neither less nor greater; an infinity is not below the largest number.
+    void widen(double value) {
+        if (!(std::fabs(value) <= std::numeric_limits<double>::max())) return;
+        least = value < least ? value : least;
+        most = value > most ? value : most;
+    }
+    double middle() const { return least <= most ? least / 2 + most / 2 : 0; }
+    double reach() const { return std::max(most - middle(), middle() - least); }
+};
+
 /// The middle of the box around all finite coordinates, and how far they are from it.
 Surroundings surroundings_of(std::span<const Ring> rings) {
-    PointR3 low{INFINITY, INFINITY, INFINITY}, high{-INFINITY, -INFINITY, -INFINITY};
-    const auto widen = [](double& least, double& most, double value) {
-        if (!std::isfinite(value)) return;
-        least = std::min(least, value);
-        most = std::max(most, value);
-    };
+    Range x, y, z;
     for (const Ring& ring : rings)
         for (const ChainAtom& atom : std::span(ring.atoms, ring.count)) {
-            widen(low.x, high.x, atom.x);
-            widen(low.y, high.y, atom.y);
-            widen(low.z, high.z, atom.z);
+            x.widen(atom.x);
+            y.widen(atom.y);
+            z.widen(atom.z);
         }
-    const auto middle = [](double least, double most) { return least <= most ? least / 2 + most / 2 : 0; };
-    const PointR3 centre{middle(low.x, high.x), middle(low.y, high.y), middle(low.z, high.z)};
-    const double reach = std::max({high.x - centre.x, centre.x - low.x, high.y - centre.y, centre.y - low.y,
-                                   high.z - centre.z, centre.z - low.z});
-    return {centre, reach};
+    return {{x.middle(), y.middle(), z.middle()}, std::max({x.reach(), y.reach(), z.reach()})};
 }
 
 } // namespace
@@ -69,9 +74,9 @@ Place Beads::previous(const Ring& ring, Place p) const {
 
 void Beads::put(Place from, Place to, PointR3 p) const {
     const PointR3 relative = p - surroundings_.centre;
-    std::fill(w_.x + from, w_.x + to, static_cast<float>(relative.x));
-    std::fill(w_.y + from, w_.y + to, static_cast<float>(relative.y));
-    std::fill(w_.z + from, w_.z + to, static_cast<float>(relative.z));
+    const auto x = static_cast<float>(relative.x), y = static_cast<float>(relative.y),
+               z = static_cast<float>(relative.z);
+    for (Place slot = from; slot < to; ++slot) w_.x[slot] = x, w_.y[slot] = y, w_.z[slot] = z;
 }
 
 void Beads::remove_next(Ring& ring, Place before) {
@@ -138,15 +143,23 @@ Place Beads::place_after(Place p) const {
 }
 
 void Beads::close_holes() {
+    pack();
+    lay_out();
+}
+
+void Beads::pack() {
     for (Ring& ring : rings_) {
         ChainAtom* to = ring.atoms;
-        for (Place p = first(ring); p < ring.seam(); p = bits::first(w_.alive, p + 1, ring.seam()))
-            *to++ = ring.atoms[p - ring.first];
+        // A run of beads without a hole moves in one go.
+        for (Place p = first(ring); p < ring.seam();) {
+            const Place end = bits::first_missing(w_.alive, p, ring.seam());
+            to = std::copy(ring.atoms + (p - ring.first), ring.atoms + (end - ring.first), to);
+            p = bits::first(w_.alive, end, ring.seam());
+        }
         std::copy(ring.atoms + ring.rear, ring.atoms + ring.end, to);
         ring.rear = 0;
         ring.end = ring.count;
     }
-    lay_out();
 }
 
 /// Gives the beads of every ring, which stand without holes, slots as far as there are any.
@@ -162,11 +175,10 @@ void Beads::lay_out() {
     std::fill(w_.alive, w_.alive + blocks(), 0);
     std::fill(w_.segments, w_.segments + blocks(), 0);
     for (const Ring& ring : rings_) {
-        for (std::size_t i = 0; i < ring.slots; ++i) {
+        for (std::size_t i = 0; i < ring.slots; ++i)
             put(ring.first + i, ring.first + i + 1, position(ring.atoms[i]));
-            bits::add(w_.alive, ring.first + i);
-            bits::add(w_.segments, ring.first + i);
-        }
+        bits::add(w_.alive, ring.first, ring.seam());
+        bits::add(w_.segments, ring.first, ring.seam());
         const bool wraps = !ring.has_rear();
         if (ring.count > 0) put(ring.seam(), ring.seam() + 1, position(ring.atoms[wraps ? 0 : ring.rear]));
         if (ring.count > 0 && wraps && !ring.closed) bits::remove(w_.segments, ring.seam() - 1);

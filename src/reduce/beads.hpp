@@ -77,6 +77,8 @@ class Beads {
     void plan_closing();
     Place place_after(Place p) const;
     void close_holes();
+    /// Moves the beads that are left to the front of the caller's atoms. The places are void afterwards.
+    void pack();
 
   private:
     void lay_out();

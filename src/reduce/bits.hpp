@@ -1,6 +1,7 @@
 // Sets of small numbers, one bit each.
 #pragma once
 
+#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -14,6 +15,16 @@ inline bool has(const std::uint64_t* set, std::size_t i) { return (set[i / per_w
 inline void add(std::uint64_t* set, std::size_t i) { set[i / per_word] |= mask(i); }
 inline void remove(std::uint64_t* set, std::size_t i) { set[i / per_word] &= ~mask(i); }
 
+/// Adds all from `from` up to and without `end`.
+inline void add(std::uint64_t* set, std::size_t from, std::size_t end) {
+    for (std::size_t i = from; i < end;) {
+        const std::size_t next = std::min(end, (i / per_word + 1) * per_word);
+        const std::uint64_t up_to_next = next % per_word == 0 ? ~std::uint64_t{0} : mask(next) - 1;
+        set[i / per_word] |= up_to_next & ~(mask(i) - 1);
+        i = next;
+    }
+}
+
 /// The smallest element at or after `from` and before `end`; `end` when there is none.
 inline std::size_t first(const std::uint64_t* set, std::size_t from, std::size_t end) {
     if (from >= end) return end;
@@ -25,6 +36,20 @@ inline std::size_t first(const std::uint64_t* set, std::size_t from, std::size_t
         }
         if (++w * per_word >= end) return end;
     }
+}
+
+/// The smallest number at or after `from` and before `end` that is no element; `end` when there is none.
+inline std::size_t first_missing(const std::uint64_t* set, std::size_t from, std::size_t end) {
+    while (from < end) {
+        const std::uint64_t missing = ~set[from / per_word] & (~std::uint64_t{0} << from % per_word);
+        const std::size_t word_end = (from / per_word + 1) * per_word;
+        const std::size_t found =
+            missing == 0 ? word_end
+                         : word_end - per_word + static_cast<std::size_t>(std::countr_zero(missing));
+        if (missing != 0) return std::min(found, end);
+        from = found;
+    }
+    return end;
 }
 
 /// The largest element before `from` and not below `begin`; `from` when there is none.

@@ -93,8 +93,8 @@ std::size_t find_doubts(const Clearance& clearance, const Cloud& cloud, std::siz
 // all; sums and differences of two heights add less than 7 e R. The direction of n is off by
 // 4 E |b|1|c|1/|n|, which the second term covers many times over:
 //     height_error = R (2^-18 + 1e-8 |b|1|c|1/|n|).
-// p and q have the same error times the length of their gradient, so the numerators p0 h1 - p1 h0, with
-// heights below 3.5 R, have less than 20 R |gradient| height_error.
+// p and q have the same error times the length of their gradient, |c|/|n| and |b|/|n|, so the numerators
+// p0 h1 - p1 h0, with heights below 3.5 R, have less than 20 R |gradient| height_error.
 //
 // contact() itself, in double, errs by less than 9 E |a|1|b|1|c|1 in the determinant and
 // 10 E |b|1|c|1|r|1 (and alike) in the numerators of t, u and v, where |a|1 and |r|1 are below 6 R.
@@ -108,18 +108,18 @@ Clearance clearance_of(const Triangle& triangle, const Surroundings& surrounding
     const double reach = surroundings.reach;
     const double size = length(n);
     const bool in_range = reach > least_reach && reach < most_reach && size > least_normal;
-    const PointR3 along_b = scaled(cross(c, n), 1 / (size * size));
-    const PointR3 along_c = scaled(cross(n, b), 1 / (size * size));
+    const double inverse = 1 / size;
+    const PointR3 normal = scaled(n, inverse);
 
-    const double b_size = sum_of_sizes(b);
-    const double c_size = sum_of_sizes(c);
-    const double height_error = in_range ? reach * (0x1p-18 + 1e-8 * b_size * c_size / size) : INFINITY;
-    const double edge_u = 20 * reach * length(along_b) * height_error;
-    const double edge_v = 20 * reach * length(along_c) * height_error;
-    const double parallel = 4 * height_error + 1e-8 * reach * reach * (b_size + c_size) / size;
-    return {affine(scaled(n, 1 / size), origin),
-            affine(along_b, origin),
-            affine(along_c, origin),
+    const double b_size = sum_of_sizes(b) * inverse;
+    const double c_size = sum_of_sizes(c) * inverse;
+    const double height_error = in_range ? reach * (0x1p-18 + 1e-8 * b_size * c_size * size) : INFINITY;
+    const double parallel = 4 * height_error + 1e-8 * reach * reach * (b_size + c_size);
+    const double edge_u = 20 * reach * c_size * height_error;
+    const double edge_v = 20 * reach * b_size * height_error;
+    return {affine(normal, origin),
+            affine(scaled(cross(c, normal), inverse), origin),
+            affine(scaled(cross(normal, b), inverse), origin),
             static_cast<float>(4 * height_error),
             static_cast<float>(parallel),
             static_cast<float>(edge_u),

@@ -5,6 +5,8 @@
 #include "reduce/bits.hpp"
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 namespace loopwise {
 namespace {
@@ -12,9 +14,9 @@ namespace {
 /// Below this a ring has no triangle to spare.
 constexpr std::size_t fewest_beads = 3;
 
-/// A triangle of three beads in a row.
+/// A triangle of three beads in a row, and the bead before them.
 struct Corners {
-    Place before, first, middle, last; ///< `before` is the bead before the first
+    Place before = nowhere, first = nowhere, middle = nowhere, last = nowhere;
     /// Whether a segment of the same ring shares a bead with the triangle, by where it begins.
     bool touch(Place segment) const {
         return segment == before || segment == first || segment == middle || segment == last;
@@ -28,13 +30,13 @@ class Elimination {
         std::fill(w_.in_question, w_.in_question + beads_.blocks(), 0);
         std::fill(w_.is_obstacle, w_.is_obstacle + beads_.blocks(), 0);
         std::fill(w_.obstacles, w_.obstacles + slots(), nowhere);
-        for (const Ring& ring : rings_) question_from(ring, ring.first);
+        for (const Ring& ring : rings_) question_all(ring, ring.first);
     }
 
     void run() {
         while (remove_first_free())
             if (beads_.sparse()) close_holes();
-        beads_.close_holes();
+        beads_.pack();
     }
 
   private:
@@ -53,24 +55,27 @@ class Elimination {
     }
 
     bool try_to_remove(Ring& ring, Place p) {
-        const Place middle = beads_.next(ring, p);
-        const Corners corners{beads_.previous(ring, p), p, middle, beads_.next(ring, middle)};
-        if (is_blocked(ring, corners)) return false;
-        remove_middle(ring, corners);
+        const bool previous_was_blocked = corners_.first != nowhere;
+        corners_ = corners_at(ring, p);
+        if (is_blocked(ring, corners_, previous_was_blocked)) return false;
+        remove_middle(ring, std::exchange(corners_, {}));
         return true;
     }
 
-    bool is_blocked(const Ring& ring, const Corners& corners) {
+    /// Most triangles are the next after the one that was tried before.
+    Corners corners_at(const Ring& ring, Place p) const {
+        if (p == corners_.middle) return {corners_.first, p, corners_.last, beads_.next(ring, corners_.last)};
+        const Place middle = beads_.next(ring, p);
+        return {beads_.previous(ring, p), p, middle, beads_.next(ring, middle)};
+    }
+
+    bool is_blocked(const Ring& ring, const Corners& corners, bool previous_was_blocked) {
         const Triangle triangle{Beads::at(ring, corners.first), Beads::at(ring, corners.middle),
                                 Beads::at(ring, corners.last)};
         const Place known = ring.in_front(corners.first) ? w_.obstacles[corners.first] : nowhere;
         if (known != nowhere && !corners.touch(known) && meets(triangle, known)) return true;
 
-        // Neighbours are often in the way of each other's obstacle.
-        if (recent_ != nowhere && !corners.touch(recent_) && meets(triangle, recent_)) {
-            remember(corners.first, recent_);
-            return true;
-        }
+        if (previous_was_blocked && meets_recent(triangle, corners)) return true;
 
         const Clearance clearance = clearance_of(triangle, beads_.surroundings());
         const std::size_t start = ring.in_front(corners.first) ? corners.first / block_size : 0;
@@ -84,6 +89,16 @@ class Elimination {
         if (obstacle == nowhere) return false;
         remember(corners.first, obstacle);
         return true;
+    }
+
+    /// What blocked a triangle often blocks its neighbours, where most of them are blocked.
+    bool meets_recent(const Triangle& triangle, const Corners& corners) {
+        for (const Place obstacle : recent_) {
+            if (obstacle == nowhere || corners.touch(obstacle) || !meets(triangle, obstacle)) continue;
+            remember(corners.first, obstacle);
+            return true;
+        }
+        return false;
     }
 
     /// Where the first segment of the blocks begins that meets the triangle.
@@ -121,14 +136,14 @@ class Elimination {
     void remove_middle(Ring& ring, const Corners& corners) {
         const Place rear = ring.rear_begin();
         beads_.remove_next(ring, corners.first);
-        if (recent_ == corners.middle) recent_ = nowhere;
+        std::replace(recent_.begin(), recent_.end(), corners.middle, Place{nowhere});
         const auto moved = [&](Place p) -> Place {
             return !ring.in_front(corners.middle) && rear <= p && p < corners.middle ? p + 1 : p;
         };
         reconsider(corners, moved);
         if (ring.in_front(corners.middle)) forget(corners.middle);
         if (ring.count <= fewest_beads) {
-            question_from(ring, ring.first);
+            question_all(ring, ring.first);
         } else {
             question(ring, moved(corners.before));
             question(ring, moved(corners.first));
@@ -149,15 +164,17 @@ class Elimination {
         }
     }
 
-    bool may_be_obstacle(Place p) const { return p >= slots() || bits::has(w_.is_obstacle, p); }
+    bool has_slot(Place p) const { return beads_.ring_of(p).in_front(p); }
+
+    bool may_be_obstacle(Place p) const { return !has_slot(p) || bits::has(w_.is_obstacle, p); }
 
     void remember(Place p, Place obstacle) {
-        if (p >= slots()) return;
+        if (!has_slot(p)) return;
         w_.obstacles[p] = static_cast<std::uint32_t>(obstacle);
         remembered_end_ = std::max(remembered_end_, p + 1);
-        if (obstacle >= slots()) return;
+        if (!has_slot(obstacle)) return;
         bits::add(w_.is_obstacle, obstacle);
-        recent_ = obstacle;
+        if (recent_[0] != obstacle) recent_ = {obstacle, recent_[0]};
     }
 
     void forget(Place p) {
@@ -180,37 +197,55 @@ class Elimination {
         if (is_candidate(ring, p)) bits::add(w_.in_question, p);
     }
 
-    void question_from(const Ring& ring, Place from) {
-        for (Place p = from; p < ring.seam(); ++p)
-            if (bits::has(w_.alive, p)) question(ring, p);
+    /// All triangles from a place on are new.
+    void question_all(const Ring& ring, Place from) {
+        std::fill(w_.obstacles + from, w_.obstacles + ring.seam(), nowhere);
+        if (ring.count <= fewest_beads) {
+            for (Place p = from; p < ring.seam(); ++p) bits::remove(w_.in_question, p);
+            return;
+        }
+        for (Place p = bits::first(w_.alive, from, ring.seam()); p < ring.seam();) {
+            const Place end = bits::first_missing(w_.alive, p, ring.seam());
+            bits::add(w_.in_question, p, end);
+            p = bits::first(w_.alive, end, ring.seam());
+        }
+        const Place last = beads_.last(ring);
+        question(ring, last);
+        question(ring, beads_.previous(ring, last));
     }
 
     void close_holes() {
         beads_.plan_closing();
-        recent_ = nowhere;
-        remembered_end_ = 0;
-        std::fill(w_.is_obstacle, w_.is_obstacle + beads_.blocks(), 0);
         for (Place p = bits::first(w_.alive, 0, slots()); p < slots();
              p = bits::first(w_.alive, p + 1, slots())) {
             const Place obstacle = w_.obstacles[p];
             const bool in_question = bits::has(w_.in_question, p);
             forget(p);
             const Place now = beads_.place_after(p);
-            if (obstacle != nowhere) remember(now, beads_.place_after(obstacle));
+            if (obstacle != nowhere)
+                w_.obstacles[now] = static_cast<std::uint32_t>(beads_.place_after(obstacle));
             if (in_question) bits::add(w_.in_question, now);
         }
         const Ring& ring = rings_.front();
         const Place first_new = beads_.place_after(ring.rear_begin());
         const bool had_rear = ring.has_rear();
         beads_.close_holes();
-        if (had_rear) question_from(ring, first_new);
+
+        // The places that follow are those of the new order.
+        recent_.fill(nowhere);
+        remembered_end_ = 0;
+        std::fill(w_.is_obstacle, w_.is_obstacle + beads_.blocks(), 0);
+        for (Place p = 0; p < slots(); ++p)
+            if (w_.obstacles[p] != nowhere) remember(p, w_.obstacles[p]);
+        if (had_rear) question_all(ring, first_new);
     }
 
     std::span<Ring> rings_;
     Workspace w_;
     Beads beads_;
     FindDoubts find_doubts_;
-    Place recent_ = nowhere;   ///< an obstacle among the slots
+    Corners corners_; ///< of the triangle that was tried last, if it is still there
+    std::array<Place, 2> recent_{nowhere, nowhere}; ///< obstacles among the slots
     Place remembered_end_ = 0; ///< no obstacle is remembered for this place or any after it
 };
 
