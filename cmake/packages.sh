@@ -1,33 +1,33 @@
-# Sourced by ./demo and ./check: looks for what a build needs and installs the Debian packages that are
-# missing, or prints the one line that does.
-missing=""
+# shellcheck shell=sh disable=SC2034
+# Sourced by ./demo and ./check: looks for the Debian packages that a build needs and installs those that
+# are missing, or prints the one line that does.
+build_packages="g++ cmake ninja-build"
+survey_packages="libcli11-dev nlohmann-json3-dev gemmi-dev tao-pegtl-dev zlib1g-dev"
+check_packages="clang libgtest-dev libbenchmark-dev abigail-tools pkg-config dpkg-dev valgrind"
 
-need() { # need PACKAGE COMMAND...: the package is missing when the command fails
-    package=$1
-    shift
-    "$@" >/dev/null 2>&1 || missing="$missing $package"
-}
 installed() { dpkg-query -W -f '${Status}' "$1" 2>/dev/null | grep -q 'ok installed'; }
 
-install_missing() {
+need() { # need PACKAGE...
+    if ! command -v dpkg-query >/dev/null; then
+        echo "Not a Debian system: going on as if it had what these packages hold: $*" >&2
+        return
+    fi
+    missing=""
+    for package; do
+        installed "$package" || missing="$missing $package"
+    done
     [ -n "$missing" ] || return 0
-    # shellcheck disable=SC2086  # a list of words on purpose
     if [ "$(id -u)" = 0 ]; then
-        echo "Installing:$missing"
-        apt-get update -qq && DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing >/dev/null
+        as_root=""
     elif sudo -n true 2>/dev/null; then
-        echo "Installing with sudo:$missing"
-        sudo apt-get update -qq && sudo DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing >/dev/null
+        as_root="sudo"
     else
         echo "Packages are missing. Install them with this line and start again:" >&2
         echo "  sudo apt-get install --no-install-recommends$missing" >&2
         exit 1
     fi
-    missing=""
-}
-
-need_build_tools() {
-    need g++ g++ --version
-    need cmake cmake --version
-    need ninja-build ninja --version
+    echo "Installing:$missing"
+    # shellcheck disable=SC2086  # lists of words on purpose
+    $as_root apt-get update -qq &&
+        $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing >/dev/null
 }
