@@ -10,6 +10,11 @@ for document in README.md CONTRIBUTING.md docs/*.md; do
         [ -e "$(dirname "$document")/$link" ] || { echo "$document: no $link"; exit 1; }
     done
 done
+# Every exported function is used in an example, and the tour of them goes to its end.
+for function in $(grep '^LOOPWISE_API' include/libloopwise.h | sed -E 's/\(.*//; s/.*[ *&>]//'); do
+    grep -rqw "$function" examples || { echo "no example uses $function"; exit 1; }
+done
+"$(dirname "$1")/tour" examples/data/trefoil.txt examples/data/figure_eight.txt | grep -q 'a quarter circle: 10 atoms'
 if command -v doxygen >/dev/null; then
     folder=$(mktemp -d)
     trap 'rm -rf "$folder"' EXIT
