@@ -101,18 +101,6 @@ TEST(Elimination, IsTheSameForEveryInstructionSetAndWorkspace) {
                        loopwise::instruction_sets().back());
 }
 
-/// Every chain of five points on a 2 x 2 x 2 grid: all the coincidences that small chains can have.
-TEST(ChainReduction, EqualsTheLiteralProcedureOnAGrid) {
-    for (int code = 0; code < 1 << 15; ++code) {
-        Chain chain;
-        for (int i = 0; i < 5; ++i) {
-            const int corner = code >> 3 * i & 7;
-            chain.push_back({1.0 * (corner & 1), 1.0 * (corner >> 1 & 1), 1.0 * (corner >> 2), i});
-        }
-        expect_literal(chain, code % 2 == 0);
-    }
-}
-
 void expect_literal(const Structure& structure, bool closed) {
     Structure ours = structure, theirs = structure;
     const Capture printed;
