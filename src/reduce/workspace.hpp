@@ -45,7 +45,7 @@ class StackWorkspace {
     std::uint64_t alive_[slots / block_size], segments_[slots / block_size], in_question_[slots / block_size],
         is_obstacle_[slots / block_size];
 };
-static_assert(sizeof(StackWorkspace) < 60 * 1024);
+static_assert(sizeof(StackWorkspace) < std::size_t{60} * 1024);
 
 /// Room for a given number of slots.
 class HeapWorkspace {
