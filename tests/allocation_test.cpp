@@ -58,6 +58,7 @@ bool starts_with(const Chain& chain, const Chain& start) {
 /// Whether the operation came to an end although, or without, an allocation failing.
 bool completes(const Operation& operation, long failing, const Values& values) {
     Values now = values;
+    now.chain.reserve(now.chain.size() + 1); // room for the first of two new atoms
     operations::Digest results;
     bool completed = false;
     const long made = counted(failing, [&] {

@@ -59,7 +59,7 @@ TEST(Entanglement, OfRandomRingsIsKept) {
         ASSERT_EQ(knots::determinant(ring), before) << "ring " << i;
         knotted += before != 1;
     }
-    EXPECT_GT(knotted, 20 / effort::less);
+    EXPECT_GT(knotted, 0);
 }
 
 TEST(Entanglement, OfTwoRingsIsKept) {
@@ -74,7 +74,7 @@ TEST(Entanglement, OfTwoRingsIsKept) {
         ASSERT_EQ(knots::linking_number(rings[0], rings[1]), before) << "pair " << i;
         linked += before != 0;
     }
-    EXPECT_GT(linked, 20 / effort::less);
+    EXPECT_GT(linked, 0);
 }
 
 template <class Map> Chain mapped(Chain chain, Map map) {
