@@ -17,7 +17,7 @@ constexpr std::size_t too_few_to_close = 2 * block_size;
 constexpr std::size_t most_holes = 8;
 
 struct Range {
-    double least = INFINITY, most = -INFINITY;
+    double least = std::numeric_limits<double>::infinity(), most = -least;
 
     /// A not-a-number is neither less nor greater; an infinity is not below the largest number.
     void widen(double value) {
