@@ -161,7 +161,8 @@ void add_measures(bool smoke) {
             return close(s);
         };
     };
-    add("CloseChains_1direction/40x200", structure, seeded(literal::close_in_directions),
+    add("CloseChains_1direction/40x200", structure,
+        seeded([](Structure& s) { return literal::close(s, literal::Closure::direction, false, 0); }),
         seeded(CloseChains_1direction), same_structure);
 }
 

@@ -45,12 +45,6 @@ PointR3 at(const ChainAtom& a) { return {a.x, a.y, a.z}; }
 bool same(PointR3 a, PointR3 b) { return chains::same_bits({{a.x, a.y, a.z, 0}}, {{b.x, b.y, b.z, 0}}); }
 bool equal(double a, double b) { return a == b || (a != a && b != b); }
 
-bool starts_with(const Chain& chain, const Chain& start) {
-    return chain.size() >= start.size() &&
-           chains::same_bits(Chain(chain.begin(), chain.begin() + static_cast<std::ptrdiff_t>(start.size())),
-                             start);
-}
-
 /// A repeated end apart, what is left stood in the input in this order.
 bool is_left_of(Chain left, Chain input) {
     if (literal::repeats_end(input) && input.size() > 1) left.pop_back(), input.pop_back();
@@ -106,8 +100,8 @@ void check_closures(const Structure& input, int row, double scale) {
         for (std::size_t i = 0; i < input.size(); ++i) {
             Chain chain = input[i];
             const bool changed = one(chain) == 0 && !chain.empty();
-            REQUIRE(starts_with(chain, input[i]) && (chain.size() > input[i].size()) == changed);
-            REQUIRE(starts_with(all[i], input[i]));
+            REQUIRE(chains::starts_with(chain, input[i]) && (chain.size() > input[i].size()) == changed);
+            REQUIRE(chains::starts_with(all[i], input[i]));
         }
     };
     check([&](Chain& c) { return CloseChain_1point(c, scale); },

@@ -49,12 +49,6 @@ template <class Run> long counted(long failing, Run run) {
     return allocations;
 }
 
-bool starts_with(const Chain& chain, const Chain& start) {
-    return chain.size() >= start.size() &&
-           chains::same_bits({chain.begin(), chain.begin() + static_cast<std::ptrdiff_t>(start.size())},
-                             start);
-}
-
 /// Whether the operation came to an end although, or without, an allocation failing.
 bool completes(const Operation& operation, long failing, const Values& values) {
     Values now = values;
@@ -72,7 +66,8 @@ bool completes(const Operation& operation, long failing, const Values& values) {
     EXPECT_TRUE(completed || chains::same_bits(now.chain, values.chain)) << operation.name << ' ' << failing;
     // ChainsReduce() too: it has all its memory before it takes an atom away.
     for (std::size_t i = 0; i < values.structure.size() && !completed; ++i)
-        EXPECT_TRUE(starts_with(now.structure[i], values.structure[i])) << operation.name << ' ' << failing;
+        EXPECT_TRUE(chains::starts_with(now.structure[i], values.structure[i]))
+            << operation.name << ' ' << failing;
     return completed;
 }
 

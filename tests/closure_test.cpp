@@ -88,7 +88,7 @@ TEST(PointTables, FullereneHasItsNinetyBonds) {
 /// A typing error in any digit of a row moves at least the sums.
 TEST(PointTables, UniformIsSpreadEvenly) {
     FillFulerenData();
-    double reciprocal = 0, mean = 0, nearest = 9, farthest = 0, to_opposite = 9;
+    double reciprocal = 0, mean = 0, nearest = 9, farthest = 0;
     for (std::size_t i = 0; i < uniform.size(); ++i) {
         EXPECT_NEAR(size(uniform[i]), 1, 8e-7) << i;
         const std::vector<double> others = distances_from(uniform, i);
@@ -96,7 +96,6 @@ TEST(PointTables, UniformIsSpreadEvenly) {
         farthest = std::max(farthest, others.front());
         mean += others.front() / 400;
         for (const double d : others) reciprocal += 1 / d / 2;
-        to_opposite = std::min(to_opposite, std::sqrt(std::max(0.0, 4 - others.back() * others.back())));
         EXPECT_TRUE(i == 0 || Dist(uniform[i - 1], uniform[i]) > 0.35) << i;
         for (std::size_t j = 0; j < i && i < 60; ++j) EXPECT_GE(Dist(uniform[i], uniform[j]), 0.3402) << i;
     }
@@ -104,121 +103,10 @@ TEST(PointTables, UniformIsSpreadEvenly) {
     EXPECT_NEAR(farthest, 0.18925, 5e-6);
     EXPECT_NEAR(mean, 0.18035, 5e-6);
     EXPECT_NEAR(reciprocal, 75583.61, 5e-3);
-    EXPECT_GT(to_opposite, 0.0145);
-    std::array<int, 9> with_neighbours{};
-    for (std::size_t i = 0; i < uniform.size(); ++i) {
-        const std::vector<double> others = distances_from(uniform, i);
-        const auto end = std::lower_bound(others.begin(), others.end(), 1.25 * mean);
-        ++with_neighbours.at(static_cast<std::size_t>(end - others.begin()));
-    }
-    EXPECT_EQ(with_neighbours, (std::array{0, 0, 0, 0, 1, 39, 359, 1, 0}));
     const PointR3 total = sum(uniform);
     EXPECT_NEAR(total.x, -0.0002479, 1e-12);
     EXPECT_NEAR(total.y, 0.00131313954, 1e-12);
     EXPECT_NEAR(total.z, 0.00207429, 1e-12);
-}
-
-TEST(OnePointClosure, AppendsOneFarAtom) {
-    FillFulerenData();
-    Chain chain{{0, 0, 0, 5}, {0, 0, 0, 9}, {3, 0, 0, 2}}, one{{1, 2, 3, 2147483647}};
-    std::srand(1);
-    const PointR3 u = uniform[static_cast<std::size_t>(std::rand() % 400)];
-    const int next = std::rand();
-    std::srand(1);
-    EXPECT_EQ(CloseChain_1point(chain, 3), 0);
-    EXPECT_EQ(std::rand(), next);
-    const double length = std::sqrt(u.x * u.x + u.y * u.y + u.z * u.z);
-    const Chain expected{{0, 0, 0, 5},
-                         {0, 0, 0, 9},
-                         {3, 0, 0, 2},
-                         {1 + u.x * 6 / length, 0 + u.y * 6 / length, 0 + u.z * 6 / length, 3}};
-    EXPECT_TRUE(chains::same_bits(chain, expected));
-    EXPECT_EQ(CloseChain_1point(one, 7), 0);
-    EXPECT_TRUE(chains::same_bits(one, {{1, 2, 3, 2147483647}, {1, 2, 3, -2147483647 - 1}}));
-}
-
-/// The next std::rand() tells how many numbers an operation drew since the seed.
-template <class Operation> int next_after(unsigned seed, Operation operation) {
-    std::srand(seed);
-    operation();
-    return std::rand();
-}
-int draws(unsigned seed, int next) {
-    std::srand(seed);
-    for (int count = 0; count < 10000; ++count)
-        if (std::rand() == next) return count;
-    return -1;
-}
-
-Structure tangles(std::size_t components) {
-    chains::Random random(2);
-    Structure structure(components);
-    for (Chain& chain : structure) chain = chains::make(chains::Kind::tangle, 4, random);
-    return structure;
-}
-
-/// The rows that an operation must have taken: what it drew, without what was taken before.
-std::vector<int> distinct_rows(unsigned seed, std::size_t count, int limit) {
-    std::vector<int> rows;
-    std::srand(seed);
-    while (rows.size() < count) {
-        const int row = std::rand() % limit;
-        if (std::find(rows.begin(), rows.end(), row) == rows.end()) rows.push_back(row);
-    }
-    return rows;
-}
-
-PointR3 along(PointR3 from, int row, double distance) {
-    const PointR3 u = uniform[static_cast<std::size_t>(row)];
-    const double length = std::sqrt(u.x * u.x + u.y * u.y + u.z * u.z);
-    return {from.x + u.x * distance / length, from.y + u.y * distance / length,
-            from.z + u.z * distance / length};
-}
-
-void expect_at(const ChainAtom& atom, PointR3 p, int id) {
-    EXPECT_TRUE(chains::same_bits({atom}, {{p.x, p.y, p.z, id}})) << atom.id << " for " << id;
-}
-
-TEST(OnePointClosure, GivesEveryComponentItsOwnRow) {
-    FillFulerenData();
-    const Structure before = tangles(60);
-    Structure structure = before;
-    const int next = next_after(3, [&] { EXPECT_EQ(CloseChains_1point(structure, 2), 0); });
-    const std::vector<int> rows = distinct_rows(3, 60, 60);
-    EXPECT_EQ(std::rand(), next);
-    for (std::size_t i = 0; i < 60; ++i)
-        expect_at(structure[i].back(),
-                  along(CentreOfChain(before[i]), rows[i], 2 * DiameterOfStructure(before)), 5);
-}
-
-TEST(DirectionClosure, ShiftsBothEnds) {
-    FillFulerenData();
-    const Chain pair{{0, 0, 0, 9}, {3, 0, 0, 2}};
-    const double shift = 1.02 * 3.0;
-    for (const int row : {0, 1, 60, 399}) {
-        Chain chain = pair;
-        EXPECT_EQ(draws(4, next_after(4, [&] { EXPECT_EQ(CloseChain_1direction_NoRandom(chain, row), 0); })),
-                  0);
-        ASSERT_EQ(chain.size(), 4U);
-        expect_at(chain[2], along({3, 0, 0}, row, shift), 3);
-        expect_at(chain[3], along({0, 0, 0}, row, shift), 4);
-    }
-    Chain random = pair, chosen = pair;
-    EXPECT_EQ(draws(8, next_after(8, [&] { EXPECT_EQ(CloseChain_1direction(random), 0); })), 1);
-    std::srand(8);
-    CloseChain_1direction_NoRandom(chosen, std::rand() % 400);
-    EXPECT_TRUE(chains::same_bits(random, chosen));
-    for (const int row : {-1, 400, -2147483647 - 1})
-        EXPECT_EQ(CloseChain_1direction_NoRandom(chosen, row), -1);
-    EXPECT_EQ(chosen.size(), 4U);
-}
-
-TEST(DirectionClosure, MeasuresTheStructureAnewForEveryComponent) {
-    FillFulerenData();
-    Structure structure = tangles(30), expected = structure;
-    const int next = next_after(6, [&] { EXPECT_EQ(CloseChains_1direction(structure), 0); });
-    EXPECT_EQ(next_after(6, [&] { literal::close_in_directions(expected); }), next);
-    for (std::size_t i = 0; i < 30; ++i) EXPECT_TRUE(chains::same_bits(structure[i], expected[i])) << i;
 }
 
 TEST(CircleArc, StepsAlongTheShorterWay) {
@@ -286,92 +174,83 @@ TEST(CircleArc, IsEmptyOnlyWithoutAPlane) {
     }
 }
 
-TEST(OutsideClosure, FollowsTheArcFromLastToFirst) {
-    Chain chain{{0, 0, 0, 1}, {2, 0, 0, 30}, {2, 2, 0, 3}};
-    EXPECT_EQ(CloseChain_OUT(chain, 2), 0);
-    ASSERT_EQ(chain.size(), 18U);
-    EXPECT_NEAR(Dist(at(chain[3]), {2.666667, 3.333333, 0}), 0, 1e-6);
-    EXPECT_NEAR(Dist(at(chain[4]), {2.182014, 3.524748, 0}), 0, 1e-6);
-    EXPECT_NEAR(Dist(at(chain[17]), {-1.333333, -0.666667, 0}), 0, 1e-6);
-    EXPECT_TRUE(chain[3].id == 31 && chain[17].id == 45);
-    const Capture printed;
-    Chain two{{0, 0, 0, 1}, {1, 2, 3, 2}}, negative{{0, 0, 0, -7}, {2, 0, 0, -4}, {2, 2, 0, -9}};
-    EXPECT_EQ(CloseChain_OUT(two, 2), -1);
-    EXPECT_EQ(two.size(), 2U);
-    EXPECT_EQ(CloseChain_OUT(negative, 2), 0);
-    EXPECT_EQ(negative[3].id, -3);
-    Structure structure = tangles(4), before = structure;
-    structure[2] = before[2] = {{0.1, 0.1, 0.1, 1}, {0.1, 0.3, 0.2, 90}}; // on a line, which rounding hides
-    EXPECT_EQ(CloseChains_OUT(structure, 2), -1);
-    int id = 90;
-    for (std::size_t i = 0; i < 2; ++i) {
-        const Chain& open = before[i];
-        const Chain arc = GivePointsOnTheCircle(at(open.back()), at(open[0]), CentreOfChain(open),
-                                                DiameterOfStructure(before) * 2, id);
-        EXPECT_TRUE(chains::same_bits(Chain(structure[i].begin() + 4, structure[i].end()), arc));
-        id = arc.back().id;
-    }
-    EXPECT_TRUE(structure[2].size() == 2 && structure[3].size() == 4 && printed.silent());
+struct Pair {
+    literal::Closure how;
+    int (*chain)(Chain&, double);
+    int (*structure)(Structure&, double);
+};
+const Pair closures[] = {
+    {literal::Closure::one_point, CloseChain_1point, CloseChains_1point},
+    {literal::Closure::direction, [](Chain& c, double) { return CloseChain_1direction(c); },
+     [](Structure& s, double) { return CloseChains_1direction(s); }},
+    {literal::Closure::two_points, CloseChain_2points, CloseChains_2points},
+    {literal::Closure::outside, CloseChain_OUT, CloseChains_OUT},
+};
+
+/// Its result, its atoms to the last bit, and the state that it leaves std::rand() in.
+void expect_literal(const Pair& closure, const Structure& before, bool alone, unsigned seed) {
+    Structure ours = before, theirs = before;
+    std::srand(seed);
+    const int result = alone ? closure.chain(ours[0], 3) : closure.structure(ours, 3);
+    const int next = std::rand();
+    std::srand(seed);
+    ASSERT_EQ(result, literal::close(theirs, closure.how, alone, 3));
+    ASSERT_EQ(next, std::rand());
+    for (std::size_t i = 0; i < before.size(); ++i)
+        ASSERT_TRUE(chains::same_bits(ours[i], theirs[i])) << i << ": " << chains::text(before[i]);
 }
 
-/// Replays the draws and builds the arcs from the rows that they mean.
-TEST(TwoPointClosure, TakesTheRowsThatItDraws) {
+TEST(Closures, EqualTheStepsWrittenDown) {
     FillFulerenData();
-    const auto arc = [](const Chain& chain, int from, int to, double radius, int id) {
-        const PointR3 c = CentreOfChain(chain), u = uniform[static_cast<std::size_t>(from)],
-                      v = uniform[static_cast<std::size_t>(to)];
-        return GivePointsOnTheCircle({c.x + u.x, c.y + u.y, c.z + u.z}, {c.x + v.x, c.y + v.y, c.z + v.z}, c,
-                                     radius, id);
+    chains::Random random(2);
+    const Silence quiet;
+    const auto make = [&](std::size_t components, chains::Kind kind, int shortest) {
+        Structure structure(components);
+        for (Chain& chain : structure) {
+            chain = chains::make(kind, shortest + random.below(6), random);
+            for (ChainAtom& atom : chain)
+                atom.id = random.below(40) == 0 ? 2147483647 : atom.id - random.below(9);
+        }
+        return structure;
     };
-    int redrawn = 0;
-    for (unsigned seed = 0; seed < 2000; ++seed) {
-        Chain chain{{0, 0, 0, -3}, {1, 2, 3, -8}, {5, 0, 1, -5}}, expected = chain;
-        const int next = next_after(seed, [&] { EXPECT_EQ(CloseChain_2points(chain, 3), 0); });
-        std::srand(seed);
-        const int from = std::rand() % 400;
-        int to = std::rand() % 400;
-        for (; to == from; ++redrawn) to = std::rand() % 60;
-        ASSERT_EQ(std::rand(), next);
-        const Chain added = arc(expected, from, to, RadiusOfChain(expected) * 3, -3);
-        expected.insert(expected.end(), added.begin(), added.end());
-        ASSERT_TRUE(chains::same_bits(chain, expected));
+    for (unsigned seed = 0; seed < 4000; ++seed) {
+        const chains::Kind kind = chains::all_kinds[seed % 6]; // numbers that stay numbers
+        for (const Pair& closure : closures) {
+            expect_literal(closure, make(1, kind, seed % 3), true, seed);
+            if (seed % 8 == 0) expect_literal(closure, make(seed % 7, kind, seed % 5), false, seed);
+        }
     }
-    EXPECT_GT(redrawn, 0);
-
-    Structure structure = tangles(200), before = structure;
-    std::srand(1);
-    EXPECT_EQ(CloseChains_2points(structure, 2), 0);
-    const std::vector<int> rows = distinct_rows(1, 400, 400);
-    int id = 4;
-    for (std::size_t i = 0; i < 200; ++i) {
-        const Chain added = arc(before[i], rows[2 * i], rows[2 * i + 1], DiameterOfStructure(before) * 2, id);
-        id = added.back().id;
-        EXPECT_TRUE(chains::same_bits(Chain(structure[i].begin() + 4, structure[i].end()), added)) << i;
+    const Chain no_plane{{1e17, 1e17, 1e17, 1}, {1e17, 1e17, 1e17, 2}, {1e17, 1e17, 1e17, 3}};
+    for (const Pair& closure : closures) {
+        for (const std::size_t components : {59U, 60U, 61U, 200U, 201U, 400U, 401U})
+            expect_literal(closure, make(components, chains::Kind::tangle, 1), false, 1);
+        const Structure around = make(2, chains::Kind::tangle, 4);
+        expect_literal(closure, {around[0], no_plane, around[1]}, false, 1);
     }
-    Chain far{{1e17, 1e17, 1e17, 1}, {1e17, 1e17, 1e17, 2}};
-    EXPECT_EQ(CloseChain_2points(far, 2), -1);
-    Structure with_far{before[0], far, before[1]};
-    EXPECT_EQ(CloseChains_2points(with_far, 2), -1);
-    EXPECT_TRUE(with_far[0].size() > 4 && with_far[1].size() == 2 && with_far[2].size() == 4);
 }
 
-TEST(Closures, RefuseTooManyComponentsWithoutDrawing) {
-    FillFulerenData();
-    const auto refuses = [](std::size_t components, auto operation) {
-        Structure structure = tangles(components);
-        EXPECT_EQ(draws(9, next_after(9, [&] { EXPECT_EQ(operation(structure), -1); })), 0);
-        for (const Chain& chain : structure) EXPECT_EQ(chain.size(), 4U);
-    };
-    Structure four_hundred = tangles(400);
-    EXPECT_EQ(CloseChains_1direction(four_hundred), 0);
-    refuses(61, [](Structure& s) { return CloseChains_1point(s, 2); });
-    refuses(401, [](Structure& s) { return CloseChains_1direction(s); });
-    refuses(201, [](Structure& s) { return CloseChains_2points(s, 2); });
+TEST(Closures, OfSmallChains) {
+    const Chain pair{{0, 0, 0, 9}, {3, 0, 0, 2}}, corner{{0, 0, 0, 1}, {2, 0, 0, 30}, {2, 2, 0, 3}};
+    Chain shifted = pair, arched = corner;
+    EXPECT_EQ(CloseChain_1direction_NoRandom(shifted, 399), 0);
+    for (const int row : {-1, 400, -2147483647 - 1})
+        EXPECT_EQ(CloseChain_1direction_NoRandom(shifted, row), -1);
+    ASSERT_EQ(shifted.size(), 4U);
+    const PointR3 u = uniform[399];
+    EXPECT_NEAR(Dist(at(shifted[2]), {3 + 3.06 * u.x, 3.06 * u.y, 3.06 * u.z}), 0, 3e-6);
+    EXPECT_NEAR(Dist(at(shifted[3]), {3.06 * u.x, 3.06 * u.y, 3.06 * u.z}), 0, 3e-6);
+    EXPECT_TRUE(shifted[2].id == 3 && shifted[3].id == 4);
+    EXPECT_EQ(CloseChain_OUT(arched, 2), 0);
+    ASSERT_EQ(arched.size(), 18U);
+    EXPECT_NEAR(Dist(at(arched[3]), {2.666667, 3.333333, 0}), 0, 1e-6);
+    EXPECT_NEAR(Dist(at(arched[4]), {2.182014, 3.524748, 0}), 0, 1e-6);
+    EXPECT_NEAR(Dist(at(arched[17]), {-1.333333, -0.666667, 0}), 0, 1e-6);
+    EXPECT_TRUE(arched[3].id == 31 && arched[17].id == 45);
 }
 
 TEST(Closures, WarnOfEmptyInput) {
     Chain none;
-    Structure no_component, hollow = tangles(500);
+    Structure no_component, hollow(500, {{1, 2, 3, 4}});
     hollow[499].clear();
     Capture printed;
     EXPECT_EQ(CloseChain_1point(none, 2) + CloseChain_1direction(none) +
@@ -385,7 +264,7 @@ TEST(Closures, WarnOfEmptyInput) {
     std::string warnings;
     for (int i = 0; i < 5 + 2 * 4; ++i) warnings += "[WARNING] You are trying to CLOSE an EMPTY chain.\n";
     EXPECT_EQ(printed.clog.str(), warnings);
-    EXPECT_TRUE(none.empty() && hollow[0].size() == 4 && printed.cerr.str().empty());
+    EXPECT_TRUE(none.empty() && hollow[0].size() == 1 && printed.cerr.str().empty());
 }
 
 } // namespace

@@ -111,36 +111,21 @@ void expect_literal(const Structure& structure, bool closed) {
             << "component " << i << ": " << chains::text(structure[i]);
 }
 
+/// Some long enough for holes to be closed while other components hold triangles.
 TEST(StructureReduction, EqualsTheLiteralProcedure) {
     chains::Random random(5);
-    for (const chains::Kind kind : chains::all_kinds)
-        for (int i = 0; i < 120; ++i) {
-            Structure structure(static_cast<std::size_t>(random.below(6)));
-            for (Chain& chain : structure) {
-                const int length = random.below(4) == 0 ? random.below(4) : random.below(24);
-                chain = chains::make(kind, length, random);
-                if (random.below(5) == 0) chain = chains::with_repeated_end(chain);
-                if (i % 3 == 0) // far from the others
-                    for (ChainAtom& atom : chain)
-                        atom.x += 100.0 * static_cast<double>(&chain - structure.data());
-                if (random.below(20) == 0) chain = {{1, 2, 3, 4}, {1, 2, 3, 4}};
-            }
-            expect_literal(structure, false);
-            expect_literal(structure, true);
-        }
-}
-
-/// Long enough for holes to be closed while other components hold triangles.
-TEST(StructureReduction, EqualsTheLiteralProcedureOnLongChains) {
-    chains::Random random(6);
-    for (int i = 0; i < 300; ++i) {
-        Structure structure(static_cast<std::size_t>(1 + random.below(6)));
+    for (int i = 0; i < 2700; ++i) {
+        const bool tall = i % 9 == 0;
+        const int kinds = tall && i % 27 > 0 ? 2 : static_cast<int>(std::size(chains::all_kinds));
+        const chains::Kind kind = chains::all_kinds[random.below(kinds)];
+        Structure structure(static_cast<std::size_t>(random.below(7)));
         for (Chain& chain : structure) {
-            const bool usual = random.below(3) > 0;
-            const chains::Kind kind =
-                chains::all_kinds[random.below(usual ? 2 : static_cast<int>(std::size(chains::all_kinds)))];
-            chain = chains::make(kind, random.below(110), random);
+            chain = chains::make(kind, random.below(random.below(4) == 0 ? 4 : tall ? 110 : 24), random);
             if (random.below(5) == 0) chain = chains::with_repeated_end(chain);
+            if (i % 3 == 1) // far from the others
+                for (ChainAtom& atom : chain)
+                    atom.x += 100.0 * static_cast<double>(&chain - structure.data());
+            if (random.below(20) == 0) chain = {{1, 2, 3, 4}, {1, 2, 3, 4}};
         }
         expect_literal(structure, i % 2 == 0);
     }

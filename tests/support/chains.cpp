@@ -117,6 +117,11 @@ bool same_bits(const Chain& a, const Chain& b) {
     });
 }
 
+bool starts_with(const Chain& chain, const Chain& start) {
+    if (chain.size() < start.size()) return false;
+    return same_bits({chain.begin(), chain.begin() + static_cast<std::ptrdiff_t>(start.size())}, start);
+}
+
 std::string text(const Chain& chain) {
     std::ostringstream out;
     out << std::hexfloat;

@@ -49,6 +49,7 @@ Chain on_sphere(int length, Random& random);
 
 /// Six significant digits of everything would hide a difference in the last bit: equal means equal bits.
 bool same_bits(const Chain& a, const Chain& b);
+bool starts_with(const Chain& chain, const Chain& start);
 
 /// For failure messages: text from which the chain can be built again, to the last bit.
 std::string text(const Chain& chain);

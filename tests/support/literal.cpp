@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <limits>
 #include <set>
 #include <sstream>
 
@@ -147,20 +148,49 @@ double diameter(const Structure& structure) {
     return largest;
 }
 
-int close_in_directions(Structure& structure) {
+int close(Structure& structure, Closure how, bool alone, double scale) {
+    const auto hollow = [](const Chain& chain) { return chain.empty(); };
+    if (structure.empty() || std::any_of(structure.begin(), structure.end(), hollow)) return 0;
+    constexpr std::size_t most[] = {60, 400, 200, std::numeric_limits<std::size_t>::max()};
+    if (structure.size() > most[static_cast<std::size_t>(how)]) return -1;
+
     std::set<int> used;
+    const auto draw = [&](int rows, int redrawn) {
+        int row = std::rand() % rows;
+        while (!used.insert(row).second) row = std::rand() % redrawn;
+        return loopwise::uniform[static_cast<std::size_t>(row)];
+    };
+    const double far = (alone ? radius(structure[0]) : diameter(structure)) * scale;
     for (Chain& chain : structure) {
-        int row = std::rand() % 400;
-        while (used.count(row) > 0) row = std::rand() % 400;
-        used.insert(row);
-        const double shift = 1.02 * diameter(structure);
-        const PointR3 u = loopwise::uniform[static_cast<std::size_t>(row)];
-        const double length = std::sqrt(u.x * u.x + u.y * u.y + u.z * u.z);
-        const ChainAtom last = chain.back(), first = chain.front();
-        int id = last.id;
-        for (const ChainAtom& end : {last, first})
-            chain.push_back({end.x + u.x * shift / length, end.y + u.y * shift / length,
-                             end.z + u.z * shift / length, ++id});
+        const ChainAtom first = chain.front(), last = chain.back();
+        const PointR3 c = centre(chain);
+        const auto add = [&](PointR3 from, PointR3 u, double distance) {
+            const double length = std::sqrt(u.x * u.x + u.y * u.y + u.z * u.z);
+            chain.push_back({from.x + u.x * distance / length, from.y + u.y * distance / length,
+                             from.z + u.z * distance / length,
+                             static_cast<int>(static_cast<unsigned>(chain.back().id) + 1)});
+        };
+        const auto add_arc = [&](PointR3 from, PointR3 to) {
+            int largest = alone ? first.id : -1;
+            for (const Chain& component : structure)
+                for (const ChainAtom& a : component) largest = std::max(largest, a.id);
+            const Chain arc = GivePointsOnTheCircle(from, to, c, far, largest);
+            chain.insert(chain.end(), arc.begin(), arc.end());
+            return !arc.empty();
+        };
+        if (how == Closure::one_point) add(c, draw(alone ? 400 : 60, 60), far);
+        if (how == Closure::direction) {
+            const PointR3 u = draw(400, 400);
+            const double shift = 1.02 * diameter(structure); // of what the earlier components got, too
+            for (const ChainAtom& end : {last, first}) add({end.x, end.y, end.z}, u, shift);
+        }
+        if (how == Closure::two_points) {
+            const PointR3 u = draw(400, 400), v = draw(400, alone ? 60 : 400);
+            if (!add_arc({c.x + u.x, c.y + u.y, c.z + u.z}, {c.x + v.x, c.y + v.y, c.z + v.z})) return -1;
+        }
+        if (how == Closure::outside)
+            if (chain.size() < 3 || !add_arc({last.x, last.y, last.z}, {first.x, first.y, first.z}))
+                return -1;
     }
     return 0;
 }

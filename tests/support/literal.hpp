@@ -15,7 +15,10 @@ int reduce(Chain& chain, bool closed);
 PointR3 centre(const Chain& chain);
 double radius(const Chain& chain);
 double diameter(const Structure& structure);
-int close_in_directions(Structure& structure);
+
+enum class Closure { one_point, direction, two_points, outside };
+/// Alone, the one component is closed as a chain, which measures and draws in another way.
+int close(Structure& structure, Closure how, bool alone, double scale);
 
 Chain read(const std::string& text, bool& error);
 std::string write(const Chain& chain, bool plain);

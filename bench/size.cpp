@@ -1,5 +1,5 @@
 // How long every operation takes on very large input, and how much memory the process has needed by
-// then. Not a test: `build/release/tests/size` prints a table.
+// then. Not a test: `build/release/bench/size` prints a table.
 #include "support/capture.hpp"
 #include "support/chains.hpp"
 #include "support/operations.hpp"
