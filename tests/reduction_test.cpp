@@ -20,13 +20,6 @@ int quiet_reduce(Chain& chain, bool closed) {
     return ChainReduce(chain, closed);
 }
 
-void expect_literal(const Chain& chain, bool closed) {
-    Chain ours = chain, theirs = chain;
-    const int left = quiet_reduce(ours, closed);
-    ASSERT_EQ(left, literal::reduce(theirs, closed)) << "closed: " << closed << ", " << chains::text(chain);
-    ASSERT_TRUE(chains::same_bits(ours, theirs)) << "closed: " << closed << ", " << chains::text(chain);
-}
-
 const Chain five{{0, 0, 0, 1}, {3, 1, 0, 2}, {5, 4, 1, 3}, {9, 3, 7, 4}, {2, 8, 11, 5}};
 
 TEST(ChainReduction, PrintsOneLineForEveryCall) {
@@ -65,17 +58,6 @@ TEST(ChainReduction, KeepsTheEndsOfAnOpenChainAndRepeatsThatOfALoop) {
     far_apart.back().id = 1;
     EXPECT_EQ(quiet_reduce(far_apart, false), 3);
     EXPECT_EQ(ids(far_apart), (std::vector{1, 4, 1}));
-}
-
-TEST(ChainReduction, EqualsTheLiteralProcedure) {
-    chains::Random random(1);
-    for (const chains::Kind kind : chains::all_kinds)
-        for (int i = 0; i < 150; ++i) {
-            Chain chain = chains::make(kind, 1 + random.below(i % 10 == 0 ? 60 : 24), random);
-            expect_literal(chain, false);
-            expect_literal(chain, true);
-            if (i % 3 == 0) expect_literal(chains::with_repeated_end(chain), false);
-        }
 }
 
 void expect_literal(const Chain& chain, bool closed, std::size_t slots, const loopwise::InstructionSet& set) {
