@@ -233,8 +233,10 @@ TEST(Closures, OfSmallChains) {
     const Chain pair{{0, 0, 0, 9}, {3, 0, 0, 2}}, corner{{0, 0, 0, 1}, {2, 0, 0, 30}, {2, 2, 0, 3}};
     Chain shifted = pair, arched = corner;
     EXPECT_EQ(CloseChain_1direction_NoRandom(shifted, 399), 0);
+    const Capture printed;
     for (const int row : {-1, 400, -2147483647 - 1})
         EXPECT_EQ(CloseChain_1direction_NoRandom(shifted, row), -1);
+    EXPECT_TRUE(printed.silent());
     ASSERT_EQ(shifted.size(), 4U);
     const PointR3 u = uniform[399];
     EXPECT_NEAR(Dist(at(shifted[2]), {3 + 3.06 * u.x, 3.06 * u.y, 3.06 * u.z}), 0, 3e-6);
