@@ -118,8 +118,9 @@ TEST(Clearing, NeverClearsWhatMeetsTheTriangle) {
                 met += std::popcount(doubts);
             }
     }
-    EXPECT_GT(cleared, 100000); // it is of use even here
-    EXPECT_GT(met, 100000);
+    const int sets = static_cast<int>(loopwise::instruction_sets().size());
+    EXPECT_GT(cleared / sets, 30000); // it is of use even here
+    EXPECT_GT(met / sets, 30000);
 }
 
 } // namespace
