@@ -381,10 +381,11 @@ LOOPWISE_API int CloseChains_1direction(std::vector<std::vector<ChainAtom>>& str
 /// \param centre      the centre of the circle
 /// \param radius      the distance of every atom from the centre; 0 and negative values are allowed
 /// \param lastId      the atoms are numbered from the identifier after it, wrapping around
-/// \return a handful of atoms, 20 at most; none when the centre and the two directions span no plane:
+/// \return a handful of atoms, 19 at most; none when the centre and the two directions span no plane:
 ///         their cross product comes out as 0 or not a number. Rounding can hide that three points lie on
 ///         a line; the arc then lies in a plane of rounding's choice. Distances from the centre below
 ///         1e-76 or above 1e76 leave the range of their products, and the atoms have no meaning.
+///         A sine that rounding has carried past 1 counts as 1, so that it costs no closure its arc.
 ///         Allocates.
 LOOPWISE_API std::vector<ChainAtom> GivePointsOnTheCircle(PointR3 startPoint, PointR3 endPoint,
                                                           PointR3 centre, double radius, int lastId);

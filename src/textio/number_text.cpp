@@ -14,7 +14,7 @@ constexpr int significant_digits = 6;
 constexpr std::uint32_t least_significand = 100'000;
 constexpr std::uint32_t beyond_significand = 1'000'000;
 
-/// From 0.1 to 100,000, where the text has no exponent and few leading zeros.
+/// From 0.1 to 1,000,000, where the text has no exponent and few leading zeros.
 constexpr std::array powers_of_ten{1e-1, 1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6};
 
 char* write_digits(char* to, std::uint32_t digits, int count) {
