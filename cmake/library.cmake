@@ -4,10 +4,12 @@ add_library(loopwise_objects OBJECT
   src/closure/circle_arc.cpp
   src/closure/closing.cpp
   src/closure/direction.cpp
+  src/closure/exported.cpp
+  src/closure/fullerene_table.cpp
   src/closure/one_point.cpp
   src/closure/outside.cpp
-  src/closure/point_tables.cpp
   src/closure/two_points.cpp
+  src/closure/uniform_table.cpp
   src/model/comparisons.cpp
   src/model/cut.cpp
   src/model/diameter.cpp

@@ -1,11 +1,12 @@
 // Atoms along an arc of a circle. The order of every sum and product below decides where an atom lies
 // to the last bit, and whether the end direction is met once or twice.
+#include "closure/circle_arc.hpp"
+
 #include "model/identifiers.hpp"
 #include "model/points.hpp"
 
 #include <algorithm>
 #include <cmath>
-#include <iostream>
 #include <numbers>
 #include <optional>
 
@@ -16,10 +17,6 @@ constexpr double arc_step = 0.175;         // radians
 constexpr double shortest_last_gap = 0.05; // radians
 constexpr std::size_t most_arc_atoms = 20;
 constexpr double pi = std::numbers::pi;
-
-PointR3 cross(PointR3 a, PointR3 b) {
-    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
-}
 
 /// An orthonormal basis of the plane of the arc, with e1 in the x-y plane.
 struct Basis {
@@ -91,37 +88,34 @@ PointR3 point_on_circle(PointR3 centre, double radius, const Basis& basis, doubl
 }
 
 } // namespace
-} // namespace loopwise
 
-std::vector<ChainAtom> GivePointsOnTheCircle(PointR3 startPoint, PointR3 endPoint, PointR3 centre,
-                                             double radius, int lastId) {
-    using namespace loopwise;
-    const PointR3 a = startPoint - centre;
-    const PointR3 b = endPoint - centre;
+Arc circle_arc(PointR3 start_point, PointR3 end_point, PointR3 centre, double radius, std::int32_t last_id) {
+    const PointR3 a = start_point - centre;
+    const PointR3 b = end_point - centre;
     const Basis basis = basis_of_plane(a, b);
     std::optional<SineCosine> start = sine_and_cosine(a, basis);
     std::optional<SineCosine> end = sine_and_cosine(b, basis);
-    if (!start) {
-        std::clog << "PROBLEM with counting sinus and cosinus:(\n";
-        start = end = SineCosine{0, 0};
-    }
-    if (std::isnan(start->sine) || std::isnan(start->cosine)) return {};
+    Arc result;
+    result.has_no_basis = !start;
+    if (!start) start = end = SineCosine{0, 0};
+    if (std::isnan(start->sine) || std::isnan(start->cosine)) return result;
 
     const double start_angle = angle(*start);
     const double end_angle = angle(*end);
     const auto [step, arc] = shorter_walk(end_angle - start_angle);
     const double limit = arc_step + arc - shortest_last_gap;
     const double threshold = arc - shortest_last_gap;
-    if (!(limit > 0)) return {};
+    if (!(limit > 0)) return result;
 
-    std::vector<ChainAtom> atoms;
-    atoms.reserve(most_arc_atoms);
-    std::int32_t id = lastId;
-    for (double t = 0; atoms.empty() || std::fabs(t) < limit; t += step) {
+    result.atoms.reserve(most_arc_atoms);
+    std::int32_t id = last_id;
+    for (double t = 0; result.atoms.empty() || std::fabs(t) < limit; t += step) {
         id = id_after(id);
         const PointR3 p =
             point_on_circle(centre, radius, basis, std::fabs(t) < threshold ? start_angle + t : end_angle);
-        atoms.push_back({p.x, p.y, p.z, id});
+        result.atoms.push_back({p.x, p.y, p.z, id});
     }
-    return atoms;
+    return result;
 }
+
+} // namespace loopwise

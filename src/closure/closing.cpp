@@ -5,26 +5,14 @@
 #include "model/points.hpp"
 
 #include <algorithm>
-#include <cstdlib>
-#include <iostream>
 
 namespace loopwise {
-namespace {
 
-bool warn_if(bool empty) {
-    if (empty) std::clog << "[WARNING] You are trying to CLOSE an EMPTY chain.\n";
-    return empty;
-}
+int draw_row(const Draw& draw, int rows) { return draw() % rows; }
 
-} // namespace
-
-bool refuse_empty(const Chain& chain) { return warn_if(chain.empty()); }
-
-bool refuse_empty(Structure& structure) { return warn_if(IsEmptyStructure(structure)); }
-
-int UnusedRows::draw(int rows) {
-    int row = std::rand() % rows;
-    while (!used_.insert(row).second) row = std::rand() % rows;
+int UnusedRows::draw(const Draw& draw, int rows) {
+    int row = draw_row(draw, rows);
+    while (!used_.insert(row).second) row = draw_row(draw, rows);
     return row;
 }
 
@@ -39,16 +27,16 @@ ChainAtom atom_after(const ChainAtom& last, PointR3 point, std::uint32_t steps) 
     return {point.x, point.y, point.z, id_after(last.id, steps)};
 }
 
-int largest_id(const Chain& chain) {
+std::int32_t largest_id(const Chain& chain) {
     return std::max_element(chain.begin(), chain.end(),
                             [](const ChainAtom& a, const ChainAtom& b) { return a.id < b.id; })
         ->id;
 }
 
-int append_arc(Chain& chain, const Chain& arc) {
-    if (arc.empty()) return not_closed;
+Closing append_arc(Chain& chain, const Chain& arc) {
+    if (arc.empty()) return Closing::no_arc;
     chain.insert(chain.end(), arc.begin(), arc.end());
-    return closed;
+    return Closing::closed;
 }
 
 } // namespace loopwise

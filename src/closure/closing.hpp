@@ -1,27 +1,22 @@
-// What the closures have in common: refusing empty input, drawing directions, numbering.
+// What the closures have in common: drawing rows of the table, placing and numbering atoms.
 #pragma once
 
-#include "libloopwise.h"
+#include "closure/closures.hpp"
 
 #include <optional>
 #include <set>
 
 namespace loopwise {
 
-/// What a closure returns; an empty input counts as closed.
-constexpr int closed = 0;
-constexpr int not_closed = -1;
+/// One draw for a row among the first `rows`.
+int draw_row(const Draw& draw, int rows);
 
-/// Whether there is nothing to close, which is said on std::clog.
-bool refuse_empty(const Chain& chain);
-bool refuse_empty(Structure& structure);
-
-/// Rows of the table of directions, each drawn at most once.
+/// Rows of the table of directions, each given out at most once.
 class UnusedRows {
   public:
-    /// One std::rand() for the row and one more for every row that was drawn before. There must be a
-    /// row left among the first `rows`.
-    int draw(int rows);
+    /// One draw for the row and one more for every row that was drawn before. There must be a row left
+    /// among the first `rows`.
+    int draw(const Draw& draw, int rows);
 
   private:
     std::set<int> used_;
@@ -34,9 +29,9 @@ std::optional<PointR3> at_length(PointR3 direction, double length);
 ChainAtom atom_after(const ChainAtom& last, PointR3 point, std::uint32_t steps = 1);
 
 /// The largest identifier of a chain that has atoms: unlike maxIdChain(), it may be below -1.
-int largest_id(const Chain& chain);
+std::int32_t largest_id(const Chain& chain);
 
 /// Appends the atoms of an arc; an empty arc closes nothing.
-int append_arc(Chain& chain, const Chain& arc);
+Closing append_arc(Chain& chain, const Chain& arc);
 
 } // namespace loopwise

@@ -3,49 +3,39 @@
 #include "closure/point_tables.hpp"
 #include "model/points.hpp"
 
-#include <cstdlib>
-#include <iostream>
-
-using namespace loopwise;
-
+namespace loopwise {
 namespace {
 
 /// The far atoms of a structure take directions from the first rows only, which are spread evenly by
 /// themselves.
 constexpr int rows_for_structures = 60;
+static_assert(most_components_through_points == rows_for_structures);
 
-/// Appends the atom at the distance from the chain's centre; false when the direction has no length.
-bool append_far_atom(Chain& chain, PointR3 direction, double distance_from_centre) {
-    const std::optional<PointR3> offset = at_length(direction, distance_from_centre);
-    if (!offset) return false;
+/// Appends the atom at the distance from the chain's centre.
+Closing append_far_atom(Chain& chain, int row, double distance_from_centre) {
+    const std::optional<PointR3> offset =
+        at_length(uniform[static_cast<std::size_t>(row)], distance_from_centre);
+    if (!offset) return Closing::no_direction;
     chain.push_back(atom_after(chain.back(), CentreOfChain(chain) + *offset));
-    return true;
+    return Closing::closed;
 }
 
 } // namespace
 
-int CloseChain_1point(std::vector<ChainAtom>& chain, double scale) {
-    FillFulerenData();
-    if (refuse_empty(chain)) return closed;
-    const double far = RadiusOfChain(chain) * scale;
-    const auto row = static_cast<std::size_t>(std::rand() % uniform_rows);
-    if (append_far_atom(chain, uniform[row], far)) return closed;
-    std::cerr << "CloseChain_1point(). Chain is closed with direct line.\n";
-    return not_closed;
+Closing close_through_point(Chain& chain, double scale, const Draw& draw) {
+    if (chain.empty()) return Closing::nothing_to_close;
+    return append_far_atom(chain, draw_row(draw, uniform_rows), RadiusOfChain(chain) * scale);
 }
 
-int CloseChains_1point(std::vector<std::vector<ChainAtom>>& structure, double scale) {
-    FillFulerenData();
-    if (refuse_empty(structure)) return closed;
-    if (structure.size() > rows_for_structures) return not_closed;
+Closing close_through_points(Structure& structure, double scale, const Draw& draw) {
+    if (IsEmptyStructure(structure)) return Closing::nothing_to_close;
+    if (structure.size() > most_components_through_points) return Closing::too_many_components;
     UnusedRows rows;
     const double far = DiameterOfStructure(structure) * scale;
-    for (Chain& component : structure) {
-        const auto row = static_cast<std::size_t>(rows.draw(rows_for_structures));
-        if (append_far_atom(component, uniform[row], far)) continue;
-        std::cerr << "Problem in CloseChains_1point(). Chain is closed with direct line. (Possibly "
-                     "FillFulerenData(); hasn't been called before.\n";
-        return not_closed;
-    }
-    return closed;
+    for (Chain& component : structure)
+        if (append_far_atom(component, rows.draw(draw, rows_for_structures), far) != Closing::closed)
+            return Closing::no_direction;
+    return Closing::closed;
 }
+
+} // namespace loopwise

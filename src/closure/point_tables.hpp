@@ -1,5 +1,5 @@
-// The two process-wide tables of directions. All zero until FillFulerenData() has run, read-only
-// afterwards.
+// The two tables of directions. They are constant data: what FillFulerenData() does at its first call is
+// to seed the process's generator.
 #pragma once
 
 #include "libloopwise.h"
@@ -11,7 +11,7 @@ namespace loopwise {
 constexpr int fuleren_rows = 60;
 constexpr int uniform_rows = 400;
 
-extern std::array<PointR3, fuleren_rows> fuleren;
-extern std::array<PointR3, uniform_rows> uniform;
+extern const std::array<PointR3, fuleren_rows> fuleren;
+extern const std::array<PointR3, uniform_rows> uniform;
 
 } // namespace loopwise

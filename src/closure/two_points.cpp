@@ -1,45 +1,44 @@
 // Closing by an arc between two random directions.
+#include "closure/circle_arc.hpp"
 #include "closure/closing.hpp"
 #include "closure/point_tables.hpp"
 #include "model/points.hpp"
 
-#include <cstdlib>
-
-using namespace loopwise;
-
+namespace loopwise {
 namespace {
 
 constexpr int rows_for_redraws = 60;
 constexpr int rows_per_component = 2;
+static_assert(most_components_by_arcs == uniform_rows / rows_per_component);
 
-PointR3 towards(PointR3 centre, int row) { return centre + uniform[static_cast<std::size_t>(row)]; }
+Closing append_arc_between(Chain& chain, int from, int to, double radius, std::int32_t last_id) {
+    const PointR3 centre = CentreOfChain(chain);
+    const auto towards = [&](int row) { return centre + uniform[static_cast<std::size_t>(row)]; };
+    return append_arc(chain, circle_arc(towards(from), towards(to), centre, radius, last_id).atoms);
+}
 
 } // namespace
 
-int CloseChain_2points(std::vector<ChainAtom>& chain, double scale) {
-    FillFulerenData();
-    if (refuse_empty(chain)) return closed;
-    const int from = std::rand() % uniform_rows;
-    int to = std::rand() % uniform_rows;
-    while (to == from) to = std::rand() % rows_for_redraws;
-    const PointR3 centre = CentreOfChain(chain);
-    return append_arc(chain, GivePointsOnTheCircle(towards(centre, from), towards(centre, to), centre,
-                                                   RadiusOfChain(chain) * scale, largest_id(chain)));
+Closing close_by_arc(Chain& chain, double scale, const Draw& draw) {
+    if (chain.empty()) return Closing::nothing_to_close;
+    const int from = draw_row(draw, uniform_rows);
+    int to = draw_row(draw, uniform_rows);
+    while (to == from) to = draw_row(draw, rows_for_redraws);
+    return append_arc_between(chain, from, to, RadiusOfChain(chain) * scale, largest_id(chain));
 }
 
-int CloseChains_2points(std::vector<std::vector<ChainAtom>>& structure, double scale) {
-    FillFulerenData();
-    if (refuse_empty(structure)) return closed;
-    if (structure.size() > uniform_rows / rows_per_component) return not_closed;
+Closing close_by_arcs(Structure& structure, double scale, const Draw& draw) {
+    if (IsEmptyStructure(structure)) return Closing::nothing_to_close;
+    if (structure.size() > most_components_by_arcs) return Closing::too_many_components;
     UnusedRows rows;
     const double radius = DiameterOfStructure(structure) * scale;
     for (Chain& component : structure) {
-        const int from = rows.draw(uniform_rows);
-        const int to = rows.draw(uniform_rows);
-        const PointR3 centre = CentreOfChain(component);
-        const Chain arc = GivePointsOnTheCircle(towards(centre, from), towards(centre, to), centre, radius,
-                                                maxIdComps(structure));
-        if (append_arc(component, arc) == not_closed) return not_closed;
+        const int from = rows.draw(draw, uniform_rows);
+        const int to = rows.draw(draw, uniform_rows);
+        if (append_arc_between(component, from, to, radius, maxIdComps(structure)) != Closing::closed)
+            return Closing::no_arc;
     }
-    return closed;
+    return Closing::closed;
 }
+
+} // namespace loopwise

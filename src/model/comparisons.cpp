@@ -1,5 +1,7 @@
 #include "model/comparisons.hpp"
 
-bool CompareEq(double a, double b) { return loopwise::equal(a, b); }
-bool CompareGt(double a, double b) { return loopwise::greater(a, b); }
-bool CompareGeq(double a, double b) { return loopwise::greater_or_equal(a, b); }
+using namespace loopwise;
+
+bool CompareEq(double a, double b) { return equal(a, b); }
+bool CompareGt(double a, double b) { return greater(a, b); }
+bool CompareGeq(double a, double b) { return greater_or_equal(a, b); }

@@ -5,6 +5,8 @@
 
 #include <cmath>
 
+using namespace loopwise;
+
 PointR3 CentreOfChain(const std::vector<ChainAtom>& chain) {
     PointR3 sum{0.0, 0.0, 0.0};
     if (chain.empty()) return sum;
@@ -21,16 +23,14 @@ double RadiusOfChain(const std::vector<ChainAtom>& chain) {
     const PointR3 centre = CentreOfChain(chain);
     double squared = 0.0;
     for (const ChainAtom& atom : chain) {
-        const double candidate = loopwise::squared_distance(loopwise::position(atom), centre);
+        const double candidate = squared_distance(position(atom), centre);
         if (candidate > squared) squared = candidate;
     }
     return std::sqrt(squared);
 }
 
-double DiameterOfChain(const std::vector<ChainAtom>& chain) {
-    return loopwise::Diameter({&chain, 1}).value();
-}
+double DiameterOfChain(const std::vector<ChainAtom>& chain) { return Diameter({&chain, 1}).value(); }
 
 double DiameterOfStructure(const std::vector<std::vector<ChainAtom>>& structure) {
-    return loopwise::Diameter(structure).value();
+    return Diameter(structure).value();
 }

@@ -1,3 +1,5 @@
 #include "model/points.hpp"
 
-double Dist(PointR3 a, PointR3 b) { return loopwise::distance(a, b); }
+using namespace loopwise;
+
+double Dist(PointR3 a, PointR3 b) { return distance(a, b); }

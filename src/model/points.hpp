@@ -12,6 +12,10 @@ inline PointR3 position(const ChainAtom& atom) { return {atom.x, atom.y, atom.z}
 inline PointR3 operator+(PointR3 a, PointR3 b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
 inline PointR3 operator-(PointR3 a, PointR3 b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
 
+inline PointR3 cross(PointR3 a, PointR3 b) {
+    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
+}
+
 /// The square of distance(): the sum whose order of additions is part of every result.
 inline double squared_distance(PointR3 a, PointR3 b) {
     const PointR3 d = a - b;

@@ -15,10 +15,6 @@ constexpr double least_reach = 1e-9;
 constexpr double most_reach = 1e9;
 constexpr double least_normal = 1e-30;
 
-PointR3 cross(PointR3 a, PointR3 b) {
-    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
-}
-
 double dot(PointR3 a, PointR3 b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
 double sum_of_sizes(PointR3 v) { return std::fabs(v.x) + std::fabs(v.y) + std::fabs(v.z); }
 PointR3 scaled(PointR3 v, double factor) { return {v.x * factor, v.y * factor, v.z * factor}; }

@@ -1,4 +1,5 @@
-// A chain seen along one of the fullerene's directions.
+#include "reduce/projection.hpp"
+
 #include "closure/point_tables.hpp"
 #include "model/points.hpp"
 
@@ -7,6 +8,7 @@
 #include <cstdlib>
 #include <limits>
 
+namespace loopwise {
 namespace {
 
 /// The whole part, held to the 32-bit range; 0 for a not-a-number.
@@ -18,6 +20,27 @@ std::int64_t whole_part(double coordinate) {
 }
 
 } // namespace
+
+std::vector<Edge> project(const Chain& chain, int direction_index, bool closed) {
+    std::vector<Edge> edges;
+    if (chain.size() < 2) return edges;
+    const auto row = static_cast<std::size_t>(std::abs(std::int64_t{direction_index}) % fuleren_rows);
+    const PointR3 direction = fuleren[row];
+
+    edges.reserve(chain.size());
+    PointR3 previous = ProjectPointF(position(chain.front()), direction);
+    for (std::size_t j = 1; j < chain.size(); ++j) {
+        const PointR3 current = ProjectPointF(position(chain[j]), direction);
+        edges.push_back({previous, current, {}, 0});
+        previous = current;
+    }
+    if (closed) edges.push_back({previous, PointR3(edges.front().start), {}, 0});
+    return edges;
+}
+
+} // namespace loopwise
+
+using namespace loopwise;
 
 PointR3 ProjectPointF(PointR3 point, PointR3 direction) {
     const std::int64_t whole_a = whole_part(direction.x);
@@ -41,19 +64,5 @@ PointR3 ProjectPointF(PointR3 point, PointR3 direction) {
 
 std::vector<Edge> ProjectChain(const std::vector<ChainAtom>& chain, int directionIndex, bool closed) {
     FillFulerenData();
-    std::vector<Edge> edges;
-    if (chain.size() < 2) return edges;
-    const auto row =
-        static_cast<std::size_t>(std::abs(std::int64_t{directionIndex}) % loopwise::fuleren_rows);
-    const PointR3 direction = loopwise::fuleren[row];
-
-    edges.reserve(chain.size());
-    PointR3 previous = ProjectPointF(loopwise::position(chain.front()), direction);
-    for (std::size_t j = 1; j < chain.size(); ++j) {
-        const PointR3 current = ProjectPointF(loopwise::position(chain[j]), direction);
-        edges.push_back({previous, current, {}, 0});
-        previous = current;
-    }
-    if (closed) edges.push_back({previous, PointR3(edges.front().start), {}, 0});
-    return edges;
+    return project(chain, directionIndex, closed);
 }

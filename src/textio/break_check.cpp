@@ -29,8 +29,9 @@ std::string report(const Chain& chain, Pair pair) {
 } // namespace
 } // namespace loopwise
 
+using namespace loopwise;
+
 std::string CheckDistancesBetweenAtoms(std::vector<ChainAtom> chain) {
-    using namespace loopwise;
     Pair farthest{0.0, 0};
     Pair closest{10.0, 0};
     for (std::size_t i = 0; i + 1 < chain.size(); ++i) {

@@ -1,14 +1,14 @@
 // The two chain readers: one procedure over lines, two sources.
+#include "textio/reader.hpp"
+
 #include "model/points.hpp"
 #include "textio/number_fields.hpp"
 
 #include <fstream>
 #include <iostream>
 #include <locale>
-#include <string_view>
 
-using namespace loopwise;
-
+namespace loopwise {
 namespace {
 
 /// What the first line is compared with, and what it keeps for the fields that it lacks.
@@ -49,12 +49,6 @@ class LinesOfText {
     std::string_view left_;
 };
 
-struct Reading {
-    Chain chain;
-    bool repeated = false;
-    int repeated_id = 0;
-};
-
 template <class Lines> Reading read_lines(Lines lines) {
     Reading result;
     ChainAtom current = before_first_line;
@@ -63,7 +57,7 @@ template <class Lines> Reading read_lines(Lines lines) {
         if (line.empty() && Lines::skips_empty) continue;
         const ChainAtom previous = current;
         if (!classic || !read_plain_fields(line, current)) read_fields(line, current);
-        if (distance(position(current), position(previous)) == 0.0) return {{}, true, current.id};
+        if (distance(position(current), position(previous)) == 0.0) return {{}, current.id};
         result.chain.push_back(current);
     }
     return result;
@@ -71,25 +65,36 @@ template <class Lines> Reading read_lines(Lines lines) {
 
 } // namespace
 
+std::optional<Reading> read_file(const char* name) {
+    std::ifstream file(name);
+    if (!file.is_open()) return std::nullopt;
+    return read_lines(LinesOfFile(file));
+}
+
+Reading read_text(std::string_view text) { return read_lines(LinesOfText(text)); }
+
+} // namespace loopwise
+
+using namespace loopwise;
+
 std::vector<ChainAtom> ChainRead(char* fileName, bool& error) {
     error = true;
     if (fileName == nullptr) return {};
-    std::ifstream file(fileName);
-    if (!file.is_open()) return {};
+    std::optional<Reading> reading = read_file(fileName);
+    if (!reading) return {};
     error = false;
-    Reading reading = read_lines(LinesOfFile(file));
-    if (reading.repeated)
-        std::cout << "There were two identical atoms with the index " << reading.repeated_id
-                  << " in the file " << fileName << ". Program is done becouse of that.\n";
-    return std::move(reading.chain);
+    if (reading->repeated)
+        std::cout << "There were two identical atoms with the index " << *reading->repeated << " in the file "
+                  << fileName << ". Program is done becouse of that.\n";
+    return std::move(reading->chain);
 }
 
 std::vector<ChainAtom> ChainRead_fromString(const std::string& text, bool& error) {
     error = false;
-    Reading reading = read_lines(LinesOfText(text));
+    Reading reading = read_text(text);
     if (reading.repeated)
-        std::cout << "There were two identical atoms with the index " << reading.repeated_id
+        std::cout << "There were two identical atoms with the index " << *reading.repeated
                   << " in the structure. Program is done because of that.\n";
-    error = reading.repeated;
+    error = reading.repeated.has_value();
     return std::move(reading.chain);
 }

@@ -4,6 +4,7 @@
 
 #include <fstream>
 
+namespace loopwise {
 namespace {
 
 /// A usual length of a line, for the first guess at the length of the text.
@@ -52,11 +53,14 @@ class Writer {
         append_right_justified(text_, number_.of(coordinate).substr(0, longest), column);
     }
 
-    loopwise::NumberText number_;
+    NumberText number_;
     std::string text_;
 };
 
 } // namespace
+} // namespace loopwise
+
+using namespace loopwise;
 
 std::string ChainWrite_toString(const std::vector<ChainAtom>& chain, bool plainFormat) {
     return plainFormat ? Writer().plain(chain) : Writer().pdb(chain);

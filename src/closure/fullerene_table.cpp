@@ -1,13 +1,11 @@
 // The 60 atoms of a C60 fullerene: a truncated icosahedron with two bond lengths, about 3.53 from the
 // origin. Measured positions, which no rule reproduces.
-#pragma once
-
-#include "libloopwise.h"
+#include "closure/point_tables.hpp"
 
 namespace loopwise {
 
 // clang-format off
-inline constexpr PointR3 fullerene_data[] = {
+constexpr std::array<PointR3, fuleren_rows> fuleren{{
     {-1.415441, 3.015027, -1.167954},
     {2.583693, 2.292084, -0.721147},
     {-2.583698, 2.292079, -0.721148},
@@ -68,7 +66,7 @@ inline constexpr PointR3 fullerene_data[] = {
     {0.000003, -0.694321, 3.461398},
     {-1.415423, -3.015023, 1.167952},
     {2.583698, -2.292079, 0.721148},
-};
+}};
 // clang-format on
 
 } // namespace loopwise

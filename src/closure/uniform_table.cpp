@@ -1,13 +1,11 @@
 // 400 unit vectors spread evenly over the sphere: a local minimum of the sum of reciprocal distances
 // with rows 0 to 5 and 399 held, at six significant digits. Rows 0 to 59 by themselves are spread too.
-#pragma once
-
-#include "libloopwise.h"
+#include "closure/point_tables.hpp"
 
 namespace loopwise {
 
 // clang-format off
-inline constexpr PointR3 uniform_data[] = {
+constexpr std::array<PointR3, uniform_rows> uniform{{
     {0, 0, 1},
     {0.967072, 0, -0.254502},
     {-0.325878, 0.93901, -0.109835},
@@ -408,7 +406,7 @@ inline constexpr PointR3 uniform_data[] = {
     {-0.456171, -0.0329782, 0.889281},
     {0.555017, 0.812441, 0.178597},
     {-0.899773, 0.0521588, -0.433229},
-};
+}};
 // clang-format on
 
 } // namespace loopwise

@@ -1,0 +1,22 @@
+// Reading chains from text, in silence.
+#pragma once
+
+#include "libloopwise.h"
+
+#include <optional>
+#include <string_view>
+
+namespace loopwise {
+
+struct Reading {
+    Chain chain;                          ///< empty when an atom repeats the one before
+    std::optional<std::int32_t> repeated; ///< the identifier of that atom
+};
+
+/// What ChainRead() makes of a file; nothing when it cannot be opened. Allocates.
+std::optional<Reading> read_file(const char* name);
+
+/// What ChainRead_fromString() makes of a text. Allocates.
+Reading read_text(std::string_view text);
+
+} // namespace loopwise
