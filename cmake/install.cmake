@@ -33,8 +33,7 @@ foreach(component IN ITEMS runtime development)
   install(FILES ${PROJECT_BINARY_DIR}/changelog.gz DESTINATION ${${component}_docs} COMPONENT ${component})
 endforeach()
 
-if(TARGET closure_survey)
-  file(RELATIVE_PATH lib_from_bin ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
-  set_target_properties(closure_survey PROPERTIES INSTALL_RPATH "\$ORIGIN/${lib_from_bin}")
-  install(TARGETS closure_survey RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
+# The program holds what it needs of the library.
+if(TARGET loopwise_program)
+  install(TARGETS loopwise_program RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
 endif()

@@ -1,24 +1,34 @@
 #include "reduce/elimination.hpp"
+#include "reduce/reduction.hpp"
 
 #include <algorithm>
 
-int ChainsReduce(std::vector<std::vector<ChainAtom>>& structure, bool closed) {
+namespace loopwise {
+
+std::size_t reduce(Structure& structure, bool closed) {
     // As soon as one component is marked as a loop, the marks say for all which are loops.
-    const bool marked = std::any_of(structure.begin(), structure.end(), loopwise::has_repeated_end);
-    std::vector<loopwise::Ring> rings;
+    const bool marked = std::any_of(structure.begin(), structure.end(), has_repeated_end);
+    std::vector<Ring> rings;
     rings.reserve(structure.size());
     std::size_t slots = 0;
     for (Chain& chain : structure) {
-        rings.push_back(
-            loopwise::without_repeated_end(chain, marked ? loopwise::has_repeated_end(chain) : closed));
+        rings.push_back(without_repeated_end(chain, marked ? has_repeated_end(chain) : closed));
         slots += rings.back().count + 1;
     }
-    loopwise::HeapWorkspace workspace(slots);
+    HeapWorkspace workspace(slots);
 
-    loopwise::eliminate(rings, workspace.get());
+    eliminate(rings, workspace.get());
 
     std::size_t total = 0;
     for (std::size_t i = 0; i < structure.size(); ++i)
-        total += loopwise::finish(structure[i], rings[i], marked && rings[i].closed);
-    return static_cast<int>(total);
+        total += finish(structure[i], rings[i], marked && rings[i].closed);
+    return total;
+}
+
+} // namespace loopwise
+
+using namespace loopwise;
+
+int ChainsReduce(std::vector<std::vector<ChainAtom>>& structure, bool closed) {
+    return static_cast<int>(reduce(structure, closed));
 }

@@ -1,4 +1,4 @@
-#include "canvas.hpp"
+#include "draw/canvas.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -6,6 +6,7 @@
 #include <numbers>
 #include <sstream>
 
+namespace loopwise {
 namespace {
 
 constexpr double sampling = 4.0;        // pixels between the points that stand for a drawn line
@@ -118,3 +119,5 @@ std::string Labels::beside(Spot spot, double radius, const std::string& text, do
     return words({best.centre.x, best.centre.y + baseline * size}, text,
                  "text-anchor=\"middle\" font-size=\"" + number(size) + "\" " + attributes);
 }
+
+} // namespace loopwise

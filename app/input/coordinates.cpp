@@ -1,4 +1,4 @@
-#include "coordinates.hpp"
+#include "input/coordinates.hpp"
 
 #include <gemmi/gz.hpp>
 #include <gemmi/mmread.hpp>
@@ -8,6 +8,7 @@
 #include <optional>
 #include <stdexcept>
 
+namespace loopwise {
 namespace {
 
 [[noreturn]] void refuse(const std::string& reason) { throw std::runtime_error(reason); }
@@ -52,8 +53,12 @@ std::vector<NamedChain> read_coordinates(const std::string& path, bool pdb) {
     if (structure.models.empty()) refuse("holds no model");
     for (const gemmi::Chain& chain : structure.models.front().chains) {
         Chain atoms = c_alphas(chain);
-        if (!atoms.empty()) chains.push_back({chain.name, std::move(atoms)});
+        if (atoms.empty()) continue;
+        std::vector<std::string> labels = labels_of(atoms);
+        chains.push_back({chain.name, std::move(atoms), std::move(labels)});
     }
     if (chains.empty()) refuse("holds no C-alpha atom");
     return chains;
 }
+
+} // namespace loopwise

@@ -1,20 +1,18 @@
-// Surveys chains of C-alpha atoms: closes each in many ways, reduces every loop and counts what is left.
-#include "diagram.hpp"
-#include "picture.hpp"
-#include "report.hpp"
-
-#include <CLI/CLI.hpp>
+// `loopwise survey`: closes each chain in many ways, reduces every loop and counts what is left.
+#include "commands/command.hpp"
+#include "draw/drawing.hpp"
+#include "draw/picture.hpp"
+#include "input/input.hpp"
+#include "progress.hpp"
+#include "report/report.hpp"
 
 #include <chrono>
-#include <cmath>
 #include <fstream>
 #include <iostream>
 #include <thread>
 
+namespace loopwise {
 namespace {
-
-constexpr int exit_failure = 1; // a file, a chain or an output failed, the rest is done
-constexpr int exit_usage = 2;
 
 constexpr double default_point_scale = 10.0;
 constexpr double default_arc_scale = 2.0;
@@ -39,28 +37,24 @@ The random ones are repeated --count times. --scale is where the far atoms are: 
 radius, or the structure's diameter; --seed repeats a run whose seed was reported.
 
 Examples:
-  closure_survey chain.txt                           400 closures of one chain
-  closure_survey --svg chain.svg chain.txt           and a picture of the typical one
-  closure_survey --chain B entry.cif.gz              chain B of an mmCIF file
-  closure_survey --structure --seed 7 complex.pdb    all chains of a file as one structure
-  closure_survey --method point --count 1000 --csv *.txt > survey.csv
-
-Exit status: 0 all done; 1 a file or a chain could not be surveyed or an output not be written (one
-line each on stderr; all others are done); 2 wrong command line.)";
+  loopwise survey chain.txt                           400 closures of one chain
+  loopwise survey --svg chain.svg chain.txt           and a picture of the typical one
+  loopwise survey --chain B entry.cif.gz              chain B of an mmCIF file
+  loopwise survey --structure --seed 7 complex.pdb    all chains of a file as one structure
+  loopwise survey --method point --count 1000 --csv *.txt > survey.csv)";
 
 struct Arguments {
     std::vector<std::string> files;
     std::string method, chain, svg;
     std::optional<std::size_t> count;
     std::optional<double> scale;
-    std::optional<unsigned> seed;
+    std::optional<std::uint64_t> seed;
     std::optional<int> first, last, view;
     unsigned threads = std::max(1U, std::thread::hardware_concurrency());
     bool structure = false, json = false, csv = false;
 };
 
 void declare(CLI::App& app, Arguments& into) {
-    app.set_version_flag("--version", "closure_survey " CLOSURE_SURVEY_VERSION);
     app.add_option("FILE", into.files, readable_formats())->required()->option_text("...");
     app.add_option("--method", into.method, "How to close, see below")
         ->check(CLI::IsMember(&methods))
@@ -89,13 +83,11 @@ void declare(CLI::App& app, Arguments& into) {
     app.footer(footer);
 }
 
-unsigned seed_from_clock() {
+std::uint64_t seed_from_clock() {
     const auto ticks = std::chrono::system_clock::now().time_since_epoch().count();
     constexpr long long easy_to_type = 1'000'000'007;
-    return static_cast<unsigned>(ticks % easy_to_type);
+    return static_cast<std::uint64_t>(ticks % easy_to_type);
 }
-
-[[noreturn]] void refuse(const std::string& reason) { throw CLI::ValidationError(reason, exit_usage); }
 
 Plan plan_of(const Arguments& given) {
     Plan plan;
@@ -108,13 +100,14 @@ Plan plan_of(const Arguments& given) {
 
     const std::string name = name_of(plan.method);
     if (given.structure && plan.method == Method::directions)
-        refuse("--method directions closes single chains: use direction with --structure");
-    if (given.count && !is_random(plan.method)) refuse("--count: method " + name + " is not random");
-    if (given.seed && !is_random(plan.method)) refuse("--seed: method " + name + " is not random");
-    if (given.scale && !takes_scale(plan.method)) refuse("--scale: method " + name + " takes none");
+        refuse_usage("--method directions closes single chains: use direction with --structure");
+    if (given.count && !is_random(plan.method)) refuse_usage("--count: method " + name + " is not random");
+    if (given.seed && !is_random(plan.method)) refuse_usage("--seed: method " + name + " is not random");
+    if (given.scale && !takes_scale(plan.method)) refuse_usage("--scale: method " + name + " takes none");
 
     plan.scale = given.scale.value_or(plan.method == Method::point ? default_point_scale : default_arc_scale);
-    if (!(plan.scale > 1.0 && plan.scale <= largest_scale)) refuse("--scale must be above 1, up to 1000000");
+    if (!(plan.scale > 1.0 && plan.scale <= largest_scale))
+        refuse_usage("--scale must be above 1, up to 1000000");
     if (plan.method == Method::outside) plan.closures = 1;
     if (is_random(plan.method)) {
         plan.closures = given.count.value_or(default_count);
@@ -122,28 +115,6 @@ Plan plan_of(const Arguments& given) {
     }
     return plan;
 }
-
-/// A buffer that takes everything and keeps nothing. Several threads may write to it at once, as
-/// ChainReduce() does with its debug line: it has no state.
-class Nowhere final : public std::streambuf {
-  protected:
-    int_type overflow(int_type c) override { return traits_type::not_eof(c); }
-    std::streamsize xsputn(const char*, std::streamsize count) override { return count; }
-};
-
-/// Silences std::cout while it lives and hands out the buffer it had.
-class SilentCout {
-  public:
-    SilentCout() : screen_(std::cout.rdbuf(&nowhere_)) {}
-    ~SilentCout() { std::cout.rdbuf(screen_); }
-    SilentCout(const SilentCout&) = delete;
-    SilentCout& operator=(const SilentCout&) = delete;
-    std::streambuf* screen() const { return screen_; }
-
-  private:
-    Nowhere nowhere_;
-    std::streambuf* screen_;
-};
 
 /// One run over all files. What fails is told on stderr and does not stop the rest.
 class Run {
@@ -174,8 +145,7 @@ class Run {
             // Some parsers start with the name of the file or use several lines.
             std::string reason = failure.what();
             std::replace(reason.begin(), reason.end(), '\n', ' ');
-            std::cerr << "closure_survey: " << (reason.starts_with(what) ? "" : what + ": ") << reason
-                      << '\n';
+            std::cerr << "loopwise: " << (reason.starts_with(what) ? "" : what + ": ") << reason << '\n';
         }
     }
 
@@ -197,7 +167,7 @@ class Run {
         const std::string& name = molecule.chains.front().name;
         const std::string label = molecule.file + (given_.structure || name.empty() ? "" : ": chain " + name);
         attempt(label, [&] {
-            for (NamedChain& named : molecule.chains) cut_as_asked(named.chain);
+            for (NamedChain& named : molecule.chains) cut_as_asked(named);
             progress_.begin(label, file_number_, plan_.closures);
             const Result result = survey(molecule, plan_, progress_);
             progress_.clear();
@@ -207,9 +177,10 @@ class Run {
         });
     }
 
-    void cut_as_asked(Chain& chain) const {
+    void cut_as_asked(NamedChain& named) const {
         if (!given_.first && !given_.last) return;
-        cut(chain, given_.first.value_or(chain.front().id), given_.last.value_or(chain.back().id));
+        cut(named, given_.first.value_or(named.beads.front().id),
+            given_.last.value_or(named.beads.back().id));
     }
 
     void draw(const Result& result) {
@@ -232,11 +203,9 @@ class Run {
 
 int run(const Arguments& given) {
     const Plan plan = plan_of(given);
-    const SilentCout silent;
-    std::ostream out(silent.screen());
-    bool good = Run(given, plan, out).all_files();
-    if (!out.flush()) {
-        std::cerr << "closure_survey: standard output: cannot be written\n";
+    bool good = Run(given, plan, std::cout).all_files();
+    if (!std::cout.flush()) {
+        std::cerr << "loopwise: standard output: cannot be written\n";
         good = false;
     }
     return good ? 0 : exit_failure;
@@ -244,20 +213,10 @@ int run(const Arguments& given) {
 
 } // namespace
 
-int main(int argc, char** argv) {
-    CLI::App app("Closes chains of C-alpha atoms in many ways, reduces every loop and counts what is left.",
-                 "closure_survey");
-    Arguments given;
-    declare(app, given);
-    try {
-        app.parse(argc, argv);
-        return run(given);
-    } catch (const CLI::ParseError& error) {
-        if (error.get_exit_code() == 0) return app.exit(error);
-        std::cerr << "closure_survey: " << error.what() << " (see --help)\n";
-        return exit_usage;
-    } catch (const std::exception& failure) {
-        std::cerr << "closure_survey: " << failure.what() << '\n';
-        return exit_failure;
-    }
+Action declare_survey(CLI::App& command) {
+    const auto given = std::make_shared<Arguments>();
+    declare(command, *given);
+    return [given] { return run(*given); };
 }
+
+} // namespace loopwise

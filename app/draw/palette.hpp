@@ -1,10 +1,11 @@
 // The colours along a chain.
-#ifndef CLOSURE_SURVEY_PALETTE_HPP
-#define CLOSURE_SURVEY_PALETTE_HPP
+#pragma once
 
 #include <string>
+
+namespace loopwise {
 
 /// The colour of a place along a chain, 0 for its first atom to 1 for its last, as "#rrggbb".
 std::string colour_along(double place);
 
-#endif
+} // namespace loopwise

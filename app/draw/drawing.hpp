@@ -1,14 +1,15 @@
 // Loops seen along one direction, and where a strand passes under another.
-#ifndef CLOSURE_SURVEY_DIAGRAM_HPP
-#define CLOSURE_SURVEY_DIAGRAM_HPP
+#pragma once
 
-#include "survey.hpp"
+#include "survey/survey.hpp"
 
 #include <vector>
 
+namespace loopwise {
+
 inline constexpr int views = 60; ///< the directions of ProjectChain()
 
-struct Diagram {
+struct Drawing {
     /// The edges of all loops, one after another; the tag of each is its loop's number. It carries an
     /// annotation for every place where it passes under another: the position from its start, 0, to its
     /// end, 1, and the other edge's index as the label. z is towards the viewer.
@@ -17,10 +18,10 @@ struct Diagram {
     std::size_t crossings = 0;
 };
 
-Diagram diagram_of(const std::vector<Loop>& loops, int view);
+Drawing drawing_of(const std::vector<Loop>& loops, int view);
 
 /// The view with the fewest crossings among those that see the closure from the side; crossings of the
 /// reduced loops, and beads that seem to lie on a stick, count several times.
 int clearest_view(const Specimen& specimen);
 
-#endif
+} // namespace loopwise

@@ -1,13 +1,14 @@
-// The strands of a diagram on a panel: cut where they pass under others, coloured along the chain.
-#ifndef CLOSURE_SURVEY_STRANDS_HPP
-#define CLOSURE_SURVEY_STRANDS_HPP
+// The strands of a drawing on a panel: cut where they pass under others, coloured along the chain.
+#pragma once
 
-#include "canvas.hpp"
-#include "diagram.hpp"
+#include "draw/canvas.hpp"
+#include "draw/drawing.hpp"
 
 #include <string>
 #include <utility>
 #include <vector>
+
+namespace loopwise {
 
 inline constexpr double panel_width = 665.0, panel_height = 580.0;
 inline constexpr const char* grey = "#8a8a8a";  ///< of the closure
@@ -16,7 +17,7 @@ inline constexpr const char* ghost = "#e3e3e3"; ///< of a chain behind what is l
 /// Turns and scales a view so that the open chains fill a panel but for a margin.
 class Camera {
   public:
-    Camera(const Diagram& diagram, const std::vector<Loop>& loops);
+    Camera(const Drawing& drawing, const std::vector<Loop>& loops);
 
     Spot operator()(PointR3 point) const;
     double pixels(double length) const { return scale_ * length; }
@@ -29,7 +30,7 @@ class Camera {
     Spot middle_;
 };
 
-/// One loop of a diagram on its panel. Places along it are measured in pixels from its first atom.
+/// One loop of a drawing on its panel. Places along it are measured in pixels from its first atom.
 struct Path {
     const Loop& loop;
     std::vector<Edge> edges;
@@ -38,7 +39,7 @@ struct Path {
     std::vector<double> shades; ///< where in the whole chain the atoms are, 0 to 1
     std::vector<std::pair<double, double>> gaps;
 
-    bool closes(std::size_t edge) const { return edge + 1 >= loop.own(); }
+    bool closes(std::size_t edge) const { return edge + 1 >= loop.own; }
     double depth(std::size_t edge) const { return 0.5 * (edges[edge].start.z + edges[edge].end.z); }
 };
 
@@ -48,11 +49,11 @@ struct Style {
 };
 
 /// One path for each loop that has edges; `whole` are the loops before their reduction.
-std::vector<Path> paths_of(const Diagram& diagram, const std::vector<Loop>& loops,
+std::vector<Path> paths_of(const Drawing& drawing, const std::vector<Loop>& loops,
                            const std::vector<Loop>& whole, const Camera& camera);
 
 /// The closures, dashed, and the chains, the nearest strand last. Finds the gaps of the paths.
-std::string strands(const Diagram& diagram, std::vector<Path>& paths, const Style& style);
+std::string strands(const Drawing& drawing, std::vector<Path>& paths, const Style& style);
 
 /// The open chains, pale, behind what is left of them.
 std::string shadow(const std::vector<Path>& paths);
@@ -60,4 +61,4 @@ std::string shadow(const std::vector<Path>& paths);
 /// The attributes of a dashed line.
 std::string dashed();
 
-#endif
+} // namespace loopwise

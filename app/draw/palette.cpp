@@ -1,10 +1,11 @@
-#include "palette.hpp"
+#include "draw/palette.hpp"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <numbers>
 
+namespace loopwise {
 namespace {
 
 // Blue to red through green in OKLCH (B. Ottosson, "A perceptual color space for image processing",
@@ -38,3 +39,5 @@ std::string colour_along(double place) {
         static_cast<unsigned>(to_byte(-0.0041960863 * l - 0.7034186147 * m + 1.7076147010 * s)) & 0xffU);
     return text;
 }
+
+} // namespace loopwise

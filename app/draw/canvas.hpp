@@ -1,9 +1,10 @@
 // Pieces of SVG, and labels that find a free place.
-#ifndef CLOSURE_SURVEY_CANVAS_HPP
-#define CLOSURE_SURVEY_CANVAS_HPP
+#pragma once
 
 #include <string>
 #include <vector>
+
+namespace loopwise {
 
 /// A place in a picture, in pixels from its upper left corner.
 struct Spot {
@@ -44,4 +45,4 @@ class Labels {
     std::vector<Box> placed_;
 };
 
-#endif
+} // namespace loopwise

@@ -1,10 +1,13 @@
-#include "diagram.hpp"
+#include "draw/drawing.hpp"
+
+#include "reduce/projection.hpp"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
 #include <utility>
 
+namespace loopwise {
 namespace {
 
 /// A crossing or a tight place of the few sticks that are left spoils a picture more than a crossing of
@@ -15,17 +18,17 @@ constexpr double least_in_plane = 0.7;
 /// A bead that is seen closer to a stick, as a part of the core's diameter, is hard to tell from it.
 constexpr double least_apart = 0.08;
 
-Diagram strands_of(const std::vector<Loop>& loops, int view) {
-    Diagram diagram;
+Drawing strands_of(const std::vector<Loop>& loops, int view) {
+    Drawing drawing;
     for (std::size_t i = 0; i < loops.size(); ++i) {
-        std::vector<Edge> edges = ProjectChain(loops[i].atoms, view, true);
+        std::vector<Edge> edges = project(loops[i].beads, view, true);
         for (std::size_t j = 0; j < edges.size(); ++j) {
             edges[j].tag = static_cast<std::int32_t>(i);
-            diagram.edges.push_back(std::move(edges[j]));
-            diagram.closing.push_back(j + 1 >= loops[i].own());
+            drawing.edges.push_back(std::move(edges[j]));
+            drawing.closing.push_back(j + 1 >= loops[i].own);
         }
     }
-    return diagram;
+    return drawing;
 }
 
 bool meet(const Edge& a, const Edge& b) {
@@ -44,14 +47,14 @@ PointR3 along(const Edge& edge) {
 }
 
 /// Marks the lower of two edges that cross.
-void mark_crossing(Diagram& diagram, std::size_t i, std::size_t j) {
-    Edge &a = diagram.edges[i], &b = diagram.edges[j];
+void mark_crossing(Drawing& drawing, std::size_t i, std::size_t j) {
+    Edge &a = drawing.edges[i], &b = drawing.edges[j];
     const PointR3 u = along(a), v = along(b);
     const double turn = u.x * v.y - u.y * v.x;
     if (turn == 0.0) return;
     const double dx = b.start.x - a.start.x, dy = b.start.y - a.start.y;
     const double on_a = (dx * v.y - dy * v.x) / turn, on_b = (dx * u.y - dy * u.x) / turn;
-    ++diagram.crossings;
+    ++drawing.crossings;
     if (a.start.z + on_a * u.z < b.start.z + on_b * v.z)
         a.annotations.push_back({on_a, static_cast<std::int64_t>(j)});
     else
@@ -68,7 +71,7 @@ double start_to_edge(const Edge& a, const Edge& b) {
 }
 
 /// How many beads of a reduced loop are seen too close to a stick that does not end there.
-std::size_t tight_places(const Diagram& core, double apart) {
+std::size_t tight_places(const Drawing& core, double apart) {
     std::size_t count = 0;
     for (const Edge& a : core.edges)
         for (const Edge& b : core.edges) {
@@ -82,28 +85,27 @@ std::size_t tight_places(const Diagram& core, double apart) {
 double core_diameter(const Specimen& specimen) {
     Chain own;
     for (const Loop& loop : specimen.reduced)
-        own.insert(own.end(), loop.atoms.begin(),
-                   loop.atoms.begin() + static_cast<std::ptrdiff_t>(loop.own()));
+        own.insert(own.end(), loop.beads.begin(), loop.beads.begin() + static_cast<std::ptrdiff_t>(loop.own));
     return DiameterOfChain(own);
 }
 
 /// Whether the atoms that close the first loop are seen to be far away, not in front of the chain.
-bool from_the_side(const Diagram& diagram, const std::vector<Loop>& loops) {
-    const std::size_t own = loops.front().own(), atoms = loops.front().atoms.size();
-    if (own == 0 || own == atoms || diagram.edges.size() < atoms) return true;
-    const PointR3 &last = diagram.edges[own - 1].start, &next = diagram.edges[own].start;
+bool from_the_side(const Drawing& drawing, const std::vector<Loop>& loops) {
+    const std::size_t own = loops.front().own, atoms = loops.front().beads.size();
+    if (own == 0 || own == atoms || drawing.edges.size() < atoms) return true;
+    const PointR3 &last = drawing.edges[own - 1].start, &next = drawing.edges[own].start;
     return std::hypot(next.x - last.x, next.y - last.y) >= least_in_plane * Dist(last, next);
 }
 
 } // namespace
 
-Diagram diagram_of(const std::vector<Loop>& loops, int view) {
-    Diagram diagram = strands_of(loops, view);
-    const std::vector<Edge>& edges = diagram.edges;
+Drawing drawing_of(const std::vector<Loop>& loops, int view) {
+    Drawing drawing = strands_of(loops, view);
+    const std::vector<Edge>& edges = drawing.edges;
     for (std::size_t i = 0; i < edges.size(); ++i)
         for (std::size_t j = i + 1; j < edges.size(); ++j)
-            if (meet(edges[i], edges[j]) && !are_neighbours(edges[i], edges[j])) mark_crossing(diagram, i, j);
-    return diagram;
+            if (meet(edges[i], edges[j]) && !are_neighbours(edges[i], edges[j])) mark_crossing(drawing, i, j);
+    return drawing;
 }
 
 int clearest_view(const Specimen& specimen) {
@@ -111,8 +113,8 @@ int clearest_view(const Specimen& specimen) {
     int clearest = 0;
     auto best = std::pair{false, std::numeric_limits<std::size_t>::max()};
     for (int view = 0; view < views; ++view) {
-        const Diagram closed = diagram_of(specimen.closed, view);
-        const Diagram core = diagram_of(specimen.reduced, view);
+        const Drawing closed = drawing_of(specimen.closed, view);
+        const Drawing core = drawing_of(specimen.reduced, view);
         const std::size_t clutter =
             closed.crossings + core_weight * (core.crossings + tight_places(core, apart));
         const auto rank = std::pair{!from_the_side(closed, specimen.closed), clutter};
@@ -122,3 +124,5 @@ int clearest_view(const Specimen& specimen) {
     }
     return clearest;
 }
+
+} // namespace loopwise

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <unistd.h>
 
+namespace loopwise {
 namespace {
 
 constexpr std::int64_t quiet_at_first_ms = 500;
@@ -29,7 +30,7 @@ void Progress::begin(const std::string& label, std::size_t file, std::size_t ste
     done_ = 0;
 }
 
-void Progress::advance() {
+void Progress::closure_done() {
     const std::size_t done = ++done_;
     if (!terminal_) return;
     const std::int64_t now = now_ms();
@@ -47,3 +48,5 @@ void Progress::draw(std::size_t done) {
 void Progress::clear() {
     if (drawn_.exchange(false)) std::fputs("\r\033[K", stderr);
 }
+
+} // namespace loopwise

@@ -1,14 +1,15 @@
-#include "picture.hpp"
+#include "draw/picture.hpp"
 
-#include "canvas.hpp"
-#include "diagram.hpp"
-#include "palette.hpp"
-#include "strands.hpp"
+#include "draw/canvas.hpp"
+#include "draw/drawing.hpp"
+#include "draw/palette.hpp"
+#include "draw/strands.hpp"
 
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
 
+namespace loopwise {
 namespace {
 
 constexpr double page_width = 1400.0, page_height = 800.0, panel_top = 122.0;
@@ -35,20 +36,23 @@ std::string prefix_of(const Path& path, const Result& result) {
     return result.components[static_cast<std::size_t>(path.edges.front().tag)].name + ":";
 }
 
+std::string label_of(const Path& path, std::size_t bead, const Result& result) {
+    return label_of(path.loop, bead, result.components[static_cast<std::size_t>(path.edges.front().tag)]);
+}
+
 /// Both ends of every chain, each with a disc and its residue.
 std::string ends(const std::vector<Path>& paths, const Result& result) {
     constexpr double radius = 7.0, size = 20.0;
     Labels labels = labels_around(paths);
     std::string svg;
     for (const Path& path : paths) {
-        if (path.loop.own() == 0) continue;
+        if (path.loop.own == 0) continue;
         const std::string chain = prefix_of(path, result);
-        for (const auto& [atom, name] : {std::pair{std::size_t{0}, "N "}, {path.loop.own() - 1, "C "}}) {
+        for (const auto& [atom, name] : {std::pair{std::size_t{0}, "N "}, {path.loop.own - 1, "C "}}) {
             const std::string colour = colour_along(path.shades[atom]);
             svg += disc(path.spots[atom], radius,
                         "fill=\"" + colour + "\" stroke=\"#ffffff\" stroke-width=\"2\"");
-            svg += labels.beside(path.spots[atom], radius,
-                                 chain + name + std::to_string(path.loop.atoms[atom].id), size,
+            svg += labels.beside(path.spots[atom], radius, chain + name + label_of(path, atom, result), size,
                                  "font-weight=\"bold\" fill=\"" + colour + "\" " + label_halo);
         }
     }
@@ -61,17 +65,15 @@ std::string beads(const std::vector<Path>& paths, const Result& result) {
     Labels labels = labels_around(paths);
     std::string svg;
     for (const Path& path : paths)
-        for (std::size_t i = 0; i < path.loop.atoms.size(); ++i) {
-            const bool own = i < path.loop.own();
+        for (std::size_t i = 0; i < path.loop.beads.size(); ++i) {
+            const bool own = i < path.loop.own;
             const Spot spot = path.spots[i];
             if (spot.x < 0.0 || spot.y < 0.0 || spot.x > panel_width || spot.y > panel_height) continue;
             svg += disc(spot, radius,
                         "fill=\"" + (own ? colour_along(path.shades[i]) : std::string(grey)) +
                             "\" stroke=\"#ffffff\" stroke-width=\"2.2\"");
-            svg += labels.beside(spot, radius,
-                                 prefix_of(path, result) + std::to_string(path.loop.atoms[i].id) +
-                                     (own ? "" : "*"),
-                                 size, "font-weight=\"600\" fill=\"" + std::string(ink) + "\" " + label_halo);
+            svg += labels.beside(spot, radius, prefix_of(path, result) + label_of(path, i, result), size,
+                                 "font-weight=\"600\" fill=\"" + std::string(ink) + "\" " + label_halo);
         }
     return svg;
 }
@@ -114,7 +116,7 @@ std::string subtitle(const Result& result, const Plan& plan, int view) {
 }
 
 /// The colours from the first residue to the last.
-std::string colour_bar(const std::vector<Loop>& loops) {
+std::string colour_bar(const std::vector<ComponentTally>& components) {
     constexpr double width = 420.0, height = 14.0, left = 130.0;
     constexpr int stops = 24, ticks = 4;
     std::string svg = "<linearGradient id=\"along\">";
@@ -127,13 +129,12 @@ std::string colour_bar(const std::vector<Loop>& loops) {
            "\" rx=\"7\" fill=\"url(#along)\"/>\n";
     const std::string small = "text-anchor=\"middle\" font-size=\"15\" fill=\"#444444\"";
     svg += words({left - 40.0, legend_top - 2.0}, "residue", small);
-    const Loop& loop = loops.front();
-    for (int i = 0; loops.size() == 1 && i <= ticks; ++i) {
-        const std::size_t atom = (loop.own() - 1) * static_cast<std::size_t>(i) / ticks;
-        svg +=
-            words({left + width * i / ticks, legend_top + 18.0}, std::to_string(loop.atoms[atom].id), small);
+    const std::vector<std::string>& labels = components.front().labels;
+    for (int i = 0; components.size() == 1 && i <= ticks; ++i) {
+        const std::size_t atom = (labels.size() - 1) * static_cast<std::size_t>(i) / ticks;
+        svg += words({left + width * i / ticks, legend_top + 18.0}, labels[atom], small);
     }
-    if (loops.size() > 1)
+    if (components.size() > 1)
         svg += words({left, legend_top + 18.0}, "first", small) +
                words({left + width, legend_top + 18.0}, "last", small);
     return svg;
@@ -169,14 +170,14 @@ std::string head() {
 std::string picture(const Result& result, const Plan& plan, std::optional<int> asked_view) {
     const Specimen& shown = *result.typical();
     const int view = asked_view ? *asked_view : clearest_view(shown);
-    const Diagram before = diagram_of(shown.closed, view), after = diagram_of(shown.reduced, view);
+    const Drawing before = drawing_of(shown.closed, view), after = drawing_of(shown.reduced, view);
     const Camera camera(before, shown.closed);
     std::vector<Path> chain = paths_of(before, shown.closed, shown.closed, camera);
     std::vector<Path> core = paths_of(after, shown.reduced, shown.closed, camera);
 
     const double strand_width = std::clamp(camera.pixels(strand_thickness), thinnest_strand, thickest_strand);
     std::size_t left = 0;
-    for (const Loop& loop : shown.reduced) left += loop.atoms.size();
+    for (const Loop& loop : shown.reduced) left += loop.beads.size();
     const std::string given = "as given, closed: " + counted(before.crossings, "crossing");
     const std::string reduced =
         "reduced: " + counted(left, "bead") + ", " + counted(after.crossings, "crossing");
@@ -184,5 +185,7 @@ std::string picture(const Result& result, const Plan& plan, std::optional<int> a
     const std::string after_svg =
         shadow(chain) + strands(after, core, {stick_width, true}) + beads(core, result);
     return head() + title(result) + subtitle(result, plan, view) + panel(left_panel, given, before_svg) +
-           panel(right_panel, reduced, after_svg) + colour_bar(shown.closed) + keys() + "</svg>\n";
+           panel(right_panel, reduced, after_svg) + colour_bar(result.components) + keys() + "</svg>\n";
 }
+
+} // namespace loopwise

@@ -1,24 +1,26 @@
 // A bar on a terminal that says how far the work is.
-#ifndef CLOSURE_SURVEY_PROGRESS_HPP
-#define CLOSURE_SURVEY_PROGRESS_HPP
+#pragma once
+
+#include "survey/survey.hpp"
 
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <string>
 
+namespace loopwise {
+
 /// Draws on stderr, and only when that is a terminal and the work takes a while.
-class Progress {
+class Progress final : public Watcher {
   public:
     explicit Progress(std::size_t files);
-    ~Progress() { clear(); }
+    ~Progress() override { clear(); }
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
 
     /// To be called before the work on a molecule, by one thread.
     void begin(const std::string& label, std::size_t file, std::size_t steps);
-    /// One step is done; any thread may say so.
-    void advance();
+    void closure_done() override;
     /// Takes the bar away, so that something can be printed.
     void clear();
 
@@ -35,4 +37,4 @@ class Progress {
     std::atomic<bool> drawn_ = false;
 };
 
-#endif
+} // namespace loopwise

@@ -1,4 +1,8 @@
-#include "input.hpp"
+#include "input/input.hpp"
+
+#include "input/coordinates.hpp"
+#include "model/cut.hpp"
+#include "textio/reader.hpp"
 
 #include <algorithm>
 #include <filesystem>
@@ -6,10 +10,7 @@
 #include <sstream>
 #include <stdexcept>
 
-#ifdef CLOSURE_SURVEY_GEMMI
-#include "coordinates.hpp"
-#endif
-
+namespace loopwise {
 namespace {
 
 [[noreturn]] void refuse(const std::string& reason) { throw std::runtime_error(reason); }
@@ -34,14 +35,14 @@ std::string atom_lines(std::ifstream& file) {
     return text;
 }
 
-std::vector<NamedChain> read_text(const std::string& path) {
+std::vector<NamedChain> read_text_file(const std::string& path) {
     std::ifstream file(path);
     if (!file) refuse("cannot be opened");
-    bool repeated_atom = false;
-    Chain chain = ChainRead_fromString(atom_lines(file), repeated_atom);
-    if (repeated_atom) refuse("two neighbouring atoms are at the same place");
-    if (chain.empty()) refuse("holds no atom");
-    return {{"", std::move(chain)}};
+    Reading reading = read_text(atom_lines(file));
+    if (reading.repeated) refuse("two neighbouring atoms are at the same place");
+    if (reading.chain.empty()) refuse("holds no atom");
+    std::vector<std::string> labels = labels_of(reading.chain);
+    return {{"", std::move(reading.chain), std::move(labels)}};
 }
 
 bool has_extension(std::string path, std::initializer_list<const char*> extensions) {
@@ -57,30 +58,31 @@ std::vector<NamedChain> read_chains(const std::string& path) {
     if (std::filesystem::is_directory(path)) refuse("is a directory");
     if (!std::ifstream(path)) refuse("cannot be opened");
     const bool pdb = has_extension(path, {".pdb", ".ent"});
-    if (!pdb && !has_extension(path, {".cif", ".mmcif"})) return read_text(path);
-#ifdef CLOSURE_SURVEY_GEMMI
+    if (!pdb && !has_extension(path, {".cif", ".mmcif"})) return read_text_file(path);
     return read_coordinates(path, pdb);
-#else
-    refuse("PDB and mmCIF cannot be read: closure_survey was built without gemmi");
-#endif
 }
 
-void cut(Chain& chain, int first, int last) {
-    const auto [low, high] = std::minmax(chain.front().id, chain.back().id);
+void cut(NamedChain& named, int first, int last) {
+    const Chain& beads = named.beads;
+    const auto [low, high] = std::minmax(beads.front().id, beads.back().id);
+    Chain stretch = beads;
+    if (!cut(stretch, first, last))
+        refuse("no residues " + std::to_string(std::min(first, last)) + " to " +
+               std::to_string(std::max(first, last)) + " in " + std::to_string(low) + " to " +
+               std::to_string(high));
     const auto [from, to] = std::minmax(first, last);
-    const bool any = std::any_of(chain.begin(), chain.end(), [from = from, to = to](const ChainAtom& atom) {
-        return from <= atom.id && atom.id <= to;
-    });
-    if (from < low || to > high || !any)
-        refuse("no residues " + std::to_string(from) + " to " + std::to_string(to) + " in " +
-               std::to_string(low) + " to " + std::to_string(high));
-    CutChain(chain, from, to);
+    const auto skipped = std::find_if(beads.begin(), beads.end(),
+                                      [from = from, to = to](const ChainAtom& bead) {
+                                          return from <= bead.id && bead.id <= to;
+                                      }) -
+                         beads.begin();
+    named.labels.erase(named.labels.begin(), named.labels.begin() + skipped);
+    named.labels.resize(stretch.size());
+    named.beads = std::move(stretch);
 }
 
 const char* readable_formats() {
-#ifdef CLOSURE_SURVEY_GEMMI
     return "PDB (.pdb .ent) and mmCIF (.cif .mmcif), each also with .gz; anything else is chain text";
-#else
-    return "chain text only: this program was built without gemmi, which reads PDB and mmCIF";
-#endif
 }
+
+} // namespace loopwise

@@ -1,10 +1,11 @@
-#include "strands.hpp"
+#include "draw/strands.hpp"
 
-#include "palette.hpp"
+#include "draw/palette.hpp"
 
 #include <algorithm>
 #include <cmath>
 
+namespace loopwise {
 namespace {
 
 constexpr double margin = 62.0;    // between the chain and its panel, where the closure leads out
@@ -26,8 +27,9 @@ Path path_of(const Loop& loop, const std::vector<Edge>& edges, const Camera& cam
     for (std::size_t i = 0; i < edges.size(); ++i)
         path.places.push_back(path.places[i] + std::hypot(path.spots[i + 1].x - path.spots[i].x,
                                                           path.spots[i + 1].y - path.spots[i].y));
-    const double last = static_cast<double>(std::max<std::size_t>(whole.own(), 2) - 1);
-    for (const std::size_t place : loop.places) path.shades.push_back(static_cast<double>(place) / last);
+    const double last = static_cast<double>(std::max<std::size_t>(whole.own, 2) - 1);
+    for (std::size_t i = 0; i < loop.own; ++i)
+        path.shades.push_back(static_cast<double>(loop.position(i)) / last);
     return path;
 }
 
@@ -39,15 +41,15 @@ double sine_between(const Edge& a, const Edge& b) {
 }
 
 /// Cuts a path wherever it passes under another. Gaps that leave but a splinter between them merge.
-void find_gaps(Path& path, const Diagram& diagram, double width) {
+void find_gaps(Path& path, const Drawing& drawing, double width) {
     std::vector<std::pair<double, double>> gaps;
     for (std::size_t i = 0; i < path.edges.size(); ++i) {
         const double length = path.places[i + 1] - path.places[i];
         for (const EdgeAnnotation& pass : path.edges[i].annotations) {
             const auto over = static_cast<std::size_t>(pass.label);
-            const double needed = 0.5 * (diagram.closing[over] ? closure_width : width) + halo;
+            const double needed = 0.5 * (drawing.closing[over] ? closure_width : width) + halo;
             const double half =
-                needed / std::max(least_sine, sine_between(path.edges[i], diagram.edges[over]));
+                needed / std::max(least_sine, sine_between(path.edges[i], drawing.edges[over]));
             const double at = path.places[i] + pass.position * length;
             gaps.emplace_back(at - half, at + half);
         }
@@ -111,7 +113,7 @@ std::string gradient(const Path& path, std::size_t edge, const std::string& id) 
 /// The strands of the chain itself, and a disc at every atom: a round join, or a bead.
 void draw_chain(std::vector<Piece>& pieces, const Path& path, const Style& style) {
     const std::string width = "stroke-width=\"" + number(style.width) + "\"";
-    for (std::size_t i = 0; i + 1 < path.loop.own(); ++i) {
+    for (std::size_t i = 0; i + 1 < path.loop.own; ++i) {
         std::string svg, stroke = colour_along(0.5 * (path.shades[i] + path.shades[i + 1]));
         if (style.gradual) {
             const std::string id = stick_id(path, i);
@@ -122,7 +124,7 @@ void draw_chain(std::vector<Piece>& pieces, const Path& path, const Style& style
             svg += line(spot_at(path, i, from), spot_at(path, i, to), "stroke=\"" + stroke + "\" " + width);
         pieces.push_back({path.depth(i), svg});
     }
-    for (std::size_t i = 0; i < path.loop.own(); ++i) {
+    for (std::size_t i = 0; i < path.loop.own; ++i) {
         const std::string fill = "fill=\"" + colour_along(path.shades[i]) + "\"";
         if (is_visible(path, path.places[i]))
             pieces.push_back({path.edges[i].start.z, disc(path.spots[i], 0.5 * style.width, fill)});
@@ -139,20 +141,20 @@ std::string closure_of(const Path& path) {
     return "<g " + dashed() + " mask=\"url(#fade)\">\n" + svg + "</g>\n";
 }
 
-std::vector<PointR3> open_points(const Diagram& diagram, const std::vector<Loop>& loops) {
+std::vector<PointR3> open_points(const Drawing& drawing, const std::vector<Loop>& loops) {
     std::vector<PointR3> points;
     std::vector<std::size_t> seen(loops.size(), 0);
-    for (const Edge& edge : diagram.edges) {
+    for (const Edge& edge : drawing.edges) {
         const auto loop = static_cast<std::size_t>(edge.tag);
-        if (seen[loop]++ < loops[loop].own()) points.push_back(edge.start);
+        if (seen[loop]++ < loops[loop].own) points.push_back(edge.start);
     }
     return points;
 }
 
 } // namespace
 
-Camera::Camera(const Diagram& diagram, const std::vector<Loop>& loops) {
-    const std::vector<PointR3> points = open_points(diagram, loops);
+Camera::Camera(const Drawing& drawing, const std::vector<Loop>& loops) {
+    const std::vector<PointR3> points = open_points(drawing, loops);
     turn_along_longest(points);
     double low_x = INFINITY, low_y = INFINITY, high_x = -INFINITY, high_y = -INFINITY;
     for (const PointR3& point : points) {
@@ -194,12 +196,12 @@ Spot Camera::turned(PointR3 point) const {
     return {cosine_ * point.x + sine_ * point.y, cosine_ * point.y - sine_ * point.x};
 }
 
-std::vector<Path> paths_of(const Diagram& diagram, const std::vector<Loop>& loops,
+std::vector<Path> paths_of(const Drawing& drawing, const std::vector<Loop>& loops,
                            const std::vector<Loop>& whole, const Camera& camera) {
     std::vector<Path> paths;
-    auto from = diagram.edges.begin();
+    auto from = drawing.edges.begin();
     for (std::size_t i = 0; i < loops.size(); ++i) {
-        const auto to = std::find_if(from, diagram.edges.end(), [&](const Edge& edge) {
+        const auto to = std::find_if(from, drawing.edges.end(), [&](const Edge& edge) {
             return edge.tag != static_cast<std::int32_t>(i);
         });
         if (from != to) paths.push_back(path_of(loops[i], {from, to}, camera, whole[i]));
@@ -208,11 +210,11 @@ std::vector<Path> paths_of(const Diagram& diagram, const std::vector<Loop>& loop
     return paths;
 }
 
-std::string strands(const Diagram& diagram, std::vector<Path>& paths, const Style& style) {
+std::string strands(const Drawing& drawing, std::vector<Path>& paths, const Style& style) {
     std::string svg;
     std::vector<Piece> pieces;
     for (Path& path : paths) {
-        find_gaps(path, diagram, style.width);
+        find_gaps(path, drawing, style.width);
         svg += closure_of(path);
         draw_chain(pieces, path, style);
     }
@@ -227,7 +229,7 @@ std::string shadow(const std::vector<Path>& paths) {
     for (const Path& path : paths) {
         svg += "<polyline fill=\"none\" stroke=\"" + std::string(ghost) +
                "\" stroke-width=\"2.5\" stroke-linejoin=\"round\" points=\"";
-        for (std::size_t i = 0; i < path.loop.own(); ++i)
+        for (std::size_t i = 0; i < path.loop.own; ++i)
             svg += number(path.spots[i].x) + "," + number(path.spots[i].y) + " ";
         svg += "\"/>\n";
     }
@@ -238,3 +240,5 @@ std::string dashed() {
     return "stroke=\"" + std::string(grey) + "\" stroke-width=\"" + number(closure_width) +
            "\" stroke-dasharray=\"7 5\"";
 }
+
+} // namespace loopwise

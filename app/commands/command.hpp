@@ -1,0 +1,34 @@
+// What the program can do, a file for each subcommand.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include <functional>
+#include <span>
+
+namespace loopwise {
+
+inline constexpr int exit_failure = 1; ///< a file, a chain or an output failed; the rest is done
+inline constexpr int exit_usage = 2;
+
+/// What a parsed command line asks for; returns the exit status.
+using Action = std::function<int()>;
+
+struct Command {
+    const char* name;
+    const char* summary;
+    /// Gives the subcommand its arguments and returns what to run once they are parsed. A command line
+    /// that asks for what cannot be is refused by refuse_usage().
+    Action (*declare)(CLI::App& command);
+};
+
+/// All of them, in the order of the help.
+std::span<const Command> commands();
+
+/// Ends the program as for a command line that does not parse.
+[[noreturn]] void refuse_usage(const std::string& reason);
+
+// The subcommands.
+Action declare_survey(CLI::App& command);
+
+} // namespace loopwise

@@ -1,0 +1,17 @@
+#include "commands/command.hpp"
+
+#include <array>
+
+namespace loopwise {
+
+std::span<const Command> commands() {
+    static constexpr std::array all{
+        Command{"survey", "Close chains in many ways, reduce every loop and count what is left",
+                declare_survey},
+    };
+    return all;
+}
+
+void refuse_usage(const std::string& reason) { throw CLI::ValidationError(reason, exit_usage); }
+
+} // namespace loopwise

@@ -1,0 +1,52 @@
+// The program `loopwise`: finds the subcommand, runs it, and turns what it throws into one line.
+#include "commands/command.hpp"
+
+#include <iostream>
+
+using namespace loopwise;
+
+namespace {
+
+constexpr const char* footer =
+    "Exit status: 0 all done; 1 a file or a chain could not be worked on, or an output not be written (one\n"
+    "line each on stderr; all others are done); 2 wrong command line.";
+
+/// Help and version are an output like any other: a full disk must not pass in silence.
+int print(const CLI::App& app, const CLI::ParseError& request) {
+    app.exit(request);
+    if (std::cout.flush()) return 0;
+    std::cerr << "loopwise: standard output: cannot be written\n";
+    return exit_failure;
+}
+
+int run(int argc, char** argv) {
+    CLI::App app("Works on chains of C-alpha atoms: knots, and what holds them.", "loopwise");
+    app.set_version_flag("--version", "loopwise " LOOPWISE_VERSION);
+    app.require_subcommand(1);
+    app.footer(footer);
+    std::vector<std::pair<CLI::App*, Action>> actions;
+    for (const Command& command : commands()) {
+        CLI::App* const subcommand = app.add_subcommand(command.name, command.summary);
+        actions.emplace_back(subcommand, command.declare(*subcommand));
+    }
+    try {
+        app.parse(argc, argv);
+        for (const auto& [subcommand, action] : actions)
+            if (subcommand->parsed()) return action();
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() == 0) return print(app, error);
+        std::cerr << "loopwise: " << error.what() << " (see --help)\n";
+    }
+    return exit_usage;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& failure) {
+        std::cerr << "loopwise: " << failure.what() << '\n';
+        return exit_failure;
+    }
+}

@@ -1,0 +1,75 @@
+#include "report/report.hpp"
+
+#include <nlohmann/json.hpp>
+
+namespace loopwise {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json json_of(const std::map<std::size_t, std::size_t>& left) {
+    Json pairs = Json::array();
+    for (const auto& [beads, closures] : left) pairs.push_back({{"beads", beads}, {"closures", closures}});
+    return pairs;
+}
+
+Json json_of(const std::optional<ComponentTally::Smallest>& smallest, const ComponentTally& component) {
+    if (!smallest) return nullptr;
+    const auto& [closure, loop] = *smallest;
+    Json beads = Json::array();
+    for (std::size_t i = 0; i < loop.beads.size(); ++i)
+        beads.push_back({{"label", label_of(loop, i, component)}, {"appended", i >= loop.own}});
+    return {{"beads", loop.beads.size()}, {"closure", closure}, {"labels", beads}};
+}
+
+Json json_of(const ComponentTally& tally) {
+    return {{"chain", tally.name},
+            {"beads", tally.beads},
+            {"breaks", tally.breaks == unbroken ? Json(nullptr) : Json(tally.breaks)},
+            {"down_to_three", tally.bare},
+            {"left", json_of(tally.left)},
+            {"fewest_left", json_of(tally.smallest, tally)}};
+}
+
+class JsonReport final : public Report {
+  public:
+    JsonReport(std::ostream& out, const Plan& plan) : out_(out), together_(plan.together) {
+        Json head = {{"program", "loopwise survey"},
+                     {"version", LOOPWISE_VERSION},
+                     {"method", name_of(plan.method)},
+                     {"closures", plan.closures},
+                     {"scale", takes_scale(plan.method) ? Json(plan.scale) : Json(nullptr)},
+                     {"seed", is_random(plan.method) ? Json(plan.seed) : Json(nullptr)}};
+        std::string text = head.dump();
+        text.pop_back();
+        out_ << text << ",\"results\":[";
+    }
+
+    void add(const Result& result) override {
+        Json entry = {{"file", result.file}, {"failed", result.failed}};
+        if (together_) {
+            entry["down_to_three"] = result.whole.bare;
+            entry["left"] = json_of(result.whole.left);
+        }
+        for (const ComponentTally& tally : result.components) entry["chains"].push_back(json_of(tally));
+        // A file name may be no UTF-8, which would make the dump throw.
+        out_ << (first_ ? "\n" : ",\n") << entry.dump(-1, ' ', false, Json::error_handler_t::replace);
+        out_.flush();
+        first_ = false;
+    }
+
+    void finish() override { out_ << "\n]}\n"; }
+
+  private:
+    std::ostream& out_;
+    bool together_;
+    bool first_ = true;
+};
+
+} // namespace
+
+std::unique_ptr<Report> make_json_report(std::ostream& out, const Plan& plan) {
+    return std::make_unique<JsonReport>(out, plan);
+}
+
+} // namespace loopwise

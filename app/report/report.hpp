@@ -1,0 +1,38 @@
+// The results as text for people, or as JSON or CSV for programs.
+#pragma once
+
+#include "survey/survey.hpp"
+
+#include <memory>
+#include <ostream>
+
+namespace loopwise {
+
+enum class Format { text, json, csv };
+
+/// Results are written as they come, so that a long run shows what it has.
+class Report {
+  public:
+    virtual ~Report() = default;
+    virtual void add(const Result& result) = 0;
+    virtual void finish() {}
+};
+
+/// Writes the head of the report; `out` and `plan` must outlive it.
+std::unique_ptr<Report> make_report(Format format, std::ostream& out, const Plan& plan);
+
+// One for each format.
+std::unique_ptr<Report> make_text_report(std::ostream& out, const Plan& plan);
+std::unique_ptr<Report> make_json_report(std::ostream& out, const Plan& plan);
+std::unique_ptr<Report> make_csv_report(std::ostream& out, const Plan& plan);
+
+/// What CheckDistancesBetweenAtoms() says of a chain without breaks.
+inline constexpr const char* unbroken = "OK";
+
+/// A number as streams write it, whatever the locale.
+std::string scale_text(double scale);
+
+/// The labels of what is left of a loop.
+std::string labels_of(const ComponentTally::Smallest& smallest, const ComponentTally& component);
+
+} // namespace loopwise

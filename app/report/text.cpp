@@ -1,0 +1,85 @@
+#include "report/report.hpp"
+
+#include <iomanip>
+#include <sstream>
+
+namespace loopwise {
+namespace {
+
+constexpr std::size_t longest_bar = 40;
+
+std::string percent(std::size_t part, std::size_t whole) {
+    std::ostringstream text;
+    text.imbue(std::locale::classic());
+    text << std::fixed << std::setprecision(1)
+         << (whole == 0 ? 0.0 : 100.0 * static_cast<double>(part) / static_cast<double>(whole)) << " %";
+    return text.str();
+}
+
+/// Chain text has no names.
+std::string name_in_text(const Tally& tally) { return tally.name.empty() ? "without name" : tally.name; }
+
+class TextReport final : public Report {
+  public:
+    TextReport(std::ostream& out, const Plan& plan) : out_(out), plan_(plan) {
+        out_ << plan.closures << (plan.closures == 1 ? " closure" : " closures") << " of each "
+             << (plan.together ? "structure" : "chain") << ", method " << name_of(plan.method);
+        if (takes_scale(plan.method)) out_ << ", scale " << scale_text(plan.scale);
+        if (is_random(plan.method)) out_ << ", seed " << plan.seed;
+        out_ << '\n';
+    }
+
+    void add(const Result& result) override {
+        out_ << '\n' << result.file;
+        if (plan_.together)
+            out_ << ": structure of " << result.components.size()
+                 << (result.components.size() == 1 ? " chain\n" : " chains\n");
+        for (const ComponentTally& tally : result.components) introduce(tally);
+        if (result.failed > 0)
+            out_ << "  failed to close: " << result.failed << " of " << plan_.closures << '\n';
+        if (result.counted() > 0 && plan_.together) {
+            out_ << "  all chains together\n";
+            show(result.whole, result.counted());
+        }
+        if (result.counted() > 0)
+            for (const ComponentTally& tally : result.components) show_component(tally, result.counted());
+        out_.flush();
+    }
+
+  private:
+    void introduce(const ComponentTally& tally) {
+        if (plan_.together) out_ << ' ';
+        if (plan_.together || !tally.name.empty()) out_ << " chain " << name_in_text(tally);
+        out_ << ": " << tally.beads << (tally.beads == 1 ? " bead, " : " beads, ")
+             << (tally.breaks == unbroken ? "no break" : tally.breaks.substr(tally.breaks.find(' ') + 1))
+             << '\n';
+    }
+
+    void show_component(const ComponentTally& tally, std::size_t closures) {
+        if (plan_.together) out_ << "  chain " << name_in_text(tally) << '\n';
+        show(tally, closures);
+        if (tally.smallest)
+            out_ << "  fewest beads left above three: " << tally.smallest->loop.beads.size() << ", closure "
+                 << tally.smallest->closure << ": " << labels_of(*tally.smallest, tally) << '\n';
+    }
+
+    void show(const Tally& tally, std::size_t closures) {
+        out_ << "  down to three beads: " << tally.bare << " of " << closures << " closures ("
+             << percent(tally.bare, closures) << ")\n  beads left   closures\n";
+        for (const auto& [left, times] : tally.left) {
+            const std::size_t bar = std::max<std::size_t>(1, longest_bar * times / closures);
+            out_ << std::setw(12) << left << std::setw(11) << times << "  " << std::string(bar, '#') << '\n';
+        }
+    }
+
+    std::ostream& out_;
+    const Plan& plan_;
+};
+
+} // namespace
+
+std::unique_ptr<Report> make_text_report(std::ostream& out, const Plan& plan) {
+    return std::make_unique<TextReport>(out, plan);
+}
+
+} // namespace loopwise

@@ -1,0 +1,197 @@
+#include "survey/survey.hpp"
+
+#include "closure/closures.hpp"
+#include "reduce/reduction.hpp"
+#include "survey/draws.hpp"
+#include "survey/parallel.hpp"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace loopwise {
+namespace {
+
+/// So many loops are held at once: few enough for the memory to be used again while it is in the cache.
+constexpr std::size_t batch_size = 64;
+
+struct Outcome {
+    bool closed = false;
+    Structure loops;
+    Structure reduced;
+};
+
+Closing close_chain(Chain& chain, const Plan& plan, std::size_t closure) {
+    const Draw draw = Draws(plan.seed, closure);
+    switch (plan.method) {
+    case Method::directions:
+        return close_in_direction(chain, static_cast<int>(closure));
+    case Method::point:
+        return close_through_point(chain, plan.scale, draw);
+    case Method::direction:
+        return close_in_random_direction(chain, draw);
+    case Method::two_points:
+        return close_by_arc(chain, plan.scale, draw);
+    case Method::outside:
+        return close_outside(chain, plan.scale);
+    }
+    return Closing::no_such_row;
+}
+
+Closing close_structure(Structure& structure, const Plan& plan, std::size_t closure) {
+    const Draw draw = Draws(plan.seed, closure);
+    switch (plan.method) {
+    case Method::directions:
+        break;
+    case Method::point:
+        return close_through_points(structure, plan.scale, draw);
+    case Method::direction:
+        return close_in_random_directions(structure, draw);
+    case Method::two_points:
+        return close_by_arcs(structure, plan.scale, draw);
+    case Method::outside:
+        return close_outside(structure, plan.scale);
+    }
+    return Closing::too_many_components;
+}
+
+/// Closed beads are numbered by position: a closure numbers what it appends by rules of its own.
+void number_by_position(Chain& chain) {
+    std::int32_t position = 0;
+    for (ChainAtom& bead : chain) bead.id = position++;
+}
+
+Outcome outcome_of(const Structure& open, const Plan& plan, std::size_t closure) {
+    Outcome outcome{false, open, {}};
+    const Closing closing = plan.together ? close_structure(outcome.loops, plan, closure)
+                                          : close_chain(outcome.loops.front(), plan, closure);
+    outcome.closed = closing == Closing::closed;
+    if (!outcome.closed) return outcome;
+    for (Chain& loop : outcome.loops) number_by_position(loop);
+    outcome.reduced = outcome.loops;
+    if (plan.together)
+        reduce(outcome.reduced, true);
+    else
+        reduce(outcome.reduced.front(), true);
+    return outcome;
+}
+
+/// Those of the chain's own beads that are left come first.
+Loop loop_of(Chain beads, std::size_t beads_of_chain) {
+    const auto appended = std::partition_point(beads.begin(), beads.end(), [&](const ChainAtom& bead) {
+        return static_cast<std::size_t>(bead.id) < beads_of_chain;
+    });
+    const auto own = static_cast<std::size_t>(appended - beads.begin());
+    return {std::move(beads), own};
+}
+
+Specimen specimen_of(Outcome& outcome, const Result& result, std::size_t closure) {
+    Specimen specimen{closure, {}, {}};
+    for (std::size_t i = 0; i < outcome.loops.size(); ++i) {
+        const std::size_t beads = result.components[i].beads;
+        specimen.closed.push_back(loop_of(std::move(outcome.loops[i]), beads));
+        specimen.reduced.push_back(loop_of(std::move(outcome.reduced[i]), beads));
+    }
+    return specimen;
+}
+
+std::size_t total(const std::vector<Loop>& loops) {
+    std::size_t beads = 0;
+    for (const Loop& loop : loops) beads += loop.beads.size();
+    return beads;
+}
+
+void count(ComponentTally& tally, const Loop& reduced, std::size_t closure) {
+    const std::size_t left = reduced.beads.size();
+    ++tally.left[left];
+    if (left <= bare_loop)
+        ++tally.bare;
+    else if (!tally.smallest || left < tally.smallest->loop.beads.size())
+        tally.smallest = {closure, reduced};
+}
+
+void count(Result& result, Outcome& outcome, std::size_t closure) {
+    if (!outcome.closed) {
+        ++result.failed;
+        return;
+    }
+    Specimen specimen = specimen_of(outcome, result, closure);
+    for (std::size_t i = 0; i < specimen.reduced.size(); ++i)
+        count(result.components[i], specimen.reduced[i], closure);
+
+    ++result.whole.left[total(specimen.reduced)];
+    const bool bare = std::all_of(specimen.reduced.begin(), specimen.reduced.end(),
+                                  [](const Loop& loop) { return loop.beads.size() <= bare_loop; });
+    if (bare) ++result.whole.bare;
+    std::optional<Specimen>& best = bare ? result.first_bare : result.smallest;
+    if (!best || (!bare && total(specimen.reduced) < total(best->reduced))) best = std::move(specimen);
+}
+
+Result empty_result(const Molecule& molecule) {
+    Result result;
+    result.file = molecule.file;
+    for (const NamedChain& named : molecule.chains) {
+        ComponentTally tally;
+        tally.name = named.name;
+        tally.beads = named.beads.size();
+        tally.breaks = CheckDistancesBetweenAtoms(named.beads);
+        tally.labels = named.labels;
+        if (!result.components.empty()) result.whole.name += '+';
+        result.whole.name += named.name;
+        result.whole.beads += tally.beads;
+        result.components.push_back(std::move(tally));
+    }
+    return result;
+}
+
+void refuse_impossible(const Molecule& molecule, const Plan& plan) {
+    const auto is_empty = [](const NamedChain& named) { return named.beads.empty(); };
+    if (molecule.chains.empty() || std::any_of(molecule.chains.begin(), molecule.chains.end(), is_empty))
+        throw std::invalid_argument("there is no bead to survey");
+    if (plan.together && molecule.chains.size() > most_components(plan.method))
+        throw std::invalid_argument("method " + std::string(name_of(plan.method)) + " closes at most " +
+                                    std::to_string(most_components(plan.method)) + " chains together, not " +
+                                    std::to_string(molecule.chains.size()));
+    if (!plan.together && molecule.chains.size() > 1)
+        throw std::invalid_argument("several chains are surveyed one by one or together");
+    if (plan.method == Method::directions && plan.closures > uniform_rows)
+        throw std::invalid_argument("there are only " + std::to_string(uniform_rows) + " directions");
+}
+
+} // namespace
+
+std::string label_of(const Loop& loop, std::size_t bead, const ComponentTally& component) {
+    const std::size_t position = loop.position(bead);
+    if (position < component.labels.size()) return component.labels[position];
+    return '+' + std::to_string(position - component.labels.size() + 1);
+}
+
+std::size_t Result::counted() const {
+    std::size_t closures = 0;
+    for (const auto& [beads, times] : whole.left) closures += times;
+    return closures;
+}
+
+const Specimen* Result::typical() const {
+    if (first_bare && 2 * whole.bare >= counted()) return &*first_bare;
+    return smallest ? &*smallest : nullptr;
+}
+
+Result survey(const Molecule& molecule, const Plan& plan, Watcher& watcher) {
+    refuse_impossible(molecule, plan);
+    Result result = empty_result(molecule);
+    Structure open;
+    for (const NamedChain& named : molecule.chains) open.push_back(named.beads);
+
+    std::vector<Outcome> batch;
+    for (std::size_t first = 0; first < plan.closures; first += batch_size) {
+        batch.resize(std::min(batch_size, plan.closures - first));
+        in_parallel(batch.size(), plan.threads, [&](std::size_t i) {
+            batch[i] = outcome_of(open, plan, first + i);
+            watcher.closure_done();
+        });
+        for (std::size_t i = 0; i < batch.size(); ++i) count(result, batch[i], first + i);
+    }
+    return result;
+}
+
+} // namespace loopwise

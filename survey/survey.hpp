@@ -1,0 +1,80 @@
+// Closing a molecule in many ways, reducing every loop and counting what is left. Prints nothing, reads no
+// file, and leaves the process's generator alone.
+#pragma once
+
+#include "survey/molecule.hpp"
+#include "survey/plan.hpp"
+
+#include <map>
+#include <optional>
+
+namespace loopwise {
+
+/// The beads that the reduction leaves of a loop when nothing holds it.
+inline constexpr std::size_t bare_loop = 3;
+
+/// A closed chain, reduced or not: beads of the chain, then those that close it. The identifier of a bead
+/// is its position in the closed chain, so those of the chain's own beads say which they are.
+struct Loop {
+    Chain beads;
+    std::size_t own = 0; ///< how many are the chain's own
+
+    std::size_t position(std::size_t bead) const { return static_cast<std::size_t>(beads[bead].id); }
+};
+
+/// What one closure came to: the loops of all components, before and after their reduction.
+struct Specimen {
+    std::size_t closure = 0;
+    std::vector<Loop> closed;
+    std::vector<Loop> reduced;
+};
+
+/// The closures of a chain, or of a whole structure, counted by what was left.
+struct Tally {
+    std::string name;
+    std::size_t beads = 0;
+    std::map<std::size_t, std::size_t> left; ///< beads left -> closures
+    std::size_t bare = 0;                    ///< closures of which no component kept more than three beads
+};
+
+struct ComponentTally : Tally {
+    std::string breaks;              ///< CheckDistancesBetweenAtoms()
+    std::vector<std::string> labels; ///< of the beads
+    struct Smallest {
+        std::size_t closure = 0;
+        Loop loop;
+    };
+    std::optional<Smallest> smallest; ///< of the loops that kept more than three beads
+};
+
+/// What a bead of a loop is called: the label of a chain's own bead; +1, +2, ... for those that close it.
+std::string label_of(const Loop& loop, std::size_t bead, const ComponentTally& component);
+
+struct Result {
+    std::string file;
+    Tally whole;
+    std::vector<ComponentTally> components;
+    std::size_t failed = 0;
+    std::optional<Specimen> first_bare;
+    std::optional<Specimen> smallest; ///< fewest beads among the closures that are not bare
+
+    std::size_t counted() const;
+    /// The closure to show: where most closures come down to three beads, the first that does,
+    /// otherwise the one with the fewest beads left. Null when every closure failed.
+    const Specimen* typical() const;
+};
+
+/// Told about the work by those who do it.
+class Watcher {
+  public:
+    virtual ~Watcher() = default;
+    /// A closure is made and reduced. Any thread may say so; what it throws ends the survey.
+    virtual void closure_done() {}
+};
+
+/// The same result for any number of threads. Throws std::invalid_argument when the molecule has no chain
+/// or an empty one, more components than the method can close, or, for Method::directions, more closures
+/// than rows; and what the watcher throws.
+Result survey(const Molecule& molecule, const Plan& plan, Watcher& watcher);
+
+} // namespace loopwise
