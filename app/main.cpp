@@ -19,6 +19,16 @@ int print(const CLI::App& app, const CLI::ParseError& request) {
     return exit_failure;
 }
 
+/// A word in the place of a subcommand that is none.
+void refuse_unknown(const std::string& word) {
+    std::string known;
+    for (const Command& command : commands()) {
+        if (word == command.name) return;
+        known += (known.empty() ? "" : ", ") + std::string(command.name);
+    }
+    refuse_usage(word + " is no subcommand; there are " + known);
+}
+
 int run(int argc, char** argv) {
     CLI::App app("Works on chains of C-alpha atoms: knots, and what holds them.", "loopwise");
     app.set_version_flag("--version", "loopwise " LOOPWISE_VERSION);
@@ -30,6 +40,7 @@ int run(int argc, char** argv) {
         actions.emplace_back(subcommand, command.declare(*subcommand));
     }
     try {
+        if (argc > 1 && argv[1][0] != '-') refuse_unknown(argv[1]);
         app.parse(argc, argv);
         for (const auto& [subcommand, action] : actions)
             if (subcommand->parsed()) return action();

@@ -1,0 +1,3 @@
+loopwise survey --csv trefoil.txt
+loopwise survey --json --svg picture.svg trefoil.txt
+cat picture.svg
