@@ -3,7 +3,7 @@
 # are missing, or prints the one line that does.
 build_packages="g++ cmake ninja-build"
 survey_packages="libcli11-dev nlohmann-json3-dev gemmi-dev tao-pegtl-dev zlib1g-dev"
-check_packages="clang libgtest-dev libbenchmark-dev abigail-tools pkg-config dpkg-dev valgrind doxygen"
+check_packages="clang libgtest-dev libbenchmark-dev abigail-tools binutils pkg-config dpkg-dev file doxygen"
 
 installed() { dpkg-query -W -f '${Status}' "$1" 2>/dev/null | grep -q 'ok installed'; }
 
