@@ -35,7 +35,7 @@ target_compile_features(loopwise_objects PUBLIC cxx_std_20)
 target_include_directories(loopwise_objects PUBLIC ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/src)
 # A sign decides whether a chain stays knotted: no fused multiply-add may change one.
 target_compile_options(loopwise_objects PRIVATE -ffp-contract=off)
-# Debug information is what tests/abi.sh reads. It names no folder of the machine that built it, and
+# Debug information is what tests/interface.sh reads. It names no folder of the machine that built it, and
 # packages are stripped of it.
 target_compile_options(loopwise_objects PRIVATE -g
   -ffile-prefix-map=${PROJECT_SOURCE_DIR}=. -ffile-prefix-map=${PROJECT_BINARY_DIR}=build)
