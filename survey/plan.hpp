@@ -23,6 +23,7 @@ struct Plan {
     double scale = 0.0;                  ///< of the methods that take one
     std::uint64_t seed = 0;              ///< of the random methods
     unsigned threads = 1;
+    bool name_knots = true;
     bool together = false; ///< all chains of a molecule are components of one structure
 };
 

@@ -1,6 +1,7 @@
 #include "survey/survey.hpp"
 
 #include "closure/closures.hpp"
+#include "knots/knot.hpp"
 #include "reduce/reduction.hpp"
 #include "survey/draws.hpp"
 #include "survey/parallel.hpp"
@@ -18,6 +19,7 @@ struct Outcome {
     bool closed = false;
     Structure loops;
     Structure reduced;
+    std::vector<std::string> knots;
 };
 
 Closing close_chain(Chain& chain, const Plan& plan, std::size_t closure) {
@@ -61,7 +63,7 @@ void number_by_position(Chain& chain) {
 }
 
 Outcome outcome_of(const Structure& open, const Plan& plan, std::size_t closure) {
-    Outcome outcome{false, open, {}};
+    Outcome outcome{false, open, {}, {}};
     const Closing closing = plan.together ? close_structure(outcome.loops, plan, closure)
                                           : close_chain(outcome.loops.front(), plan, closure);
     outcome.closed = closing == Closing::closed;
@@ -75,6 +77,10 @@ Outcome outcome_of(const Structure& open, const Plan& plan, std::size_t closure)
     return outcome;
 }
 
+void name_knots(Outcome& outcome, KnotNamer& namer) {
+    for (const Chain& loop : outcome.reduced) outcome.knots.push_back(namer.name(loop).text());
+}
+
 /// Those of the chain's own beads that are left come first.
 Loop loop_of(Chain beads, std::size_t beads_of_chain) {
     const auto appended = std::partition_point(beads.begin(), beads.end(), [&](const ChainAtom& bead) {
@@ -85,7 +91,7 @@ Loop loop_of(Chain beads, std::size_t beads_of_chain) {
 }
 
 Specimen specimen_of(Outcome& outcome, const Result& result, std::size_t closure) {
-    Specimen specimen{closure, {}, {}};
+    Specimen specimen{closure, {}, {}, std::move(outcome.knots)};
     for (std::size_t i = 0; i < outcome.loops.size(); ++i) {
         const std::size_t beads = result.components[i].beads;
         specimen.closed.push_back(loop_of(std::move(outcome.loops[i]), beads));
@@ -100,6 +106,12 @@ std::size_t total(const std::vector<Loop>& loops) {
     return beads;
 }
 
+void count(std::vector<KnotCount>& knots, const std::string& knot) {
+    const auto known =
+        std::find_if(knots.begin(), knots.end(), [&](const KnotCount& k) { return k.knot == knot; });
+    ++(known == knots.end() ? knots.emplace_back(KnotCount{knot, 0}) : *known).closures;
+}
+
 void count(ComponentTally& tally, const Loop& reduced, std::size_t closure) {
     const std::size_t left = reduced.beads.size();
     ++tally.left[left];
@@ -109,7 +121,7 @@ void count(ComponentTally& tally, const Loop& reduced, std::size_t closure) {
         tally.smallest = {closure, reduced};
 }
 
-void count(Result& result, Outcome& outcome, std::size_t closure) {
+void count(Result& result, Outcome& outcome, std::size_t closure, Watcher& watcher) {
     if (!outcome.closed) {
         ++result.failed;
         return;
@@ -117,6 +129,9 @@ void count(Result& result, Outcome& outcome, std::size_t closure) {
     Specimen specimen = specimen_of(outcome, result, closure);
     for (std::size_t i = 0; i < specimen.reduced.size(); ++i)
         count(result.components[i], specimen.reduced[i], closure);
+    for (std::size_t i = 0; i < specimen.knots.size(); ++i)
+        count(result.components[i].knots, specimen.knots[i]);
+    watcher.closure_counted(specimen);
 
     ++result.whole.left[total(specimen.reduced)];
     const bool bare = std::all_of(specimen.reduced.begin(), specimen.reduced.end(),
@@ -182,15 +197,21 @@ Result survey(const Molecule& molecule, const Plan& plan, Watcher& watcher) {
     Structure open;
     for (const NamedChain& named : molecule.chains) open.push_back(named.beads);
 
+    std::vector<KnotNamer> namers(std::max(plan.threads, 1U));
     std::vector<Outcome> batch;
     for (std::size_t first = 0; first < plan.closures; first += batch_size) {
         batch.resize(std::min(batch_size, plan.closures - first));
-        in_parallel(batch.size(), plan.threads, [&](std::size_t i) {
+        in_parallel(batch.size(), plan.threads, [&](std::size_t i, std::size_t worker) {
             batch[i] = outcome_of(open, plan, first + i);
+            if (plan.name_knots) name_knots(batch[i], namers[worker]);
             watcher.closure_done();
         });
-        for (std::size_t i = 0; i < batch.size(); ++i) count(result, batch[i], first + i);
+        for (std::size_t i = 0; i < batch.size(); ++i) count(result, batch[i], first + i, watcher);
     }
+    for (ComponentTally& tally : result.components)
+        std::sort(tally.knots.begin(), tally.knots.end(), [](const KnotCount& a, const KnotCount& b) {
+            return a.closures != b.closures ? a.closures > b.closures : a.knot < b.knot;
+        });
     return result;
 }
 

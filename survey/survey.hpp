@@ -1,4 +1,4 @@
-// Closing a molecule in many ways, reducing every loop and counting what is left. Prints nothing, reads no
+// Closing a molecule in many ways, reducing every loop, naming its knot and counting what came of it. Prints nothing, reads no
 // file, and leaves the process's generator alone.
 #pragma once
 
@@ -27,6 +27,13 @@ struct Specimen {
     std::size_t closure = 0;
     std::vector<Loop> closed;
     std::vector<Loop> reduced;
+    std::vector<std::string> knots; ///< of the loops, see KnotName::text(); none where they are not named
+};
+
+/// A knot and how many closures gave it.
+struct KnotCount {
+    std::string knot;
+    std::size_t closures = 0;
 };
 
 /// The closures of a chain, or of a whole structure, counted by what was left.
@@ -38,6 +45,7 @@ struct Tally {
 };
 
 struct ComponentTally : Tally {
+    std::vector<KnotCount> knots;    ///< the most frequent first, equals by name; none where not named
     std::string breaks;              ///< CheckDistancesBetweenAtoms()
     std::vector<std::string> labels; ///< of the beads
     struct Smallest {
@@ -70,6 +78,8 @@ class Watcher {
     virtual ~Watcher() = default;
     /// A closure is made and reduced. Any thread may say so; what it throws ends the survey.
     virtual void closure_done() {}
+    /// What a closure came to, one after another, from the thread that surveys. Those that failed are left out.
+    virtual void closure_counted(const Specimen&) {}
 };
 
 /// The same result for any number of threads. Throws std::invalid_argument when the molecule has no chain

@@ -57,10 +57,23 @@ class TextReport final : public Report {
 
     void show_component(const ComponentTally& tally, std::size_t closures) {
         if (plan_.together) out_ << "  chain " << name_in_text(tally) << '\n';
+        show_knots(tally, closures);
         show(tally, closures);
         if (tally.smallest)
             out_ << "  fewest beads left above three: " << tally.smallest->loop.beads.size() << ", closure "
                  << tally.smallest->closure << ": " << labels_of(*tally.smallest, tally) << '\n';
+    }
+
+    /// The verdict in one line, and all names where there are several.
+    void show_knots(const ComponentTally& tally, std::size_t closures) {
+        if (tally.knots.empty()) return;
+        out_ << "  " << tally.knots.front().knot << " in " << percent(tally.knots.front().closures, closures)
+             << " of " << closures << (closures == 1 ? " closure\n" : " closures\n");
+        if (tally.knots.size() == 1) return;
+        out_ << "  knot           closures\n";
+        for (const KnotCount& count : tally.knots)
+            out_ << "  " << std::left << std::setw(14) << count.knot << std::right << std::setw(9)
+                 << count.closures << std::setw(9) << percent(count.closures, closures) << '\n';
     }
 
     void show(const Tally& tally, std::size_t closures) {
