@@ -68,8 +68,8 @@ KnotName name_of(const Diagram& diagram) {
     return result;
 }
 
-/// A diagram's signed Gauss code from the start that makes it the smallest: equal for equal diagrams on the sphere, which
-/// the code determines.
+/// A diagram's signed Gauss code from the start that makes it the smallest: equal for equal diagrams on the sphere,
+/// which the code determines.
 constexpr int largest_code = 20;
 std::string code_of(const Diagram& diagram) {
     std::string best;
@@ -96,7 +96,7 @@ std::string code_of(const Diagram& diagram) {
 View reduced_view(std::span<const ChainAtom> loop) {
     const std::array<std::span<const ChainAtom>, 1> loops{without_copy_of_first(loop)};
     View view = look_at(loops);
-    if (view.fault == PolygonFault::none) simplify(view.diagram);
+    if (view.fault == PolygonFault::none) simplify(view.diagram, table_crossings);
     return view;
 }
 
@@ -121,7 +121,7 @@ std::string KnotName::text() const {
 }
 
 KnotName knot_of(Diagram diagram) {
-    simplify(diagram);
+    simplify(diagram, table_crossings);
     return name_of(diagram);
 }
 

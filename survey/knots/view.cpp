@@ -27,8 +27,10 @@ constexpr double surely_above = 8192 * u;
 /// The fewest crossings among so many pictures that can be read are taken; of so many directions in all.
 constexpr int pictures_wanted = 6;
 constexpr int directions = 48;
-/// A knot with as few crossings has none.
+/// A diagram of a knot with no more crossings is one of the unknot.
 constexpr std::size_t few_enough = 2;
+/// From here on another direction cannot help.
+constexpr std::size_t far_too_many = 3000;
 
 struct Frame {
     std::array<double, 9> rows;
@@ -45,9 +47,15 @@ constexpr std::array<Frame, directions> make_frames() {
     for (Frame& frame : frames) {
         const double a = draw(), b = draw(), c = draw(), d = draw();
         const double s = 1 / (a * a + b * b + c * c + d * d);
-        frame.rows = {(a * a + b * b - c * c - d * d) * s, 2 * (b * c - a * d) * s, 2 * (b * d + a * c) * s,
-                      2 * (b * c + a * d) * s, (a * a - b * b + c * c - d * d) * s, 2 * (c * d - a * b) * s,
-                      2 * (b * d - a * c) * s, 2 * (c * d + a * b) * s, (a * a - b * b - c * c + d * d) * s};
+        frame.rows = {(a * a + b * b - c * c - d * d) * s,
+                      2 * (b * c - a * d) * s,
+                      2 * (b * d + a * c) * s,
+                      2 * (b * c + a * d) * s,
+                      (a * a - b * b + c * c - d * d) * s,
+                      2 * (c * d - a * b) * s,
+                      2 * (b * d - a * c) * s,
+                      2 * (c * d + a * b) * s,
+                      (a * a - b * b - c * c + d * d) * s};
     }
     return frames;
 }
@@ -146,8 +154,8 @@ void Viewer::project(const Frame& frame) {
         const PointR3 &a = seen(segments_[s].from), &b = seen(segments_[s].to);
         const auto [left, right] = std::minmax(a.x, b.x);
         const auto [bottom, top] = std::minmax(a.y, b.y);
-        boxes_.push_back({left, right + 2 * coordinate_error, bottom, top + 2 * coordinate_error,
-                          static_cast<int>(s)});
+        boxes_.push_back(
+            {left, right + 2 * coordinate_error, bottom, top + 2 * coordinate_error, static_cast<int>(s)});
     }
     std::sort(boxes_.begin(), boxes_.end(), [](const Box& a, const Box& b) { return a.left < b.left; });
 }
@@ -164,8 +172,10 @@ bool Viewer::folds_back(const Segment& s) const {
 /// With U = b - a, V = d - c, W = c - a and the crossing at a + sU = c + tV in the picture, sU - tV - W is
 /// (0, 0, h), h the height of the first over the second; so det(U, V, W) = -h (U x V), and U x V has the sign of
 /// the side of ab that d is on.
-Viewer::Meeting Viewer::meet(int one, int other, std::vector<Passage>& passages, std::vector<int>& signs) const {
-    const Segment &p = segments_[static_cast<std::size_t>(one)], &q = segments_[static_cast<std::size_t>(other)];
+Viewer::Meeting Viewer::meet(int one, int other, std::vector<Passage>& passages,
+                             std::vector<int>& signs) const {
+    const Segment &p = segments_[static_cast<std::size_t>(one)],
+                  &q = segments_[static_cast<std::size_t>(other)];
     const PointR3 &a = seen(p.from), &b = seen(p.to), &c = seen(q.from), &d = seen(q.to);
     const Flat ab = way(a, b), cd = way(c, d), ac = way(a, c);
     const double c_side = cross(ab, ac), d_side = cross(ab, way(a, d));
@@ -199,15 +209,17 @@ bool Viewer::look(const Frame& frame, std::vector<Passage>& passages, std::vecto
     signs.clear();
     project(frame);
     for (const Segment& s : segments_) {
-        const bool triangle = segments_[static_cast<std::size_t>(segments_[static_cast<std::size_t>(s.next)].next)]
-                                  .to == s.from;
+        const bool triangle =
+            segments_[static_cast<std::size_t>(segments_[static_cast<std::size_t>(s.next)].next)].to ==
+            s.from;
         if (!triangle && folds_back(s)) return false;
     }
     for (auto i = boxes_.begin(); i != boxes_.end(); ++i) {
         const int next = segments_[static_cast<std::size_t>(i->segment)].next;
         for (auto j = i + 1; j != boxes_.end() && j->left <= i->right; ++j) {
             if (j->bottom > i->top || j->top < i->bottom) continue;
-            if (j->segment == next || segments_[static_cast<std::size_t>(j->segment)].next == i->segment) continue;
+            if (j->segment == next || segments_[static_cast<std::size_t>(j->segment)].next == i->segment)
+                continue;
             if (meet(i->segment, j->segment, passages, signs) == Meeting::unsure) return false;
         }
     }
@@ -224,8 +236,12 @@ Diagram Viewer::drawn(const std::vector<Passage>& passages, const std::vector<in
     Diagram diagram;
     diagram.loops = loops_;
     for (const int sign : signs) diagram.add({sign, 0, 0});
-    const auto loop_of = [this](const Passage& p) { return segments_[static_cast<std::size_t>(p.segment)].loop; };
-    const auto in = [&diagram](const Passage& p) { return p.over ? diagram.over_in(p.crossing) : 4 * p.crossing; };
+    const auto loop_of = [this](const Passage& p) {
+        return segments_[static_cast<std::size_t>(p.segment)].loop;
+    };
+    const auto in = [&diagram](const Passage& p) {
+        return p.over ? diagram.over_in(p.crossing) : 4 * p.crossing;
+    };
     for (std::size_t start = 0, i = 0; i < passages.size(); ++i) {
         const Passage& p = passages[i];
         Crossing& crossing = diagram.crossings[static_cast<std::size_t>(p.crossing)];
@@ -268,7 +284,9 @@ View look_at(std::span<const std::span<const ChainAtom>> loops) {
             fewest_passages.swap(passages);
             fewest_signs.swap(signs);
         }
-        if (++pictures == pictures_wanted || fewest_signs.size() <= few_enough) break;
+        ++pictures;
+        const std::size_t fewest = fewest_signs.size();
+        if (pictures == pictures_wanted || fewest <= few_enough || fewest >= far_too_many) break;
     }
     const bool repeated = std::any_of(loops.begin(), loops.end(), has_repeated_beads);
     if (repeated)
