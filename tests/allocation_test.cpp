@@ -36,7 +36,6 @@ void operator delete(void* memory, std::size_t) noexcept { operator delete(memor
 
 namespace {
 
-using operations::Changes;
 using operations::Operation;
 using operations::Values;
 

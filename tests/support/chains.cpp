@@ -1,6 +1,7 @@
 #include "support/chains.hpp"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cmath>
 #include <limits>
@@ -71,6 +72,8 @@ PointR3 point(Kind kind, const ChainAtom& last, Random& random) {
         return {1.0 * random.below(2), 1.0 * random.below(2), 1.0 * random.below(3)};
     case Kind::mixed_scales:
         return cube(std::pow(10.0, 6 * random.below(5) - 12));
+    case Kind::any_bits:
+        return std::bit_cast<PointR3>(std::array{random.bits(), random.bits(), random.bits()});
     default:
         return cube(9);
     }
@@ -96,6 +99,23 @@ Chain make(Kind kind, int length, Random& random) {
     return chain;
 }
 
+Structure make_structure(Random& random) {
+    const Kind kind = all_kinds[random.below(std::size(all_kinds))];
+    const int longest = random.below(9) == 0 ? 110 : 24;
+    const bool apart = random.below(3) == 0, any_ids = random.below(3) == 0;
+    Structure structure(static_cast<std::size_t>(random.below(7)));
+    for (Chain& chain : structure) {
+        chain = make(kind, random.below(random.below(4) == 0 ? 4 : longest), random);
+        if (random.below(20) == 0) chain = {{1, 2, 3, 4}, {1, 2, 3, 4}};
+        for (ChainAtom& atom : chain) {
+            if (apart) atom.x += 100.0 * static_cast<double>(&chain - structure.data());
+            if (any_ids) atom.id = random.below(40) == 0 ? 2147483647 : random.below(9) - 5;
+        }
+        if (random.below(5) == 0) chain = with_repeated_end(chain);
+    }
+    return structure;
+}
+
 Chain with_repeated_end(Chain chain) {
     if (!chain.empty()) chain.push_back(ChainAtom(chain.front()));
     return chain;
@@ -111,7 +131,7 @@ Chain on_sphere(int length, Random& random) {
 }
 
 bool same_bits(const Chain& a, const Chain& b) {
-    const auto bits = [](double x) { return std::bit_cast<std::uint64_t>(x); };
+    const auto bits = [](double x) { return std::bit_cast<std::uint64_t>(std::isnan(x) ? NAN : x); };
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), [&](const ChainAtom& p, const ChainAtom& q) {
         return bits(p.x) == bits(q.x) && bits(p.y) == bits(q.y) && bits(p.z) == bits(q.z) && p.id == q.id;
     });

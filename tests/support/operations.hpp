@@ -31,11 +31,8 @@ class Digest {
     std::uint64_t hash_ = 14695981039346656037U;
 };
 
-enum class Changes { nothing, chain, structure };
-
 struct Operation {
     const char* name;
-    Changes changes;
     bool draws; ///< from std::rand(), which threads share
     void (*run)(Values& values, Digest& results);
 };

@@ -1,0 +1,31 @@
+// What holds for every input, each stated once. Tests drive these by seeds and over grids, the fuzz targets
+// by bytes. Where one does not hold, an exception says which, and for what input.
+#pragma once
+
+#include "support/chains.hpp"
+
+namespace properties {
+
+/// ChainReduce() and ChainsReduce() leave what the literal procedure leaves, with every kernel and however
+/// much of the chain has no room in the workspace.
+void reduces(const Chain& input, bool closed);
+void reduces(const Structure& input, bool closed);
+
+/// Centre, radius, diameters and largest identifiers are those of the plain loops.
+void measures(const Structure& input);
+
+/// Every closure, of the structure and of its first chain alone, follows its steps: result, atoms, warnings
+/// and the state of std::rand() afterwards.
+void closes(const Structure& input, double scale, unsigned seed);
+
+/// An edge for every segment, from one projected atom to the next.
+void projects(const Chain& input, int direction, bool closed);
+
+/// The readers and the writers do what streams do.
+void reads(const std::string& input);
+void writes(const Chain& input);
+
+/// All of the above on coordinates that the numbers choose.
+void hold(chains::Random numbers);
+
+} // namespace properties
