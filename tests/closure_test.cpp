@@ -1,6 +1,5 @@
 #include "closure/point_tables.hpp"
 #include "support/capture.hpp"
-#include "support/chains.hpp"
 #include "support/operations.hpp"
 
 #include <gtest/gtest.h>
@@ -72,32 +71,6 @@ TEST(CircleArc, StepsAlongTheShorterWay) {
     EXPECT_EQ(atoms_on(0.06), 2U);
     EXPECT_EQ(atoms_on(0.225), 3U); // by rounding, the last two at the end direction
     EXPECT_EQ(atoms_on(3.14), 19U);
-}
-
-/// From the start direction to the end direction, in planes that hold an axis and in any others.
-TEST(CircleArc, LeadsFromOneDirectionToTheOther) {
-    const PointR3 c{1, 2, 3};
-    chains::Random random(7);
-    for (int i = 0; i < 20000; ++i) {
-        PointR3 a = random.direction(), b = random.direction();
-        if (i % 2 == 0) a.x = b.x = 0;
-        if (i % 3 == 0) b = {a.y * 0.1, -a.x * 0.1, 0}; // carries sines past 1 by rounding
-        if (i % 10 == 5) a.z = b.z = 0;
-        const double radius = random.between(-5, 5);
-        const Chain arc = GivePointsOnTheCircle({c.x + a.x, c.y + a.y, c.z + a.z},
-                                                {c.x + b.x, c.y + b.y, c.z + b.z}, c, radius, 0);
-        const auto on_ray = [&](PointR3 v) {
-            const double times = radius / Dist(v, {0, 0, 0});
-            return PointR3{c.x + times * v.x, c.y + times * v.y, c.z + times * v.z};
-        };
-        ASSERT_TRUE(!arc.empty() && arc.size() <= 19) << i;
-        ASSERT_NEAR(Dist(at(arc.back()), on_ray(b)), 0, 1e-5);
-        for (std::size_t k = 0; k + 1 < arc.size(); ++k) {
-            ASSERT_TRUE(k > 0 || Dist(at(arc[k]), on_ray(a)) < 1e-5);
-            const double turn = 2 * std::asin(Dist(at(arc[k]), at(arc[k + 1])) / 2 / std::fabs(radius));
-            ASSERT_TRUE(k + 2 == arc.size() ? turn < 0.2251 : std::fabs(turn - 0.175) < 1e-6) << turn;
-        }
-    }
 }
 
 TEST(CircleArc, IsEmptyOnlyWithoutAPlane) {

@@ -91,7 +91,8 @@ TEST(Projection, TakesTheDirectionModuloSixty) {
         EXPECT_TRUE(same(ProjectChain(pair, along_z, false).at(0).end, {4, 5, 6}));
     EXPECT_TRUE(
         same(ProjectChain(pair, -2147483647 - 1, true).at(1).start, ProjectChain(pair, 8, true).at(1).start));
-    static_assert(sizeof(EdgeAnnotation) == 16);
+    EXPECT_EQ(ProjectChain(pair, 0, true).size() + ProjectChain(pair, 0, false).size(), 3U);
+    EXPECT_TRUE(ProjectChain({pair[0]}, 0, true).empty());
 }
 
 } // namespace

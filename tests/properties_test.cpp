@@ -9,7 +9,6 @@
 namespace {
 
 TEST(Properties, HoldForChainsOfEveryKind) {
-    FillFulerenData();
     for (std::uint64_t seed = 0; seed < 6000 / effort::less; ++seed) properties::hold(chains::Random(seed));
 }
 
@@ -53,20 +52,6 @@ TEST(Properties, HoldForLongChains) {
     for (int i = 0; i < 2000 / effort::less; ++i)
         properties::reduces(chains::make(chains::Kind::tangle, 66 + random.below(110), random), i % 2 == 0);
     properties::measures({chains::on_sphere(2500, random)}); // more candidates than fit one block
-}
-
-/// As many components as there are directions for, and one more.
-TEST(Properties, HoldForManyComponents) {
-    chains::Random random(2);
-    for (const std::size_t components : {59U, 60U, 61U, 200U, 201U, 400U, 401U}) {
-        Structure structure(components);
-        for (Chain& chain : structure) chain = chains::make(chains::Kind::tangle, 3, random);
-        properties::closes(structure, 3, 1);
-    }
-    const Chain fine = chains::make(chains::Kind::tangle, 5, random),
-                no_plane{{1e17, 1e17, 1e17, 1}, {1e17, 1e17, 1e17, 2}, {1e17, 1e17, 1e17, 3}};
-    properties::closes({fine, no_plane, fine}, 3, 1);
-    for (unsigned seed = 0; seed < 4000 / effort::less; ++seed) properties::closes({fine}, 3, seed);
 }
 
 TEST(Properties, HoldForNumbersOfAllSizes) {

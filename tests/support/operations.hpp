@@ -39,7 +39,8 @@ struct Operation {
 
 std::span<const Operation> all();
 
-/// Runs the operation on a copy of the values and digests what it returned and left.
+/// Runs the operation on a copy of the values and digests what it returned and left, and what std::rand()
+/// gives next if it draws.
 std::uint64_t digest(const Operation& operation, Values values);
 
 /// Values that take the operations through their unusual ways too.

@@ -11,15 +11,11 @@ namespace properties {
 void reduces(const Chain& input, bool closed);
 void reduces(const Structure& input, bool closed);
 
-/// Centre, radius, diameters and largest identifiers are those of the plain loops.
+/// Diameters and largest identifiers are those of the plain loops.
 void measures(const Structure& input);
 
-/// Every closure, of the structure and of its first chain alone, follows its steps: result, atoms, warnings
-/// and the state of std::rand() afterwards.
-void closes(const Structure& input, double scale, unsigned seed);
-
-/// An edge for every segment, from one projected atom to the next.
-void projects(const Chain& input, int direction, bool closed);
+/// Every closure appends a handful of atoms to each chain or none, or says that there is nothing to close.
+void closes(const Structure& input, double scale);
 
 /// The readers and the writers do what streams do.
 void reads(const std::string& input);
