@@ -22,25 +22,17 @@ TEST(Comparisons, AreStrictOrInclusiveAtExactlyTheTolerance) {
 int meet(std::array<PointR3, 5> p) { return intersection(p.data(), p.data() + 3); } // T0, T1, T2, S0, S1
 
 TEST(Intersection, TellsInsideFromBoundary) {
-    const PointR3 o{0, 0, 0}, x{3, 0, 0}, y{0, 3, 0};
+    const PointR3 o{0, 0, 0}, x{3, 0, 0}, y{0, 3, 0}, far{90, 90, 0};
     const auto through = [&](double px, double py, double from, double to) {
         return meet({o, x, y, PointR3{px, py, from}, PointR3{px, py, to}});
     };
     EXPECT_EQ(through(1, 1, -1, 1), 1);
-    EXPECT_EQ(through(1.5, 1.5, -1, 1), 2);
-    EXPECT_EQ(through(0, 0, -1, 1), 2);
-    EXPECT_EQ(through(1, 0, -1, 1), 2);
-    EXPECT_EQ(through(0, 1, -1, 1), 2);
-    EXPECT_EQ(through(2, 2, -1, 1), 0);
-    EXPECT_EQ(through(1, 1, 1e-6, 1), 2);
-    EXPECT_EQ(through(1, 1, 1e-3, 1), 0);
-    EXPECT_EQ(through(1, 1, -1, -1e-6), 2);
-    EXPECT_EQ(through(1, 1, -1, -1e-3), 0);
-    EXPECT_EQ(through(-1, 1, 0, 5), 0);
-}
-
-TEST(Intersection, CountsAnExactZeroDeterminantAtAnyDistance) {
-    const PointR3 o{0, 0, 0}, x{1, 0, 0}, y{0, 1, 0}, far{90, 90, 0};
+    for (const auto& [px, py] : {std::pair{1.5, 1.5}, {0, 0}, {1, 0}, {0, 1}})
+        EXPECT_EQ(through(px, py, -1, 1), 2);
+    EXPECT_EQ(through(1, 1, 1e-6, 1) + through(1, 1, -1, -1e-6), 2 + 2);
+    EXPECT_EQ(through(1, 1, 1e-3, 1) + through(1, 1, -1, -1e-3) + through(2, 2, -1, 1) + through(-1, 1, 0, 5),
+              0);
+    // A determinant of exactly zero counts at any distance.
     EXPECT_EQ(meet({o, x, y, far, PointR3{91, 95, 0}}), 1);
     EXPECT_EQ(meet({o, x, y, PointR3{1, 2, 70}, PointR3{5, 6, 70}}), 1);
     EXPECT_EQ(meet({o, x, y, PointR3{7, 7, 7}, PointR3{7, 7, 7}}), 1);

@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <filesystem>
+#include <fstream>
 
 namespace {
 
@@ -83,8 +85,22 @@ TEST(Properties, HoldForBrokenText) {
                                              : pieces[random.below(std::size(pieces))];
             if (random.below(9) == 0) text += pieces[random.below(std::size(pieces))];
         }
-        properties::reads(text);
+        properties::hold(text);
     }
+}
+
+TEST(Properties, HoldForTheCorpusOfTheFuzzers) {
+    int files = 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(CORPUS)) {
+        if (!entry.is_regular_file()) continue;
+        std::ifstream file(entry.path(), std::ios::binary);
+        const std::string bytes(std::istreambuf_iterator<char>(file), {});
+        properties::hold(bytes);
+        properties::hold(
+            chains::Random(0, {reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()}));
+        ++files;
+    }
+    EXPECT_GT(files, 10);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 // of optimisation.
 #include "support/capture.hpp"
 #include "support/chains.hpp"
+#include "support/files.hpp"
 #include "support/operations.hpp"
 
 #include <gtest/gtest.h>
@@ -11,10 +12,6 @@
 
 namespace {
 
-std::string file(std::size_t number) {
-    return testing::TempDir() + "loopwise_sameness_" + std::to_string(number) + ".txt";
-}
-
 TEST(Sameness, ThreadsOnSeparateValuesComeToTheResultsOfOne) {
     constexpr std::size_t threads = 8;
     constexpr int rounds = 5;
@@ -22,12 +19,12 @@ TEST(Sameness, ThreadsOnSeparateValuesComeToTheResultsOfOne) {
     const Silence quiet;
     const auto digests = [](std::size_t number) {
         std::vector<std::uint64_t> results;
+        MemoryFile file;
         for (int round = 0; round < rounds; ++round) {
-            const operations::Values values = operations::make_values(50 + number, file(number));
+            const operations::Values values = operations::make_values(50 + number, file.name());
             for (const operations::Operation& operation : operations::all())
                 if (!operation.draws) results.push_back(operations::digest(operation, values));
         }
-        std::remove(file(number).c_str());
         return results;
     };
     std::vector<std::vector<std::uint64_t>> alone, together(threads);
@@ -55,7 +52,8 @@ std::uint64_t digest_of_all(const operations::Values& values, unsigned seed) {
 TEST(Sameness, EveryBuildGivesTheseBits) {
     FillFulerenData();
     std::uint64_t all = 0;
-    operations::Values values = operations::make_values(0, file(99));
+    MemoryFile file;
+    operations::Values values = operations::make_values(0, file.name());
     for (unsigned seed = 0; seed < 2000; ++seed) {
         chains::Random random(seed);
         values.structure = chains::make_structure(random);
@@ -71,7 +69,6 @@ TEST(Sameness, EveryBuildGivesTheseBits) {
         all = all * 31 + digest_of_all(values, 1);
     }
     EXPECT_EQ(all, 0xd5ae'b43d'eb84'74fdU);
-    std::remove(file(99).c_str());
 }
 
 } // namespace

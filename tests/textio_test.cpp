@@ -27,26 +27,23 @@ struct CommaNumbers : std::numpunct<char> {
     std::string do_grouping() const override { return "\3"; }
 };
 
-const std::string repeats = "There were two identical atoms with the index ";
-
+/// The identifiers say which atom counts as repeated; they are empty where none does.
 void expect_read(const std::string& text, const Chain& from_file, const Chain& from_string,
                  const std::string& id_in_file, const std::string& id_in_string) {
     SCOPED_TRACE("text: " + text);
+    const auto message = [](const std::string& id, const std::string& rest) {
+        return id.empty() ? "" : "There were two identical atoms with the index " + id + " in the " + rest;
+    };
     MemoryFile file(text);
     Capture printed;
     bool error = true;
     EXPECT_TRUE(chains::same_bits(ChainRead(file.name(), error), from_file));
     EXPECT_FALSE(error);
-    EXPECT_EQ(printed.cout.str(), id_in_file.empty() ? ""
-                                                     : repeats + id_in_file + " in the file " + file.name() +
-                                                           ". Program is done becouse of that.\n");
-    printed.cout.str("");
     EXPECT_TRUE(chains::same_bits(ChainRead_fromString(text, error), from_string));
     EXPECT_EQ(error, !id_in_string.empty());
-    EXPECT_EQ(printed.cout.str(),
-              id_in_string.empty()
-                  ? ""
-                  : repeats + id_in_string + " in the structure. Program is done because of that.\n");
+    EXPECT_EQ(printed.cout.str(), message(id_in_file, std::string("file ") + file.name() +
+                                                          ". Program is done becouse of that.\n") +
+                                      message(id_in_string, "structure. Program is done because of that.\n"));
 }
 
 void expect_read(const std::string& text, const Chain& chain) { expect_read(text, chain, chain, "", ""); }

@@ -11,6 +11,7 @@ namespace chains {
 namespace {
 
 constexpr double bond = 3.8;
+constexpr double inf = std::numeric_limits<double>::infinity();
 
 PointR3 step(const ChainAtom& from, PointR3 direction, double length) {
     return {from.x + length * direction.x, from.y + length * direction.y, from.z + length * direction.z};
@@ -40,43 +41,27 @@ Chain grow_compact(int length, Random& random) {
 }
 
 PointR3 point(Kind kind, const ChainAtom& last, Random& random) {
-    const auto cube = [&](double half) {
-        return PointR3{random.between(-half, half), random.between(-half, half), random.between(-half, half)};
-    };
-    switch (kind) {
-    case Kind::lattice: {
+    if (kind == Kind::lattice) {
         PointR3 p{last.x, last.y, last.z};
         double* const axes[] = {&p.x, &p.y, &p.z};
         *axes[random.below(3)] += random.below(2) == 0 ? 1 : -1;
         return p;
     }
-    case Kind::planar:
-        return {random.between(-9, 9), random.between(-9, 9), 0};
-    case Kind::straight:
-        return step({1, 2, 3, 0}, {0.3, 0.4, 0.5}, random.between(-9, 9));
-    case Kind::near:
-        return cube(4 * EPS);
-    case Kind::huge:
-        return cube(1e150);
-    case Kind::tiny:
-        return cube(1e-160);
-    case Kind::not_finite: {
-        PointR3 p = cube(9);
-        constexpr double odd[] = {std::numeric_limits<double>::infinity(),
-                                  -std::numeric_limits<double>::infinity(),
-                                  std::numeric_limits<double>::quiet_NaN(), 1e308};
-        if (random.below(6) == 0) p.y = odd[random.below(4)];
-        return p;
-    }
-    case Kind::coincident:
+    if (kind == Kind::planar) return {random.between(-9, 9), random.between(-9, 9), 0};
+    if (kind == Kind::straight) return step({1, 2, 3, 0}, {0.3, 0.4, 0.5}, random.between(-9, 9));
+    if (kind == Kind::coincident)
         return {1.0 * random.below(2), 1.0 * random.below(2), 1.0 * random.below(3)};
-    case Kind::mixed_scales:
-        return cube(std::pow(10.0, 6 * random.below(5) - 12));
-    case Kind::any_bits:
+    if (kind == Kind::any_bits)
         return std::bit_cast<PointR3>(std::array{random.bits(), random.bits(), random.bits()});
-    default:
-        return cube(9);
-    }
+    const double half = kind == Kind::near           ? 4 * EPS
+                        : kind == Kind::huge         ? 1e150
+                        : kind == Kind::tiny         ? 1e-160
+                        : kind == Kind::mixed_scales ? std::pow(10.0, 6 * random.below(5) - 12)
+                                                     : 9;
+    PointR3 p{random.between(-half, half), random.between(-half, half), random.between(-half, half)};
+    constexpr double odd[] = {inf, -inf, std::numeric_limits<double>::quiet_NaN(), 1e308};
+    if (kind == Kind::not_finite && random.below(6) == 0) p.y = odd[random.below(4)];
+    return p;
 }
 
 } // namespace

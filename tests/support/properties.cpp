@@ -129,4 +129,13 @@ void hold(chains::Random numbers) {
     }
 }
 
+void hold(const std::string& text) {
+    reads(text);
+    bool error = false;
+    const Silence quiet;
+    const Chain chain = ChainRead_fromString(text, error);
+    writes(chain);
+    reads(ChainWrite_toString(chain, true));
+}
+
 } // namespace properties

@@ -24,4 +24,7 @@ void writes(const Chain& input);
 /// All of the above on coordinates that the numbers choose.
 void hold(chains::Random numbers);
 
+/// A text is read as streams read it, and what was read is written and read again.
+void hold(const std::string& text);
+
 } // namespace properties
