@@ -44,9 +44,10 @@ TEST(Measures, OfSmallChains) {
     EXPECT_EQ(RadiusOfChain(odd), 0);
     EXPECT_EQ(DiameterOfChain({{inf, 0, 0, 1}, {inf, 0, 0, 2}, {0, 0, 0, 3}}), inf);
     EXPECT_EQ(CentreOfChain({{1e16, 0, 0, 1}, {1, 0, 0, 2}, {1, 0, 0, 3}}).x, ((1e16 + 1) + 1) / 3);
+    // Squares that have lost their digits.
     EXPECT_EQ(
-        DiameterOfChain({{1e-155, 0, 0, 1}, {0, 1.3e-155, 0, 2}, {2e-155, 1e-155, 0, 3}, {0, 2e-155, 0, 4}}),
-        Dist({2e-155, 1e-155, 0}, {0, 2e-155, 0})); // squares that have lost their digits
+        DiameterOfChain({{1.1e-162, 0, 0, 1}, {-3.9e-162, 0, 0, 2}, {1.3e-162, 0, 0, 3}, {-4e-162, 0, 0, 4}}),
+        Dist({1.3e-162, 0, 0}, {-4e-162, 0, 0}));
 }
 
 TEST(Measures, EveryKernelFindsTheFarthest) {
