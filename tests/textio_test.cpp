@@ -103,6 +103,14 @@ TEST(Writer, LaysOutBothFormats) {
     EXPECT_EQ(ChainWrite_toString({{inf, -inf, nan, 1}}, true), "1 inf -inf nan\n");
 }
 
+TEST(Writer, ReplacesWhatTheFileHeld) {
+    MemoryFile file("longer than the new text of one line");
+    for (const bool plain : {true, false}) {
+        ChainWrite(file.name(), {{1, 2, 3, 4}}, plain);
+        EXPECT_EQ(file.content(), ChainWrite_toString({{1, 2, 3, 4}}, plain));
+    }
+}
+
 TEST(TextLocale, IsTheGlobalOneAtTheTimeOfTheCall) {
     const Chain chain{{1.5, 12345.5, -2, 1234}};
     const GlobalLocale comma(std::locale(std::locale::classic(), new CommaNumbers));

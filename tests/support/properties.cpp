@@ -95,13 +95,8 @@ void reads(const std::string& input) {
 }
 
 void writes(const Chain& input) {
-    for (const bool plain : {true, false}) {
-        const std::string expected = literal::write(input, plain);
-        MemoryFile file("what was there before");
-        HOLDS(ChainWrite_toString(input, plain) == expected);
-        ChainWrite(file.name(), input, plain);
-        HOLDS(file.content() == expected);
-    }
+    for (const bool plain : {true, false})
+        HOLDS(ChainWrite_toString(input, plain) == literal::write(input, plain));
 }
 
 void hold(chains::Random numbers) {
