@@ -80,9 +80,14 @@ TEST(Properties, HoldForBrokenText) {
     for (int i = 0; i < 10000 / effort::less; ++i) {
         std::string text;
         for (int line = random.below(5) + 1; line-- > 0; text += '\n') {
-            for (int field = 4; field-- > 0; text += ' ')
+            for (int field = 4; field-- > 0; text += ' ') {
                 text += random.below(8) != 0 ? std::to_string(random.below(100))
                                              : pieces[random.below(std::size(pieces))];
+                if (field < 3 && random.below(2) == 0)
+                    text +=
+                        '.' +
+                        std::to_string(random.bits()).substr(0, static_cast<std::size_t>(random.below(18)));
+            }
             if (random.below(9) == 0) text += pieces[random.below(std::size(pieces))];
         }
         properties::hold(text);
