@@ -49,7 +49,7 @@ Examples:
   loopwise survey --method point --count 1000 --csv *.txt > survey.csv)";
 
 struct Arguments {
-    std::vector<std::string> files;
+    std::vector<std::string> files, chains;
     std::string method, svg;
     Selection selection;
     std::optional<std::size_t> count;
@@ -72,10 +72,8 @@ void declare(CLI::App& app, Arguments& into) {
     app.add_option("--scale", into.scale, "How far out (default 10 for point, 2 for arcs)")->option_text("X");
     app.add_option("--seed", into.seed, "Seed of a random method (default: from the clock, reported)")
         ->option_text("N");
-    app.add_option("--chain", into.selection.chains, "Only the chains of these names")
-        ->expected(1)
-        ->delimiter(',')
-        ->take_all()
+    app.add_option("--chain", into.chains, "Only the chains of these names")
+        ->allow_extra_args(false)
         ->option_text("NAME,...");
     app.add_option("--model", into.selection.model, "The model of this number, or all (default: the first)")
         ->option_text("N|all");
@@ -106,14 +104,23 @@ std::uint64_t seed_from_clock() {
     return static_cast<std::uint64_t>(ticks % easy_to_type);
 }
 
-void refuse_odd_selection(const Selection& selection) {
+Selection selection_of(const Arguments& given) {
+    Selection selection = given.selection;
+    for (std::string_view names : given.chains) {
+        while (true) {
+            const std::size_t comma = names.find(',');
+            selection.chains.emplace_back(names.substr(0, comma));
+            if (selection.chains.back().empty()) refuse_usage("--chain: the name of a chain is required");
+            if (comma == std::string_view::npos) break;
+            names.remove_prefix(comma + 1);
+        }
+    }
     const std::string& model = selection.model;
     const bool is_number = !model.empty() && model.find_first_not_of("0123456789") == std::string::npos;
     if (!model.empty() && model != every_model && !is_number)
         refuse_usage("--model: a number or all, not " + model);
     if (selection.atom.empty()) refuse_usage("--atom: the name of an atom is required");
-    if (std::count(selection.chains.begin(), selection.chains.end(), "") > 0)
-        refuse_usage("--chain: the name of a chain is required");
+    return selection;
 }
 
 Method method_of(const Arguments& given) {
@@ -150,8 +157,8 @@ Plan plan_of(const Arguments& given) {
 /// One run over all files. What fails is told on stderr and does not stop the rest.
 class Run {
   public:
-    Run(const Arguments& given, const Plan& plan, std::ostream& out)
-        : given_(given), plan_(plan), report_(make_report(format(), out, plan)),
+    Run(const Arguments& given, const Selection& selection, const Plan& plan, std::ostream& out)
+        : given_(given), selection_(selection), plan_(plan), report_(make_report(format(), out, plan)),
           progress_(given.files.size()) {}
 
     bool all_files() {
@@ -182,7 +189,7 @@ class Run {
 
     void one_file(const std::string& file) {
         progress_.begin("reading " + file, file_number_);
-        for (Molecule& whole : read_molecules(file, given_.selection)) {
+        for (Molecule& whole : read_molecules(file, selection_)) {
             if (given_.structure) {
                 one_molecule(whole);
                 continue;
@@ -228,6 +235,7 @@ class Run {
     }
 
     const Arguments& given_;
+    const Selection& selection_;
     const Plan& plan_;
     std::unique_ptr<Report> report_;
     Progress progress_;
@@ -237,12 +245,12 @@ class Run {
 };
 
 int run(const Arguments& given) {
-    refuse_odd_selection(given.selection);
+    const Selection selection = selection_of(given);
     if (std::count(given.files.begin(), given.files.end(), standard_input) > 1)
         refuse_usage("FILE: the standard input can be read once");
     const Plan plan = plan_of(given);
     refuse_harmful_outputs(given.files, given.svg);
-    bool good = Run(given, plan, std::cout).all_files();
+    bool good = Run(given, selection, plan, std::cout).all_files();
     if (!std::cout.flush()) {
         std::cerr << "loopwise: standard output: cannot be written\n";
         good = false;

@@ -12,7 +12,7 @@ namespace {
 
 namespace cif = gemmi::cif;
 
-/// The columns that are looked at, all optional for the table. Names that authors give go before those of
+/// The columns that are looked at; but for the coordinates all are optional. Names that authors give go before those of
 /// the archive, except for what tells molecules apart.
 enum Column {
     x,
@@ -36,7 +36,7 @@ enum Column {
 };
 
 const std::vector<std::string> tags = {
-    "?Cartn_x",       "?Cartn_y",       "?Cartn_z",      "?auth_asym_id",
+    "Cartn_x",        "Cartn_y",        "Cartn_z",       "?auth_asym_id",
     "?label_asym_id", "?auth_seq_id",   "?label_seq_id", "?pdbx_PDB_ins_code",
     "?auth_atom_id",  "?label_atom_id", "?auth_comp_id", "?label_comp_id",
     "?label_alt_id",  "?occupancy",     "?group_PDB",    "?pdbx_PDB_model_num",
@@ -104,8 +104,6 @@ bool is_calcium(cif::Table::Row& row, const std::string& atom_name) {
 }
 
 std::vector<FileAtom> atoms_of(cif::Table& table, const Selection& selection) {
-    if (!table.has_column(x) || !table.has_column(y) || !table.has_column(z))
-        refuse("has no coordinates (_atom_site.Cartn_x, _y and _z)");
     if (!table.has_column(author_name) && !table.has_column(name)) refuse("has no names of atoms");
     if (!table.has_column(author_residue) && !table.has_column(residue)) refuse("has no numbers of residues");
     bool tells_polymers = false;
@@ -176,7 +174,7 @@ FileAtoms read_mmcif(std::string_view text, const Selection& selection) {
         if (found != nullptr) refuse("holds atoms in two data blocks, " + found->name + " and " + block.name);
         found = &block;
     }
-    if (found == nullptr) refuse("holds no atoms (_atom_site)");
+    if (found == nullptr) refuse("holds no atoms with coordinates (_atom_site.Cartn_x, _y and _z)");
     cif::Table table = found->find("_atom_site.", tags);
     read.atoms = atoms_of(table, selection);
     judge_end(text, document.blocks.back(), read.notes);

@@ -76,27 +76,36 @@ bool may_be_title(const Line& line) {
 
 struct Head {
     bool counted = false;
-    std::optional<std::string_view> title; ///< without a count that shows that it is none of the beads
+    std::string note{}; ///< what was decided about a title
 };
+
+/// A title may be blank, and some files have none, which looks like a title of numbers and a missing bead.
+Head take_count(std::span<const Line>& lines) {
+    const Line first = lines.front();
+    const auto count = to_number(first.fields[0]);
+    lines = lines.subspan(1);
+    const bool blank_title = lines.empty() || lines.front().number > first.number + 1;
+    const auto are_counted = [&] { return count && static_cast<double>(lines.size()) == *count; };
+    if (blank_title && are_counted()) return {true};
+    if (!blank_title && are_counted() && numbers_in(lines.front()) > 2)
+        return {true,
+                "the line after the count is taken for a bead, as they are " + std::string(first.fields[0])};
+    if (!blank_title) lines = lines.subspan(1);
+    if (!are_counted())
+        refuse_line(first.number, "says " + std::string(first.fields[0]) +
+                                      " beads, but after it and a title come " +
+                                      std::to_string(lines.size()));
+    return {true};
+}
 
 /// Takes the count and the title of an XYZ file, or a title alone, off the lines.
 Head take_head(std::span<const Line>& lines) {
     if (lines.empty()) return {};
     const Line& first = lines.front();
-    if (first.fields.size() == 1 && is_whole(first.fields[0])) {
-        const auto count = to_number(first.fields[0]);
-        const std::size_t rest = lines.size() - 1;
-        const bool blank_title = count && static_cast<double>(rest) == *count;
-        if (!blank_title && !(count && rest > 0 && static_cast<double>(rest - 1) == *count))
-            refuse_line(first.number, "says " + std::string(first.fields[0]) +
-                                          " beads, but after it and a title come " +
-                                          std::to_string(rest > 0 ? rest - 1 : 0));
-        lines = lines.subspan(blank_title ? 1 : 2);
-        return {true, std::nullopt};
-    }
+    if (first.fields.size() == 1 && is_whole(first.fields[0])) return take_count(lines);
     if (!may_be_title(first)) return {};
     lines = lines.subspan(1);
-    return {false, first.text};
+    return {false, "the first line is taken for a title: " + shown(first.text)};
 }
 
 Form form_of(const Line& first, bool counted) {
@@ -168,7 +177,7 @@ Molecule read_text(std::string_view given) {
     const Head head = take_head(lines);
     if (lines.empty()) refuse("holds no bead");
     NamedChain chain = chain_of(lines, form_of(lines.front(), head.counted));
-    if (head.title) chain.notes.push_back("the first line is taken for a title: " + shown(*head.title));
+    if (!head.note.empty()) chain.notes.push_back(head.note);
     if (!text.ends_with('\n'))
         chain.notes.push_back("the last line has no end: the file may be cut off in it");
     Molecule molecule;

@@ -110,7 +110,7 @@ class TextReport final : public Report {
     }
 
     void show(const Tally& tally, std::size_t closures) {
-        out_ << "  down to three beads: " << tally.bare << " of " << closures << " closures ("
+        out_ << "  down to three beads: " << tally.bare << " of " << counted(closures, "closure") << " ("
              << percent(tally.bare, closures) << ")\n  beads left   closures\n";
         for (const auto& [left, times] : tally.left) {
             const std::size_t bar = std::max<std::size_t>(1, longest_bar * times / closures);
