@@ -53,7 +53,7 @@ TEST(ChainReduction, OfALongChainIsThatOfAStructureOfOneChain) {
     const Silence quiet;
     chains::Random random(9);
     for (const int length : {3440, 3456, 6000}) {
-        Chain chain = chains::make(chains::Kind::tangle, length, random);
+        Chain chain = chains::make(chains::Kind::compact, length, random);
         Structure structure{chain};
         EXPECT_EQ(ChainReduce(chain, true), ChainsReduce(structure, true));
         EXPECT_TRUE(chains::same_bits(chain, structure[0])) << length;
