@@ -47,7 +47,7 @@ struct Tally {
 struct ComponentTally : Tally {
     std::vector<KnotCount> knots; ///< the most frequent first, equals by name; none where not named
     Bonds bonds;
-    Beads kind = Beads::any;
+    BeadKind kind = BeadKind::any;
     std::vector<std::string> labels; ///< of the beads
     std::vector<std::string> notes;  ///< about the chain, see NamedChain
     struct Smallest {

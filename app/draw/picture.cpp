@@ -41,13 +41,13 @@ std::string label_of(const Path& path, std::size_t bead, const Result& result) {
     return label_of(path.loop, bead, result.components[path.chain()]);
 }
 
-std::pair<const char*, const char*> names_of_ends(Beads kind) {
+std::pair<const char*, const char*> names_of_ends(BeadKind kind) {
     switch (kind) {
-    case Beads::amino_acids:
+    case BeadKind::amino_acids:
         return {"N ", "C "};
-    case Beads::nucleotides:
+    case BeadKind::nucleotides:
         return {"5' ", "3' "};
-    case Beads::any:
+    case BeadKind::any:
         break;
     }
     return {"first ", "last "};
@@ -121,7 +121,7 @@ std::string counted(std::size_t count, const std::string& what) {
 /// What the beads are called.
 std::string noun(const Result& result) {
     const bool any = std::any_of(result.components.begin(), result.components.end(),
-                                 [](const ComponentTally& chain) { return chain.kind == Beads::any; });
+                                 [](const ComponentTally& chain) { return chain.kind == BeadKind::any; });
     return any ? "bead" : "residue";
 }
 
