@@ -39,16 +39,21 @@ bool are_same(const std::optional<File>& a, const std::optional<File>& b) {
 
 } // namespace
 
-void refuse_harmful_outputs(const std::vector<std::string>& inputs, const std::string& picture) {
-    const std::optional<File> report = standard_output(),
-                              drawn = picture.empty() ? std::nullopt : file_at(picture);
+void refuse_harmful_outputs(const std::vector<std::string>& inputs, const std::string& picture,
+                            const std::string& table) {
+    const std::optional<File> report = standard_output();
+    const std::optional<File> drawn = file_at(picture), listed = file_at(table);
     for (const std::string& input : inputs) {
-        if (are_same(file_at(input), drawn))
-            throw std::runtime_error(picture + ": is an input, not written over");
-        if (are_same(file_at(input), report))
+        const std::optional<File> read = file_at(input);
+        if (are_same(read, drawn)) throw std::runtime_error(picture + ": is an input, not written over");
+        if (are_same(read, listed)) throw std::runtime_error(table + ": is an input, not written over");
+        if (are_same(read, report))
             throw std::runtime_error(input + ": is an input and the standard output at once");
     }
     if (are_same(report, drawn)) throw std::runtime_error(picture + ": is the standard output, too");
+    if (are_same(report, listed)) throw std::runtime_error(table + ": is the standard output, too");
+    if (are_same(drawn, listed) || (!picture.empty() && picture == table))
+        throw std::runtime_error(picture + ": is asked for as a picture and as a table");
     const std::string extension = std::filesystem::path(picture).extension().string();
     if (drawn && drawn->size > 0 && extension != ".svg" && extension != ".SVG")
         throw std::runtime_error(picture + ": is there and no .svg file, not written over");

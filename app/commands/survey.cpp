@@ -6,6 +6,7 @@
 #include "input/input.hpp"
 #include "outputs.hpp"
 #include "progress.hpp"
+#include "report/each.hpp"
 #include "report/report.hpp"
 
 #include <chrono>
@@ -50,7 +51,7 @@ Examples:
 
 struct Arguments {
     std::vector<std::string> files, chains;
-    std::string method, svg;
+    std::string method, svg, each;
     Selection selection;
     std::optional<std::size_t> count;
     std::optional<double> scale;
@@ -58,7 +59,7 @@ struct Arguments {
     std::optional<std::string> first, last;
     std::optional<int> view;
     unsigned threads = std::max(1U, std::thread::hardware_concurrency());
-    bool structure = false, closed = false, json = false, csv = false;
+    bool structure = false, closed = false, no_knots = false, json = false, csv = false;
 };
 
 void declare(CLI::App& app, Arguments& into) {
@@ -95,6 +96,9 @@ void declare(CLI::App& app, Arguments& into) {
         ->check(CLI::Range(0, views - 1))
         ->option_text("0..59")
         ->needs(svg);
+    app.add_option("--each", into.each, "Write a row of CSV for every closure to this file")
+        ->option_text("FILE");
+    app.add_flag("--no-knots", into.no_knots, "Only count the beads left; do not name the knots");
     app.footer(footer);
 }
 
@@ -134,6 +138,7 @@ Plan plan_of(const Arguments& given) {
     Plan plan;
     plan.together = given.structure;
     plan.threads = given.threads;
+    plan.name_knots = !given.no_knots;
     plan.method = method_of(given);
 
     const std::string name = name_of(plan.method);
@@ -159,32 +164,44 @@ class Run {
   public:
     Run(const Arguments& given, const Selection& selection, const Plan& plan, std::ostream& out)
         : given_(given), selection_(selection), plan_(plan), report_(make_report(format(), out, plan)),
-          progress_(given.files.size()) {}
+          progress_(given.files.size()) {
+        if (given.each.empty()) return;
+        each_file_.open(given.each, std::ios::binary);
+        if (!each_file_) throw std::runtime_error(given.each + ": cannot be written");
+        each_.emplace(each_file_, progress_);
+    }
 
     bool all_files() {
         for (const std::string& file : given_.files) {
             ++file_number_;
-            attempt(file, [&] { one_file(file); });
+            try_to(file, [&] { one_file(file); });
         }
         progress_.clear();
         report_->finish();
+        if (each_) try_to(given_.each, [&] { close(each_file_); });
         return good_;
     }
 
   private:
     Format format() const { return given_.json ? Format::json : given_.csv ? Format::csv : Format::text; }
 
-    template <typename Action> void attempt(const std::string& what, const Action& action) {
-        try {
-            action();
-        } catch (const std::exception& failure) {
-            good_ = false;
-            progress_.clear();
-            // Some parsers start with the name of the file or use several lines.
-            std::string reason = failure.what();
-            std::replace(reason.begin(), reason.end(), '\n', ' ');
-            std::cerr << "loopwise: " << (reason.starts_with(what) ? "" : what + ": ") << reason << '\n';
-        }
+    template <typename Work> void try_to(const std::string& what, const Work& work) {
+        good_ = attempt(what,
+                        [&] {
+                            try {
+                                work();
+                            } catch (...) {
+                                progress_.clear();
+                                throw;
+                            }
+                            return true;
+                        }) &&
+                good_;
+    }
+
+    static void close(std::ofstream& file) {
+        file.close();
+        if (!file) throw std::runtime_error("cannot be written");
     }
 
     void one_file(const std::string& file) {
@@ -210,11 +227,12 @@ class Run {
 
     void one_molecule(Molecule& molecule) {
         const std::string label = label_of(molecule);
-        attempt(label, [&] {
+        try_to(label, [&] {
             for (NamedChain& named : molecule.chains) cut(named, given_.first, given_.last);
             const Plan plan = plan_for(molecule, plan_);
             progress_.begin(label, file_number_, plan.closures);
-            const Result result = survey(molecule, plan, progress_);
+            if (each_) each_->begin(molecule);
+            const Result result = survey(molecule, plan, each_ ? static_cast<Watcher&>(*each_) : progress_);
             progress_.clear();
             report_->add(result);
             if (result.counted() == 0) throw std::runtime_error("every closure failed");
@@ -223,14 +241,13 @@ class Run {
     }
 
     void draw(const Result& result) {
-        attempt(given_.svg, [&] {
+        try_to(given_.svg, [&] {
             progress_.begin("drawing " + given_.svg, file_number_);
             const std::string drawing = picture(result, given_.view);
             progress_.clear();
             std::ofstream file(given_.svg, std::ios::binary);
             file << drawing;
-            file.close();
-            if (!file) throw std::runtime_error("cannot be written");
+            close(file);
         });
     }
 
@@ -239,6 +256,8 @@ class Run {
     const Plan& plan_;
     std::unique_ptr<Report> report_;
     Progress progress_;
+    std::ofstream each_file_;
+    std::optional<EachClosure> each_;
     std::size_t file_number_ = 0;
     bool drawn_ = false;
     bool good_ = true;
@@ -249,13 +268,8 @@ int run(const Arguments& given) {
     if (std::count(given.files.begin(), given.files.end(), standard_input) > 1)
         refuse_usage("FILE: the standard input can be read once");
     const Plan plan = plan_of(given);
-    refuse_harmful_outputs(given.files, given.svg);
-    bool good = Run(given, selection, plan, std::cout).all_files();
-    if (!std::cout.flush()) {
-        std::cerr << "loopwise: standard output: cannot be written\n";
-        good = false;
-    }
-    return good ? 0 : exit_failure;
+    refuse_harmful_outputs(given.files, given.svg, given.each);
+    return finish_output(Run(given, selection, plan, std::cout).all_files());
 }
 
 } // namespace

@@ -132,6 +132,16 @@ std::string chains_in_title(const Result& result) {
     return result.whole.name.empty() ? "" : (chains > 1 ? ", chains " : ", chain ") + result.whole.name;
 }
 
+/// The verdict on a single chain, or on the two of a structure.
+std::string knot_shown(const Result& result) {
+    const Tally& tally = result.components.size() == 1 ? result.components.front() : result.whole;
+    if (tally.knots.empty()) return "";
+    const KnotCount& most = tally.knots.front();
+    return ", " + most.knot + " in " +
+           std::to_string((200 * most.closures + result.counted()) / (2 * result.counted())) +
+           " % of closures";
+}
+
 std::string title(const Result& result) {
     std::filesystem::path file = std::filesystem::path(result.file).filename();
     if (file == "-") file = "standard input";
@@ -139,7 +149,7 @@ std::string title(const Result& result) {
     const std::string model = result.model.empty() ? "" : ", model " + result.model;
     return words({0.5 * page_width, 38.0},
                  file.stem().string() + model + chains_in_title(result) + ": " +
-                     counted(result.whole.beads, noun(result)),
+                     counted(result.whole.beads, noun(result)) + knot_shown(result),
                  "text-anchor=\"middle\" font-size=\"26\" font-weight=\"bold\" fill=\"" + std::string(ink) +
                      "\"");
 }

@@ -3,13 +3,6 @@
 namespace loopwise {
 namespace {
 
-std::string quoted(const std::string& field) {
-    if (field.find_first_of(",\"\r\n") == std::string::npos) return field;
-    std::string text = "\"";
-    for (const char c : field) text += c == '"' ? "\"\"" : std::string(1, c);
-    return text + '"';
-}
-
 std::string joined(const std::vector<std::string>& notes) {
     std::string text;
     for (const std::string& note : notes) text += (text.empty() ? "" : "; ") + note;
@@ -26,7 +19,8 @@ std::string places_of(const Chain& beads) {
 class CsvReport final : public Report {
   public:
     CsvReport(std::ostream& out, const Plan& plan) : out_(out), together_(plan.together) {
-        out_ << "file,model,part,chain,beads,gaps,missing,method,scale,seed,closures,failed,down_to_three,"
+        out_ << "file,model,part,chain,beads,gaps,missing,method,scale,seed,closures,failed,knot,knot_"
+                "closures,knot_share,knots,down_to_three,"
                 "left,"
                 "fewest_left,fewest_closure,fewest_labels,fewest_places,notes\n";
     }
@@ -34,35 +28,52 @@ class CsvReport final : public Report {
     void add(const Result& result) override {
         if (together_) {
             start(result, "structure", result.whole, nullptr);
-            out_ << ",,,,," << quoted(joined(result.notes)) << '\n';
+            out_ << ",,,,," << csv_field(joined(result.notes)) << '\n';
         }
         for (const ComponentTally& tally : result.components) {
             start(result, together_ ? "component" : "chain", tally, &tally);
             if (tally.smallest)
                 out_ << ',' << tally.smallest->loop.beads.size() << ',' << tally.smallest->closure << ','
-                     << quoted(labels_of(*tally.smallest, tally)) << ','
+                     << csv_field(labels_of(*tally.smallest, tally)) << ','
                      << places_of(tally.smallest->loop.beads);
             else
                 out_ << ",,,,";
-            out_ << ',' << quoted(joined(together_ ? tally.notes : notes_on(result, tally))) << '\n';
+            out_ << ',' << csv_field(joined(together_ ? tally.notes : notes_on(result, tally))) << '\n';
         }
         out_.flush();
     }
 
   private:
+    /// The most frequent with its closures and share, then all as name:closures.
+    void knots(const std::vector<KnotCount>& counts, std::size_t closures) {
+        if (counts.empty()) {
+            out_ << ",,,,";
+            return;
+        }
+        const KnotCount& first = counts.front();
+        out_ << csv_field(first.knot) << ',' << first.closures << ','
+             << static_cast<double>(first.closures) / static_cast<double>(closures) << ',';
+        std::string all;
+        for (const KnotCount& count : counts)
+            all += (all.empty() ? "" : "; ") + count.knot + ':' + std::to_string(count.closures);
+        out_ << csv_field(all) << ',';
+    }
+
     void start(const Result& result, const char* part, const Tally& tally, const ComponentTally* chain) {
         const Plan& plan = result.plan;
-        out_ << quoted(result.file) << ',' << quoted(result.model) << ',' << part << ',' << quoted(tally.name)
-             << ',' << tally.beads << ',';
+        out_ << csv_field(result.file) << ',' << csv_field(result.model) << ',' << part << ','
+             << csv_field(tally.name) << ',' << tally.beads << ',';
         if (chain != nullptr)
-            out_ << quoted(gaps_text(*chain, " ")) << ',' << missing_in(*chain);
+            out_ << csv_field(gaps_text(*chain, " ")) << ',' << missing_in(*chain);
         else
             out_ << ',';
         out_ << ',' << name_of(plan.method) << ',';
         if (takes_scale(plan.method)) out_ << scale_text(plan.scale);
         out_ << ',';
         if (is_random(plan.method)) out_ << plan.seed;
-        out_ << ',' << plan.closures << ',' << result.failed << ',' << tally.bare << ',';
+        out_ << ',' << plan.closures << ',' << result.failed << ',';
+        knots(tally.knots, result.counted());
+        out_ << tally.bare << ',';
         const char* separator = "";
         for (const auto& [beads, closures] : tally.left) {
             out_ << separator << beads << ':' << closures;

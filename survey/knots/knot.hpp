@@ -52,6 +52,7 @@ KnotName knot_of(Diagram diagram);
 /// time.
 class KnotNamer {
   public:
+    /// The name stays until the next call.
     const KnotName& name(std::span<const ChainAtom> loop);
 
   private:

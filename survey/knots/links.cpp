@@ -90,8 +90,8 @@ Linking linking_of(std::span<const std::span<const ChainAtom>> loops) {
     const std::size_t count = loops.size();
     std::vector<int> sums(count * count, 0);
     for (const Crossing& c : view.diagram.crossings) {
-        const auto [low, high] =
-            std::minmax(static_cast<std::size_t>(c.under), static_cast<std::size_t>(c.over));
+        const auto low = static_cast<std::size_t>(std::min(c.under, c.over));
+        const auto high = static_cast<std::size_t>(std::max(c.under, c.over));
         sums[low * count + high] += c.sign;
     }
     for (std::size_t i = 0; i < count; ++i)
