@@ -45,8 +45,8 @@ Bonds bonds_of(const NamedChain& chain) {
     const std::vector<double> lengths = lengths_of(chain.beads);
     if (lengths.empty()) return {};
     const double middle = middle_of(lengths);
-    const bool trace =
-        chain.kind == Beads::amino_acids || (middle >= shortest_trace_bond && middle <= longest_trace_bond);
+    const bool trace = chain.kind == BeadKind::amino_acids ||
+                       (middle >= shortest_trace_bond && middle <= longest_trace_bond);
     Bonds bonds{trace ? longest_trace_bond : gap_to_middle_bond * middle, {}, {}};
     for (std::size_t i = 0; i < lengths.size(); ++i) {
         if (lengths[i] > bonds.longest)

@@ -9,13 +9,13 @@
 namespace loopwise {
 
 /// What the beads of a chain stand for.
-enum class Beads { any, amino_acids, nucleotides };
+enum class BeadKind { any, amino_acids, nucleotides };
 
 struct NamedChain {
     std::string name; ///< as the file has it; chain text has no names
     Chain beads;
     std::vector<std::string> labels; ///< one for each bead: its identifier, or residue number and letter
-    Beads kind = Beads::any;
+    BeadKind kind = BeadKind::any;
     std::vector<std::string> notes{}; ///< what its reader had to decide, for people to judge
 };
 

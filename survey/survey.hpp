@@ -60,7 +60,7 @@ inline constexpr std::size_t most_linked_chains = 100;
 
 struct ComponentTally : Tally {
     Bonds bonds;
-    Beads kind = Beads::any;
+    BeadKind kind = BeadKind::any;
     std::vector<std::string> labels; ///< of the beads
     std::vector<std::string> notes;  ///< about the chain, see NamedChain
     struct Smallest {

@@ -64,12 +64,21 @@ std::string label_of(const Molecule& molecule) {
     return molecule.file + (molecule.model.empty() ? "" : ": model " + molecule.model);
 }
 
+void show_notes(const std::string& label, const std::vector<std::string>& notes) {
+    for (const std::string& note : notes) std::cout << label << ": note: " << note << '\n';
+}
+
 /// Whether every polygon of the molecule could be looked at.
 bool one_molecule(Molecule& molecule, const Arguments& given) {
+    show_notes(label_of(molecule), molecule.notes);
     bool good = true;
     for (NamedChain& named : molecule.chains) {
+        show_notes(label_of(molecule), named.notes);
         cut(named, given.selecting.first, given.selecting.last);
-        if (given.open) close_in_direction(named.beads, *given.open);
+        if (is_ring(named))
+            drop_repeated_end(named);
+        else if (given.open)
+            close_in_direction(named.beads, *given.open);
         const KnotName name = knot_of(named.beads);
         show(label_of(molecule) + (named.name.empty() ? "" : ": chain " + named.name), name);
         good = good && name.status != KnotStatus::bad_polygon;

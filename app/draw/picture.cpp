@@ -41,13 +41,13 @@ std::string label_of(const Path& path, std::size_t bead, const Result& result) {
     return label_of(path.loop, bead, result.components[path.chain()]);
 }
 
-std::pair<const char*, const char*> names_of_ends(Beads kind) {
+std::pair<const char*, const char*> names_of_ends(BeadKind kind) {
     switch (kind) {
-    case Beads::amino_acids:
+    case BeadKind::amino_acids:
         return {"N ", "C "};
-    case Beads::nucleotides:
+    case BeadKind::nucleotides:
         return {"5' ", "3' "};
-    case Beads::any:
+    case BeadKind::any:
         break;
     }
     return {"first ", "last "};
@@ -118,20 +118,10 @@ std::string counted(std::size_t count, const std::string& what) {
     return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
-/// The verdict on a single chain, or on the two of a structure.
-std::string knot_shown(const Result& result) {
-    const Tally& tally = result.components.size() == 1 ? result.components.front() : result.whole;
-    if (tally.knots.empty()) return "";
-    const KnotCount& most = tally.knots.front();
-    return ", " + most.knot + " in " +
-           std::to_string((200 * most.closures + result.counted()) / (2 * result.counted())) +
-           " % of closures";
-}
-
 /// What the beads are called.
 std::string noun(const Result& result) {
     const bool any = std::any_of(result.components.begin(), result.components.end(),
-                                 [](const ComponentTally& chain) { return chain.kind == Beads::any; });
+                                 [](const ComponentTally& chain) { return chain.kind == BeadKind::any; });
     return any ? "bead" : "residue";
 }
 
@@ -140,6 +130,16 @@ std::string chains_in_title(const Result& result) {
     const std::size_t chains = result.components.size();
     if (chains > most_named) return ", " + counted(chains, "chain");
     return result.whole.name.empty() ? "" : (chains > 1 ? ", chains " : ", chain ") + result.whole.name;
+}
+
+/// The verdict on a single chain, or on the two of a structure.
+std::string knot_shown(const Result& result) {
+    const Tally& tally = result.components.size() == 1 ? result.components.front() : result.whole;
+    if (tally.knots.empty()) return "";
+    const KnotCount& most = tally.knots.front();
+    return ", " + most.knot + " in " +
+           std::to_string((200 * most.closures + result.counted()) / (2 * result.counted())) +
+           " % of closures";
 }
 
 std::string title(const Result& result) {

@@ -45,10 +45,10 @@ bool is_bead(const FileAtom& atom, const Selection& selection) {
 
 bool stand_for_amino_acids(const Selection& selection) { return selection.atom == "CA"; }
 
-Beads kind_of(const Selection& selection) {
-    if (stand_for_amino_acids(selection)) return Beads::amino_acids;
+BeadKind kind_of(const Selection& selection) {
+    if (stand_for_amino_acids(selection)) return BeadKind::amino_acids;
     const std::string name = atom_name(selection.atom);
-    return name == "P" || name.ends_with('\'') ? Beads::nucleotides : Beads::any;
+    return name == "P" || name.ends_with('\'') ? BeadKind::nucleotides : BeadKind::any;
 }
 
 std::vector<Group> groups_of(const Atoms& atoms) {

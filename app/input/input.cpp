@@ -54,7 +54,7 @@ std::vector<Molecule> from_text(std::string_view text, const Selection& selectio
     if (!selection.chains.empty()) refuse("is chain text, which has no names of chains");
     if (!selection.model.empty() && selection.model != "1" && selection.model != every_model)
         refuse("is chain text and holds no model " + selection.model);
-    return {read_text(text)};
+    return {read_chain_text(text)};
 }
 
 std::optional<long long> whole_number(const std::string& label) {

@@ -168,7 +168,7 @@ NamedChain chain_of(std::span<const Line> lines, const Form& form) {
 
 } // namespace
 
-Molecule read_text(std::string_view given) {
+Molecule read_chain_text(std::string_view given) {
     if (given.starts_with(byte_order_mark)) given.remove_prefix(byte_order_mark.size());
     refuse_binary(given);
     const std::string text = with_line_feeds(std::string(given));
