@@ -9,16 +9,14 @@
 
 namespace {
 
-using loopwise::instruction_sets;
-
 void expect_literal(const Chain& chain, bool closed) {
     Chain expected = chain;
     literal::reduce(expected, closed);
     const bool stored_as_loop = literal::repeats_end(chain);
-    for (const loopwise::InstructionSet& set : instruction_sets()) {
+    for (const loopwise::InstructionSet set : loopwise::available_instruction_sets()) {
         if (stored_as_loop) break; // which the engine by itself does not know
         ASSERT_TRUE(chains::same_bits(eliminated(chain, closed, set, 128), expected))
-            << set.name << ", closed: " << closed << ", " << chains::text(chain);
+            << name(set) << ", closed: " << closed << ", " << chains::text(chain);
     }
     const Silence quiet;
     Chain reduced = chain;

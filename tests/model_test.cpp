@@ -95,12 +95,13 @@ TEST(Measures, EveryInstructionSetFindsTheFarthest) {
         for (const ChainAtom& atom : chains::make(kind, 64, random))
             x.push_back(atom.x), y.push_back(atom.y), z.push_back(atom.z);
         for (std::size_t count = 0; count <= 64; count += loopwise::distance_lanes)
-            for (const auto& version : loopwise::distance_versions()) {
+            for (const loopwise::InstructionSet set : loopwise::available_instruction_sets()) {
                 const loopwise::Positions positions{x.data(), y.data(), z.data(), count};
                 const double known = count == 64 ? 3.0 : 0.0;
-                EXPECT_EQ(version.farthest_square(positions, {1, 2, 3}, known),
-                          loopwise::distance_versions()[0].farthest_square(positions, {1, 2, 3}, known))
-                    << version.name;
+                EXPECT_EQ(
+                    loopwise::farthest_square(set)(positions, {1, 2, 3}, known),
+                    loopwise::farthest_square(loopwise::InstructionSet::plain)(positions, {1, 2, 3}, known))
+                    << name(set);
             }
     }
 }

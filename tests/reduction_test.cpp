@@ -60,11 +60,11 @@ TEST(ChainReduction, KeepsTheEndsOfAnOpenChainAndRepeatsThatOfALoop) {
     EXPECT_EQ(ids(far_apart), (std::vector{1, 4, 1}));
 }
 
-void expect_literal(const Chain& chain, bool closed, std::size_t slots, const loopwise::InstructionSet& set) {
+void expect_literal(const Chain& chain, bool closed, std::size_t slots, loopwise::InstructionSet set) {
     Chain expected = chain;
     literal::reduce(expected, closed);
     ASSERT_TRUE(chains::same_bits(eliminated(chain, closed, set, slots), expected))
-        << set.name << ", " << slots << " slots, closed: " << closed << ", " << chains::text(chain);
+        << name(set) << ", " << slots << " slots, closed: " << closed << ", " << chains::text(chain);
 }
 
 /// Whatever the processor, and however much of the chain has no room in the workspace.
@@ -73,14 +73,14 @@ TEST(Elimination, IsTheSameForEveryInstructionSetAndWorkspace) {
     for (const chains::Kind kind : chains::all_kinds)
         for (int i = 0; i < 12; ++i) {
             const Chain chain = chains::make(kind, i < 8 ? 10 + random.below(250) : 300, random);
-            for (const loopwise::InstructionSet& set : loopwise::instruction_sets())
+            for (const loopwise::InstructionSet set : loopwise::available_instruction_sets())
                 for (const std::size_t slots : {64U, 128U, 512U})
                     expect_literal(chain, i % 2 == 0, slots, set);
         }
     // A rear behind a front that is blocked all over: where its first bead stood when it moves.
     for (int i = 0; i < 3000; ++i)
         expect_literal(chains::make(chains::Kind::tangle, 66 + random.below(110), random), i % 2 == 0, 64,
-                       loopwise::instruction_sets().back());
+                       loopwise::available_instruction_sets().back());
 }
 
 void expect_literal(const Structure& structure, bool closed) {

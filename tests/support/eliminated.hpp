@@ -1,12 +1,19 @@
 // The engine of the reductions by itself, with everything chosen that a call of the library chooses.
 #pragma once
 
-#include "reduce/elimination.hpp"
+#include "reduce/reduction.hpp"
 
-inline Chain eliminated(Chain chain, bool closed, const loopwise::InstructionSet& set, std::size_t slots) {
-    loopwise::Ring ring{chain.data(), chain.size(), closed};
-    loopwise::HeapWorkspace workspace(slots);
-    loopwise::eliminate({&ring, 1}, workspace.get(), set.find_doubts);
-    chain.resize(ring.count);
+#include <vector>
+
+/// In so many slots, whose memory is exactly as large as they say.
+inline Chain eliminated(Chain chain, bool closed, loopwise::InstructionSet set, std::size_t slots) {
+    const std::size_t row = slots + loopwise::position_padding;
+    std::vector<float> positions(3 * row);
+    std::vector<std::uint32_t> ids(2 * slots);
+    const loopwise::Slots<std::uint32_t> memory{
+        slots,      positions.data(),  positions.data() + row, positions.data() + 2 * row,
+        ids.data(), ids.data() + slots};
+    const loopwise::Component component{chain.data(), chain.size(), closed};
+    chain.resize(loopwise::eliminate(component, memory, loopwise::find_candidates(set)));
     return chain;
 }

@@ -1,0 +1,75 @@
+// The versions of the filter for the instruction sets of x86-64. Function attributes allow the instructions,
+// so no file needs flags of its own; what runs is chosen by what the processor has.
+#include "reduce/filter.hpp"
+
+#include <limits>
+
+#if defined(__x86_64__)
+#include <immintrin.h>
+
+namespace loopwise {
+namespace {
+
+namespace sse2 {
+#define LANES 4
+#define FOLLOWING 1, 2, 3, 4
+#define LOOPWISE_TARGET
+#define GREATER(a, b) static_cast<std::uint32_t>(_mm_movemask_ps(_mm_cmpgt_ps(a, b)))
+#define FUSED(a, b, c) ((a) * (b) + (c))
+#include "reduce/filter_kernel.inl"
+#undef LANES
+#undef FOLLOWING
+#undef LOOPWISE_TARGET
+#undef GREATER
+#undef FUSED
+} // namespace sse2
+
+namespace avx2 {
+#define LANES 8
+#define FOLLOWING 1, 2, 3, 4, 5, 6, 7, 8
+#define LOOPWISE_TARGET __attribute__((target("avx2,fma")))
+#define GREATER(a, b) static_cast<std::uint32_t>(_mm256_movemask_ps(_mm256_cmp_ps(a, b, _CMP_GT_OQ)))
+#define FUSED(a, b, c) _mm256_fmadd_ps(a, b, c)
+#include "reduce/filter_kernel.inl"
+#undef LANES
+#undef FOLLOWING
+#undef LOOPWISE_TARGET
+#undef GREATER
+#undef FUSED
+} // namespace avx2
+
+namespace avx512 {
+#define LANES 16
+#define FOLLOWING 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16
+#define LOOPWISE_TARGET __attribute__((target("avx512f")))
+#define GREATER(a, b) static_cast<std::uint32_t>(_mm512_cmp_ps_mask(a, b, _CMP_GT_OQ))
+#define FUSED(a, b, c) _mm512_fmadd_ps(a, b, c)
+#include "reduce/filter_kernel.inl"
+#undef LANES
+#undef FOLLOWING
+#undef LOOPWISE_TARGET
+#undef GREATER
+#undef FUSED
+} // namespace avx512
+
+} // namespace
+
+FindCandidates find_candidates(InstructionSet set) {
+    static constexpr std::size_t plain = static_cast<std::size_t>(InstructionSet::plain);
+    static_assert(plain == 0);
+    static const Versions<FindCandidates> versions{statement(InstructionSet::plain), sse2::find, avx2::find,
+                                                   avx512::find};
+    return version_for(versions, set);
+}
+
+} // namespace loopwise
+
+#else
+
+namespace loopwise {
+
+FindCandidates find_candidates(InstructionSet set) { return statement(set); }
+
+} // namespace loopwise
+
+#endif
