@@ -22,6 +22,7 @@ add_library(loopwise_objects OBJECT
   src/reduce/planar.cpp
   src/reduce/projection.cpp
   src/reduce/reduction.cpp
+  src/reduce/segment_index.cpp
   src/textio/break_check.cpp
   src/textio/number_fields.cpp
   src/textio/number_text.cpp

@@ -89,8 +89,10 @@ void check_reduction(const Structure& input, bool closed) {
     REQUIRE(ChainReduce(one, closed) == literal::reduce(expected, closed) &&
             chains::same_bits(one, expected));
     if (literal::repeats_end(input[0])) return;
-    for (const loopwise::InstructionSet set : loopwise::available_instruction_sets())
+    for (const loopwise::InstructionSet set : loopwise::available_instruction_sets()) {
         REQUIRE(chains::same_bits(eliminated(input[0], closed, set, 64), expected));
+        REQUIRE(chains::same_bits(eliminated(input[0], closed, set, 128, true), expected));
+    }
 }
 
 void check_closures(const Structure& input, int row, double scale) {

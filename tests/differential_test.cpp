@@ -15,8 +15,10 @@ void expect_literal(const Chain& chain, bool closed) {
     const bool stored_as_loop = literal::repeats_end(chain);
     for (const loopwise::InstructionSet set : loopwise::available_instruction_sets()) {
         if (stored_as_loop) break; // which the engine by itself does not know
-        ASSERT_TRUE(chains::same_bits(eliminated(chain, closed, set, 128), expected))
-            << name(set) << ", closed: " << closed << ", " << chains::text(chain);
+        for (const bool indexed : {false, true})
+            ASSERT_TRUE(chains::same_bits(eliminated(chain, closed, set, 512, indexed), expected))
+                << name(set) << ", indexed: " << indexed << ", closed: " << closed << ", "
+                << chains::text(chain);
     }
     const Silence quiet;
     Chain reduced = chain;

@@ -112,8 +112,10 @@ TEST(Filter, NeverDropsWhatMeetsTheTriangle) {
         const Segments segments(frame, points);
         const std::size_t begin = static_cast<std::size_t>(random.below(20)), end = 126 - begin / 2;
         for (const loopwise::InstructionSet set : loopwise::available_instruction_sets()) {
-            const auto candidates = segments.candidates(loopwise::find_candidates(set), filter, begin, end);
-            ASSERT_EQ(candidates, segments.candidates(loopwise::statement(set), filter, begin, end))
+            const auto candidates =
+                segments.candidates(loopwise::kernels(set).find_candidates, filter, begin, end);
+            ASSERT_EQ(candidates,
+                      segments.candidates(loopwise::statement(set).find_candidates, filter, begin, end))
                 << name(set);
             for (std::size_t j = begin; j < end; ++j) {
                 const bool candidate = std::binary_search(candidates.begin(), candidates.end(), j);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "reduce/gap_buffer.hpp"
+#include "reduce/segment_index.hpp"
 
 #include <array>
 #include <bit>
@@ -14,6 +15,12 @@ struct Component {
     ChainAtom* atoms;
     std::size_t count;
     bool closed;
+};
+
+/// An index of segments for chains without a rear, if there is one, and how many beads are worth its use.
+struct Indexing {
+    SegmentIndex* index = nullptr;
+    std::size_t fewest_beads = 0;
 };
 
 /// The frame around all finite coordinates.
@@ -31,9 +38,11 @@ Frame frame_around(std::span<const Component> components);
 template <class Id> class Elimination {
   public:
     Elimination(std::span<GapBuffer<Id>> components, const Positions3& positions, const Frame& frame,
-                FindCandidates find_candidates)
-        : components_(components), positions_(positions), frame_(frame), find_candidates_(find_candidates) {
+                FindCandidates find_candidates, const Indexing& indexing)
+        : components_(components), positions_(positions), frame_(frame), find_candidates_(find_candidates),
+          indexing_(indexing) {
         for (GapBuffer<Id>& component : components_) component.bridge_gap();
+        fill_index();
     }
 
     void run() {
@@ -109,6 +118,14 @@ template <class Id> class Elimination {
 
         const Filter filter = filter_of(triangle, frame_);
         Id found = none;
+        if (indexing_.index != nullptr && filter.has_normal()) {
+            indexing_.index->search(filter, [&](std::size_t number) {
+                if (!still_meets(corners, triangle, number)) return false;
+                found = static_cast<Id>(number);
+                return true;
+            });
+            return found;
+        }
         const auto search = [&](const GapBuffer<Id>& component, std::size_t begin, std::size_t end) {
             found = search_slots(component, filter, triangle, begin, end);
             return found != none;
@@ -185,15 +202,47 @@ template <class Id> class Elimination {
         const auto owner = std::upper_bound(components_.begin(), components_.end(), number, after);
         if (owner == components_.end()) return false;
         if (&*owner == &components_[corners.component] && corners.touch(number)) return false;
-        const std::size_t end = owner->number_after_bead(number);
+        const std::size_t end = number_after(*owner, number);
         return end != GapBuffer<Id>::none &&
                contact(triangle, {owner->at_number(number), owner->at_number(end)}) != Contact::none;
+    }
+
+    std::size_t number_after(const GapBuffer<Id>& component, std::size_t number) const {
+        if (indexing_.index == nullptr) return component.number_after_bead(number);
+        const SegmentIndex::Number next = indexing_.index->next(static_cast<SegmentIndex::Number>(number));
+        return next != SegmentIndex::no_bead ? next : GapBuffer<Id>::none;
+    }
+
+    void fill_index() {
+        std::size_t beads = 0;
+        for (const GapBuffer<Id>& component : components_) beads += component.count();
+        if (beads < indexing_.fewest_beads || frame_.scale == 0) indexing_.index = nullptr;
+        if (indexing_.index == nullptr) return;
+        indexing_.index->clear();
+        for (const GapBuffer<Id>& component : components_) {
+            const auto add = [&](std::size_t slot) {
+                const std::size_t next = component.next(slot);
+                indexing_.index->add({component.bead(slot), component.bead(next)}, frame_(component.at(slot)),
+                                     frame_(component.at(next)));
+            };
+            component.for_each_segment(add);
+            indexing_.index->end_component();
+        }
+        indexing_.index->sort();
     }
 
     /// The first component that may have a free triangle now.
     std::size_t remove_middle(std::size_t c) {
         const Corners corners = corners_behind_gap(c);
         components_[c].remove_middle();
+        if (indexing_.index != nullptr) {
+            const Triangle triangle = triangle_of(corners);
+            indexing_.index->replace(static_cast<SegmentIndex::Number>(corners.middle),
+                                     {static_cast<SegmentIndex::Number>(corners.first),
+                                      static_cast<SegmentIndex::Number>(corners.last)},
+                                     frame_(triangle.t0), frame_(triangle.t2));
+            if (indexing_.index->is_stale()) fill_index();
+        }
         return reconsider(c, corners.first, corners.middle);
     }
 
@@ -244,6 +293,7 @@ template <class Id> class Elimination {
     Positions3 positions_;
     Frame frame_;
     FindCandidates find_candidates_;
+    Indexing indexing_;
     Id last_blocker_ = none;
     int blocked_in_a_row_ = 0;
 };

@@ -6,6 +6,7 @@
 #include "reduce/intersection.hpp"
 
 #include <cstdint>
+#include <limits>
 #include <span>
 
 namespace loopwise {
@@ -47,11 +48,14 @@ struct Affine {
 /// that no rounding matters; filter.cpp derives them.
 struct Filter {
     Affine height, along_c, along_b;
-    float parallel; ///< a determinant of at most this size may be zero
-    float side;     ///< of the heights of both ends
-    float squared;  ///< |n|^2
-    float slab;     ///< half the width that counts as the triangle's, from q = 0 to q = |n|^2
+    float parallel;       ///< a determinant of at most this size may be zero
+    float side;           ///< of the heights of both ends
+    float squared;        ///< |n|^2
+    float slab_u, slab_v; ///< how far from |n|^2 a sum of two p or q is within the triangle's
     float slack, edge_u, edge_v, whole, edge_w;
+    float n_size, b_size, c_size; ///< sums of the sizes of the components
+
+    bool has_normal() const { return parallel < std::numeric_limits<float>::infinity(); }
 };
 
 Filter filter_of(const Triangle& triangle, const Frame& frame);
@@ -65,21 +69,54 @@ static_assert(beyond > 20 * EPS);
 /// the size of their sum is more than this times that of their difference.
 constexpr float side_factor = 1 + 2 * beyond;
 
-/// The segments of a group that are candidates: segment first + j for bit j.
+/// The members of a group that are candidates: first + j for bit j.
 struct Candidates {
     std::size_t first;
     std::uint32_t lanes;
 };
 
-/// The first group with candidates among the segments from `begin` up to `end`, or {end, 0}. The next group
-/// begins at most 16 later, which the caller need not know: it goes on after the last candidate.
+/// The first group with candidates among the segments from `begin` up to `end`, or {end, 0}. The search goes on
+/// after the last candidate.
 using FindCandidates = Candidates (*)(const Filter& filter, const Positions3& positions, std::size_t begin,
                                       std::size_t end);
 
-FindCandidates find_candidates(InstructionSet set);
+/// Boxes around segments, by the sums and the differences of their sides.
+struct Boxes {
+    const float *x, *y, *z, *dx, *dy, *dz;
+};
 
-/// What the kernel of a set equals to the last bit, said segment by segment. Where there is an instruction
-/// for it, products are rounded once with the sum that follows them; the margins cover either way.
-FindCandidates statement(InstructionSet set);
+/// The same for boxes: those that the filter proves to hold no segment that meets the triangle, unless its
+/// determinant is zero, are no candidates.
+using FindBoxes = Candidates (*)(const Filter& filter, const Boxes& boxes, std::size_t begin,
+                                 std::size_t end);
+
+/// Directions in which one coordinate is 1 and the others are v and w.
+struct Directions {
+    const float *v, *w;
+};
+
+/// The same for directions: the candidates are those with |one + v d.v + w d.w| <= most.
+struct Turn {
+    float one, v, w, most;
+};
+using FindDirections = Candidates (*)(const Turn& turn, const Directions& directions, std::size_t begin,
+                                      std::size_t end);
+
+/// A determinant of size |d| n, for a segment along d whose largest coordinate is 1 and which is no shorter than
+/// `shortest` in this coordinate, may be zero or too small for contact() to be sure of t, u and v where n d is at
+/// most this.
+float most_turn(const Filter& filter, float shortest);
+
+/// The versions of an instruction set.
+struct Kernels {
+    FindCandidates find_candidates;
+    FindBoxes find_boxes;
+    FindDirections find_directions;
+};
+Kernels kernels(InstructionSet set);
+
+/// What the kernels of a set equal to the last bit, said one by one. Where there is an instruction for it,
+/// products are rounded once with the sum that follows them; the margins cover either way.
+Kernels statement(InstructionSet set);
 
 } // namespace loopwise

@@ -2,6 +2,7 @@
 // so no file needs flags of its own; what runs is chosen by what the processor has.
 #include "reduce/filter.hpp"
 
+#include <cmath>
 #include <limits>
 
 #if defined(__x86_64__)
@@ -54,11 +55,12 @@ namespace avx512 {
 
 } // namespace
 
-FindCandidates find_candidates(InstructionSet set) {
-    static constexpr std::size_t plain = static_cast<std::size_t>(InstructionSet::plain);
-    static_assert(plain == 0);
-    static const Versions<FindCandidates> versions{statement(InstructionSet::plain), sse2::find, avx2::find,
-                                                   avx512::find};
+#define LOOPWISE_KERNELS(set)                                                                                \
+    { set::find_candidates, set::find_boxes, set::find_directions }
+
+Kernels kernels(InstructionSet set) {
+    static const Versions<Kernels> versions{{statement(InstructionSet::plain), LOOPWISE_KERNELS(sse2),
+                                             LOOPWISE_KERNELS(avx2), LOOPWISE_KERNELS(avx512)}};
     return version_for(versions, set);
 }
 
@@ -68,7 +70,7 @@ FindCandidates find_candidates(InstructionSet set) {
 
 namespace loopwise {
 
-FindCandidates find_candidates(InstructionSet set) { return statement(set); }
+Kernels kernels(InstructionSet set) { return statement(set); }
 
 } // namespace loopwise
 

@@ -102,6 +102,13 @@ template <class Id> class GapBuffer {
         return slot != end_ ? number_after(slot) : none;
     }
 
+    /// Calls visit() with the slot where each segment begins, in the order of the component.
+    template <class Visit> void for_each_segment(Visit visit) const {
+        std::size_t left = count() - (count() > 0 && !closed_);
+        for (std::size_t slot = left_ > begin_ ? begin_ : right_; left > 0; slot = next(slot), --left)
+            visit(slot);
+    }
+
     /// Moves the gap on to the first triangle in question; false if there is none whose beads have slots.
     bool seek() {
         if (left_ == begin_ && right_ < end_) step();

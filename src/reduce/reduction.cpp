@@ -6,6 +6,7 @@
 #include <cmath>
 #include <iostream>
 #include <memory>
+#include <optional>
 
 namespace loopwise {
 namespace {
@@ -45,10 +46,13 @@ std::size_t finish(Chain& chain, std::size_t left, bool repeat_end) {
     return chain.size();
 }
 
-FindCandidates fastest() {
-    static const FindCandidates chosen = find_candidates(chosen_instruction_set());
+const Kernels& fastest() {
+    static const Kernels chosen = kernels(chosen_instruction_set());
     return chosen;
 }
+
+/// Fewer beads than this are searched as quickly without an index.
+constexpr std::size_t fewest_indexed = 3000;
 
 /// The slots of a structure, or of a chain longer than the stack has room for, on the heap.
 class HeapSlots {
@@ -71,16 +75,19 @@ class HeapSlots {
 } // namespace
 
 template <class Id>
-std::size_t eliminate(const Component& component, const Slots<Id>& slots, FindCandidates find) {
+std::size_t eliminate(const Component& component, const Slots<Id>& slots, const Kernels& kernels,
+                      const Indexing& indexing) {
     const Frame frame = frame_around({&component, 1});
     GapBuffer<Id> beads({component.atoms, component.count}, component.closed, 0, slots, frame);
     fill_padding(slots, beads.end());
-    Elimination<Id>({&beads, 1}, {slots.x, slots.y, slots.z}, frame, find).run();
+    Elimination<Id>({&beads, 1}, {slots.x, slots.y, slots.z}, frame, kernels.find_candidates, indexing).run();
     beads.pack();
     return beads.count();
 }
-template std::size_t eliminate(const Component&, const Slots<std::uint16_t>&, FindCandidates);
-template std::size_t eliminate(const Component&, const Slots<std::uint32_t>&, FindCandidates);
+template std::size_t eliminate(const Component&, const Slots<std::uint16_t>&, const Kernels&,
+                               const Indexing&);
+template std::size_t eliminate(const Component&, const Slots<std::uint32_t>&, const Kernels&,
+                               const Indexing&);
 
 namespace {
 
@@ -115,7 +122,8 @@ std::size_t reduce(Chain& chain, bool closed) {
     if (chain.size() < ShortChainSlots::count) return reduce_on_stack(chain, closed);
     return reduce_with(chain, closed, [](const Component& component) {
         HeapSlots slots(component.count + 1);
-        return eliminate(component, slots.get(), fastest());
+        SegmentIndex index(fastest(), component.count, 1, component.count);
+        return eliminate(component, slots.get(), fastest(), {&index, fewest_indexed});
     });
 }
 
@@ -147,7 +155,12 @@ std::size_t reduce(Structure& structure, bool closed) {
         first += c.count + 1;
     }
     fill_padding(slots, count - 1);
-    Elimination<std::uint32_t>(buffers, {slots.x, slots.y, slots.z}, frame, fastest()).run();
+    std::optional<SegmentIndex> index;
+    if (count >= fewest_indexed) index.emplace(fastest(), count, components.size(), count);
+    const Indexing indexing{index ? &*index : nullptr, fewest_indexed};
+    Elimination<std::uint32_t>(buffers, {slots.x, slots.y, slots.z}, frame, fastest().find_candidates,
+                               indexing)
+        .run();
 
     std::size_t total = 0;
     for (std::size_t i = 0; i < structure.size(); ++i) {

@@ -30,6 +30,7 @@ static_assert(sizeof(ShortChainSlots) < 58 * 1024 && sizeof(LongChainSlots) < 58
 
 /// Reduces one component: how many beads are left. With fewer slots than its beads and one more it takes longer.
 template <class Id>
-std::size_t eliminate(const Component& component, const Slots<Id>& slots, FindCandidates find);
+std::size_t eliminate(const Component& component, const Slots<Id>& slots, const Kernels& kernels,
+                      const Indexing& indexing = {});
 
 } // namespace loopwise

@@ -5,8 +5,10 @@
 
 #include <vector>
 
-/// In so many slots, whose memory is exactly as large as they say.
-inline Chain eliminated(Chain chain, bool closed, loopwise::InstructionSet set, std::size_t slots) {
+/// In so many slots, whose memory is exactly as large as they say; with the index of segments from the first
+/// removal to the last, or without.
+inline Chain eliminated(Chain chain, bool closed, loopwise::InstructionSet set, std::size_t slots,
+                        bool indexed = false) {
     const std::size_t row = slots + loopwise::position_padding;
     std::vector<float> positions(3 * row);
     std::vector<std::uint32_t> ids(2 * slots);
@@ -14,6 +16,8 @@ inline Chain eliminated(Chain chain, bool closed, loopwise::InstructionSet set, 
         slots,      positions.data(),  positions.data() + row, positions.data() + 2 * row,
         ids.data(), ids.data() + slots};
     const loopwise::Component component{chain.data(), chain.size(), closed};
-    chain.resize(loopwise::eliminate(component, memory, loopwise::find_candidates(set)));
+    loopwise::SegmentIndex index(loopwise::kernels(set), chain.size(), 1, chain.size());
+    const loopwise::Indexing indexing{indexed ? &index : nullptr, 0};
+    chain.resize(loopwise::eliminate(component, memory, loopwise::kernels(set), indexing));
     return chain;
 }
