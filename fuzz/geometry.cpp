@@ -72,6 +72,9 @@ void check_measures(Structure structure) {
 void check_reduction(const Structure& input, bool closed) {
     Structure ours = input, theirs = input;
     REQUIRE(ChainsReduce(ours, closed) == literal::reduce(theirs, closed));
+    Structure indexed = input;
+    loopwise::reduce(indexed, closed, 0);
+    REQUIRE(std::equal(indexed.begin(), indexed.end(), theirs.begin(), theirs.end(), chains::same_bits));
     bool same_loops = true;
     for (std::size_t i = 0; i < input.size(); ++i) {
         REQUIRE(chains::same_bits(ours[i], theirs[i]) && is_left_of(ours[i], input[i]));

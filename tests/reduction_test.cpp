@@ -88,6 +88,9 @@ void expect_literal(const Structure& structure, bool closed) {
     const Capture printed;
     ASSERT_EQ(ChainsReduce(ours, closed), literal::reduce(theirs, closed));
     EXPECT_TRUE(printed.silent());
+    Structure indexed = structure;
+    loopwise::reduce(indexed, closed, 0);
+    ASSERT_TRUE(std::equal(indexed.begin(), indexed.end(), theirs.begin(), theirs.end(), chains::same_bits));
     for (std::size_t i = 0; i < structure.size(); ++i)
         ASSERT_TRUE(chains::same_bits(ours[i], theirs[i]))
             << "component " << i << ": " << chains::text(structure[i]);

@@ -23,6 +23,9 @@ struct Indexing {
     std::size_t fewest_beads = 0;
 };
 
+/// A chain of so few beads is searched without the filter.
+constexpr std::size_t most_unfiltered = 8;
+
 /// The frame around all finite coordinates.
 Frame frame_around(std::span<const Component> components);
 
@@ -64,7 +67,7 @@ template <class Id> class Elimination {
     /// Below this a component has no triangle to spare.
     static constexpr std::size_t fewest_beads = 3;
     /// So many blocked triangles in a row, and the next is likely to be blocked by what blocked the last.
-    static constexpr int often = 3;
+    static constexpr int often = 1;
 
     /// A triangle of beads in a row, and the bead before them.
     struct Corners {
@@ -107,14 +110,47 @@ template <class Id> class Elimination {
         Id& remembered = components_[c].blocker(components_[c].left() - 1);
         const Id blocker = find_blocker(corners, triangle, remembered);
         blocked_in_a_row_ = blocker == none ? 0 : blocked_in_a_row_ + 1;
-        if (blocker != none) remembered = last_blocker_ = blocker;
-        return blocker != none;
+        if (blocker == none) return false;
+        remembered = blocker;
+        if (blocked_in_a_row_ >= often) make_recent(blocker);
+        return true;
+    }
+
+    /// Where most triangles are blocked, two segments often block the next as well. They are kept with their ends.
+    struct Recent {
+        Id number = none;
+        Segment segment{};
+    };
+
+    void make_recent(Id number) {
+        if (recent_[0].number == number || recent_[1].number == number) return;
+        const GapBuffer<Id>& owner = owner_of(number);
+        recent_[1] = recent_[0];
+        recent_[0] = {number, {owner.at_number(number), owner.at_number(number_after(owner, number))}};
+    }
+
+    Id find_recent(const Corners& corners, const Triangle& triangle) const {
+        const auto& [first, second] = recent_;
+        const bool has_first = first.number != none && !corners.touch(first.number);
+        const bool has_second = second.number != none && !corners.touch(second.number);
+        // On a lattice one of the two is nearly always parallel, but no branch can tell which.
+        const bool first_parallel = has_first & (determinant(triangle, first.segment) == 0);
+        const bool second_parallel = has_second & (determinant(triangle, second.segment) == 0);
+        if (first_parallel | second_parallel) return first_parallel ? first.number : second.number;
+        if (has_first && contact(triangle, first.segment) != Contact::none) return first.number;
+        if (has_second && contact(triangle, second.segment) != Contact::none) return second.number;
+        return none;
     }
 
     Id find_blocker(const Corners& corners, const Triangle& triangle, Id known) const {
         const Id likely = static_cast<Id>(known & ~in_question);
         if (known != none && still_meets(corners, triangle, likely)) return likely;
-        if (blocked_in_a_row_ >= often && still_meets(corners, triangle, last_blocker_)) return last_blocker_;
+        if (blocked_in_a_row_ >= often) {
+            const Id recent = find_recent(corners, triangle);
+            if (recent != none) return recent;
+        }
+
+        if (is_small()) return try_all(corners, triangle);
 
         const Filter filter = filter_of(triangle, frame_);
         Id found = none;
@@ -146,6 +182,23 @@ template <class Id> class Elimination {
                 (!ends_left && search(other, other.right(), other.end() - !other.closed())))
                 return found;
         }
+        return none;
+    }
+
+    /// Too few segments for the filter to be worth its constants.
+    bool is_small() const { return components_.size() == 1 && components_[0].count() <= most_unfiltered; }
+
+    Id try_all(const Corners& corners, const Triangle& triangle) const {
+        const GapBuffer<Id>& own = components_[0];
+        std::size_t slot = own.next(own.next(own.next(own.left() - 1)));
+        for (std::size_t left = own.count() - 4; left > 0; --left) {
+            const std::size_t next = own.next(slot);
+            const bool exists = own.closed() || own.bead(slot) < own.bead(next);
+            if (exists && contact(triangle, {own.at(slot), own.at(next)}) != Contact::none)
+                return own.bead(slot);
+            slot = next;
+        }
+        static_cast<void>(corners);
         return none;
     }
 
@@ -196,15 +249,20 @@ template <class Id> class Elimination {
 
     /// Whether the segment that begins at a bead is there, shares no bead with a triangle and meets it.
     bool still_meets(const Corners& corners, const Triangle& triangle, std::size_t number) const {
-        const auto after = [](std::size_t n, const GapBuffer<Id>& component) {
-            return n < component.numbers_end();
-        };
-        const auto owner = std::upper_bound(components_.begin(), components_.end(), number, after);
-        if (owner == components_.end()) return false;
-        if (&*owner == &components_[corners.component] && corners.touch(number)) return false;
-        const std::size_t end = number_after(*owner, number);
+        const GapBuffer<Id>& owner = owner_of(number);
+        if (&owner == &components_[corners.component] && corners.touch(number)) return false;
+        const std::size_t end = number_after(owner, number);
         return end != GapBuffer<Id>::none &&
-               contact(triangle, {owner->at_number(number), owner->at_number(end)}) != Contact::none;
+               contact(triangle, {owner.at_number(number), owner.at_number(end)}) != Contact::none;
+    }
+
+    const GapBuffer<Id>& owner_of(std::size_t number) const {
+        const GapBuffer<Id>* owner = components_.data();
+        if (components_.size() > 1)
+            owner = &*std::upper_bound(
+                components_.begin(), components_.end(), number,
+                [](std::size_t n, const GapBuffer<Id>& component) { return n < component.numbers_end(); });
+        return *owner;
     }
 
     std::size_t number_after(const GapBuffer<Id>& component, std::size_t number) const {
@@ -249,6 +307,8 @@ template <class Id> class Elimination {
     /// The segments from two beads are one now, which begins at the first of them; what they blocked may be free.
     /// The first component that this, or the removal of the second bead, may have freed a triangle of.
     std::size_t reconsider(std::size_t c, std::size_t first, std::size_t middle) {
+        for (Recent& recent : recent_)
+            if (recent.number == first || recent.number == middle) recent.number = none;
         std::size_t lowest = c;
         for (std::size_t d = 0; d < components_.size(); ++d) {
             const bool any =
@@ -271,6 +331,7 @@ template <class Id> class Elimination {
             const auto number = [&](std::size_t place) { return component.number_at(place % count); };
             const Corners corners{c, number(i + count - 1), number(i), number(i + 1), number(i + 2)};
             if (is_blocked_anywhere(corners)) continue;
+            recent_ = {};
             component.question_blocked_by(static_cast<Id>(corners.first), static_cast<Id>(corners.middle));
             component.remove_from_rear(corners.middle);
             return true;
@@ -294,7 +355,7 @@ template <class Id> class Elimination {
     Frame frame_;
     FindCandidates find_candidates_;
     Indexing indexing_;
-    Id last_blocker_ = none;
+    std::array<Recent, 2> recent_;
     int blocked_in_a_row_ = 0;
 };
 

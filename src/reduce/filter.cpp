@@ -75,12 +75,15 @@ template <class Arithmetic> float spread(const Affine& f, const Boxes& box, std:
 /// As for segments: no sum of two of their heights is nearer to zero, and no difference larger, than the box's.
 template <class Arithmetic> bool may_hold_candidates(const Filter& f, const Boxes& box, std::size_t j) {
     constexpr auto multiply_add = Arithmetic::multiply_add;
-    const auto is_out = [&](const Affine& along, float offset, float margin) {
-        return std::fabs(middle<Arithmetic>(along, box, j) - offset) >
-               multiply_add(spread<Arithmetic>(along, box, j), side_factor, margin);
+    const auto reach = [&](const Affine& along, float margin) {
+        return multiply_add(spread<Arithmetic>(along, box, j), side_factor, margin);
     };
-    return !(is_out(f.height, 0, f.side) || is_out(f.along_c, f.squared, f.slab_v) ||
-             is_out(f.along_b, f.squared, f.slab_u));
+    const float h = middle<Arithmetic>(f.height, box, j), p = middle<Arithmetic>(f.along_b, box, j),
+                q = middle<Arithmetic>(f.along_c, box, j);
+    return !(std::fabs(h) > reach(f.height, f.side) ||
+             std::fabs(q - f.squared) > reach(f.along_c, f.slab_v) ||
+             std::fabs(p - f.squared) > reach(f.along_b, f.slab_u) ||
+             (p + q) - f.squared > reach(f.along_both, f.slab_w));
 }
 
 template <class Arithmetic> bool may_be_parallel(const Turn& turn, const Directions& d, std::size_t j) {
@@ -117,6 +120,7 @@ constexpr Kernels stated{find_one<is_candidate<Arithmetic>, Filter, Positions3>,
 // 20 e N B. Along b: 20 e N C.
 //   slab: two sums, 80 e N B, four roundings of numbers below 4 N B, and the error of |n|^2, which is at most
 //   6 e |n|^2 < 12 e N B, twice: 120 e N B.
+//   slab_w: both.
 //   edge_u: u is p0 h1 - p1 h0 with |p| <= 2 N C and |h| <= 2 N: 2 (2 * 14 + 2 * 20) e N^2 C and three
 //   roundings of numbers below 4 N^2 C: 148 e N^2 C. edge_v alike, with B for C.
 //   edge_w: both, a rounding of their sum, and |n|^2 <= 2 N min(B, C) <= N (B + C) times the error of the
@@ -155,6 +159,8 @@ Filter filter_of(const Triangle& triangle, const Frame& frame) {
     f.squared = squared;
     f.slab_u = squared * side_factor + slab_margin * n_size * c_size;
     f.slab_v = squared * side_factor + slab_margin * n_size * b_size;
+    f.slab_w = f.slab_u + slab_margin * n_size * b_size;
+    f.along_both = {f.along_b.x + f.along_c.x, f.along_b.y + f.along_c.y, f.along_b.z + f.along_c.z, 0};
     f.slack = beyond * squared;
     f.edge_u = edge * c_size;
     f.edge_v = edge * b_size;

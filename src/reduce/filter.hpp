@@ -48,10 +48,11 @@ struct Affine {
 /// that no rounding matters; filter.cpp derives them.
 struct Filter {
     Affine height, along_c, along_b;
-    float parallel;       ///< a determinant of at most this size may be zero
-    float side;           ///< of the heights of both ends
-    float squared;        ///< |n|^2
-    float slab_u, slab_v; ///< how far from |n|^2 a sum of two p or q is within the triangle's
+    Affine along_both;            ///< the gradient of p + q
+    float parallel;               ///< a determinant of at most this size may be zero
+    float side;                   ///< of the heights of both ends
+    float squared;                ///< |n|^2
+    float slab_u, slab_v, slab_w; ///< how far from |n|^2 a sum of two p, q or p + q is within the triangle's
     float slack, edge_u, edge_v, whole, edge_w;
     float n_size, b_size, c_size; ///< sums of the sizes of the components
 

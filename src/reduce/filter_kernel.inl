@@ -13,6 +13,9 @@ LOOPWISE_TARGET inline Floats load(const float* from) {
     return v;
 }
 
+/// A number in all lanes; nothing is added, which would turn -0 to 0 and cost an instruction.
+LOOPWISE_TARGET inline Floats all(float x) { return x - Floats{}; }
+
 LOOPWISE_TARGET inline Floats size(Floats v) {
     return reinterpret_cast<Floats>(reinterpret_cast<Ints>(v) & (Ints{} + 0x7FFFFFFF));
 }
@@ -24,9 +27,9 @@ LOOPWISE_TARGET inline Floats signed_by(Floats v, Floats sign) {
 }
 
 LOOPWISE_TARGET inline Floats value(const Affine& f, const Positions3& at, std::size_t j) {
-    return FUSED(load(at.x + j), Floats{} + f.x,
-                 FUSED(load(at.y + j), Floats{} + f.y,
-                       FUSED(load(at.z + j), Floats{} + f.z, Floats{} + f.constant)));
+    return FUSED(load(at.x + j), all(f.x),
+                 FUSED(load(at.y + j), all(f.y),
+                       FUSED(load(at.z + j), all(f.z), all(f.constant))));
 }
 
 constexpr std::uint32_t all_lanes = (2U << (LANES - 1)) - 1;
@@ -48,16 +51,16 @@ LOOPWISE_TARGET inline std::uint32_t within_edges(const Filter& f, const Positio
     const Floats p0 = value(f.along_b, at, j), p1 = value(f.along_b, at, j + 1);
     const Floats u = signed_by(FUSED(p0, h1, -(p1 * h0)), rise);
     const Floats v = signed_by(FUSED(q0, h1, -(q1 * h0)), rise);
-    const std::uint32_t parallel = ~GREATER(drop, Floats{} + f.parallel);
-    return parallel | ~(GREATER(-FUSED(drop, Floats{} + f.slack, Floats{} + f.edge_u), u) |
-                        GREATER(-FUSED(drop, Floats{} + f.slack, Floats{} + f.edge_v), v) |
-                        GREATER(u + v, FUSED(drop, Floats{} + f.whole, Floats{} + f.edge_w)));
+    const std::uint32_t parallel = ~GREATER(drop, all(f.parallel));
+    return parallel | ~(GREATER(-FUSED(drop, all(f.slack), all(f.edge_u)), u) |
+                        GREATER(-FUSED(drop, all(f.slack), all(f.edge_v)), v) |
+                        GREATER(u + v, FUSED(drop, all(f.whole), all(f.edge_w))));
 }
 
 LOOPWISE_TARGET Candidates find_candidates(const Filter& filter, const Positions3& positions, std::size_t begin,
                                 std::size_t end) {
     if (begin >= end) return {end, 0};
-    const Filter f = filter;
+    const Filter& f = filter;
     const Positions3 at = positions;
     Floats h0 = value(f.height, at, begin), q0 = value(f.along_c, at, begin);
     for (std::size_t j = begin; j < end; j += LANES) {
@@ -65,10 +68,10 @@ LOOPWISE_TARGET Candidates find_candidates(const Filter& filter, const Positions
         const Floats h1 = following(h0, h_next), q1 = following(q0, q_next);
         const Floats drop = size(h1 - h0);
         const std::uint32_t out =
-            GREATER(drop, Floats{} + f.parallel) &
-            (GREATER(size(h0 + h1), FUSED(drop, Floats{} + side_factor, Floats{} + f.side)) |
+            GREATER(drop, all(f.parallel)) &
+            (GREATER(size(h0 + h1), FUSED(drop, all(side_factor), all(f.side))) |
              GREATER(size((q0 + q1) - f.squared),
-                     FUSED(size(q1 - q0), Floats{} + side_factor, Floats{} + f.slab_v)));
+                     FUSED(size(q1 - q0), all(side_factor), all(f.slab_v))));
         std::uint32_t lanes = ~out & all_lanes;
         if (__builtin_expect(lanes != 0, 0)) {
             lanes &= up_to(end - j);
@@ -81,31 +84,31 @@ LOOPWISE_TARGET Candidates find_candidates(const Filter& filter, const Positions
 }
 
 LOOPWISE_TARGET inline Floats middle(const Affine& f, const Boxes& at, std::size_t j) {
-    return FUSED(load(at.x + j), Floats{} + f.x,
-                 FUSED(load(at.y + j), Floats{} + f.y,
-                       FUSED(load(at.z + j), Floats{} + f.z, Floats{} + (f.constant + f.constant))));
+    return FUSED(load(at.x + j), all(f.x),
+                 FUSED(load(at.y + j), all(f.y),
+                       FUSED(load(at.z + j), all(f.z), all(f.constant + f.constant))));
 }
 
 LOOPWISE_TARGET inline Floats spread(const Affine& f, const Boxes& at, std::size_t j) {
-    return FUSED(load(at.dx + j), Floats{} + std::fabs(f.x),
-                 FUSED(load(at.dy + j), Floats{} + std::fabs(f.y), load(at.dz + j) * std::fabs(f.z)));
+    return FUSED(load(at.dx + j), all(std::fabs(f.x)),
+                 FUSED(load(at.dy + j), all(std::fabs(f.y)), load(at.dz + j) * std::fabs(f.z)));
 }
 
-LOOPWISE_TARGET inline std::uint32_t is_out(const Affine& along, float offset, float margin, const Boxes& at,
-                                            std::size_t j) {
-    return GREATER(size(middle(along, at, j) - offset),
-                   FUSED(spread(along, at, j), Floats{} + side_factor, Floats{} + margin));
+LOOPWISE_TARGET inline Floats reach(const Affine& along, float margin, const Boxes& at, std::size_t j) {
+    return FUSED(spread(along, at, j), all(side_factor), all(margin));
 }
 
 LOOPWISE_TARGET Candidates find_boxes(const Filter& filter, const Boxes& boxes, std::size_t begin,
                                       std::size_t end) {
-    const Filter f = filter;
+    const Filter& f = filter;
     const Boxes at = boxes;
     for (std::size_t j = begin; j < end; j += LANES) {
-        const std::uint32_t lanes =
-            ~(is_out(f.height, 0, f.side, at, j) | is_out(f.along_c, f.squared, f.slab_v, at, j) |
-              is_out(f.along_b, f.squared, f.slab_u, at, j)) &
-            up_to(end - j);
+        const Floats h = middle(f.height, at, j), p = middle(f.along_b, at, j), q = middle(f.along_c, at, j);
+        const std::uint32_t out = GREATER(size(h), reach(f.height, f.side, at, j)) |
+                                  GREATER(size(q - f.squared), reach(f.along_c, f.slab_v, at, j)) |
+                                  GREATER(size(p - f.squared), reach(f.along_b, f.slab_u, at, j)) |
+                                  GREATER((p + q) - f.squared, reach(f.along_both, f.slab_w, at, j));
+        const std::uint32_t lanes = ~out & up_to(end - j);
         if (lanes != 0) return {j, lanes};
     }
     return {end, 0};
@@ -116,8 +119,8 @@ LOOPWISE_TARGET Candidates find_directions(const Turn& turn, const Directions& d
     const Turn t = turn;
     for (std::size_t j = begin; j < end; j += LANES) {
         const Floats v = load(directions.v + j), w = load(directions.w + j);
-        const Floats d = FUSED(v, Floats{} + t.v, FUSED(w, Floats{} + t.w, Floats{} + t.one));
-        const std::uint32_t lanes = ~GREATER(size(d), Floats{} + t.most) & up_to(end - j);
+        const Floats d = FUSED(v, all(t.v), FUSED(w, all(t.w), all(t.one)));
+        const std::uint32_t lanes = ~GREATER(size(d), all(t.most)) & up_to(end - j);
         if (lanes != 0) return {j, lanes};
     }
     return {end, 0};

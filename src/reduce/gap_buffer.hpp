@@ -188,6 +188,7 @@ template <class Id> class GapBuffer {
 
     /// Moves the beads that are left to the front of the caller's atoms.
     void pack() {
+        if (count() == atoms_.size()) return;
         ChainAtom* to = atoms_.data();
         for (const auto& [from, end] : {std::pair{begin_, left_}, std::pair{right_, end_}})
             for (std::size_t slot = from; slot < end; ++slot)
@@ -196,7 +197,10 @@ template <class Id> class GapBuffer {
     }
 
   private:
-    void step() { move(right_++, left_++); }
+    void step() {
+        if (left_ < right_) move(right_, left_);
+        ++left_, ++right_;
+    }
 
     /// Closes the gap and gives the slots that are free to beads of the rear. Whether the triangle behind the gap
     /// has its beads in slots.

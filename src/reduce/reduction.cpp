@@ -77,7 +77,7 @@ class HeapSlots {
 template <class Id>
 std::size_t eliminate(const Component& component, const Slots<Id>& slots, const Kernels& kernels,
                       const Indexing& indexing) {
-    const Frame frame = frame_around({&component, 1});
+    const Frame frame = component.count > most_unfiltered ? frame_around({&component, 1}) : Frame{};
     GapBuffer<Id> beads({component.atoms, component.count}, component.closed, 0, slots, frame);
     fill_padding(slots, beads.end());
     Elimination<Id>({&beads, 1}, {slots.x, slots.y, slots.z}, frame, kernels.find_candidates, indexing).run();
@@ -134,7 +134,9 @@ std::size_t reduce_on_stack(Chain& chain, bool closed) {
     });
 }
 
-std::size_t reduce(Structure& structure, bool closed) {
+std::size_t reduce(Structure& structure, bool closed) { return reduce(structure, closed, fewest_indexed); }
+
+std::size_t reduce(Structure& structure, bool closed, std::size_t fewest_beads) {
     // As soon as one component is marked as a loop, the marks say for all which are loops.
     const bool marked = std::any_of(structure.begin(), structure.end(), has_repeated_end);
     std::vector<Component> components;
@@ -156,8 +158,8 @@ std::size_t reduce(Structure& structure, bool closed) {
     }
     fill_padding(slots, count - 1);
     std::optional<SegmentIndex> index;
-    if (count >= fewest_indexed) index.emplace(fastest(), count, components.size(), count);
-    const Indexing indexing{index ? &*index : nullptr, fewest_indexed};
+    if (count >= fewest_beads) index.emplace(fastest(), count, components.size(), count);
+    const Indexing indexing{index ? &*index : nullptr, fewest_beads};
     Elimination<std::uint32_t>(buffers, {slots.x, slots.y, slots.z}, frame, fastest().find_candidates,
                                indexing)
         .run();

@@ -11,6 +11,9 @@ namespace loopwise {
 std::size_t reduce(Chain& chain, bool closed);
 std::size_t reduce(Structure& structure, bool closed);
 
+/// The second with an index of segments while at least so many beads are left.
+std::size_t reduce(Structure& structure, bool closed, std::size_t fewest_indexed);
+
 /// The first without any memory from the heap, whatever the length.
 std::size_t reduce_on_stack(Chain& chain, bool closed);
 

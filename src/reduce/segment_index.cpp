@@ -26,7 +26,7 @@ SegmentIndex::SegmentIndex(const Kernels& kernels, std::size_t segments, std::si
     boxes_[1].resize(slots / group / group + 1);
     cells_.resize(3 * edge * edge + 1);
     runs_.reserve(edge);
-    loose_segments_.resize(slots + slots / 64 + 2);
+    loose_segments_.resize(slots + slots / segments_per_new + 2);
     loose_.resize(2 * loose_segments_.size());
     loose_of_.resize(numbers), next_.resize(numbers);
 }

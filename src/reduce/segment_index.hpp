@@ -47,7 +47,10 @@ class SegmentIndex {
     /// The bead after another, or no_bead.
     Number next(Number number) const { return next_[number]; }
     /// Whether it is time to make it anew.
-    bool is_stale() const { return replaced_ * 8 > count_ || (loose_count_ - first_new_) * 64 > count_; }
+    bool is_stale() const {
+        return replaced_ * segments_per_removal > count_ ||
+               (loose_count_ - first_new_) * segments_per_new > count_;
+    }
 
     /// Calls visit(from) for segments, those that may meet a triangle among them, until that is true. The triangle
     /// must have a normal.
@@ -55,6 +58,8 @@ class SegmentIndex {
 
   private:
     static constexpr std::size_t group = 16;
+    /// More new segments or removals than one for so many segments cost more than to make the index anew.
+    static constexpr std::size_t segments_per_new = 256, segments_per_removal = 8;
 
     /// Rows of floats, with what a kernel reads beyond their ends.
     template <std::size_t rows> struct Rows {
