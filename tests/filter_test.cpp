@@ -130,4 +130,78 @@ TEST(Filter, NeverDropsWhatMeetsTheTriangle) {
     EXPECT_GT(kept / sets, 60000);
 }
 
+/// What the index passes over must not meet the triangle either: boxes of one segment each and directions, whose
+/// segments are parallel to the plane or nearly so, at whatever distance.
+TEST(Filter, BoxesAndDirectionsMissNothing) {
+    chains::Random random(32);
+    int passed_over = 0, parallel = 0;
+    for (int round = 0; round < 12000; ++round) {
+        const bool whole = round % 2 == 0;
+        const auto corner = [&] {
+            const PointR3 p = random.direction();
+            return whole ? PointR3{std::round(9 * p.x), std::round(9 * p.y), std::round(9 * p.z)} : p;
+        };
+        const Triangle t{corner(), corner(), corner()};
+        std::vector<PointR3> points;
+        for (int i = 0; i < 32; ++i)
+            whole ? add_parallel(points, t, random) : add_critical(points, t, random.direction(), 3, random);
+        const std::size_t segments = points.size() / 2;
+        points.insert(points.end(), {t.t0, t.t1, t.t2});
+        const PointR3* const corners = &points[2 * segments];
+        const Frame frame = around(points);
+        const loopwise::Filter filter = filter_of(t, frame);
+        if (!filter.has_normal()) continue;
+
+        std::array<std::array<float, 32 + loopwise::position_padding>, 8> row{};
+        float shortest = 1;
+        for (std::size_t j = 0; j < segments; ++j) {
+            const PointR3 p = frame(points[2 * j]), q = frame(points[2 * j + 1]), d = minus(q, p);
+            const auto put = [&](std::size_t i, double a, double b) {
+                const auto x = static_cast<float>(a), y = static_cast<float>(b);
+                row[i][j] = x + y, row[i + 3][j] = std::fabs(x - y);
+            };
+            put(0, p.x, q.x), put(1, p.y, q.y), put(2, p.z, q.z);
+            row[6][j] = static_cast<float>(d.y / d.x), row[7][j] = static_cast<float>(d.z / d.x);
+            const bool along_x = std::fabs(d.x) >= std::max({std::fabs(d.y), std::fabs(d.z), 1e-4});
+            if (!along_x) row[6][j] = row[7][j] = NAN; // which is never passed over
+            if (along_x) shortest = std::min(shortest, static_cast<float>(std::fabs(d.x)));
+        }
+        const loopwise::BoxFilter box_filter(filter);
+        const loopwise::Boxes boxes{row[0].data(), row[1].data(), row[2].data(),
+                                    row[3].data(), row[4].data(), row[5].data()};
+        const loopwise::Turn turn{filter.height.x, filter.height.y, filter.height.z,
+                                  most_turn(filter, shortest)};
+        const auto all = [&](auto find, const auto& what, const auto& where) {
+            std::vector<bool> found(segments);
+            for (std::size_t j = 0; j < segments;) {
+                const loopwise::Candidates candidates = find(what, where, j, segments);
+                j = candidates.first;
+                for (std::uint32_t lanes = candidates.lanes; lanes != 0; lanes &= lanes - 1) {
+                    j = candidates.first + static_cast<std::size_t>(std::countr_zero(lanes));
+                    found[j++] = true;
+                }
+            }
+            return found;
+        };
+        for (const loopwise::InstructionSet set : loopwise::available_instruction_sets()) {
+            const loopwise::Kernels kernels = loopwise::kernels(set), stated = loopwise::statement(set);
+            const loopwise::Directions directions{row[6].data(), row[7].data()};
+            const auto near = all(kernels.find_boxes, box_filter, boxes);
+            const auto turned = all(kernels.find_directions, turn, directions);
+            ASSERT_EQ(near, all(stated.find_boxes, box_filter, boxes)) << name(set);
+            ASSERT_EQ(turned, all(stated.find_directions, turn, directions)) << name(set);
+            for (std::size_t j = 0; j < segments; ++j) {
+                parallel += turned[j];
+                if (near[j] || turned[j]) continue;
+                ++passed_over;
+                ASSERT_EQ(literal::intersection(corners, &points[2 * j]), 0)
+                    << name(set) << ", round " << round;
+            }
+        }
+    }
+    const int sets = static_cast<int>(loopwise::available_instruction_sets().size());
+    EXPECT_GT(passed_over / sets, 3000);
+    EXPECT_GT(parallel / sets, 3000);
+}
+
 } // namespace

@@ -5,7 +5,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <limits>
 
 namespace {
@@ -86,6 +89,18 @@ TEST(Measures, DiametersEqualThePlainOnes) {
                           chains::make(kind, random.below(30), random)});
     expect_equal({chains::on_sphere(2500, random)}); // more candidates than fit one block
     expect_equal({{{1e-155, 0, 0, 1}, {0, 1.3e-155, 0, 2}, {2e-155, 1e-155, 0, 3}, {0, 2e-155, 1e-155, 4}}});
+}
+
+/// The name of the version that runs is printed; LOOPWISE_INSTRUCTIONS chooses another.
+TEST(InstructionSets, PlainComesFirstAndTheChosenIsAmongThem) {
+    const auto available = loopwise::available_instruction_sets();
+    const loopwise::InstructionSet chosen = loopwise::chosen_instruction_set();
+    std::printf("runs with %s of %zu sets\n", name(chosen), available.size());
+    EXPECT_EQ(available.front(), loopwise::InstructionSet::plain);
+    EXPECT_TRUE(std::is_sorted(available.begin(), available.end()));
+    EXPECT_NE(std::find(available.begin(), available.end(), chosen), available.end());
+    const char* const wanted = std::getenv("LOOPWISE_INSTRUCTIONS");
+    EXPECT_EQ(std::string(name(chosen)), wanted != nullptr ? wanted : name(available.back()));
 }
 
 TEST(Measures, EveryInstructionSetFindsTheFarthest) {

@@ -23,8 +23,9 @@ struct Indexing {
     std::size_t fewest_beads = 0;
 };
 
-/// A chain of so few beads is searched without the filter.
-constexpr std::size_t most_unfiltered = 8;
+/// Chains of so few beads are searched without the filter: it is not worth its constants then. One that was longer
+/// has the positions already.
+constexpr std::size_t most_unfiltered = 16, most_unfiltered_later = 5;
 
 /// The frame around all finite coordinates.
 Frame frame_around(std::span<const Component> components);
@@ -43,7 +44,7 @@ template <class Id> class Elimination {
     Elimination(std::span<GapBuffer<Id>> components, const Positions3& positions, const Frame& frame,
                 FindCandidates find_candidates, const Indexing& indexing)
         : components_(components), positions_(positions), frame_(frame), find_candidates_(find_candidates),
-          indexing_(indexing) {
+          indexing_(indexing), most_unfiltered_(frame.scale == 0 ? most_unfiltered : most_unfiltered_later) {
         for (GapBuffer<Id>& component : components_) component.bridge_gap();
         fill_index();
     }
@@ -66,8 +67,8 @@ template <class Id> class Elimination {
 
     /// Below this a component has no triangle to spare.
     static constexpr std::size_t fewest_beads = 3;
-    /// So many blocked triangles in a row, and the next is likely to be blocked by what blocked the last.
-    static constexpr int often = 1;
+    /// So many blocked triangles in a row, and the next is likely to be blocked by what blocked the last two.
+    static constexpr int often = 2;
 
     /// A triangle of beads in a row, and the bead before them.
     struct Corners {
@@ -150,7 +151,7 @@ template <class Id> class Elimination {
             if (recent != none) return recent;
         }
 
-        if (is_small()) return try_all(corners, triangle);
+        if (is_small()) return try_all(triangle);
 
         const Filter filter = filter_of(triangle, frame_);
         Id found = none;
@@ -186,9 +187,9 @@ template <class Id> class Elimination {
     }
 
     /// Too few segments for the filter to be worth its constants.
-    bool is_small() const { return components_.size() == 1 && components_[0].count() <= most_unfiltered; }
+    bool is_small() const { return components_.size() == 1 && components_[0].count() <= most_unfiltered_; }
 
-    Id try_all(const Corners& corners, const Triangle& triangle) const {
+    Id try_all(const Triangle& triangle) const {
         const GapBuffer<Id>& own = components_[0];
         std::size_t slot = own.next(own.next(own.next(own.left() - 1)));
         for (std::size_t left = own.count() - 4; left > 0; --left) {
@@ -198,7 +199,6 @@ template <class Id> class Elimination {
                 return own.bead(slot);
             slot = next;
         }
-        static_cast<void>(corners);
         return none;
     }
 
@@ -355,6 +355,7 @@ template <class Id> class Elimination {
     Frame frame_;
     FindCandidates find_candidates_;
     Indexing indexing_;
+    std::size_t most_unfiltered_;
     std::array<Recent, 2> recent_;
     int blocked_in_a_row_ = 0;
 };

@@ -73,7 +73,7 @@ template <class Arithmetic> float spread(const Affine& f, const Boxes& box, std:
 }
 
 /// As for segments: no sum of two of their heights is nearer to zero, and no difference larger, than the box's.
-template <class Arithmetic> bool may_hold_candidates(const Filter& f, const Boxes& box, std::size_t j) {
+template <class Arithmetic> bool may_hold_candidates(const BoxFilter& f, const Boxes& box, std::size_t j) {
     constexpr auto multiply_add = Arithmetic::multiply_add;
     const auto reach = [&](const Affine& along, float margin) {
         return multiply_add(spread<Arithmetic>(along, box, j), side_factor, margin);
@@ -100,7 +100,7 @@ Candidates find_one(const What& what, const Where& where, std::size_t begin, std
 
 template <class Arithmetic>
 constexpr Kernels stated{find_one<is_candidate<Arithmetic>, Filter, Positions3>,
-                         find_one<may_hold_candidates<Arithmetic>, Filter, Boxes>,
+                         find_one<may_hold_candidates<Arithmetic>, BoxFilter, Boxes>,
                          find_one<may_be_parallel<Arithmetic>, Turn, Directions>};
 
 } // namespace
@@ -157,10 +157,7 @@ Filter filter_of(const Triangle& triangle, const Frame& frame) {
                                         : std::numeric_limits<float>::infinity();
     f.side = side_margin * n_size;
     f.squared = squared;
-    f.slab_u = squared * side_factor + slab_margin * n_size * c_size;
     f.slab_v = squared * side_factor + slab_margin * n_size * b_size;
-    f.slab_w = f.slab_u + slab_margin * n_size * b_size;
-    f.along_both = {f.along_b.x + f.along_c.x, f.along_b.y + f.along_c.y, f.along_b.z + f.along_c.z, 0};
     f.slack = beyond * squared;
     f.edge_u = edge * c_size;
     f.edge_v = edge * b_size;
@@ -169,6 +166,11 @@ Filter filter_of(const Triangle& triangle, const Frame& frame) {
     f.n_size = n_size, f.b_size = b_size, f.c_size = c_size;
     return f;
 }
+
+BoxFilter::BoxFilter(const Filter& f)
+    : Filter(f), along_both{along_b.x + along_c.x, along_b.y + along_c.y, along_b.z + along_c.z, 0},
+      slab_u(squared * side_factor + slab_margin * n_size * c_size),
+      slab_w(slab_u + slab_margin * n_size * b_size) {}
 
 // With d of largest coordinate 1 and a = s d, |d|1 <= 3, the errors of contact() above are 27 E s B C in the
 // determinant, 60 E B C in the numerator of t and 180 E s C or 180 E s B in those of u and v. A determinant of s D

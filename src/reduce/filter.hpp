@@ -48,11 +48,11 @@ struct Affine {
 /// that no rounding matters; filter.cpp derives them.
 struct Filter {
     Affine height, along_c, along_b;
-    Affine along_both;            ///< the gradient of p + q
-    float parallel;               ///< a determinant of at most this size may be zero
-    float side;                   ///< of the heights of both ends
-    float squared;                ///< |n|^2
-    float slab_u, slab_v, slab_w; ///< how far from |n|^2 a sum of two p, q or p + q is within the triangle's
+    Affine along_both; ///< the gradient of p + q
+    float parallel;    ///< a determinant of at most this size may be zero
+    float side;        ///< of the heights of both ends
+    float squared;     ///< |n|^2
+    float slab_v;      ///< how far from |n|^2 a sum of two q is within the triangle's
     float slack, edge_u, edge_v, whole, edge_w;
     float n_size, b_size, c_size; ///< sums of the sizes of the components
 
@@ -60,6 +60,13 @@ struct Filter {
 };
 
 Filter filter_of(const Triangle& triangle, const Frame& frame);
+
+/// What boxes need beside it: the gradient of p + q, and the margins of sums of two p and two p + q.
+struct BoxFilter : Filter {
+    explicit BoxFilter(const Filter& filter);
+    Affine along_both;
+    float slab_u, slab_w;
+};
 
 /// How far outside of [0, 1] a segment is where the filter drops it: ten tolerances for what contact()
 /// leaves early, ten more for its rounding, and a quarter for that of numbers the filter multiplies by.
@@ -88,7 +95,7 @@ struct Boxes {
 
 /// The same for boxes: those that the filter proves to hold no segment that meets the triangle, unless its
 /// determinant is zero, are no candidates.
-using FindBoxes = Candidates (*)(const Filter& filter, const Boxes& boxes, std::size_t begin,
+using FindBoxes = Candidates (*)(const BoxFilter& filter, const Boxes& boxes, std::size_t begin,
                                  std::size_t end);
 
 /// Directions in which one coordinate is 1 and the others are v and w.

@@ -98,9 +98,9 @@ LOOPWISE_TARGET inline Floats reach(const Affine& along, float margin, const Box
     return FUSED(spread(along, at, j), all(side_factor), all(margin));
 }
 
-LOOPWISE_TARGET Candidates find_boxes(const Filter& filter, const Boxes& boxes, std::size_t begin,
+LOOPWISE_TARGET Candidates find_boxes(const BoxFilter& filter, const Boxes& boxes, std::size_t begin,
                                       std::size_t end) {
-    const Filter& f = filter;
+    const BoxFilter& f = filter;
     const Boxes at = boxes;
     for (std::size_t j = begin; j < end; j += LANES) {
         const Floats h = middle(f.height, at, j), p = middle(f.along_b, at, j), q = middle(f.along_c, at, j);

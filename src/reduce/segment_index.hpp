@@ -147,12 +147,13 @@ template <class Visit> bool SegmentIndex::search(const Filter& filter, Visit vis
         return for_each(kernels_.find_candidates, filter, all, box * group,
                         std::min((box + 1) * group, count_), visit_segment);
     };
+    const BoxFilter box_filter(filter);
     const std::size_t count = (count_ + group - 1) / group, large = (count + group - 1) / group;
     const auto visit_large_box = [&](std::size_t box) {
-        return for_each(kernels_.find_boxes, filter, boxes(0), box * group,
+        return for_each(kernels_.find_boxes, box_filter, boxes(0), box * group,
                         std::min((box + 1) * group, count), visit_box);
     };
-    if (for_each(kernels_.find_boxes, filter, boxes(1), 0, large, visit_large_box)) return true;
+    if (for_each(kernels_.find_boxes, box_filter, boxes(1), 0, large, visit_large_box)) return true;
 
     const float most = most_turn(filter, shortest_);
     const std::array<float, 5> n{filter.height.x, filter.height.y, filter.height.z, filter.height.x,
