@@ -67,7 +67,7 @@ void expect_literal(const Chain& chain, bool closed, std::size_t slots, loopwise
         << name(set) << ", " << slots << " slots, closed: " << closed << ", " << chains::text(chain);
 }
 
-/// Whatever the processor, and however much of the chain has no room in the workspace.
+/// Whatever the processor, and however much of the chain has no slots.
 TEST(Elimination, IsTheSameForEveryInstructionSetAndWorkspace) {
     chains::Random random(12);
     for (const chains::Kind kind : chains::all_kinds)
