@@ -20,28 +20,33 @@ std::int64_t now_ms() {
 
 } // namespace
 
-Progress::Progress(std::size_t files)
-    : terminal_(isatty(STDERR_FILENO) != 0), files_(files), next_draw_(now_ms() + quiet_at_first_ms) {}
+Progress::Progress(std::size_t files, std::string unit)
+    : terminal_(isatty(STDERR_FILENO) != 0), files_(files), unit_(std::move(unit)),
+      next_draw_(now_ms() + quiet_at_first_ms) {}
 
 void Progress::begin(const std::string& label, std::size_t file, std::size_t steps) {
     label_ = label.size() > label_width ? "..." + label.substr(label.size() - label_width + 3) : label;
     file_ = file;
     steps_ = std::max<std::size_t>(steps, 1);
     done_ = 0;
+    began_ = now_ms();
 }
 
-void Progress::closure_done() {
-    const std::size_t done = ++done_;
+void Progress::show(std::size_t done, std::size_t steps) {
     if (!terminal_) return;
     const std::int64_t now = now_ms();
     std::int64_t due = next_draw_;
-    if (now >= due && next_draw_.compare_exchange_strong(due, now + between_draws_ms)) draw(done);
+    if (now >= due && next_draw_.compare_exchange_strong(due, now + between_draws_ms))
+        draw(done, steps, now - began_);
 }
 
-void Progress::draw(std::size_t done) {
-    const std::string filled(bar_width * done / steps_, '#');
-    std::fprintf(stderr, "\r\033[K[%-*s] %zu/%zu closures, file %zu of %zu: %s", static_cast<int>(bar_width),
-                 filled.c_str(), done, steps_, file_, files_, label_.c_str());
+void Progress::draw(std::size_t done, std::size_t steps, std::int64_t elapsed_ms) {
+    const std::string filled(bar_width * done / steps, '#');
+    const double left_s = 1e-3 * static_cast<double>(elapsed_ms) * static_cast<double>(steps - done) /
+                          static_cast<double>(done);
+    std::fprintf(stderr, "\r\033[K[%-*s] %zu/%zu %s, %.0f s left, file %zu of %zu: %s",
+                 static_cast<int>(bar_width), filled.c_str(), done, steps, unit_.c_str(), left_s, file_,
+                 files_, label_.c_str());
     drawn_ = true;
 }
 

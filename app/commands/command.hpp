@@ -30,5 +30,6 @@ std::span<const Command> commands();
 
 // The subcommands.
 Action declare_survey(CLI::App& command);
+Action declare_fingerprint(CLI::App& command);
 
 } // namespace loopwise

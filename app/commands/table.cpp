@@ -8,6 +8,8 @@ std::span<const Command> commands() {
     static constexpr std::array all{
         Command{"survey", "Close chains in many ways, reduce every loop and count what is left",
                 declare_survey},
+        Command{"fingerprint", "Find the knot of every stretch of a chain, its core and slipknots",
+                declare_fingerprint},
     };
     return all;
 }
