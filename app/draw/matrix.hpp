@@ -5,14 +5,16 @@
 
 namespace loopwise {
 
-/// The colour of a knot, by its number among those of a fingerprint, where all closures give it; the unknot
-/// is nearly white.
-std::string knot_colour(std::size_t knot);
-/// The same, paler for a smaller share.
+/// The colour of a knot, by its number among those of a fingerprint, as "#rrggbb": the unknot is nearly
+/// white, and any other the paler the smaller the share.
 std::string knot_colour(std::size_t knot, double share);
 
-/// The SVG text of the triangle of all stretches: across the first residue, downwards the last one, with the
-/// cores of the places marked.
+/// The number of a place's knot.
+std::size_t number_of(const KnotPlace& place, const ChainFingerprint& fingerprint);
+
+/// The SVG text of the triangle of all stretches: across the first residue, upwards the last one, so that the
+/// whole chain is at the upper left. The cores of the places are marked. Of a long chain every dot stands for
+/// several stretches and shows the knot with the greatest share among them.
 std::string matrix_picture(const ChainFingerprint& fingerprint, const std::vector<KnotPlace>& places);
 
 } // namespace loopwise
