@@ -15,6 +15,7 @@
 #include <new>
 #include <numeric>
 #include <stdexcept>
+#include <tuple>
 
 namespace loopwise {
 namespace {
@@ -72,11 +73,17 @@ class Names {
 
 using Counts = std::map<std::string, std::size_t>;
 
-/// Of equals a knot, and by name.
+/// Of equals a knot before the unknot before what has no name; then the first by name.
 Counts::const_iterator most_frequent(const Counts& counts) {
-    const auto rank = [](const auto& entry) { return std::pair{entry.second, entry.first != unknot_name}; };
+    const auto rank = [](const auto& entry) {
+        return std::tuple{entry.second, entry.first != unnamed, entry.first != unknot_name};
+    };
     return std::max_element(counts.begin(), counts.end(),
                             [&](const auto& a, const auto& b) { return rank(a) < rank(b); });
+}
+
+bool has_name(const KnotName& name) {
+    return name.status != KnotStatus::bad_polygon && name.status != KnotStatus::too_complex;
 }
 
 /// What one thread works with.
@@ -166,7 +173,8 @@ class Testing {
             bench.loop = bench.stretch;
             close_in_direction(bench.loop, row, diameter);
             reduce(bench.loop, true);
-            ++counts[bench.namer.name(bench.loop).text()];
+            const KnotName& name = bench.namer.name(bench.loop);
+            ++counts[has_name(name) ? name.text() : unnamed];
         }
         return counts;
     }
@@ -194,7 +202,7 @@ class Places {
   public:
     Places(const ChainFingerprint& of, const Counts& whole) : of_(of), whole_(whole) {
         of.matrix.for_each_tested([&](Stretch s, const Cell& cell) {
-            if (cell.knot != 0) cells_[cell.knot].emplace_back(s, cell.closures);
+            if (of.is_knot(cell.knot)) cells_[cell.knot].emplace_back(s, cell.closures);
         });
     }
 
@@ -247,7 +255,8 @@ class Places {
                 place.greatest = stretch;
             }
         place.greatest_share = static_cast<double>(greatest) / static_cast<double>(of_.closures);
-        place.slipknot = core && (place.knot != of_.knot || is_undone(knot, cells, *core));
+        const bool is_chains = place.knot == of_.knot;
+        place.slipknot = core && ((!is_chains && of_.knot != unnamed) || is_undone(knot, cells, *core));
         return place;
     }
 
@@ -369,7 +378,7 @@ ChainFingerprint fingerprint_of(const std::string& file, const NamedChain& chain
     const Cell& cell = result.matrix.at({0, beads - 1});
     result.knot = result.names[cell.knot];
     result.share = result.share_of(cell);
-    if (cell.knot != 0) result.depth = {depth_of(result, true), depth_of(result, false)};
+    if (result.is_knot(cell.knot)) result.depth = {depth_of(result, true), depth_of(result, false)};
     result.places = Places(result, whole).all();
     return result;
 }

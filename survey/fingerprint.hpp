@@ -17,6 +17,8 @@ namespace loopwise {
 
 /// What a loop without a knot is called.
 inline constexpr const char* unknot_name = "0_1";
+/// What loops are called together that get no name: see KnotStatus. They are no knot that is looked for.
+inline constexpr const char* unnamed = "not named";
 
 /// A stretch of fewer beads is no knot, however it is closed in a direction: two beads are appended, and a
 /// polygon of fewer than six edges is the unknot (Randell, "An elementary invariant of knots", J. Knot
@@ -57,7 +59,7 @@ class FingerprintMatrix {
     FingerprintMatrix(std::size_t beads, std::size_t most_memory);
 
     /// The most frequent knot, by its number, and the closures that gave it. Of equals a knot goes before the
-    /// unknot, then by name: one half is enough for a knot.
+    /// unknot, that before loops without a name, then by name: one half is enough for a knot.
     struct Cell {
         std::uint16_t knot = 0, closures = 0;
     };
@@ -108,7 +110,7 @@ struct ChainFingerprint {
     std::string breaks;                 ///< CheckDistancesBetweenAtoms()
     std::size_t closures = 0, step = 1; ///< of a stretch; of the grid, 1 where every stretch was tested
     std::size_t tested = 0;             ///< stretches that were closed
-    std::vector<std::string> names;     ///< of the knots, by number: the unknot first, the others sorted
+    std::vector<std::string> names;     ///< by number: the unknot first, the others sorted
     FingerprintMatrix matrix;
 
     std::string knot; ///< of the whole chain
@@ -116,10 +118,11 @@ struct ChainFingerprint {
     /// How many beads can be taken off the front, or off the back, and the chain's knot is there all the way;
     /// none where the chain is no knot.
     std::optional<std::array<std::size_t, 2>> depth;
-    /// Apart from the unknot: those of the chain's own knot first, then by greatest share. A knot that has no
+    /// Of knots, those of the chain's own knot first, then by greatest share. A knot that has no
     /// stretch with a share of one half has one place without a core.
     std::vector<KnotPlace> places;
 
+    bool is_knot(std::size_t number) const { return number != 0 && names[number] != unnamed; }
     double share_of(const FingerprintMatrix::Cell& cell) const {
         return static_cast<double>(cell.closures) / static_cast<double>(closures);
     }
