@@ -36,7 +36,7 @@ std::vector<Part> parts_of(const ChainFingerprint& of, std::vector<KnotPlace> pl
     std::vector<Part> parts;
     if (!places.empty() && places.front().knot == of.knot) {
         const Stretch core = *places.front().core;
-        const std::string colour = knot_colour(number_of(places.front(), of), tail_strength);
+        const std::string colour = knot_colour(of, number_of(places.front(), of), tail_strength);
         const std::size_t end = of.matrix.beads() - 1;
         if (core.first > 0) parts.push_back({"tail_before", colour, "before the core", {0, core.first - 1}});
         if (core.last < end) parts.push_back({"tail_after", colour, "behind the core", {core.last + 1, end}});
@@ -47,7 +47,7 @@ std::vector<Part> parts_of(const ChainFingerprint& of, std::vector<KnotPlace> pl
     for (const KnotPlace& place : places)
         parts.push_back(
             {(place.slipknot ? "slipknot_" : "core_") + plain(place.knot) + "_" + std::to_string(++number),
-             knot_colour(number_of(place, of), 1.0), place.knot + (place.slipknot ? ", slipknot" : ""),
+             knot_colour(of, number_of(place, of), 1.0), place.knot + (place.slipknot ? ", slipknot" : ""),
              *place.core});
     return parts;
 }

@@ -3,6 +3,7 @@
 #include "closure/closures.hpp"
 #include "knots/knot.hpp"
 #include "reduce/reduction.hpp"
+#include "survey/close.hpp"
 #include "survey/draws.hpp"
 #include "survey/parallel.hpp"
 
@@ -21,23 +22,6 @@ struct Outcome {
     Structure reduced;
     std::vector<std::string> knots;
 };
-
-Closing close_chain(Chain& chain, const Plan& plan, std::size_t closure) {
-    const Draw draw = Draws(plan.seed, closure);
-    switch (plan.method) {
-    case Method::directions:
-        return close_in_direction(chain, static_cast<int>(closure));
-    case Method::point:
-        return close_through_point(chain, plan.scale, draw);
-    case Method::direction:
-        return close_in_random_direction(chain, draw);
-    case Method::two_points:
-        return close_by_arc(chain, plan.scale, draw);
-    case Method::outside:
-        return close_outside(chain, plan.scale);
-    }
-    return Closing::no_such_row;
-}
 
 Closing close_structure(Structure& structure, const Plan& plan, std::size_t closure) {
     const Draw draw = Draws(plan.seed, closure);

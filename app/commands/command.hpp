@@ -31,5 +31,8 @@ std::span<const Command> commands();
 // The subcommands.
 Action declare_survey(CLI::App& command);
 Action declare_fingerprint(CLI::App& command);
+Action declare_close(CLI::App& command);
+Action declare_reduce(CLI::App& command);
+Action declare_check(CLI::App& command);
 
 } // namespace loopwise

@@ -10,6 +10,9 @@ std::span<const Command> commands() {
                 declare_survey},
         Command{"fingerprint", "Find the knot of every stretch of a chain, its core and slipknots",
                 declare_fingerprint},
+        Command{"close", "Make a loop of a chain", declare_close},
+        Command{"reduce", "Take away the beads that a chain's entanglement does not need", declare_reduce},
+        Command{"check", "Look for breaks between neighbours", declare_check},
     };
     return all;
 }

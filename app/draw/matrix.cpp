@@ -20,6 +20,7 @@ constexpr std::size_t most_dots = 390; // along a side: two pixels each
 
 constexpr const char* ink = "#222222";
 constexpr const char* unknot_colour = "#eceef2";
+constexpr const char* unnamed_colour = "#8a909c";
 constexpr int shades = 5;
 constexpr double palest = 0.2; // the part of its full colour that a knot of no share has
 
@@ -92,7 +93,7 @@ std::string dots(const ChainFingerprint& of) {
         };
         for (std::size_t first = 0; first < std::min(last + side, beads); first += side) {
             const FingerprintMatrix::Cell cell = strongest(of.matrix, first, last, side);
-            std::string now = cell.knot == 0 ? "" : knot_colour(cell.knot, of.share_of(cell));
+            std::string now = cell.knot == 0 ? "" : knot_colour(of, cell.knot, of.share_of(cell));
             if (now == colour) continue;
             end_piece(first);
             colour = std::move(now);
@@ -163,7 +164,7 @@ std::string cores(const ChainFingerprint& of, const std::vector<KnotPlace>& plac
                         0.5 * (frame.up(place.core->last) + frame.up(place.core->last + 1))};
         svg += line(spot, {plot_left, spot.y}, dashes) + line(spot, {spot.x, plot_top}, dashes) +
                disc(spot, 7.0,
-                    "fill=\"" + knot_colour(number_of(place, of), 1.0) + "\" stroke=\"" + ink +
+                    "fill=\"" + knot_colour(of, number_of(place, of), 1.0) + "\" stroke=\"" + ink +
                         "\" stroke-width=\"2\"");
         labels.avoid(spot, {plot_left, spot.y});
         labels.avoid(spot, {spot.x, plot_top});
@@ -205,7 +206,7 @@ std::string legend(const ChainFingerprint& of) {
         for (int i = 0; i < shades; ++i)
             svg += "<rect x=\"" + number(left + i * box) + "\" y=\"" + number(y) + "\" width=\"" +
                    number(box) + "\" height=\"" + number(box) + "\" fill=\"" +
-                   knot_colour(knot, (i + 0.5) / shades) + "\"/>\n";
+                   knot_colour(of, knot, (i + 0.5) / shades) + "\"/>\n";
         svg += words({left + shades * box + 12.0, y + 16.0}, of.names[knot], text);
         y += row;
     };
@@ -235,8 +236,9 @@ std::string heading(const ChainFingerprint& of) {
 
 } // namespace
 
-std::string knot_colour(std::size_t knot, double share) {
+std::string knot_colour(const ChainFingerprint& of, std::size_t knot, double share) {
     if (knot == 0) return unknot_colour;
+    if (!of.is_knot(knot)) return unnamed_colour;
     const double turns = first_place + golden_part * static_cast<double>(knot - 1);
     const double shade = std::ceil(std::clamp(share, 1e-9, 1.0) * shades) / shades;
     return mixed(unknot_colour, colour_along(turns - std::floor(turns)), palest + (1.0 - palest) * shade);

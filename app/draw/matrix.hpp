@@ -5,9 +5,9 @@
 
 namespace loopwise {
 
-/// The colour of a knot, by its number among those of a fingerprint, as "#rrggbb": the unknot is nearly
-/// white, and any other the paler the smaller the share.
-std::string knot_colour(std::size_t knot, double share);
+/// The colour of a knot, by its number among those of the fingerprint, as "#rrggbb": the unknot is nearly
+/// white, what has no name grey, and any other the paler the smaller the share.
+std::string knot_colour(const ChainFingerprint& fingerprint, std::size_t knot, double share);
 
 /// The number of a place's knot.
 std::size_t number_of(const KnotPlace& place, const ChainFingerprint& fingerprint);
