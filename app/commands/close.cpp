@@ -2,6 +2,8 @@
 #include "survey/close.hpp"
 #include "commands/operations.hpp"
 
+#include <map>
+#include <optional>
 #include <stdexcept>
 
 namespace loopwise {
