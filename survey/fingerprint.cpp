@@ -383,4 +383,28 @@ ChainFingerprint fingerprint_of(const std::string& file, const NamedChain& chain
     return result;
 }
 
+TypicalClosure typical_closure(const Chain& chain, Stretch stretch, const std::string& knot,
+                               std::size_t closures) {
+    const auto begin = chain.begin() + static_cast<std::ptrdiff_t>(stretch.first);
+    const auto closed_in = [&](int row) {
+        Chain loop(begin, begin + static_cast<std::ptrdiff_t>(stretch.size()));
+        close_in_direction(loop, row);
+        std::int32_t position = 0;
+        for (ChainAtom& bead : loop) bead.id = position++;
+        TypicalClosure closure{row, {}, {loop, stretch.size()}, {loop, 0}};
+        Chain& reduced = closure.reduced.beads;
+        reduce(reduced, true);
+        closure.reduced.own =
+            static_cast<std::size_t>(std::count_if(reduced.begin(), reduced.end(), [&](const ChainAtom& b) {
+                return static_cast<std::size_t>(b.id) < stretch.size();
+            }));
+        const KnotName name = knot_of(reduced);
+        closure.knot = has_name(name) ? name.text() : unnamed;
+        return closure;
+    };
+    for (const int row : spread_rows().first(closures))
+        if (TypicalClosure closure = closed_in(row); closure.knot == knot) return closure;
+    return closed_in(spread_rows().front());
+}
+
 } // namespace loopwise

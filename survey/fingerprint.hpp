@@ -5,7 +5,7 @@
 // implications for stability and folding", J. Mol. Biol. 373, 2007.
 #pragma once
 
-#include "survey/molecule.hpp"
+#include "survey/survey.hpp"
 
 #include <array>
 #include <cstddef>
@@ -147,5 +147,16 @@ class FingerprintWatcher {
 /// than the table has rows or none; std::length_error for a matrix that is too large; what the watcher throws.
 ChainFingerprint fingerprint_of(const std::string& file, const NamedChain& chain, const FingerprintPlan& plan,
                                 FingerprintWatcher& watcher);
+
+/// A closure of a stretch, and what it comes down to; see Loop for the beads' identifiers.
+struct TypicalClosure {
+    int row = 0;
+    std::string knot; ///< or `unnamed`
+    Loop closed, reduced;
+};
+
+/// The first of spread_rows() up to so many whose closure gives the knot; the first of all where none does.
+TypicalClosure typical_closure(const Chain& chain, Stretch stretch, const std::string& knot,
+                               std::size_t closures);
 
 } // namespace loopwise

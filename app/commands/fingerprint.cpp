@@ -3,6 +3,7 @@
 #include "commands/files.hpp"
 #include "draw/matrix.hpp"
 #include "output.hpp"
+#include "page/page.hpp"
 #include "progress.hpp"
 #include "report/fingerprint_report.hpp"
 #include "viewers.hpp"
@@ -34,7 +35,7 @@ Examples:
 
 struct Arguments {
     std::vector<std::string> files;
-    std::string chain, matrix, svg, pymol, chimerax;
+    std::string chain, matrix, svg, html, pymol, chimerax;
     FingerprintPlan plan;
     double least_share = half;
     bool json = false, csv = false;
@@ -64,6 +65,8 @@ void declare(CLI::App& app, Arguments& into) {
     app.add_option("--matrix", into.matrix, "Write the stretches that were closed to this CSV file")
         ->option_text("FILE");
     app.add_option("--svg", into.svg, "Draw all stretches to this file")->option_text("FILE");
+    app.add_option("--html", into.html, "Write a page with the chain in three dimensions, for a browser")
+        ->option_text("FILE");
     app.add_option("--pymol", into.pymol, "Write a PyMOL script that colours cores")->option_text("FILE");
     app.add_option("--chimerax", into.chimerax, "Write a ChimeraX script that colours cores")
         ->option_text("FILE");
@@ -121,18 +124,19 @@ class Run {
                 const ChainFingerprint fingerprint = fingerprint_of(file, chain, plan_, watch);
                 progress_.clear();
                 report_->add(fingerprint);
-                if (!std::exchange(drawn_, true)) write_files(fingerprint, complaints);
+                if (!std::exchange(drawn_, true)) write_files(fingerprint, chain.beads, complaints);
             });
         }
     }
 
-    void write_files(const ChainFingerprint& of, Complaints& complaints) const {
+    void write_files(const ChainFingerprint& of, const Chain& beads, Complaints& complaints) const {
         const std::vector<KnotPlace> places = places_shown(of, given_.least_share);
         const auto write = [&](const std::string& path, const auto& text) {
             if (!path.empty()) complaints.attempt(path, [&] { write_whole(path, text()); });
         };
         write(given_.matrix, [&] { return matrix_csv(of); });
         write(given_.svg, [&] { return matrix_picture(of, places); });
+        write(given_.html, [&] { return fingerprint_page(of, places, beads); });
         write(given_.pymol, [&] { return pymol_script(of, places); });
         write(given_.chimerax, [&] { return chimerax_script(of, places); });
     }

@@ -60,19 +60,6 @@ class Frame {
 
 std::size_t dot_side(std::size_t beads) { return (beads + most_dots - 1) / most_dots; }
 
-/// The knot with the greatest share among some stretches; the unknot only where there is no other.
-FingerprintMatrix::Cell strongest(const FingerprintMatrix& matrix, std::size_t first, std::size_t last,
-                                  std::size_t side) {
-    FingerprintMatrix::Cell best;
-    const std::size_t beads = matrix.beads();
-    for (std::size_t f = first; f < std::min(first + side, beads); ++f)
-        for (std::size_t l = std::max(f, last); l < std::min(last + side, beads); ++l) {
-            const FingerprintMatrix::Cell& cell = matrix.at({f, l});
-            if (cell.knot != 0 && (best.knot == 0 || cell.closures > best.closures)) best = cell;
-        }
-    return best;
-}
-
 /// All dots that are knots, a path for each colour: rows of equal neighbours are one piece.
 std::string dots(const ChainFingerprint& of) {
     const std::size_t beads = of.matrix.beads(), side = dot_side(beads);
@@ -92,7 +79,7 @@ std::string dots(const ChainFingerprint& of) {
                 path += part;
         };
         for (std::size_t first = 0; first < std::min(last + side, beads); first += side) {
-            const FingerprintMatrix::Cell cell = strongest(of.matrix, first, last, side);
+            const FingerprintMatrix::Cell cell = strongest_cell(of, first, last, side);
             std::string now = cell.knot == 0 ? "" : knot_colour(of, cell.knot, of.share_of(cell));
             if (now == colour) continue;
             end_piece(first);
@@ -242,6 +229,18 @@ std::string knot_colour(const ChainFingerprint& of, std::size_t knot, double sha
     const double turns = first_place + golden_part * static_cast<double>(knot - 1);
     const double shade = std::ceil(std::clamp(share, 1e-9, 1.0) * shades) / shades;
     return mixed(unknot_colour, colour_along(turns - std::floor(turns)), palest + (1.0 - palest) * shade);
+}
+
+FingerprintMatrix::Cell strongest_cell(const ChainFingerprint& of, std::size_t first, std::size_t last,
+                                       std::size_t side) {
+    FingerprintMatrix::Cell best = of.matrix.at({first, std::max(first, last)});
+    const std::size_t beads = of.matrix.beads();
+    for (std::size_t f = first; f < std::min(first + side, beads); ++f)
+        for (std::size_t l = std::max(f, last); l < std::min(last + side, beads); ++l) {
+            const FingerprintMatrix::Cell& cell = of.matrix.at({f, l});
+            if (cell.knot != 0 && (best.knot == 0 || cell.closures > best.closures)) best = cell;
+        }
+    return best;
 }
 
 std::size_t number_of(const KnotPlace& place, const ChainFingerprint& of) {

@@ -9,6 +9,11 @@ namespace loopwise {
 /// white, what has no name grey, and any other the paler the smaller the share.
 std::string knot_colour(const ChainFingerprint& fingerprint, std::size_t knot, double share);
 
+/// The knot with the greatest share among the stretches that begin at `first` or up to `side` - 1 beads later and
+/// end at `last` or as much later; the unknot only where there is no other.
+FingerprintMatrix::Cell strongest_cell(const ChainFingerprint& fingerprint, std::size_t first,
+                                       std::size_t last, std::size_t side);
+
 /// The number of a place's knot.
 std::size_t number_of(const KnotPlace& place, const ChainFingerprint& fingerprint);
 
