@@ -28,7 +28,7 @@ Plan plan_of(const Arguments& given) {
     Plan plan;
     if (!given.method.empty()) plan.method = methods.at(given.method);
     if (given.scale && !takes_scale(plan.method))
-        refuse_usage("--scale: method " + given.method + " takes none");
+        refuse_usage(std::string("--scale: method ") + name_of(plan.method) + " takes none");
     plan.scale = given.scale.value_or(plan.method == Method::point ? default_point_scale : default_arc_scale);
     if (!(plan.scale > 1.0)) refuse_usage("--scale must be above 1");
     if (plan.method == Method::directions && given.closure >= uniform_rows)

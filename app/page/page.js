@@ -42,7 +42,7 @@ function solidView() {
   const renderer = new THREE.WebGLRenderer({canvas, antialias: true, preserveDrawingBuffer: true});
   renderer.setClearColor(0xffffff);
   const scene = new THREE.Scene(), model = new THREE.Group();
-  const camera = new THREE.PerspectiveCamera(35, 1, 0.1, 100 * radius);
+  const camera = new THREE.PerspectiveCamera(30, 1, 0.1, 100 * radius);
   scene.add(model, new THREE.AmbientLight(0xffffff, 0.65));
   const lamp = new THREE.DirectionalLight(0xffffff, 0.5);
   lamp.position.set(1, 2, 3);
@@ -177,21 +177,22 @@ function select(stretch) {
 }
 
 // The matrix: across the first residue, upwards the last one.
-const matrix = byId("matrix"), margin = 46;
-let side = 0;
-const place = (bead) => margin + (bead + 0.5) / data.beads.length * (side - margin);
+const matrix = byId("matrix"), margin = 46, pad = 14;
+let side = 0, plot = 0; // of the canvas, and of the square in it
+const place = (bead) => margin + (bead + 0.5) / data.beads.length * plot;
 function drawMatrix() {
   side = matrix.clientWidth;
   matrix.width = matrix.height = side;
   matrix.style.height = `${side}px`;
-  const pen = matrix.getContext("2d"), n = data.beads.length, unit = (side - margin) / n;
+  const pen = matrix.getContext("2d"), n = data.beads.length, unit = (side - margin - pad) / n;
+  plot = n * unit;
   pen.fillStyle = "#ffffff";
   pen.fillRect(0, 0, side, side);
   pen.fillStyle = data.matrix.colours[0][0];
   pen.beginPath();
   pen.moveTo(margin, side - margin);
-  pen.lineTo(margin, 0);
-  pen.lineTo(side, 0);
+  pen.lineTo(margin, pad);
+  pen.lineTo(side - pad, pad);
   pen.fill();
   const dot = data.matrix.side;
   data.matrix.rows.forEach((row, j) => {
@@ -214,7 +215,12 @@ function drawMatrix() {
     pen.fillText(name(i), margin - 6, side - place(i) + 4);
   }
   pen.textAlign = "center";
-  pen.fillText("first residue", margin + (side - margin) / 2, side - 8);
+  pen.save();
+  pen.translate(12, side - margin - plot / 2);
+  pen.rotate(-Math.PI / 2);
+  pen.fillText("last residue", 0, 0);
+  pen.restore();
+  pen.fillText("first residue", margin + plot / 2, side - 8);
   const mark = (stretch, fill) => {
     pen.beginPath();
     pen.arc(place(stretch.first), side - place(stretch.last), 6, 0, 7);
@@ -229,8 +235,8 @@ function drawMatrix() {
 }
 function clickMatrix(event) {
   const box = matrix.getBoundingClientRect(), n = data.beads.length;
-  const first = (event.clientX - box.left - margin) / (side - margin) * n;
-  const last = (side - (event.clientY - box.top) - margin) / (side - margin) * n;
+  const first = (event.clientX - box.left - margin) / plot * n;
+  const last = (side - (event.clientY - box.top) - margin) / plot * n;
   const away = (s) => (s.first + 0.5 - first) ** 2 + (s.last + 0.5 - last) ** 2;
   select(data.stretches.reduce((best, s) => away(s) < away(best) ? s : best));
 }
@@ -258,8 +264,17 @@ for (const cells of [data.columns, ...data.places.map((p) => p.cells)]) {
 }
 if (data.matrix) matrix.addEventListener("click", clickMatrix);
 else byId("stretches").remove();
-const start = data.places.find((p) => p.stretch);
-select(start ? start.stretch : data.stretches[0]);
+// At first the closure leaves upwards, in the plane of the picture.
+function turnUp(d) {
+  const flat = Math.hypot(d[0], d[1]) || 1;
+  const across = flat < 1e-6 ? [1, 0, 0] : [d[1] / flat, -d[0] / flat, 0];
+  const out = [0, 1, 2].map((k) => across[(k + 1) % 3] * d[(k + 2) % 3] - across[(k + 2) % 3] * d[(k + 1) % 3]);
+  turn = [across, d, out];
+}
+const known = data.places.find((p) => p.stretch);
+const start = known ? known.stretch : data.stretches[0];
+turnUp(start.direction);
+select(start);
 addEventListener("resize", () => select(selected));
 document.body.dataset.ready = "yes";
 })();
