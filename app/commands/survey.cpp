@@ -3,11 +3,12 @@
 #include "draw/drawing.hpp"
 #include "draw/picture.hpp"
 #include "input/input.hpp"
+#include "output.hpp"
+#include "page/page.hpp"
 #include "progress.hpp"
 #include "report/report.hpp"
 
 #include <chrono>
-#include <fstream>
 #include <iostream>
 #include <thread>
 
@@ -45,7 +46,7 @@ Examples:
 
 struct Arguments {
     std::vector<std::string> files;
-    std::string method, chain, svg;
+    std::string method, chain, svg, html;
     std::optional<std::size_t> count;
     std::optional<double> scale;
     std::optional<std::uint64_t> seed;
@@ -76,6 +77,8 @@ void declare(CLI::App& app, Arguments& into) {
     app.add_flag("--csv", into.csv, "Report as CSV, one row for each chain")->excludes(json);
     auto* svg = app.add_option("--svg", into.svg, "Draw the first chain or structure to this file")
                     ->option_text("FILE");
+    app.add_option("--html", into.html, "Write a page with the first chain in three dimensions, for a browser")
+        ->option_text("FILE");
     app.add_option("--view", into.view, "Look along this direction (default: a clear one)")
         ->check(CLI::Range(0, views - 1))
         ->option_text("0..59")
@@ -101,6 +104,7 @@ Plan plan_of(const Arguments& given) {
     const std::string name = name_of(plan.method);
     if (given.structure && plan.method == Method::directions)
         refuse_usage("--method directions closes single chains: use direction with --structure");
+    if (given.structure && !given.html.empty()) refuse_usage("--html shows single chains, not a structure");
     if (given.count && !is_random(plan.method)) refuse_usage("--count: method " + name + " is not random");
     if (given.seed && !is_random(plan.method)) refuse_usage("--seed: method " + name + " is not random");
     if (given.scale && !takes_scale(plan.method)) refuse_usage("--scale: method " + name + " takes none");
@@ -173,7 +177,7 @@ class Run {
             progress_.clear();
             report_->add(result);
             if (result.counted() == 0) throw std::runtime_error("every closure failed");
-            if (!given_.svg.empty() && !std::exchange(drawn_, true)) draw(result);
+            if (!std::exchange(drawn_, true)) draw(result);
         });
     }
 
@@ -184,12 +188,9 @@ class Run {
     }
 
     void draw(const Result& result) {
-        attempt(given_.svg, [&] {
-            std::ofstream file(given_.svg, std::ios::binary);
-            file << picture(result, plan_, given_.view);
-            file.close();
-            if (!file) throw std::runtime_error("cannot be written");
-        });
+        if (!given_.svg.empty())
+            attempt(given_.svg, [&] { write_whole(given_.svg, picture(result, plan_, given_.view)); });
+        if (!given_.html.empty()) attempt(given_.html, [&] { write_whole(given_.html, survey_page(result)); });
     }
 
     const Arguments& given_;

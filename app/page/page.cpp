@@ -44,22 +44,16 @@ Json page_of(const std::string& file, const std::string& chain, const std::vecto
             {"along", std::move(colours)}};
 }
 
-/// A loop of a stretch: the closing beads, numbered after those of the chain, lie beyond the last and the first.
+/// A loop of a stretch: the closing beads are numbered after those of the chain.
 Json json_of(const Loop& closed, const Loop& reduced, std::size_t first, std::size_t beads) {
     const std::size_t own = closed.own;
-    const ChainAtom &last = closed.beads[own - 1], &beyond = closed.beads[own];
-    const double x = beyond.x - last.x, y = beyond.y - last.y, z = beyond.z - last.z;
-    const double reach = std::hypot(x, y, z), length = reach > 0.0 ? reach : 1.0;
+    const Chain far(closed.beads.begin() + static_cast<std::ptrdiff_t>(own), closed.beads.end());
     Json kept = Json::array();
     for (std::size_t i = 0; i < reduced.beads.size(); ++i) {
         const std::size_t position = reduced.position(i);
         kept.push_back(position < own ? first + position : beads + position - own);
     }
-    return {{"first", first},
-            {"last", first + own - 1},
-            {"direction", {x / length, y / length, z / length}},
-            {"reach", rounded(reach)},
-            {"kept", std::move(kept)}};
+    return {{"first", first}, {"last", first + own - 1}, {"far", positions(far)}, {"kept", std::move(kept)}};
 }
 
 Json json_of(const ChainFingerprint& of, const Chain& beads, Stretch stretch) {

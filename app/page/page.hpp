@@ -11,8 +11,7 @@ namespace loopwise {
 std::string fingerprint_page(const ChainFingerprint& fingerprint, const std::vector<KnotPlace>& places,
                              const Chain& beads);
 
-/// The typical closure of a survey by Method::directions and the table of its knots. The result must have a
-/// typical closure of one chain.
+/// The typical closure of a survey of single chains, and the table of its knots. The result must have one.
 std::string survey_page(const Result& result);
 
 } // namespace loopwise

@@ -19,12 +19,11 @@ function chainParts(first, last) {
   return sticks;
 }
 function loopParts(stretch) {
-  const {first, last, direction, reach, kept} = stretch;
-  const out = (p) => p.map((v, k) => v + direction[k] * reach);
-  const own = (i) => i < data.beads.length;
-  const at = (i) => own(i) ? data.beads[i] : out(data.beads[i === data.beads.length ? last : first]);
-  const sticks = [{a: data.beads[last], b: out(data.beads[last]), colour: CLOSURE, width: 0.18},
-                  {a: data.beads[first], b: out(data.beads[first]), colour: CLOSURE, width: 0.18}];
+  const {first, last, far, kept} = stretch, n = data.beads.length;
+  const own = (i) => i < n;
+  const at = (i) => own(i) ? data.beads[i] : far[i - n];
+  const way = [data.beads[last], ...far, data.beads[first]];
+  const sticks = far.length === 0 ? [] : way.slice(1).map((b, i) => ({a: way[i], b, colour: CLOSURE, width: 0.18}));
   const balls = [];
   kept.forEach((bead, i) => {
     sticks.push({a: at(bead), b: at(kept[(i + 1) % kept.length]), colour: INK, width: 0.4});
@@ -273,7 +272,8 @@ function turnUp(d) {
 }
 const known = data.places.find((p) => p.stretch);
 const start = known ? known.stretch : data.stretches[0];
-turnUp(start.direction);
+const wayOut = start.far.length ? start.far[0].map((v, k) => v - data.beads[start.last][k]) : [0, 1, 0];
+turnUp(wayOut.map((v) => v / (Math.hypot(...wayOut) || 1)));
 select(start);
 addEventListener("resize", () => select(selected));
 document.body.dataset.ready = "yes";
