@@ -265,7 +265,7 @@ if (data.matrix) matrix.addEventListener("click", clickMatrix);
 else byId("stretches").remove();
 // At first the closure leaves upwards, in the plane of the picture.
 function turnUp(d) {
-  const flat = Math.hypot(d[0], d[1]) || 1;
+  const flat = Math.hypot(d[0], d[1]);
   const across = flat < 1e-6 ? [1, 0, 0] : [d[1] / flat, -d[0] / flat, 0];
   const out = [0, 1, 2].map((k) => across[(k + 1) % 3] * d[(k + 2) % 3] - across[(k + 2) % 3] * d[(k + 1) % 3]);
   turn = [across, d, out];
