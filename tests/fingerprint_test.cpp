@@ -126,7 +126,8 @@ TEST_P(OfAChain, TheGridFindsWhatEveryStretchShowsWithAnyNumberOfThreads) {
         }
 }
 
-INSTANTIATE_TEST_SUITE_P(Chains, OfAChain, testing::Values(knot_in_the_middle, slipknot));
+INSTANTIATE_TEST_SUITE_P(Chains, OfAChain, testing::Values(knot_in_the_middle, slipknot),
+                         [](const auto& chain) { return chain.index == 0 ? "knot" : "slipknot"; });
 
 TEST(Fingerprint, KnowsAKnotWithTailsFromASlipknot) {
     const ChainFingerprint knot = fingerprint(knot_in_the_middle(), 1);
