@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 #include <optional>
 #include <stdexcept>
 #include <sys/stat.h>
@@ -50,7 +51,32 @@ bool has_extension(const std::string& path, const char* extension) {
     return own == extension;
 }
 
+[[noreturn]] void refuse_writing() { throw std::runtime_error("cannot be written"); }
+
+void write(const std::string& path, const std::string& text) {
+    std::ofstream file(path, std::ios::binary);
+    file << text;
+    file.close();
+    if (!file) refuse_writing();
+}
+
 } // namespace
+
+void write_whole(const std::string& path, const std::string& text) {
+    namespace fs = std::filesystem;
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    if (fs::exists(status) && !fs::is_regular_file(status)) return write(path, text);
+    const std::string partial = path + ".partial";
+    try {
+        write(partial, text);
+        fs::rename(partial, path, error);
+        if (error) refuse_writing();
+    } catch (...) {
+        fs::remove(partial, error);
+        throw;
+    }
+}
 
 void refuse_harmful_outputs(const std::vector<std::string>& inputs, const std::vector<Output>& outputs) {
     const std::optional<File> report = standard_output();

@@ -34,7 +34,8 @@ std::size_t width_of_terminal() {
 
 } // namespace
 
-Progress::Progress(std::size_t files) : terminal_(isatty(STDERR_FILENO) != 0), files_(files) {
+Progress::Progress(std::size_t files, std::string unit)
+    : terminal_(isatty(STDERR_FILENO) != 0), files_(files), unit_(std::move(unit)) {
     if (terminal_) drawer_ = std::thread([this] { draw_again_and_again(); });
 }
 
@@ -72,6 +73,13 @@ void Progress::closure_at(std::size_t closure, double part) {
     }
 }
 
+void Progress::show(std::size_t done, std::size_t steps) {
+    if (!terminal_) return;
+    const std::lock_guard lock(mutex_);
+    done_ = done;
+    closures_ = steps;
+}
+
 /// Many short steps are seen to be alive, too: the quiet at first is that of the whole run.
 void Progress::draw_again_and_again() {
     std::unique_lock lock(mutex_);
@@ -97,7 +105,7 @@ std::string Progress::line() const {
     const double part = std::min(1.0, done / static_cast<double>(closures_));
     const std::string filled(static_cast<std::size_t>(static_cast<double>(bar_width) * part), '#');
     std::string text = "[" + filled + std::string(bar_width - filled.size(), ' ') + "] ";
-    text += std::to_string(done_) + "/" + std::to_string(closures_) + " closures, " + duration(elapsed);
+    text += std::to_string(done_) + "/" + std::to_string(closures_) + " " + unit_ + ", " + duration(elapsed);
     if (part > 0.0) text += ", " + duration(elapsed * (1.0 - part) / part) + " to go";
     return text + place + ": " + what_;
 }

@@ -17,7 +17,7 @@ namespace loopwise {
 /// again and again, so that it is seen to be alive while one long step says nothing.
 class Progress final : public Watcher {
   public:
-    explicit Progress(std::size_t files);
+    explicit Progress(std::size_t files, std::string unit = "closures");
     ~Progress() override;
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
@@ -27,6 +27,8 @@ class Progress final : public Watcher {
     /// A molecule is being surveyed.
     void begin(const std::string& what, std::size_t file, std::size_t closures);
     void closure_at(std::size_t closure, double part) override;
+    /// So many steps are done of those that are known so far. Any thread may say so.
+    void show(std::size_t done, std::size_t steps);
     /// Takes the line away, so that something can be printed, until the next step begins.
     void clear();
 
@@ -37,6 +39,7 @@ class Progress final : public Watcher {
 
     const bool terminal_;
     const std::size_t files_;
+    const std::string unit_;
     std::mutex mutex_; // of all below
     std::string what_;
     std::size_t file_ = 0, closures_ = 0, done_ = 0;

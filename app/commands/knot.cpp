@@ -3,6 +3,7 @@
 #include "closure/closures.hpp"
 #include "closure/point_tables.hpp"
 #include "commands/command.hpp"
+#include "commands/files.hpp"
 #include "commands/selecting.hpp"
 #include "knots/links.hpp"
 
@@ -95,10 +96,13 @@ bool one_file(const std::string& file, const Arguments& given) {
 }
 
 int run(const Arguments& given) {
+    Progress progress(given.files.size());
+    Complaints complaints(progress);
     bool good = true;
     for (const std::string& file : given.files)
-        good = attempt(file, [&] { return one_file(file, given); }) && good;
-    return finish_output(good);
+        complaints.attempt(file, [&] { good = one_file(file, given) && good; });
+    const int status = complaints.exit_status();
+    return good ? status : exit_failure;
 }
 
 } // namespace

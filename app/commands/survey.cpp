@@ -1,17 +1,18 @@
 // `loopwise survey`: closes each chain in many ways, reduces every loop and counts what is left.
 #include "commands/command.hpp"
+#include "commands/files.hpp"
 #include "commands/selecting.hpp"
 #include "draw/drawing.hpp"
 #include "draw/picture.hpp"
 #include "input/bytes.hpp"
 #include "input/input.hpp"
 #include "outputs.hpp"
+#include "page/page.hpp"
 #include "progress.hpp"
 #include "report/each.hpp"
 #include "report/report.hpp"
 
 #include <chrono>
-#include <fstream>
 #include <iostream>
 #include <thread>
 
@@ -52,7 +53,7 @@ Examples:
 
 struct Arguments {
     std::vector<std::string> files;
-    std::string method, svg, each;
+    std::string method, svg, html, each;
     Selecting selecting;
     std::optional<std::size_t> count;
     std::optional<double> scale;
@@ -83,6 +84,9 @@ void declare(CLI::App& app, Arguments& into) {
     app.add_flag("--csv", into.csv, "Report as CSV, one row for each chain")->excludes(json);
     auto* svg = app.add_option("--svg", into.svg, "Draw the first chain or structure to this file")
                     ->option_text("FILE");
+    app.add_option("--html", into.html,
+                   "Write a page with the first chain in three dimensions, for a browser")
+        ->option_text("FILE");
     app.add_option("--view", into.view, "Look along this direction (default: a clear one)")
         ->check(CLI::Range(0, views - 1))
         ->option_text("0..59")
@@ -116,6 +120,7 @@ Plan plan_of(const Arguments& given) {
     const std::string name = name_of(plan.method);
     if (given.structure && plan.method == Method::directions)
         refuse_usage("--method directions closes single chains: use direction with --structure");
+    if (given.structure && !given.html.empty()) refuse_usage("--html shows single chains, not a structure");
     if (given.count && !is_random(plan.method)) refuse_usage("--count: method " + name + " is not random");
     if (given.seed && !is_random(plan.method)) refuse_usage("--seed: method " + name + " is not random");
     if (given.scale && !takes_scale(plan.method)) refuse_usage("--scale: method " + name + " takes none");
@@ -143,33 +148,19 @@ class Run {
         each_.emplace(each_file_, progress_);
     }
 
-    bool all_files() {
+    int all_files() {
         for (const std::string& file : given_.files) {
             ++file_number_;
-            try_to(file, [&] { one_file(file); });
+            complaints_.attempt(file, [&] { one_file(file); });
         }
         progress_.clear();
         report_->finish();
-        if (each_) try_to(given_.each, [&] { close(each_file_); });
-        return good_;
+        if (each_) complaints_.attempt(given_.each, [&] { close(each_file_); });
+        return complaints_.exit_status();
     }
 
   private:
     Format format() const { return given_.json ? Format::json : given_.csv ? Format::csv : Format::text; }
-
-    template <typename Work> void try_to(const std::string& what, const Work& work) {
-        good_ = attempt(what,
-                        [&] {
-                            try {
-                                work();
-                            } catch (...) {
-                                progress_.clear();
-                                throw;
-                            }
-                            return true;
-                        }) &&
-                good_;
-    }
 
     static void close(std::ofstream& file) {
         file.close();
@@ -199,7 +190,7 @@ class Run {
 
     void one_molecule(Molecule& molecule) {
         const std::string label = label_of(molecule);
-        try_to(label, [&] {
+        complaints_.attempt(label, [&] {
             for (NamedChain& named : molecule.chains)
                 cut(named, given_.selecting.first, given_.selecting.last);
             const Plan plan = plan_for(molecule, plan_);
@@ -209,19 +200,22 @@ class Run {
             progress_.clear();
             report_->add(result);
             if (result.counted() == 0) throw std::runtime_error("every closure failed");
-            if (!given_.svg.empty() && !std::exchange(drawn_, true)) draw(result);
+            if (!std::exchange(drawn_, true)) draw(result);
         });
     }
 
     void draw(const Result& result) {
-        try_to(given_.svg, [&] {
-            progress_.begin("drawing " + given_.svg, file_number_);
-            const std::string drawing = picture(result, given_.view);
-            progress_.clear();
-            std::ofstream file(given_.svg, std::ios::binary);
-            file << drawing;
-            close(file);
-        });
+        const auto write = [&](const std::string& path, const auto& text) {
+            if (path.empty()) return;
+            complaints_.attempt(path, [&] {
+                progress_.begin("drawing " + path, file_number_);
+                const std::string drawn = text();
+                progress_.clear();
+                write_whole(path, drawn);
+            });
+        };
+        write(given_.svg, [&] { return picture(result, given_.view); });
+        write(given_.html, [&] { return survey_page(result); });
     }
 
     const Arguments& given_;
@@ -229,11 +223,11 @@ class Run {
     const Plan& plan_;
     std::unique_ptr<Report> report_;
     Progress progress_;
+    Complaints complaints_{progress_};
     std::ofstream each_file_;
     std::optional<EachClosure> each_;
     std::size_t file_number_ = 0;
     bool drawn_ = false;
-    bool good_ = true;
 };
 
 int run(const Arguments& given) {
@@ -241,8 +235,8 @@ int run(const Arguments& given) {
     if (std::count(given.files.begin(), given.files.end(), standard_input) > 1)
         refuse_usage("FILE: the standard input can be read once");
     const Plan plan = plan_of(given);
-    refuse_harmful_outputs(given.files, {{given.svg, ".svg"}, {given.each, ".csv"}});
-    return finish_output(Run(given, selection, plan, std::cout).all_files());
+    refuse_harmful_outputs(given.files, {{given.svg, ".svg"}, {given.html, ".html"}, {given.each, ".csv"}});
+    return Run(given, selection, plan, std::cout).all_files();
 }
 
 } // namespace

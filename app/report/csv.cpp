@@ -63,7 +63,7 @@ class CsvReport final : public Report {
         out_ << csv_field(result.file) << ',' << csv_field(result.model) << ',' << part << ','
              << csv_field(tally.name) << ',' << tally.beads << ',';
         if (chain != nullptr)
-            out_ << csv_field(gaps_text(*chain, " ")) << ',' << missing_in(*chain);
+            out_ << csv_field(gaps_text(chain->bonds, chain->labels, " ")) << ',' << missing_in(chain->bonds);
         else
             out_ << ',';
         out_ << ',' << name_of(plan.method) << ',';

@@ -25,25 +25,23 @@ std::string exact(double value) {
     return {text, std::to_chars(text, text + sizeof text, value).ptr};
 }
 
-std::string bond_text(const OddBond& bond, const ComponentTally& component) {
+std::string bond_text(const OddBond& bond, const std::vector<std::string>& labels) {
     char length[32];
     const auto end =
         std::to_chars(length, length + sizeof length, bond.length, std::chars_format::general, 3).ptr;
-    return component.labels[bond.bead] + '-' + component.labels[bond.bead + 1] + " (" +
-           std::string(length, end) +
+    return labels[bond.bead] + '-' + labels[bond.bead + 1] + " (" + std::string(length, end) +
            (bond.missing > 0 ? ", " + std::to_string(bond.missing) + " missing)" : ")");
 }
 
-std::string gaps_text(const ComponentTally& component, const char* separator) {
+std::string gaps_text(const Bonds& bonds, const std::vector<std::string>& labels, const char* separator) {
     std::string text;
-    for (const OddBond& gap : component.bonds.gaps)
-        text += (text.empty() ? "" : separator) + bond_text(gap, component);
+    for (const OddBond& gap : bonds.gaps) text += (text.empty() ? "" : separator) + bond_text(gap, labels);
     return text;
 }
 
-std::size_t missing_in(const ComponentTally& component) {
+std::size_t missing_in(const Bonds& bonds) {
     std::size_t missing = 0;
-    for (const OddBond& gap : component.bonds.gaps) missing += gap.missing;
+    for (const OddBond& gap : bonds.gaps) missing += gap.missing;
     return missing;
 }
 

@@ -36,13 +36,13 @@ std::string scale_text(double scale);
 std::string exact(double value);
 
 /// The two beads of a bond and its length: 52-53 (3.01).
-std::string bond_text(const OddBond& bond, const ComponentTally& component);
+std::string bond_text(const OddBond& bond, const std::vector<std::string>& labels);
 
 /// The gaps of a chain, each as bond_text() with what is missing.
-std::string gaps_text(const ComponentTally& component, const char* separator);
+std::string gaps_text(const Bonds& bonds, const std::vector<std::string>& labels, const char* separator);
 
 /// All residues that the gaps leave out, as far as the numbers tell.
-std::size_t missing_in(const ComponentTally& component);
+std::size_t missing_in(const Bonds& bonds);
 
 /// All notes about a chain of a result.
 std::vector<std::string> notes_on(const Result& result, const ComponentTally& component);

@@ -67,7 +67,9 @@ class TextReport final : public Report {
         if (plan_.together || !tally.name.empty()) out_ << " chain " << name_in_text(tally);
         out_ << ": " << tally.beads << (tally.beads == 1 ? " bead, " : " beads, ")
              << (gaps == 0 ? "no gap" : counted(gaps, "gap")) << '\n';
-        if (gaps > 0) out_ << "  " << (gaps == 1 ? "gap: " : "gaps: ") << gaps_text(tally, ", ") << '\n';
+        if (gaps > 0)
+            out_ << "  " << (gaps == 1 ? "gap: " : "gaps: ") << gaps_text(tally.bonds, tally.labels, ", ")
+                 << '\n';
         introduce_short_bonds(tally, true);
         introduce_short_bonds(tally, false);
     }
@@ -75,14 +77,15 @@ class TextReport final : public Report {
     void introduce_short_bonds(const ComponentTally& tally, bool cis) {
         std::string text;
         for (const OddBond& bond : tally.bonds.close)
-            if (may_be_cis(bond.length) == cis) text += (text.empty() ? "" : ", ") + bond_text(bond, tally);
+            if (may_be_cis(bond.length) == cis)
+                text += (text.empty() ? "" : ", ") + bond_text(bond, tally.labels);
         if (!text.empty())
             out_ << (cis ? "  short as a cis peptide: " : "  too short for a bond: ") << text << '\n';
     }
 
     /// What a verdict rests on, where part of the chain is not there.
     void warn_of_gaps(const ComponentTally& tally) {
-        const std::size_t gaps = tally.bonds.gaps.size(), missing = missing_in(tally);
+        const std::size_t gaps = tally.bonds.gaps.size(), missing = missing_in(tally.bonds);
         if (gaps == 0) return;
         out_ << "  with " << counted(gaps, "gap") << " crossed by a straight line"
              << (missing > 0 ? ", " + counted(missing, "residue") + " missing" : "")

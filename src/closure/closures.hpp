@@ -33,6 +33,8 @@ Closing close_through_point(Chain& chain, double scale, const Draw& draw);
 Closing close_through_points(Structure& structure, double scale, const Draw& draw);
 
 Closing close_in_direction(Chain& chain, int row);
+/// For who knows the chain's diameter already.
+Closing close_in_direction(Chain& chain, int row, double diameter);
 Closing close_in_random_direction(Chain& chain, const Draw& draw);
 Closing close_in_random_directions(Structure& structure, const Draw& draw);
 

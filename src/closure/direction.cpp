@@ -25,11 +25,14 @@ Closing append_shifted_ends(Chain& chain, PointR3 direction, double distance) {
 
 } // namespace
 
-Closing close_in_direction(Chain& chain, int row) {
+Closing close_in_direction(Chain& chain, int row, double diameter) {
     if (chain.empty()) return Closing::nothing_to_close;
     if (row < 0 || row >= uniform_rows) return Closing::no_such_row;
-    return append_shifted_ends(chain, uniform[static_cast<std::size_t>(row)],
-                               diameters * DiameterOfChain(chain));
+    return append_shifted_ends(chain, uniform[static_cast<std::size_t>(row)], diameters * diameter);
+}
+
+Closing close_in_direction(Chain& chain, int row) {
+    return close_in_direction(chain, row, DiameterOfChain(chain));
 }
 
 Closing close_in_random_direction(Chain& chain, const Draw& draw) {

@@ -15,5 +15,7 @@ try survey --threads 0 trefoil.txt
 try survey none.txt
 try survey --first 500 trefoil.txt
 try survey --svg no/such/folder/picture.svg --method outside trefoil.txt
+try fingerprint --full --step 3 trefoil.txt
+try fingerprint --closures 401 trefoil.txt
 try survey --help >/dev/full
 try survey --method outside trefoil.txt >/dev/full

@@ -1,0 +1,65 @@
+// `loopwise check`: looks for gaps.
+#include "commands/command.hpp"
+#include "commands/files.hpp"
+#include "commands/selecting.hpp"
+#include "report/report.hpp"
+
+#include <iostream>
+
+namespace loopwise {
+namespace {
+
+struct Arguments {
+    std::vector<std::string> files;
+    Selecting selecting;
+};
+
+/// Whether the chain has neither a gap nor two neighbours that are too close.
+bool check(const std::string& label, const NamedChain& chain) {
+    const Bonds bonds = bonds_of(chain);
+    std::cout << label << ": " << chain.beads.size() << (chain.beads.size() == 1 ? " bead, " : " beads, ")
+              << (bonds.gaps.empty()
+                      ? "no gap"
+                      : std::to_string(bonds.gaps.size()) + (bonds.gaps.size() == 1 ? " gap" : " gaps"))
+              << '\n';
+    for (const std::string& note : chain.notes) std::cout << "  note: " << note << '\n';
+    for (const auto& [list, what] : {std::pair{&bonds.gaps, "gap"}, {&bonds.close, "short"}})
+        for (const OddBond& bond : *list) {
+            std::cout << "  " << what << ": " << chain.labels[bond.bead] << " to "
+                      << chain.labels[bond.bead + 1] << ", " << scale_text(bond.length);
+            if (bond.missing > 0) std::cout << ", " << bond.missing << " missing";
+            if (list == &bonds.close && may_be_cis(bond.length)) std::cout << ", as short as a cis peptide";
+            std::cout << '\n';
+        }
+    return bonds.gaps.empty() && bonds.close.empty();
+}
+
+int run(const Arguments& given) {
+    Progress progress(given.files.size());
+    Complaints complaints(progress);
+    bool sound = true;
+    for (const std::string& file : given.files)
+        complaints.attempt(file, [&] {
+            for (Molecule& molecule : read_molecules(file, selection_of(given.selecting)))
+                for (NamedChain& chain : molecule.chains) {
+                    cut(chain, given.selecting.first, given.selecting.last);
+                    sound &= check(label_of(molecule, chain), chain);
+                }
+        });
+    const int status = complaints.exit_status();
+    return sound ? status : exit_failure;
+}
+
+} // namespace
+
+Action declare_check(CLI::App& app) {
+    const auto given = std::make_shared<Arguments>();
+    app.add_option("FILE", given->files, readable_formats())->required()->option_text("...");
+    declare_selecting(app, given->selecting);
+    app.footer(
+        "Neighbours of a C-alpha trace should be 3.4 to 4.2 apart; any other chain is its own measure.\n"
+        "Exit status 1 also where a chain has a gap or neighbours that are too close.");
+    return [given] { return run(*given); };
+}
+
+} // namespace loopwise

@@ -1,0 +1,47 @@
+#include "commands/files.hpp"
+
+#include "commands/command.hpp"
+
+#include <algorithm>
+#include <fstream>
+#include <iostream>
+#include <limits>
+#include <unistd.h>
+
+namespace loopwise {
+
+std::string label_of(const Molecule& molecule, const NamedChain& chain) {
+    return molecule.file + (molecule.model.empty() ? "" : ", model " + molecule.model) +
+           (chain.name.empty() ? "" : ": chain " + chain.name);
+}
+
+std::size_t available_memory() {
+    // What the kernel can free at once counts too, which only this file tells.
+    std::ifstream file("/proc/meminfo");
+    constexpr std::size_t kilobyte = 1024;
+    std::string field, rest;
+    while (file >> field)
+        if (std::size_t amount = 0; field == "MemAvailable:" && file >> amount)
+            return amount * kilobyte;
+        else
+            std::getline(file, rest);
+    const long pages = sysconf(_SC_PHYS_PAGES), size = sysconf(_SC_PAGESIZE);
+    if (pages <= 0 || size <= 0) return std::numeric_limits<std::size_t>::max();
+    return static_cast<std::size_t>(pages) * static_cast<std::size_t>(size);
+}
+
+int Complaints::exit_status() {
+    progress_.clear();
+    if (!std::cout.flush()) add("standard output", "cannot be written");
+    return any_ ? exit_failure : 0;
+}
+
+void Complaints::add(const std::string& what, std::string reason) {
+    any_ = true;
+    progress_.clear();
+    // Some parsers start with the name of the file or use several lines.
+    std::replace(reason.begin(), reason.end(), '\n', ' ');
+    std::cerr << "loopwise: " << (reason.starts_with(what) ? "" : what + ": ") << reason << '\n';
+}
+
+} // namespace loopwise

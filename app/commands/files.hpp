@@ -1,0 +1,43 @@
+// What subcommands that go through files have in common.
+#pragma once
+
+#include "interruption.hpp"
+#include "progress.hpp"
+
+#include <fstream>
+#include <functional>
+
+namespace loopwise {
+
+/// What a chain of a file is called in reports: the file, its model and its name.
+std::string label_of(const Molecule& molecule, const NamedChain& chain);
+
+/// Physical memory that can be had without driving other programs out, in bytes.
+std::size_t available_memory();
+
+/// Tells failures on stderr, a line each, and goes on.
+class Complaints {
+  public:
+    explicit Complaints(Progress& progress) : progress_(progress) {}
+
+    /// Runs the action. What it throws is told as a failure of that; only Interrupted is passed on.
+    template <class Work> void attempt(const std::string& what, const Work& work) {
+        try {
+            work();
+        } catch (const Interrupted&) {
+            throw;
+        } catch (const std::exception& failure) {
+            add(what, failure.what());
+        }
+    }
+    /// Of a run that ends now: also whether standard output took all that was written to it.
+    int exit_status();
+
+  private:
+    void add(const std::string& what, std::string reason);
+
+    Progress& progress_;
+    bool any_ = false;
+};
+
+} // namespace loopwise

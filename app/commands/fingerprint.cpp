@@ -1,0 +1,177 @@
+// `loopwise fingerprint`: the knot of every stretch of a chain, its core and its slipknots.
+#include "commands/command.hpp"
+#include "commands/files.hpp"
+#include "commands/selecting.hpp"
+#include "draw/matrix.hpp"
+#include "outputs.hpp"
+#include "page/page.hpp"
+#include "progress.hpp"
+#include "report/fingerprint_report.hpp"
+#include "viewers.hpp"
+
+#include <fstream>
+#include <iostream>
+#include <thread>
+
+namespace loopwise {
+namespace {
+
+constexpr std::size_t largest_step = 1'000'000;
+constexpr unsigned most_threads = 1024;
+constexpr double half = 0.5;
+
+constexpr const char* footer =
+    R"(For each stretch of a chain its ends are moved out along directions of a table, each loop is reduced and
+its knot named. The core of a knot is the shortest stretch of which at least half the closures give it;
+a slipknot is knotted although the chain, or clearly a longer stretch around it, is not, or otherwise.
+
+Without --full a grid of stretches is closed, and refined to every residue where neighbours differ.
+Files are written for the first chain, each whole or not at all.
+
+Examples:
+  loopwise fingerprint chain.txt
+  loopwise fingerprint --svg matrix.svg --matrix matrix.csv --chain A entry.cif.gz
+  loopwise fingerprint --full --json *.pdb > knots.json
+  loopwise fingerprint --pymol knot.pml entry.pdb && pymol entry.pdb knot.pml)";
+
+struct Arguments {
+    std::vector<std::string> files;
+    Selecting selecting;
+    std::string matrix, svg, html, pymol, chimerax;
+    FingerprintPlan plan;
+    double least_share = half;
+    bool json = false, csv = false;
+};
+
+void declare(CLI::App& app, Arguments& into) {
+    FingerprintPlan& plan = into.plan;
+    plan.threads = std::max(1U, std::thread::hardware_concurrency());
+    app.add_option("FILE", into.files, readable_formats())->required()->option_text("...");
+    auto* step =
+        app.add_option("--step", plan.step, "Residues from line to line of the grid (default: 40 lines)")
+            ->check(CLI::Range(std::size_t{1}, largest_step))
+            ->option_text("N");
+    app.add_flag("--full", plan.full, "Close every stretch")->excludes(step);
+    app.add_option("--closures", plan.closures, "Closures of each stretch, spread evenly (default 100)")
+        ->check(CLI::Range(std::size_t{1}, spread_rows().size()))
+        ->option_text("1..400");
+    app.add_option("--min-share", into.least_share, "Report knots that reach this share (default 0.5)")
+        ->check(CLI::Range(0.0, 1.0))
+        ->option_text("X");
+    declare_selecting(app, into.selecting);
+    app.add_option("--threads", plan.threads, "Threads (default: all); the output is the same for any number")
+        ->check(CLI::Range(1U, most_threads))
+        ->option_text("N");
+    auto* json = app.add_flag("--json", into.json, "Report as JSON");
+    app.add_flag("--csv", into.csv, "Report as CSV, one row for each knot")->excludes(json);
+    app.add_option("--matrix", into.matrix, "Write the stretches that were closed to this CSV file")
+        ->option_text("FILE");
+    app.add_option("--svg", into.svg, "Draw all stretches to this file")->option_text("FILE");
+    app.add_option("--html", into.html, "Write a page with the chain in three dimensions, for a browser")
+        ->option_text("FILE");
+    app.add_option("--pymol", into.pymol, "Write a PyMOL script that colours cores")->option_text("FILE");
+    app.add_option("--chimerax", into.chimerax, "Write a ChimeraX script that colours cores")
+        ->option_text("FILE");
+    app.footer(footer);
+}
+
+/// Shows the work and ends it when the user asks for that.
+class Watch final : public FingerprintWatcher {
+  public:
+    explicit Watch(Progress& progress) : progress_(progress) {}
+    void stretch_done(std::size_t done, std::size_t planned) override {
+        stop_if_interrupted();
+        progress_.show(done, planned);
+    }
+
+  private:
+    Progress& progress_;
+};
+
+class Run {
+  public:
+    explicit Run(const Arguments& given)
+        : given_(given), plan_(given.plan), progress_(given.files.size(), "stretches"),
+          report_(make_fingerprint_report(given.json  ? Format::json
+                                          : given.csv ? Format::csv
+                                                      : Format::text,
+                                          std::cout, plan_, given.least_share)) {
+        plan_.most_memory = available_memory();
+    }
+
+    int all_files() {
+        Complaints complaints(progress_);
+        bool interrupted = false;
+        try {
+            for (const std::string& file : given_.files) {
+                ++file_number_;
+                complaints.attempt(file, [&] { one_file(file, complaints); });
+            }
+        } catch (const Interrupted&) {
+            interrupted = true;
+        }
+        progress_.clear();
+        report_->finish();
+        const int status = complaints.exit_status();
+        return interrupted ? exit_interrupted : status;
+    }
+
+  private:
+    void one_file(const std::string& file, Complaints& complaints) {
+        progress_.begin("reading " + file, file_number_);
+        for (Molecule& molecule : read_molecules(file, selection_of(given_.selecting)))
+            for (NamedChain& chain : molecule.chains) {
+                const std::string label = label_of(molecule, chain);
+                complaints.attempt(label, [&] { one_chain(file, label, chain, complaints); });
+            }
+    }
+
+    void one_chain(const std::string& file, const std::string& label, NamedChain& chain,
+                   Complaints& complaints) {
+        cut(chain, given_.selecting.first, given_.selecting.last);
+        if (is_ring(chain)) throw std::runtime_error("is a ring, which has no ends to take residues off");
+        progress_.begin(label, file_number_);
+        Watch watch(progress_);
+        const ChainFingerprint fingerprint = fingerprint_of(file, chain, plan_, watch);
+        progress_.clear();
+        report_->add(fingerprint);
+        if (!std::exchange(drawn_, true)) write_files(fingerprint, chain.beads, complaints);
+    }
+
+    void write_files(const ChainFingerprint& of, const Chain& beads, Complaints& complaints) const {
+        const std::vector<KnotPlace> places = places_shown(of, given_.least_share);
+        const auto write = [&](const std::string& path, const auto& text) {
+            if (!path.empty()) complaints.attempt(path, [&] { write_whole(path, text()); });
+        };
+        write(given_.matrix, [&] { return matrix_csv(of); });
+        write(given_.svg, [&] { return matrix_picture(of, places); });
+        write(given_.html, [&] { return fingerprint_page(of, places, beads); });
+        write(given_.pymol, [&] { return pymol_script(of, places); });
+        write(given_.chimerax, [&] { return chimerax_script(of, places); });
+    }
+
+    const Arguments& given_;
+    FingerprintPlan plan_;
+    Progress progress_;
+    std::unique_ptr<FingerprintReport> report_;
+    std::size_t file_number_ = 0;
+    bool drawn_ = false;
+};
+
+} // namespace
+
+Action declare_fingerprint(CLI::App& command) {
+    const auto given = std::make_shared<Arguments>();
+    declare(command, *given);
+    return [given] {
+        refuse_harmful_outputs(given->files, {{given->matrix, ".csv"},
+                                              {given->svg, ".svg"},
+                                              {given->html, ".html"},
+                                              {given->pymol, ".pml"},
+                                              {given->chimerax, ".cxc"}});
+        note_interruptions();
+        return Run(*given).all_files();
+    };
+}
+
+} // namespace loopwise

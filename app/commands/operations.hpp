@@ -1,0 +1,22 @@
+// What the subcommands for single operations on a chain have in common.
+#pragma once
+
+#include "commands/command.hpp"
+#include "commands/selecting.hpp"
+
+namespace loopwise {
+
+/// Where a chain comes from and where it goes.
+struct ChainArguments {
+    std::string file, output;
+    Selecting selecting;
+    bool pdb = false;
+};
+
+void declare(CLI::App& app, ChainArguments& into);
+
+/// Reads the chain, has it edited and writes it. `edit` says whether it is a loop then; what it throws is told.
+/// Labels follow the beads: beads that are new are labelled by their identifiers.
+int edit_chain(const ChainArguments& given, const std::function<bool(Chain&)>& edit);
+
+} // namespace loopwise

@@ -1,0 +1,23 @@
+// `loopwise reduce`: takes the beads away that a chain's entanglement does not need.
+#include "commands/operations.hpp"
+#include "reduce/reduction.hpp"
+
+namespace loopwise {
+
+Action declare_reduce(CLI::App& app) {
+    struct Arguments : ChainArguments {
+        bool open = false;
+    };
+    const auto given = std::make_shared<Arguments>();
+    declare(app, static_cast<ChainArguments&>(*given));
+    app.add_flag("--open", given->open, "No segment joins the last atom to the first, and both stay");
+    app.footer("Example:\n  loopwise close chain.txt | loopwise reduce -o loop.pdb -");
+    return [given] {
+        return edit_chain(*given, [&](Chain& chain) {
+            reduce(chain, !given->open);
+            return !given->open;
+        });
+    };
+}
+
+} // namespace loopwise

@@ -1,0 +1,57 @@
+#include "report/fingerprint_report.hpp"
+
+namespace loopwise {
+namespace {
+
+class CsvFingerprints final : public FingerprintReport {
+  public:
+    CsvFingerprints(std::ostream& out, double least_share) : out_(out), least_share_(least_share) {
+        out_ << "file,chain,residues,gaps,chain_knot,chain_share,knot,share,greatest_share,core_first,core_"
+                "last,"
+                "tail_before,tail_after,slipknot\n";
+    }
+
+    void add(const ChainFingerprint& of) override {
+        const std::vector<KnotPlace> places = places_shown(of, least_share_);
+        if (places.empty()) out_ << start(of) << ",,,,,,,,\n";
+        for (const KnotPlace& place : places) {
+            out_ << start(of) << ',' << csv_field(place.knot) << ',' << fixed(place.share, 4) << ','
+                 << fixed(place.greatest_share, 4) << ',';
+            if (place.core) {
+                const auto [before, after] = tails_of(*place.core, of);
+                out_ << csv_field(of.labels[place.core->first]) << ','
+                     << csv_field(of.labels[place.core->last]) << ',' << before << ',' << after;
+            } else
+                out_ << ",,,";
+            out_ << ',' << (place.slipknot ? "yes" : "no") << '\n';
+        }
+        out_.flush();
+    }
+
+  private:
+    static std::string start(const ChainFingerprint& of) {
+        return csv_field(of.file) + ',' + csv_field(of.chain) + ',' + std::to_string(of.matrix.beads()) +
+               ',' + csv_field(gaps_text(of.bonds, of.labels, " ")) + ',' + csv_field(of.knot) + ',' +
+               fixed(of.share, 4);
+    }
+
+    std::ostream& out_;
+    double least_share_;
+};
+
+} // namespace
+
+std::string matrix_csv(const ChainFingerprint& of) {
+    std::string text = "first,last,knot,share\n";
+    of.matrix.for_each_tested([&](Stretch s, const FingerprintMatrix::Cell& cell) {
+        text += csv_field(of.labels[s.first]) + ',' + csv_field(of.labels[s.last]) + ',' +
+                csv_field(of.names[cell.knot]) + ',' + fixed(of.share_of(cell), 4) + '\n';
+    });
+    return text;
+}
+
+std::unique_ptr<FingerprintReport> make_csv_fingerprints(std::ostream& out, double least_share) {
+    return std::make_unique<CsvFingerprints>(out, least_share);
+}
+
+} // namespace loopwise

@@ -1,0 +1,80 @@
+#include "report/fingerprint_report.hpp"
+
+#include <nlohmann/json.hpp>
+
+#include <charconv>
+
+namespace loopwise {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+/// A number where the label is one; labels with an insertion code are text.
+Json residue(const std::string& label) {
+    int number = 0;
+    const auto [end, error] = std::from_chars(label.data(), label.data() + label.size(), number);
+    if (error == std::errc() && end == label.data() + label.size()) return number;
+    return label;
+}
+
+Json json_of(const KnotPlace& place, const ChainFingerprint& of) {
+    Json json = {{"knot", place.knot}, {"share", place.share}, {"greatest_share", place.greatest_share}};
+    if (place.core) {
+        json["core"] = {residue(of.labels[place.core->first]), residue(of.labels[place.core->last])};
+        json["tails"] = tails_of(*place.core, of);
+    } else {
+        json["core"] = json["tails"] = nullptr;
+    }
+    json["slipknot"] = place.slipknot;
+    return json;
+}
+
+class JsonFingerprints final : public FingerprintReport {
+  public:
+    JsonFingerprints(std::ostream& out, const FingerprintPlan& plan, double least_share)
+        : out_(out), least_share_(least_share) {
+        Json head = {{"program", "loopwise fingerprint"},
+                     {"version", LOOPWISE_VERSION},
+                     {"closures", plan.closures},
+                     {"least_share", least_share}};
+        std::string text = head.dump();
+        text.pop_back();
+        out_ << text << ",\"results\":[";
+    }
+
+    void add(const ChainFingerprint& of) override {
+        Json knots = Json::array();
+        for (const KnotPlace& place : places_shown(of, least_share_)) knots.push_back(json_of(place, of));
+        const Json entry = {{"file", of.file},
+                            {"chain", of.chain},
+                            {"residues", of.matrix.beads()},
+                            {"gaps", gaps_text(of.bonds, of.labels, ", ")},
+                            {"notes", of.notes},
+                            {"step", of.step},
+                            {"stretches", of.tested},
+                            {"knot", of.knot},
+                            {"share", of.share},
+                            {"depth", of.depth ? Json(*of.depth) : Json(nullptr)},
+                            {"knots", std::move(knots)}};
+        // A file name may be no UTF-8, which would make the dump throw.
+        out_ << (first_ ? "\n" : ",\n") << entry.dump(-1, ' ', false, Json::error_handler_t::replace);
+        out_.flush();
+        first_ = false;
+    }
+
+    void finish() override { out_ << "\n]}\n"; }
+
+  private:
+    std::ostream& out_;
+    double least_share_;
+    bool first_ = true;
+};
+
+} // namespace
+
+std::unique_ptr<FingerprintReport> make_json_fingerprints(std::ostream& out, const FingerprintPlan& plan,
+                                                          double least_share) {
+    return std::make_unique<JsonFingerprints>(out, plan, least_share);
+}
+
+} // namespace loopwise

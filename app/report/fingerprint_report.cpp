@@ -1,0 +1,42 @@
+#include "report/fingerprint_report.hpp"
+
+#include <algorithm>
+#include <iomanip>
+#include <locale>
+#include <sstream>
+
+namespace loopwise {
+
+std::unique_ptr<FingerprintReport> make_fingerprint_report(Format format, std::ostream& out,
+                                                           const FingerprintPlan& plan, double least_share) {
+    out.imbue(std::locale::classic());
+    switch (format) {
+    case Format::json:
+        return make_json_fingerprints(out, plan, least_share);
+    case Format::csv:
+        return make_csv_fingerprints(out, least_share);
+    case Format::text:
+        break;
+    }
+    return make_text_fingerprints(out, plan, least_share);
+}
+
+std::vector<KnotPlace> places_shown(const ChainFingerprint& fingerprint, double least_share) {
+    std::vector<KnotPlace> places;
+    std::copy_if(fingerprint.places.begin(), fingerprint.places.end(), std::back_inserter(places),
+                 [&](const KnotPlace& place) { return place.greatest_share >= least_share; });
+    return places;
+}
+
+std::array<std::size_t, 2> tails_of(const Stretch& stretch, const ChainFingerprint& fingerprint) {
+    return {stretch.first, fingerprint.matrix.beads() - 1 - stretch.last};
+}
+
+std::string fixed(double value, int digits) {
+    std::ostringstream text;
+    text.imbue(std::locale::classic());
+    text << std::fixed << std::setprecision(digits) << value;
+    return text.str();
+}
+
+} // namespace loopwise

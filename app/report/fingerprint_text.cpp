@@ -1,0 +1,75 @@
+#include "report/fingerprint_report.hpp"
+
+#include <iomanip>
+
+namespace loopwise {
+namespace {
+
+std::string percent(double share) { return fixed(100.0 * share, 1) + " %"; }
+
+std::string counted(std::size_t count, const std::string& what) {
+    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
+class TextFingerprints final : public FingerprintReport {
+  public:
+    TextFingerprints(std::ostream& out, const FingerprintPlan& plan, double least_share)
+        : out_(out), least_share_(least_share) {
+        out_ << "The knot of every stretch, by " << counted(plan.closures, "closure") << " of each\n";
+    }
+
+    void add(const ChainFingerprint& of) override {
+        out_ << '\n'
+             << of.file << (of.chain.empty() ? "" : " chain " + of.chain) << ": "
+             << counted(of.matrix.beads(), "residue") << ", "
+             << (of.bonds.gaps.empty()
+                     ? "no gap"
+                     : counted(of.bonds.gaps.size(), "gap") + ": " + gaps_text(of.bonds, of.labels, ", "))
+             << '\n';
+        for (const std::string& note : of.notes) out_ << "  note: " << note << '\n';
+        out_ << "  whole chain: " << of.knot << " in " << percent(of.share) << " of its closures"
+             << (of.matrix.beads() < fewest_knotted ? " (too short for a knot)" : "") << '\n';
+        if (of.depth)
+            out_ << "  depth: it stays when up to " << (*of.depth)[0]
+                 << " residues are taken off the front, or " << (*of.depth)[1] << " off the back\n";
+        const std::vector<KnotPlace> places = places_shown(of, least_share_);
+        if (places.empty())
+            out_ << "  no stretch has a knot in " << percent(least_share_) << " of its closures\n";
+        else
+            show(places, of);
+        out_ << "  " << of.tested << (of.tested == 1 ? " stretch" : " stretches") << " closed, "
+             << (of.step == 1 ? "every one"
+                              : "on a grid of " + std::to_string(of.step) + ", refined at borders")
+             << '\n';
+        out_.flush();
+    }
+
+  private:
+    void show(const std::vector<KnotPlace>& places, const ChainFingerprint& of) {
+        out_ << "  knot          share  greatest  core          residues  tails\n";
+        for (const KnotPlace& place : places) {
+            out_ << "  " << std::left << std::setw(10) << place.knot << std::right << std::setw(9)
+                 << percent(place.share) << std::setw(10) << percent(place.greatest_share) << "  ";
+            if (place.core) {
+                const auto [before, after] = tails_of(*place.core, of);
+                out_ << std::left << std::setw(14)
+                     << of.labels[place.core->first] + "-" + of.labels[place.core->last] << std::right
+                     << std::setw(8) << place.core->size() << "  " << before << " and " << after;
+            } else
+                out_ << "none with one half";
+            out_ << (place.slipknot ? ", slipknot" : "") << '\n';
+        }
+    }
+
+    std::ostream& out_;
+    double least_share_;
+};
+
+} // namespace
+
+std::unique_ptr<FingerprintReport> make_text_fingerprints(std::ostream& out, const FingerprintPlan& plan,
+                                                          double least_share) {
+    return std::make_unique<TextFingerprints>(out, plan, least_share);
+}
+
+} // namespace loopwise

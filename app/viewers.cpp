@@ -1,0 +1,95 @@
+#include "viewers.hpp"
+
+#include "draw/matrix.hpp"
+
+#include <algorithm>
+
+namespace loopwise {
+namespace {
+
+constexpr const char* rest_colour = "#d4d6da";
+constexpr double tail_strength = 0.2;
+
+/// What a script colours, in this order: what comes later lies on top.
+struct Part {
+    std::string name, colour, note;
+    Stretch stretch;
+};
+
+/// A name that both viewers take: letters, digits and _.
+std::string plain(const std::string& knot) {
+    std::string name;
+    for (const char c : knot) {
+        if (c == '+' || c == '-')
+            name += c == '+' ? 'p' : 'm';
+        else if (std::isalnum(static_cast<unsigned char>(c)) != 0)
+            name += c;
+        else if (!name.empty() && name.back() != '_')
+            name += '_';
+    }
+    return name;
+}
+
+/// The tails of the chain's own knot, then cores, larger ones first.
+std::vector<Part> parts_of(const ChainFingerprint& of, std::vector<KnotPlace> places) {
+    std::erase_if(places, [](const KnotPlace& place) { return !place.core; });
+    std::vector<Part> parts;
+    if (!places.empty() && places.front().knot == of.knot) {
+        const Stretch core = *places.front().core;
+        const std::string colour = knot_colour(of, number_of(places.front(), of), tail_strength);
+        const std::size_t end = of.matrix.beads() - 1;
+        if (core.first > 0) parts.push_back({"tail_before", colour, "before the core", {0, core.first - 1}});
+        if (core.last < end) parts.push_back({"tail_after", colour, "behind the core", {core.last + 1, end}});
+    }
+    std::stable_sort(places.begin(), places.end(),
+                     [](const KnotPlace& a, const KnotPlace& b) { return a.core->size() > b.core->size(); });
+    std::size_t number = 0;
+    for (const KnotPlace& place : places)
+        parts.push_back(
+            {(place.slipknot ? "slipknot_" : "core_") + plain(place.knot) + "_" + std::to_string(++number),
+             knot_colour(of, number_of(place, of), 1.0), place.knot + (place.slipknot ? ", slipknot" : ""),
+             *place.core});
+    return parts;
+}
+
+/// Control characters of a file name could end the comment.
+std::string comment(std::string text) {
+    std::replace_if(
+        text.begin(), text.end(), [](unsigned char c) { return c < ' '; }, '?');
+    return "# " + text + "\n";
+}
+
+std::string head(const ChainFingerprint& of, const std::string& how) {
+    return comment("Knots of " + of.file + (of.chain.empty() ? "" : ", chain " + of.chain) +
+                   ", by loopwise fingerprint. " + how);
+}
+
+/// A minus sign in front of a residue number is not one between two.
+std::string pymol_residue(const std::string& label) { return label.starts_with('-') ? "\\" + label : label; }
+
+} // namespace
+
+std::string pymol_script(const ChainFingerprint& of, const std::vector<KnotPlace>& places) {
+    const std::string chain = of.chain.empty() ? "polymer" : "chain " + of.chain;
+    std::string script = head(of, "Load the structure first.") + "color 0x" + std::string(rest_colour + 1) +
+                         ", " + chain + "\n";
+    for (const Part& part : parts_of(of, places))
+        script += comment(part.note) + "select " + part.name + ", " + chain + " and resi " +
+                  pymol_residue(of.labels[part.stretch.first]) + "-" +
+                  pymol_residue(of.labels[part.stretch.last]) + "\ncolor 0x" + part.colour.substr(1) + ", " +
+                  part.name + "\n";
+    return script + "deselect\n";
+}
+
+std::string chimerax_script(const ChainFingerprint& of, const std::vector<KnotPlace>& places) {
+    const std::string chain = of.chain.empty() ? "" : "/" + of.chain;
+    std::string script = head(of, "Open the structure first.") + "color " +
+                         (chain.empty() ? "protein" : chain) + " " + rest_colour + "\n";
+    for (const Part& part : parts_of(of, places))
+        script += comment(part.note) + "name " + part.name + " " + chain + ":" +
+                  of.labels[part.stretch.first] + "-" + of.labels[part.stretch.last] + "\ncolor " +
+                  part.name + " " + part.colour + "\n";
+    return script;
+}
+
+} // namespace loopwise

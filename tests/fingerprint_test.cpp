@@ -1,0 +1,201 @@
+#include "survey/fingerprint.hpp"
+
+#include "closure/closures.hpp"
+#include "closure/point_tables.hpp"
+#include "knots/knot.hpp"
+#include "reduce/reduction.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <map>
+#include <numbers>
+#include <set>
+
+using namespace loopwise;
+
+namespace {
+
+constexpr std::size_t closures = 12;
+
+struct Silent : FingerprintWatcher {
+    void stretch_done(std::size_t, std::size_t) override {}
+};
+
+void append(Chain& chain, double x, double y, double z) {
+    chain.push_back({x, y, z, static_cast<int>(chain.size()) + 1});
+}
+
+/// A left-handed trefoil of so many beads, open where it comes out, moved by the shift.
+void append_trefoil(Chain& chain, int beads, double shift, bool backwards) {
+    for (int i = 0; i < beads; ++i) {
+        const double part = (backwards ? beads - 1 - i : i) / (beads - 1.0);
+        const double t = std::numbers::pi / 3 + 0.25 + (2 * std::numbers::pi - 0.5) * part;
+        append(chain, 3 * (std::sin(t) + 2 * std::sin(2 * t)) + shift,
+               3 * (std::cos(t) - 2 * std::cos(2 * t)), -3 * std::sin(3 * t) + shift);
+    }
+}
+
+NamedChain named(Chain beads) {
+    std::vector<std::string> labels = labels_of(beads);
+    return {"", std::move(beads), std::move(labels)};
+}
+
+/// Tails of different length go straight away from a trefoil.
+NamedChain knot_in_the_middle() {
+    Chain trefoil, chain;
+    append_trefoil(trefoil, 30, 0, false);
+    const auto tail = [&](const ChainAtom& at, int beads, bool outwards) {
+        for (int i = 0; i < beads; ++i) {
+            const double scale = 1 + 0.25 * (outwards ? i + 1 : beads - i);
+            append(chain, scale * at.x + std::sin(2.0 * i), scale * at.y + std::cos(2.0 * i), scale * at.z);
+        }
+    };
+    tail(trefoil.front(), 14, false);
+    for (const ChainAtom& bead : trefoil) append(chain, bead.x, bead.y, bead.z);
+    tail(trefoil.back(), 21, true);
+    return named(chain);
+}
+
+/// A trefoil whose end goes back beside itself all the way: drawn out, nothing is left of it.
+NamedChain slipknot() {
+    Chain chain;
+    append_trefoil(chain, 30, 0, false);
+    append_trefoil(chain, 30, 0.3, true);
+    return named(chain);
+}
+
+/// What a stretch is, spelled out.
+std::pair<std::string, std::size_t> judged(const Chain& chain, Stretch s) {
+    std::map<std::string, std::size_t> counts;
+    for (const int row : spread_rows().first(closures)) {
+        Chain loop(chain.begin() + static_cast<std::ptrdiff_t>(s.first),
+                   chain.begin() + static_cast<std::ptrdiff_t>(s.last) + 1);
+        close_in_direction(loop, row);
+        reduce(loop, true);
+        const std::string knot = knot_of(loop).text();
+        ++counts[knot.starts_with(unnamed) ? unnamed : knot];
+    }
+    std::pair<std::string, std::size_t> most{"", 0};
+    for (const bool with_knots : {true, false})
+        for (const auto& [knot, count] : counts) {
+            const bool is_knot = knot != unknot_name && knot != unnamed;
+            if (is_knot == with_knots && count > most.second) most = {knot, count};
+        }
+    return most;
+}
+
+ChainFingerprint fingerprint(const NamedChain& chain, std::size_t step, unsigned threads = 2) {
+    Silent silent;
+    return fingerprint_of("", chain, {closures, step, false, threads, SIZE_MAX}, silent);
+}
+
+class OfAChain : public testing::TestWithParam<NamedChain (*)()> {};
+
+TEST_P(OfAChain, EveryStretchIsAsSpelledOutAlsoThoseTooShortForAKnot) {
+    const NamedChain chain = GetParam()();
+    const ChainFingerprint full = fingerprint(chain, 1);
+    for (std::size_t first = 0; first < chain.beads.size(); ++first)
+        for (std::size_t last = first + 1; last < chain.beads.size(); ++last) {
+            const auto [knot, count] = judged(chain.beads, {first, last});
+            const auto& cell = full.matrix.at({first, last});
+            // Two beads and their copies are a flat loop, which has no name.
+            if (last == first + 1) continue;
+            ASSERT_EQ(full.names[cell.knot], knot) << first << ' ' << last;
+            ASSERT_EQ(cell.closures, count) << first << ' ' << last;
+        }
+}
+
+TEST_P(OfAChain, TheGridFindsWhatEveryStretchShowsWithAnyNumberOfThreads) {
+    const NamedChain chain = GetParam()();
+    const ChainFingerprint full = fingerprint(chain, 1), grid = fingerprint(chain, 7),
+                           alone = fingerprint(chain, 7, 1);
+    EXPECT_LT(grid.tested, full.tested / 2);
+    EXPECT_EQ(grid.knot, full.knot);
+    EXPECT_EQ(grid.depth, full.depth);
+    ASSERT_EQ(grid.places.empty(), full.places.empty());
+    ASSERT_FALSE(full.places.empty());
+    EXPECT_EQ(grid.places.front().core, full.places.front().core);
+    EXPECT_EQ(grid.places.front().slipknot, full.places.front().slipknot);
+    EXPECT_EQ(grid.names, alone.names);
+    for (std::size_t last = 0; last < chain.beads.size(); ++last)
+        for (std::size_t first = 0; first <= last; ++first) {
+            const auto &a = grid.matrix.at({first, last}), &b = alone.matrix.at({first, last});
+            ASSERT_TRUE(a.knot == b.knot && a.closures == b.closures);
+            ASSERT_EQ(grid.matrix.is_tested({first, last}), alone.matrix.is_tested({first, last}));
+        }
+}
+
+INSTANTIATE_TEST_SUITE_P(Chains, OfAChain, testing::Values(knot_in_the_middle, slipknot),
+                         [](const auto& chain) { return chain.index == 0 ? "knot" : "slipknot"; });
+
+TEST(Fingerprint, KnowsAKnotWithTailsFromASlipknot) {
+    const ChainFingerprint knot = fingerprint(knot_in_the_middle(), 1);
+    EXPECT_EQ(knot.knot, "-3_1");
+    ASSERT_EQ(knot.places.size(), 1);
+    const KnotPlace& place = knot.places.front();
+    EXPECT_FALSE(place.slipknot);
+    EXPECT_EQ(place.share, knot.share);
+    ASSERT_TRUE(place.core);
+    // No shorter stretch has half of its closures, and the core lies in the trefoil's beads.
+    knot.matrix.for_each_tested([&](Stretch s, const FingerprintMatrix::Cell& cell) {
+        EXPECT_TRUE(s.size() >= place.core->size() || cell.knot == 0 || 2 * cell.closures < closures);
+    });
+    EXPECT_TRUE((Stretch{13, 44}.holds(*place.core))) << place.core->first << ' ' << place.core->last;
+    ASSERT_TRUE(knot.depth);
+    EXPECT_GE((*knot.depth)[0], place.core->first);
+
+    const ChainFingerprint slip = fingerprint(slipknot(), 1);
+    EXPECT_EQ(slip.knot, "0_1");
+    EXPECT_FALSE(slip.depth);
+    ASSERT_FALSE(slip.places.empty());
+    for (const KnotPlace& loop : slip.places) EXPECT_TRUE(loop.slipknot);
+    EXPECT_GE(slip.places.front().greatest_share, 0.9);
+}
+
+TEST(Fingerprint, TakesRowsThatAreSpread) {
+    const auto rows = spread_rows();
+    EXPECT_EQ(std::set<int>(rows.begin(), rows.end()).size(), uniform.size());
+    const auto angle = [&](std::size_t i, std::size_t j) {
+        const PointR3 &a = uniform[static_cast<std::size_t>(rows[i])],
+                      &b = uniform[static_cast<std::size_t>(rows[j])];
+        return std::acos(std::min(1.0, a.x * b.x + a.y * b.y + a.z * b.z));
+    };
+    for (const auto& [taken, widest] : {std::pair{100, 0.21}, {20, 0.64}}) {
+        const auto count = static_cast<std::size_t>(taken);
+        double apart = 4, away = 0;
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            double nearest = 4;
+            for (std::size_t j = 0; j < std::min(i, count); ++j) nearest = std::min(nearest, angle(i, j));
+            if (i > 0)
+                (i < count ? apart : away) = i < count ? std::min(apart, nearest) : std::max(away, nearest);
+        }
+        EXPECT_LE(away, apart) << "a row is farther from those taken than these are from each other";
+        EXPECT_LE(away, widest);
+    }
+}
+
+TEST(Fingerprint, RefusesWhatCannotBeAndStopsWhenAsked) {
+    EXPECT_THROW(FingerprintMatrix(100'000, 1'000'000'000), std::length_error);
+    Silent silent;
+    EXPECT_THROW(fingerprint_of("", named({}), {}, silent), std::invalid_argument);
+    FingerprintPlan plan;
+    plan.closures = 401;
+    EXPECT_THROW(fingerprint_of("", slipknot(), plan, silent), std::invalid_argument);
+    for (int beads = 1; beads <= 4; ++beads) {
+        Chain chain;
+        append_trefoil(chain, beads + 1, 0, false);
+        chain.resize(static_cast<std::size_t>(beads));
+        EXPECT_EQ(fingerprint(named(chain), 0).knot, "0_1") << beads;
+    }
+    struct Impatient : FingerprintWatcher {
+        void stretch_done(std::size_t done, std::size_t planned) override {
+            EXPECT_LE(done, planned);
+            if (done == 5) throw std::runtime_error("enough");
+        }
+    } impatient;
+    EXPECT_THROW(fingerprint_of("", slipknot(), {closures, 1, false, 2, SIZE_MAX}, impatient),
+                 std::runtime_error);
+}
+
+} // namespace

@@ -1,0 +1,18 @@
+loopwise fingerprint --closures 20 trefoil.txt
+loopwise fingerprint --closures 20 --step 6 --csv --min-share 0.2 trefoil.txt
+loopwise fingerprint --closures 10 --step 10 --json --threads 1 --matrix matrix.csv --svg matrix.svg --pymol knot.pml \
+    --chimerax knot.cxc --html page.html trefoil.txt
+ls
+head -5 matrix.csv
+grep -o '<text[^>]*>-3_1 core.*' matrix.svg
+cat knot.pml knot.cxc
+head -3 trefoil.txt >three.txt
+head -1 trefoil.txt >one.txt
+sed '40,60d' trefoil.txt >gap.txt
+loopwise fingerprint three.txt one.txt none.txt gap.txt --closures 4 --step 20
+echo "-> $?"
+awk 'BEGIN { for (i = 1; i <= 500000; ++i) print i, 3.8 * i, i % 7, i % 5 }' >long.txt
+loopwise fingerprint --full long.txt 2>&1 | sed 's/[0-9]* MB/... MB/'
+timeout --preserve-status -s INT 1 loopwise fingerprint --full --closures 400 --json --html never.html trefoil.txt
+echo "-> $?"
+ls never.html* 2>&1

@@ -1,0 +1,16 @@
+try() { loopwise "$@"; echo "-> $?" >&2; }
+try close trefoil.txt | loopwise reduce -
+try close --closure 7 -o loop.pdb trefoil.txt
+tail -4 loop.pdb
+try reduce -o core.pdb loop.pdb
+cat core.pdb
+ls
+try close --method two-points --seed 3 --closure 2 core.pdb | wc -l
+head -3 trefoil.txt | try reduce --open -
+try check trefoil.txt core.pdb none.txt
+try close --closure 400 trefoil.txt
+try close --scale 2 trefoil.txt
+try close --method outside --chain B core.pdb
+sed 's/^5 /10000 /' trefoil.txt >high.txt
+try close --pdb high.txt
+try close -o no/such/folder.txt trefoil.txt
