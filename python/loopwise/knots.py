@@ -1,0 +1,76 @@
+"""Names of closed polygons."""
+
+from __future__ import annotations
+
+import dataclasses
+import html
+from typing import Any
+
+from . import _core
+from .chain import ChainLike, arrays_of
+
+
+def polynomial(terms: dict[float, int]) -> str:
+    """As "t^-1 - 1 + t", lowest exponent first."""
+    text = ""
+    for exponent, coefficient in sorted(terms.items()):
+        power = "" if exponent == 0 else "t" if exponent == 1 else f"t^{exponent:g}"
+        size = abs(coefficient)
+        sign = ("-" if coefficient < 0 else "") if not text else (" - " if coefficient < 0 else " + ")
+        text += sign + (power if size == 1 and power else f"{size}{power}")
+    return text or "0"
+
+
+@dataclasses.dataclass(frozen=True)
+class Knot:
+    """What a closed polygon is, as far as its polynomials tell."""
+
+    status: str
+    """"named"; "several" names fit; "unknown" to the table; "too complex"; or "bad polygon"."""
+    text: str
+    """In words, as "+3_1", "9_12 or 4_1 # 5_2", "not named: repeated beads"."""
+    names: list[str]
+    """Rolfsen's numbers with a hand: "0_1", "+3_1", "4_1", "+3_1 # -3_1"."""
+    proven: bool
+    """Whether every knot that it can be is among the names."""
+    crossings: int
+    """Of the simplified diagram."""
+    jones: dict[float, int]
+    """The Jones polynomial, exponents and their coefficients; empty when not computed."""
+    alexander: dict[float, int]
+    """The Alexander polynomial likewise."""
+
+    @property
+    def name(self) -> str | None:
+        """The one name, if there is one."""
+        return self.names[0] if len(self.names) == 1 else None
+
+    def __str__(self) -> str:
+        return self.text
+
+    def __repr__(self) -> str:
+        proof = "proven" if self.proven else "not proven"
+        return f"<Knot {self.text} ({self.crossings} crossings left, {proof})>"
+
+    def to_dict(self) -> dict[str, Any]:
+        """Plain values, as for JSON."""
+        return dataclasses.asdict(self)
+
+    def _repr_html_(self) -> str:
+        jones = f", Jones polynomial {html.escape(polynomial(self.jones))}" if self.jones else ""
+        return f"<b>{html.escape(self.text)}</b>{jones}"
+
+
+def knot(polygon: ChainLike) -> Knot:
+    """Names the knot of a closed polygon, a segment joining its last bead to its first; a copy of the first bead at
+    the end is left out. An open chain has to be closed first, see :func:`close` and :func:`survey`.
+
+    Fewer than three beads, two beads at one place and polygons that meet themselves get the status "bad polygon".
+    Raises ValueError for coordinates that are not finite.
+
+    >>> import loopwise as lw
+    >>> found = lw.knot(lw.close(lw.sample("figure_eight"), direction=0))
+    >>> found
+    <Knot 4_1 (4 crossings left, proven)>
+    """
+    return Knot(**_core.knot(arrays_of(polygon)[0]))
