@@ -136,8 +136,8 @@ LOOPWISE_API int CutChain(std::vector<ChainAtom>& chain, int start, int end);
 /// (1.412341234, 3.432312, 0.65436).
 ///
 /// Two neighbouring lines whose Dist() is exactly 0 (equal coordinates, or a difference so small that
-/// its square underflows), or a line that yields no coordinate, stop the read: "There were two identical atoms with the index ..." goes to std::cout, and the result
-/// is empty.
+/// its square underflows), or a line that yields no coordinate, stop the read: "There were two identical
+/// atoms with the index ..." goes to std::cout, and the result is empty.
 ///
 /// \param fileName  path of the file; null counts as a file that cannot be opened
 /// \param error     true when the file could not be opened, false in every other case: also after a
@@ -305,7 +305,7 @@ LOOPWISE_API std::vector<Edge> ProjectChain(const std::vector<ChainAtom>& chain,
 /// \addtogroup closure
 /// @{
 
-/// Fills the library's two tables of directions and seeds std::rand() from the clock, once.
+/// Makes the library's two tables of directions ready and seeds std::rand() from the clock, once.
 ///
 /// Every closure does this on entry, so nobody has to call it first. A caller who wants repeatable
 /// random closures calls it and then std::srand() with a seed: the library never seeds again. The

@@ -2,6 +2,7 @@
 
 #include "closure/closures.hpp"
 #include "knots/knot.hpp"
+#include "knots/links.hpp"
 #include "reduce/reduction.hpp"
 #include "survey/draws.hpp"
 #include "survey/parallel.hpp"
@@ -20,6 +21,8 @@ struct Outcome {
     Structure loops;
     Structure reduced;
     std::vector<std::string> knots;
+    std::string link;
+    std::vector<int> linking;
 };
 
 Closing close_chain(Chain& chain, const Plan& plan, std::size_t closure) {
@@ -63,7 +66,7 @@ void number_by_position(Chain& chain) {
 }
 
 Outcome outcome_of(const Structure& open, const Plan& plan, std::size_t closure) {
-    Outcome outcome{false, open, {}, {}};
+    Outcome outcome{false, open, {}, {}, {}, {}};
     const Closing closing = plan.together ? close_structure(outcome.loops, plan, closure)
                                           : close_chain(outcome.loops.front(), plan, closure);
     outcome.closed = closing == Closing::closed;
@@ -79,6 +82,11 @@ Outcome outcome_of(const Structure& open, const Plan& plan, std::size_t closure)
 
 void name_knots(Outcome& outcome, KnotNamer& namer) {
     for (const Chain& loop : outcome.reduced) outcome.knots.push_back(namer.name(loop).text());
+    const Structure& loops = outcome.reduced;
+    if (loops.size() == 2) outcome.link = link_of(loops[0], loops[1]).text();
+    if (loops.size() > 1 && loops.size() <= most_linked_chains)
+        outcome.linking =
+            linking_of(std::vector<std::span<const ChainAtom>>(loops.begin(), loops.end())).numbers;
 }
 
 /// Those of the chain's own beads that are left come first.
@@ -91,7 +99,8 @@ Loop loop_of(Chain beads, std::size_t beads_of_chain) {
 }
 
 Specimen specimen_of(Outcome& outcome, const Result& result, std::size_t closure) {
-    Specimen specimen{closure, {}, {}, std::move(outcome.knots)};
+    Specimen specimen{
+        closure, {}, {}, std::move(outcome.knots), std::move(outcome.link), std::move(outcome.linking)};
     for (std::size_t i = 0; i < outcome.loops.size(); ++i) {
         const std::size_t beads = result.components[i].beads;
         specimen.closed.push_back(loop_of(std::move(outcome.loops[i]), beads));
@@ -131,6 +140,8 @@ void count(Result& result, Outcome& outcome, std::size_t closure, Watcher& watch
         count(result.components[i], specimen.reduced[i], closure);
     for (std::size_t i = 0; i < specimen.knots.size(); ++i)
         count(result.components[i].knots, specimen.knots[i]);
+    if (!specimen.link.empty()) count(result.whole.knots, specimen.link);
+    for (std::size_t i = 0; i < specimen.linking.size(); ++i) ++result.pairs[i].numbers[specimen.linking[i]];
     watcher.closure_counted(specimen);
 
     ++result.whole.left[total(specimen.reduced)];
@@ -139,6 +150,12 @@ void count(Result& result, Outcome& outcome, std::size_t closure, Watcher& watch
     if (bare) ++result.whole.bare;
     std::optional<Specimen>& best = bare ? result.first_bare : result.smallest;
     if (!best || (!bare && total(specimen.reduced) < total(best->reduced))) best = std::move(specimen);
+}
+
+void sort(std::vector<KnotCount>& knots) {
+    std::sort(knots.begin(), knots.end(), [](const KnotCount& a, const KnotCount& b) {
+        return a.closures != b.closures ? a.closures > b.closures : a.knot < b.knot;
+    });
 }
 
 Result empty_result(const Molecule& molecule) {
@@ -155,6 +172,9 @@ Result empty_result(const Molecule& molecule) {
         result.whole.beads += tally.beads;
         result.components.push_back(std::move(tally));
     }
+    for (std::size_t i = 0; i < result.components.size(); ++i)
+        for (std::size_t j = i + 1; j < result.components.size(); ++j)
+            if (result.components.size() <= most_linked_chains) result.pairs.push_back({i, j, {}});
     return result;
 }
 
@@ -208,10 +228,8 @@ Result survey(const Molecule& molecule, const Plan& plan, Watcher& watcher) {
         });
         for (std::size_t i = 0; i < batch.size(); ++i) count(result, batch[i], first + i, watcher);
     }
-    for (ComponentTally& tally : result.components)
-        std::sort(tally.knots.begin(), tally.knots.end(), [](const KnotCount& a, const KnotCount& b) {
-            return a.closures != b.closures ? a.closures > b.closures : a.knot < b.knot;
-        });
+    sort(result.whole.knots);
+    for (ComponentTally& tally : result.components) sort(tally.knots);
     return result;
 }
 

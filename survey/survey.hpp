@@ -28,6 +28,8 @@ struct Specimen {
     std::vector<Loop> closed;
     std::vector<Loop> reduced;
     std::vector<std::string> knots; ///< of the loops, see KnotName::text(); none where they are not named
+    std::string link;               ///< of two loops, see link_of()
+    std::vector<int> linking;       ///< numbers of all pairs, in the order of linking_of()
 };
 
 /// A knot and how many closures gave it.
@@ -42,10 +44,21 @@ struct Tally {
     std::size_t beads = 0;
     std::map<std::size_t, std::size_t> left; ///< beads left -> closures
     std::size_t bare = 0;                    ///< closures of which no component kept more than three beads
+    /// The most frequent first, equals by name; none where not named. Of a whole structure: the link of its two
+    /// chains, see link_of(); none for more.
+    std::vector<KnotCount> knots;
 };
 
+/// How two chains of a structure are linked: linking number -> closures.
+struct PairTally {
+    std::size_t one, other;
+    std::map<int, std::size_t> numbers;
+};
+
+/// Structures of more chains get no linking numbers: the work grows with the square of the loops.
+inline constexpr std::size_t most_linked_chains = 100;
+
 struct ComponentTally : Tally {
-    std::vector<KnotCount> knots;    ///< the most frequent first, equals by name; none where not named
     std::string breaks;              ///< CheckDistancesBetweenAtoms()
     std::vector<std::string> labels; ///< of the beads
     struct Smallest {
@@ -62,6 +75,7 @@ struct Result {
     std::string file;
     Tally whole;
     std::vector<ComponentTally> components;
+    std::vector<PairTally> pairs; ///< of a structure, where named
     std::size_t failed = 0;
     std::optional<Specimen> first_bare;
     std::optional<Specimen> smallest; ///< fewest beads among the closures that are not bare

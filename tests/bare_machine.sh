@@ -6,7 +6,7 @@ set -eu
 source=$(git -C "$(dirname "$0")" rev-parse --show-toplevel)
 folder=${1:-/var/tmp/bare_machine}
 [ $# -eq 0 ] || shift
-[ $# -gt 0 ] || set -- './demo && ./check && sed -n "/^    cmake --preset/,/^$/p" README.md | sh -eux'
+[ $# -gt 0 ] || set -- './demo; ./check; sed -n "/^    cmake --preset/,/^$/p" README.md | sh -eux'
 mkdir -p "$folder"
 if [ ! -e "$folder/bare.done" ]; then
     rm -rf "$folder/bare"

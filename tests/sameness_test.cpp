@@ -1,6 +1,8 @@
 // The same results wherever and however the library runs: in threads, by every compiler, at every level
 // of optimisation.
 #include "support/capture.hpp"
+#include "support/chains.hpp"
+#include "support/files.hpp"
 #include "support/operations.hpp"
 
 #include <gtest/gtest.h>
@@ -10,10 +12,6 @@
 
 namespace {
 
-std::string file(std::size_t number) {
-    return testing::TempDir() + "loopwise_sameness_" + std::to_string(number) + ".txt";
-}
-
 TEST(Sameness, ThreadsOnSeparateValuesComeToTheResultsOfOne) {
     constexpr std::size_t threads = 8;
     constexpr int rounds = 5;
@@ -21,12 +19,12 @@ TEST(Sameness, ThreadsOnSeparateValuesComeToTheResultsOfOne) {
     const Silence quiet;
     const auto digests = [](std::size_t number) {
         std::vector<std::uint64_t> results;
+        MemoryFile file;
         for (int round = 0; round < rounds; ++round) {
-            const operations::Values values = operations::make_values(50 + number, file(number));
+            const operations::Values values = operations::make_values(50 + number, file.name());
             for (const operations::Operation& operation : operations::all())
                 if (!operation.draws) results.push_back(operations::digest(operation, values));
         }
-        std::remove(file(number).c_str());
         return results;
     };
     std::vector<std::vector<std::uint64_t>> alone, together(threads);
@@ -37,20 +35,40 @@ TEST(Sameness, ThreadsOnSeparateValuesComeToTheResultsOfOne) {
     for (std::size_t i = 0; i < threads; ++i) EXPECT_EQ(together[i], alone[i]) << "thread " << i;
 }
 
+/// Of all operations on these values: results, warnings and the draws.
+std::uint64_t digest_of_all(const operations::Values& values, unsigned seed) {
+    const Capture printed;
+    operations::Digest warnings;
+    std::uint64_t all = 0;
+    std::srand(seed);
+    for (const operations::Operation& operation : operations::all())
+        all = all * 31 + operations::digest(operation, values);
+    warnings.add(printed.cerr.str() + printed.clog.str());
+    return all * 31 + warnings.value();
+}
+
 /// A new number here means that some result has changed by at least a bit; digest.sh builds the test by
 /// two compilers with many options.
 TEST(Sameness, EveryBuildGivesTheseBits) {
     FillFulerenData();
-    const Silence quiet;
     std::uint64_t all = 0;
-    for (std::uint64_t seed = 0; seed < 20; ++seed) {
-        const operations::Values values = operations::make_values(seed, file(99));
-        std::srand(static_cast<unsigned>(seed));
-        for (const operations::Operation& operation : operations::all())
-            all = all * 31 + operations::digest(operation, values);
+    MemoryFile file;
+    operations::Values values = operations::make_values(0, file.name());
+    for (unsigned seed = 0; seed < 2000; ++seed) {
+        chains::Random random(seed);
+        values.structure = chains::make_structure(random);
+        values.chain = values.structure.empty() ? Chain{} : values.structure[0];
+        all = all * 31 + digest_of_all(values, seed);
     }
-    std::remove(file(99).c_str());
-    EXPECT_EQ(all, 0xa25f'14ff'2609'e446U);
+    EXPECT_EQ(all, 0x3ce5'64a3'cc40'ccaaU);
+    // As many components as there are directions for one way of closing, and one more.
+    for (const std::size_t components : {59U, 60U, 61U, 200U, 201U, 400U, 401U}) {
+        chains::Random random(components);
+        values.structure.resize(components);
+        for (Chain& chain : values.structure) chain = chains::make(chains::Kind::tangle, 4, random);
+        all = all * 31 + digest_of_all(values, 1);
+    }
+    EXPECT_EQ(all, 0xd5ae'b43d'eb84'74fdU);
 }
 
 } // namespace

@@ -28,7 +28,14 @@ std::span<const Command> commands();
 /// Ends the program as for a command line that does not parse.
 [[noreturn]] void refuse_usage(const std::string& reason);
 
+/// Runs the work on one thing and returns what it returns; what it throws becomes one line on stderr, and false.
+bool attempt(const std::string& what, const std::function<bool()>& work);
+
+/// The exit status of a run, after making sure that standard output took all that was written to it.
+int finish_output(bool good);
+
 // The subcommands.
+Action declare_knot(CLI::App& command);
 Action declare_survey(CLI::App& command);
 
 } // namespace loopwise

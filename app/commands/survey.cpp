@@ -4,6 +4,7 @@
 #include "draw/picture.hpp"
 #include "input/input.hpp"
 #include "progress.hpp"
+#include "report/each.hpp"
 #include "report/report.hpp"
 
 #include <chrono>
@@ -45,13 +46,13 @@ Examples:
 
 struct Arguments {
     std::vector<std::string> files;
-    std::string method, chain, svg;
+    std::string method, chain, svg, each;
     std::optional<std::size_t> count;
     std::optional<double> scale;
     std::optional<std::uint64_t> seed;
     std::optional<int> first, last, view;
     unsigned threads = std::max(1U, std::thread::hardware_concurrency());
-    bool structure = false, json = false, csv = false;
+    bool structure = false, no_knots = false, json = false, csv = false;
 };
 
 void declare(CLI::App& app, Arguments& into) {
@@ -80,6 +81,9 @@ void declare(CLI::App& app, Arguments& into) {
         ->check(CLI::Range(0, views - 1))
         ->option_text("0..59")
         ->needs(svg);
+    app.add_option("--each", into.each, "Write a row of CSV for every closure to this file")
+        ->option_text("FILE");
+    app.add_flag("--no-knots", into.no_knots, "Only count the beads left; do not name the knots");
     app.footer(footer);
 }
 
@@ -93,6 +97,7 @@ Plan plan_of(const Arguments& given) {
     Plan plan;
     plan.together = given.structure;
     plan.threads = given.threads;
+    plan.name_knots = !given.no_knots;
     if (!given.method.empty())
         plan.method = methods.at(given.method);
     else if (given.structure)
@@ -121,32 +126,44 @@ class Run {
   public:
     Run(const Arguments& given, const Plan& plan, std::ostream& out)
         : given_(given), plan_(plan), report_(make_report(format(), out, plan)),
-          progress_(given.files.size()) {}
+          progress_(given.files.size()) {
+        if (given.each.empty()) return;
+        each_file_.open(given.each, std::ios::binary);
+        if (!each_file_) throw std::runtime_error(given.each + ": cannot be written");
+        each_.emplace(each_file_, progress_);
+    }
 
     bool all_files() {
         for (const std::string& file : given_.files) {
             ++file_number_;
-            attempt(file, [&] { one_file(file); });
+            try_to(file, [&] { one_file(file); });
         }
         progress_.clear();
         report_->finish();
+        if (each_) try_to(given_.each, [&] { close(each_file_); });
         return good_;
     }
 
   private:
     Format format() const { return given_.json ? Format::json : given_.csv ? Format::csv : Format::text; }
 
-    template <typename Action> void attempt(const std::string& what, const Action& action) {
-        try {
-            action();
-        } catch (const std::exception& failure) {
-            good_ = false;
-            progress_.clear();
-            // Some parsers start with the name of the file or use several lines.
-            std::string reason = failure.what();
-            std::replace(reason.begin(), reason.end(), '\n', ' ');
-            std::cerr << "loopwise: " << (reason.starts_with(what) ? "" : what + ": ") << reason << '\n';
-        }
+    template <typename Work> void try_to(const std::string& what, const Work& work) {
+        good_ = attempt(what,
+                        [&] {
+                            try {
+                                work();
+                            } catch (...) {
+                                progress_.clear();
+                                throw;
+                            }
+                            return true;
+                        }) &&
+                good_;
+    }
+
+    static void close(std::ofstream& file) {
+        file.close();
+        if (!file) throw std::runtime_error("cannot be written");
     }
 
     void one_file(const std::string& file) {
@@ -166,10 +183,11 @@ class Run {
     void one_molecule(Molecule& molecule) {
         const std::string& name = molecule.chains.front().name;
         const std::string label = molecule.file + (given_.structure || name.empty() ? "" : ": chain " + name);
-        attempt(label, [&] {
+        try_to(label, [&] {
             for (NamedChain& named : molecule.chains) cut_as_asked(named);
             progress_.begin(label, file_number_, plan_.closures);
-            const Result result = survey(molecule, plan_, progress_);
+            if (each_) each_->begin(molecule);
+            const Result result = survey(molecule, plan_, each_ ? static_cast<Watcher&>(*each_) : progress_);
             progress_.clear();
             report_->add(result);
             if (result.counted() == 0) throw std::runtime_error("every closure failed");
@@ -184,11 +202,10 @@ class Run {
     }
 
     void draw(const Result& result) {
-        attempt(given_.svg, [&] {
+        try_to(given_.svg, [&] {
             std::ofstream file(given_.svg, std::ios::binary);
             file << picture(result, plan_, given_.view);
-            file.close();
-            if (!file) throw std::runtime_error("cannot be written");
+            close(file);
         });
     }
 
@@ -196,6 +213,8 @@ class Run {
     const Plan& plan_;
     std::unique_ptr<Report> report_;
     Progress progress_;
+    std::ofstream each_file_;
+    std::optional<EachClosure> each_;
     std::size_t file_number_ = 0;
     bool drawn_ = false;
     bool good_ = true;
@@ -203,12 +222,7 @@ class Run {
 
 int run(const Arguments& given) {
     const Plan plan = plan_of(given);
-    bool good = Run(given, plan, std::cout).all_files();
-    if (!std::cout.flush()) {
-        std::cerr << "loopwise: standard output: cannot be written\n";
-        good = false;
-    }
-    return good ? 0 : exit_failure;
+    return finish_output(Run(given, plan, std::cout).all_files());
 }
 
 } // namespace

@@ -91,15 +91,25 @@ std::string counted(std::size_t count, const std::string& what) {
     return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
+/// The verdict on a single chain, or on the two of a structure.
+std::string knot_shown(const Result& result) {
+    const Tally& tally = result.components.size() == 1 ? result.components.front() : result.whole;
+    if (tally.knots.empty()) return "";
+    const KnotCount& most = tally.knots.front();
+    return ", " + most.knot + " in " +
+           std::to_string((200 * most.closures + result.counted()) / (2 * result.counted())) +
+           " % of closures";
+}
+
 std::string title(const Result& result) {
     std::filesystem::path file = std::filesystem::path(result.file).filename();
     if (file.extension() == ".gz") file = file.stem();
     const char* const noun = result.components.size() > 1 ? ", chains " : ", chain ";
     const std::string chains = result.whole.name.empty() ? "" : noun + result.whole.name;
-    return words({0.5 * page_width, 38.0},
-                 file.stem().string() + chains + ": " + counted(result.whole.beads, "residue"),
-                 "text-anchor=\"middle\" font-size=\"26\" font-weight=\"bold\" fill=\"" + std::string(ink) +
-                     "\"");
+    return words(
+        {0.5 * page_width, 38.0},
+        file.stem().string() + chains + ": " + counted(result.whole.beads, "residue") + knot_shown(result),
+        "text-anchor=\"middle\" font-size=\"26\" font-weight=\"bold\" fill=\"" + std::string(ink) + "\"");
 }
 
 std::string subtitle(const Result& result, const Plan& plan, int view) {

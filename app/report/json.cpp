@@ -13,6 +13,23 @@ Json json_of(const std::map<std::size_t, std::size_t>& left) {
     return pairs;
 }
 
+Json json_of(const std::vector<KnotCount>& knots, std::size_t closures) {
+    Json list = Json::array();
+    for (const KnotCount& count : knots)
+        list.push_back({{"knot", count.knot},
+                        {"closures", count.closures},
+                        {"share", static_cast<double>(count.closures) / static_cast<double>(closures)}});
+    return list;
+}
+
+Json json_of(const Result& result, const PairTally& pair) {
+    Json numbers = Json::array();
+    for (const auto& [number, closures] : pair.numbers)
+        numbers.push_back({{"number", number}, {"closures", closures}});
+    return {{"chains", {result.components[pair.one].name, result.components[pair.other].name}},
+            {"linking", numbers}};
+}
+
 Json json_of(const std::optional<ComponentTally::Smallest>& smallest, const ComponentTally& component) {
     if (!smallest) return nullptr;
     const auto& [closure, loop] = *smallest;
@@ -22,10 +39,11 @@ Json json_of(const std::optional<ComponentTally::Smallest>& smallest, const Comp
     return {{"beads", loop.beads.size()}, {"closure", closure}, {"labels", beads}};
 }
 
-Json json_of(const ComponentTally& tally) {
+Json json_of(const ComponentTally& tally, std::size_t closures) {
     return {{"chain", tally.name},
             {"beads", tally.beads},
             {"breaks", tally.breaks == unbroken ? Json(nullptr) : Json(tally.breaks)},
+            {"knots", json_of(tally.knots, closures)},
             {"down_to_three", tally.bare},
             {"left", json_of(tally.left)},
             {"fewest_left", json_of(tally.smallest, tally)}};
@@ -48,10 +66,13 @@ class JsonReport final : public Report {
     void add(const Result& result) override {
         Json entry = {{"file", result.file}, {"failed", result.failed}};
         if (together_) {
+            entry["links"] = json_of(result.whole.knots, result.counted());
+            for (const PairTally& pair : result.pairs) entry["pairs"].push_back(json_of(result, pair));
             entry["down_to_three"] = result.whole.bare;
             entry["left"] = json_of(result.whole.left);
         }
-        for (const ComponentTally& tally : result.components) entry["chains"].push_back(json_of(tally));
+        for (const ComponentTally& tally : result.components)
+            entry["chains"].push_back(json_of(tally, result.counted()));
         // A file name may be no UTF-8, which would make the dump throw.
         out_ << (first_ ? "\n" : ",\n") << entry.dump(-1, ' ', false, Json::error_handler_t::replace);
         out_.flush();

@@ -5,6 +5,13 @@
 
 namespace loopwise {
 
+std::string csv_field(const std::string& field) {
+    if (field.find_first_of(",\"\r\n") == std::string::npos) return field;
+    std::string text = "\"";
+    for (const char c : field) text += c == '"' ? "\"\"" : std::string(1, c);
+    return text + '"';
+}
+
 std::string scale_text(double scale) {
     std::ostringstream text;
     text.imbue(std::locale::classic());

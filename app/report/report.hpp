@@ -29,6 +29,9 @@ std::unique_ptr<Report> make_csv_report(std::ostream& out, const Plan& plan);
 /// What CheckDistancesBetweenAtoms() says of a chain without breaks.
 inline constexpr const char* unbroken = "OK";
 
+/// The text as one field of CSV, in quotes where it needs them.
+std::string csv_field(const std::string& text);
+
 /// A number as streams write it, whatever the locale.
 std::string scale_text(double scale);
 

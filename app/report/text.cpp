@@ -39,6 +39,8 @@ class TextReport final : public Report {
             out_ << "  failed to close: " << result.failed << " of " << plan_.closures << '\n';
         if (result.counted() > 0 && plan_.together) {
             out_ << "  all chains together\n";
+            show_knots(result.whole, result.counted());
+            show_linking(result);
             show(result.whole, result.counted());
         }
         if (result.counted() > 0)
@@ -65,7 +67,7 @@ class TextReport final : public Report {
     }
 
     /// The verdict in one line, and all names where there are several.
-    void show_knots(const ComponentTally& tally, std::size_t closures) {
+    void show_knots(const Tally& tally, std::size_t closures) {
         if (tally.knots.empty()) return;
         out_ << "  " << tally.knots.front().knot << " in " << percent(tally.knots.front().closures, closures)
              << " of " << closures << (closures == 1 ? " closure\n" : " closures\n");
@@ -74,6 +76,19 @@ class TextReport final : public Report {
         for (const KnotCount& count : tally.knots)
             out_ << "  " << std::left << std::setw(14) << count.knot << std::right << std::setw(9)
                  << count.closures << std::setw(9) << percent(count.closures, closures) << '\n';
+    }
+
+    /// Pairs that no closure links are left out.
+    void show_linking(const Result& result) {
+        for (const PairTally& pair : result.pairs) {
+            if (pair.numbers.empty() || (pair.numbers.size() == 1 && pair.numbers.begin()->first == 0))
+                continue;
+            out_ << "  chains " << name_in_text(result.components[pair.one]) << " and "
+                 << name_in_text(result.components[pair.other]) << ", linking number:";
+            for (const auto& [number, closures] : pair.numbers)
+                out_ << ' ' << number << " in " << closures
+                     << (&number == &pair.numbers.rbegin()->first ? "\n" : ",");
+        }
     }
 
     void show(const Tally& tally, std::size_t closures) {

@@ -13,9 +13,9 @@ using namespace modular;
 
 // The polynomial is the determinant of a matrix of entries of degree at most 1, with one row and one column for all
 // crossings but one: of degree less than n for n crossings. It is found from its values at t = 1 to n modulo a prime.
-// Kauffman ("Formal knot theory", 1983) writes it as a sum of one power of t, with a sign, for each state of the diagram;
-// states are spanning trees of its checkerboard graph, which are sets of its n edges. So no coefficient is larger
-// than 2^n, and the residue nearest to 0 is the coefficient itself.
+// Kauffman ("Formal knot theory", 1983) writes it as a sum of one power of t, with a sign, for each state of the
+// diagram; states are spanning trees of its checkerboard graph, which are sets of its n edges. So no coefficient is
+// larger than 2^n, and the residue nearest to 0 is the coefficient itself.
 constexpr std::size_t most = most_crossings;
 static_assert(most_crossings <= 59, "coefficients have to stay below half of the prime");
 
@@ -82,7 +82,8 @@ Fraction determinant(std::vector<std::uint64_t>& matrix, std::size_t size) {
     return result;
 }
 
-Fraction value_at(std::uint64_t t, const std::vector<Relation>& relations, std::vector<std::uint64_t>& matrix) {
+Fraction value_at(std::uint64_t t, const std::vector<Relation>& relations,
+                  std::vector<std::uint64_t>& matrix) {
     const std::size_t size = relations.size() - 1;
     matrix.assign(size * size, 0);
     for (std::size_t row = 0; row < size; ++row) {

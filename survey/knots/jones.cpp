@@ -49,7 +49,8 @@ Order order_from(const Diagram& diagram, int start) {
             if (neighbour == next) continue;
             const auto n = static_cast<std::size_t>(neighbour);
             width += done[n] ? -1 : 1;
-            if (!done[n] && ends[n]++ == 0 && std::find(waiting.begin(), waiting.end(), neighbour) == waiting.end())
+            if (!done[n] && ends[n]++ == 0 &&
+                std::find(waiting.begin(), waiting.end(), neighbour) == waiting.end())
                 waiting.push_back(neighbour);
         }
         order.width = std::max(order.width, width);
@@ -140,7 +141,8 @@ void Contraction::advance_front(int crossing) {
             gluings_.push_back({here, static_cast<std::uint8_t>(there)});
             front_[static_cast<std::size_t>(there)] = -1;
         } else if (crossing_of(end) == crossing && end > d)
-            gluings_.push_back({here, static_cast<std::uint8_t>(width + static_cast<std::size_t>(place_of(end)))});
+            gluings_.push_back(
+                {here, static_cast<std::uint8_t>(width + static_cast<std::size_t>(place_of(end)))});
     }
     std::vector<Dart>& front = front_;
     std::size_t next = 0;
@@ -222,7 +224,8 @@ bool Contraction::sum_up() {
         const State &from = states_[c.from], &to = next_[c.to];
         const auto length = static_cast<std::size_t>((from.highest - from.lowest) / 4 + 1);
         const int lowest = from.lowest + c.shift - 2 * c.circles;
-        std::int64_t* const sums = &sums_[to.coefficients + static_cast<std::size_t>((lowest - to.lowest) / 4)];
+        std::int64_t* const sums =
+            &sums_[to.coefficients + static_cast<std::size_t>((lowest - to.lowest) / 4)];
         const std::int64_t* const source = &coefficients_[from.coefficients];
         for (int k = 0; k <= c.circles; ++k)
             for (std::size_t i = 0; i < length; ++i) {
@@ -245,7 +248,8 @@ std::optional<Laurent> jones(const Diagram& diagram) {
     std::vector<bool> drawn(static_cast<std::size_t>(diagram.loops), false);
     for (const Crossing& c : diagram.crossings)
         for (const int loop : {c.under, c.over})
-            if (!drawn[static_cast<std::size_t>(loop)]) drawn[static_cast<std::size_t>(loop)] = true, --circles;
+            if (!drawn[static_cast<std::size_t>(loop)])
+                drawn[static_cast<std::size_t>(loop)] = true, --circles;
 
     // The bracket in powers of A, every fourth, that of one circle being 1.
     int lowest = 0;
@@ -263,7 +267,8 @@ std::optional<Laurent> jones(const Diagram& diagram) {
         lowest = state->lowest + 2;
         bracket.clear();
         for (int power = state->lowest; power < state->highest; power += 4)
-            bracket.push_back(-contraction.coefficient(*state, power) - (bracket.empty() ? 0 : bracket.back()));
+            bracket.push_back(-contraction.coefficient(*state, power) -
+                              (bracket.empty() ? 0 : bracket.back()));
     }
     for (; circles > 0; --circles, lowest -= 2) {
         bracket.push_back(0);

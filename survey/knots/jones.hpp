@@ -17,8 +17,8 @@ constexpr int widest_front = 24;
 /// the unknot, t + t^3 - t^4 for the right-handed trefoil. Of a link, the one that no direction of its loops matters
 /// to: the writhe leaves out crossings between different loops.
 ///
-/// Nothing where the diagram is larger than the limits above, or where a coefficient leaves the 64-bit range on the way.
-/// The time is that of the diagram's narrowest front found, at most about a tenth of a second.
+/// Nothing where the diagram is larger than the limits above, or where a coefficient leaves the 64-bit range on the
+/// way. The time grows with the narrowest front found: about a tenth of a second at most.
 std::optional<Laurent> jones(const Diagram& diagram);
 
 } // namespace loopwise

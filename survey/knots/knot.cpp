@@ -68,9 +68,12 @@ KnotName name_of(const Diagram& diagram) {
     return result;
 }
 
-/// A diagram's signed Gauss code from the start that makes it the smallest: equal for equal diagrams on the sphere, which
-/// the code determines.
+/// A diagram's signed Gauss code from the start that makes it the smallest: equal for equal diagrams on the sphere,
+/// which the code determines.
 constexpr int largest_code = 20;
+/// Then a memory starts anew.
+constexpr std::size_t most_remembered = 10'000;
+
 std::string code_of(const Diagram& diagram) {
     std::string best;
     std::array<signed char, largest_code> number;
@@ -96,7 +99,7 @@ std::string code_of(const Diagram& diagram) {
 View reduced_view(std::span<const ChainAtom> loop) {
     const std::array<std::span<const ChainAtom>, 1> loops{without_copy_of_first(loop)};
     View view = look_at(loops);
-    if (view.fault == PolygonFault::none) simplify(view.diagram);
+    if (view.fault == PolygonFault::none) simplify(view.diagram, table_crossings);
     return view;
 }
 
@@ -121,7 +124,7 @@ std::string KnotName::text() const {
 }
 
 KnotName knot_of(Diagram diagram) {
-    simplify(diagram);
+    simplify(diagram, table_crossings);
     return name_of(diagram);
 }
 
@@ -138,6 +141,7 @@ const KnotName& KnotNamer::name(std::span<const ChainAtom> loop) {
     std::string code = code_of(view.diagram);
     const auto known = known_.find(code);
     if (known != known_.end()) return known->second;
+    if (known_.size() >= most_remembered) known_.clear();
     return known_.emplace(std::move(code), name_of(view.diagram)).first->second;
 }
 

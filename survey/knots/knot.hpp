@@ -30,9 +30,9 @@ struct KnotName {
     /// Whether every knot that the diagram can be is among the names: it has at most nine crossings or is the
     /// unknot. Otherwise a knot of more than nine crossings may have the same polynomials.
     bool proven = false;
-    int crossings = 0;  ///< of the diagram after all moves
-    Laurent jones;      ///< without coefficients when not computed
-    Laurent alexander;  ///< likewise
+    int crossings = 0; ///< of the diagram after all moves
+    Laurent jones;     ///< without coefficients when not computed
+    Laurent alexander; ///< likewise
 
     /// "+3_1"; "9_12 or 4_1 # 5_2" with their hands; "unknown: " and the Jones polynomial; "not named: 71 crossings";
     /// "not named: repeated beads".
@@ -52,6 +52,7 @@ KnotName knot_of(Diagram diagram);
 /// time.
 class KnotNamer {
   public:
+    /// The name stays until the next call.
     const KnotName& name(std::span<const ChainAtom> loop);
 
   private:

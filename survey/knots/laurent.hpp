@@ -15,9 +15,7 @@ struct Laurent {
     std::vector<std::int64_t> coefficients;
 
     static Laurent one() { return {0, {1}}; }
-    int twice_highest() const {
-        return twice_lowest + 2 * (static_cast<int>(coefficients.size()) - 1);
-    }
+    int twice_highest() const { return twice_lowest + 2 * (static_cast<int>(coefficients.size()) - 1); }
     bool operator==(const Laurent&) const = default;
 };
 

@@ -35,7 +35,8 @@ class Search {
         if (det < least || (!last && det < least * least)) return;
         for (std::size_t i = first; i < table_.size(); ++i) {
             const TableKnot& knot = table_[i];
-            if (last ? !(knot.determinant == det && knot.print == rest) : det % knot.determinant != 0) continue;
+            if (last ? !(knot.determinant == det && knot.print == rest) : det % knot.determinant != 0)
+                continue;
             factors_[depth] = i;
             if (!last)
                 extend(depth + 1, count, i, det / knot.determinant,
@@ -57,7 +58,8 @@ class Search {
 
     void keep(std::size_t count) {
         std::string name;
-        for (std::size_t i = 0; i < count; ++i) name.append(i > 0 ? " # " : "").append(table_[factors_[i]].name);
+        for (std::size_t i = 0; i < count; ++i)
+            name.append(i > 0 ? " # " : "").append(table_[factors_[i]].name);
         found_.push_back(std::move(name));
     }
 };

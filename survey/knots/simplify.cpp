@@ -1,12 +1,14 @@
 #include "knots/simplify.hpp"
 
-#include "knots/table.hpp"
-
 #include <algorithm>
 #include <optional>
 
 namespace loopwise {
 namespace {
+
+/// Larger diagrams, and those that take more steps, are left as they are: nothing is named that takes seconds.
+constexpr int most_crossings_to_reroute = 3000;
+constexpr long long most_steps = 15'000'000;
 
 /// The piece of a strand from one edge to another, over all crossings between them or under all.
 struct Stretch {
@@ -31,6 +33,8 @@ class Rerouting {
     std::vector<int> reached_;     ///< of faces: the last search that came there
     std::vector<Dart> entered_by_; ///< of faces: the end whose edge was crossed
     int search_ = 0;
+    Dart turn_ = 0;       ///< whose turn it is to start a stretch
+    long long steps_ = 0; ///< ends of edges looked at so far
 
     void find_faces();
     Stretch stretch_from(Dart out, bool under) const;
@@ -48,6 +52,7 @@ void Rerouting::find_faces() {
             face_[static_cast<std::size_t>(d)] = static_cast<int>(any_end_.size());
         any_end_.push_back(start);
     }
+    steps_ += static_cast<long long>(diagram_.mate.size());
     on_stretch_.assign(diagram_.mate.size(), 0);
     reached_.assign(any_end_.size(), 0);
     entered_by_.assign(any_end_.size(), -1);
@@ -92,8 +97,11 @@ std::optional<Route> Rerouting::shorter_route(const Stretch& stretch) {
     const auto around = [&](int face, auto&& visit) {
         const Dart first = any_end_[static_cast<std::size_t>(face)];
         Dart d = first;
-        do visit(d), d = turned(diagram_.across(d), 3);
-        while (d != first);
+        do {
+            visit(d);
+            d = turned(diagram_.across(d), 3);
+            ++steps_;
+        } while (d != first);
     };
     const auto free = [&](Dart d) { return on_stretch_[static_cast<std::size_t>(d)] == search_; };
     for (std::size_t crossed = 0; crossed < stretch.crossings.size() && !here.empty(); ++crossed) {
@@ -141,8 +149,8 @@ bool Rerouting::lay(Stretch stretch, Route route, bool under) {
         stretch.crossings.pop_back();
         const int left = under ? 0 : upwards ? 3 : 1;
         const Dart in = 4 * crossing + left;
-        diagram_.crossings[static_cast<std::size_t>(crossing)] = {
-            upwards != under ? 1 : -1, under ? loop : other, under ? other : loop};
+        diagram_.crossings[static_cast<std::size_t>(crossing)] = {upwards != under ? 1 : -1,
+                                                                  under ? loop : other, under ? other : loop};
         diagram_.link(from, in);
         diagram_.link(start, turned(in, 1));
         diagram_.link(end, turned(in, 3));
@@ -152,9 +160,12 @@ bool Rerouting::lay(Stretch stretch, Route route, bool under) {
     return true;
 }
 
+/// Goes on where the last improvement was, until every end has had its turn in vain.
 bool Rerouting::improve_once() {
     find_faces();
-    for (Dart out = 0; out < static_cast<Dart>(diagram_.mate.size()); ++out) {
+    const auto ends = static_cast<Dart>(diagram_.mate.size());
+    for (Dart tried = 0; tried < ends && steps_ < most_steps; ++tried) {
+        const Dart out = turn_++ % ends;
         if (!diagram_.is_out(out)) continue;
         for (const bool under : {false, true}) {
             const Stretch stretch = stretch_from(out, under);
@@ -174,7 +185,8 @@ bool undo_at(Diagram& diagram, int crossing) {
             diagram.dissolve(crossing);
             return true;
         }
-        if (crossing_of(end) != crossing && diagram.across(next) == turned(end, 3) && is_under(d) == is_under(end)) {
+        if (crossing_of(end) != crossing && diagram.across(next) == turned(end, 3) &&
+            is_under(d) == is_under(end)) {
             diagram.dissolve(crossing);
             diagram.dissolve(crossing_of(end));
             return true;
@@ -196,10 +208,11 @@ bool undo_kinks_and_bigons(Diagram& diagram) {
     return any;
 }
 
-void simplify(Diagram& diagram) {
+void simplify(Diagram& diagram, int enough) {
     undo_kinks_and_bigons(diagram);
+    if (diagram.size() > most_crossings_to_reroute) return;
     Rerouting rerouting(diagram);
-    while (diagram.size() > table_crossings && rerouting.improve_once()) {
+    while (diagram.size() > enough && rerouting.improve_once()) {
         diagram.renumber();
         undo_kinks_and_bigons(diagram);
     }

@@ -21,10 +21,12 @@ std::uint64_t value(const Laurent& polynomial) {
         sum = modular::add(modular::multiply(sum, place), modular::residue(*c));
     const int lowest = polynomial.twice_lowest / 2;
     const std::uint64_t base = lowest < 0 ? inverse_place : place;
-    return modular::multiply(sum, modular::power(base, static_cast<std::uint64_t>(lowest < 0 ? -lowest : lowest)));
+    return modular::multiply(sum,
+                             modular::power(base, static_cast<std::uint64_t>(lowest < 0 ? -lowest : lowest)));
 }
 
-TableKnot entry(const std::string& name, const Laurent& jones_polynomial, const Laurent& alexander_polynomial) {
+TableKnot entry(const std::string& name, const Laurent& jones_polynomial,
+                const Laurent& alexander_polynomial) {
     const Fingerprint print = fingerprint(jones_polynomial, alexander_polynomial);
     return {name,
             jones_polynomial,
@@ -53,7 +55,9 @@ std::vector<TableKnot> computed() {
 
 } // namespace
 
-Fingerprint fingerprint(const Laurent& jones, const Laurent& alexander) { return {value(jones), value(alexander)}; }
+Fingerprint fingerprint(const Laurent& jones, const Laurent& alexander) {
+    return {value(jones), value(alexander)};
+}
 
 const std::vector<TableKnot>& knot_table() {
     static const std::vector<TableKnot> table = computed();

@@ -16,19 +16,25 @@ namespace {
 //   coordinate in the picture   at most 1.74, wrong by at most 1.74 (u + 3u)              < 8 u
 //   difference of two           at most 3.48, wrong by at most 2 * 8u + 3.48u              < 20 u
 //   orientation, two products   at most 24.3, wrong by at most 4 * 3.48 * 20u + 49u         < 512 u
-//   determinant, six products   at most 252, wrong by at most 18 * 12.2 * 20u + 1200u       < 8192 u
 // An orientation has to be twice as far from 0 as that, so that its reciprocal can be bounded too.
+// Which of two strands is above does not depend on the frame: the determinant is that of the beads as given. Each of
+// its entries is one difference, wrong by a factor of 1 + u at most; each of its six terms takes two products and three
+// sums: together at most 9 u of the sum of their sizes, which is itself added up to within 8 u of it. What underflow
+// takes away is far less than the least volume.
 constexpr double u = 0x1p-53;
 constexpr double coordinate_error = 8 * u;
 constexpr double orientation_error = 512 * u;
 constexpr double surely_turned = 2 * orientation_error;
-constexpr double surely_above = 8192 * u;
+constexpr double depth_error = 16 * u;
+constexpr double least_volume = 0x1p-1000;
 
 /// The fewest crossings among so many pictures that can be read are taken; of so many directions in all.
 constexpr int pictures_wanted = 6;
 constexpr int directions = 48;
-/// A knot with as few crossings has none.
+/// A diagram of a knot with no more crossings is one of the unknot.
 constexpr std::size_t few_enough = 2;
+/// From here on another direction cannot help.
+constexpr std::size_t far_too_many = 3000;
 
 struct Frame {
     std::array<double, 9> rows;
@@ -45,9 +51,15 @@ constexpr std::array<Frame, directions> make_frames() {
     for (Frame& frame : frames) {
         const double a = draw(), b = draw(), c = draw(), d = draw();
         const double s = 1 / (a * a + b * b + c * c + d * d);
-        frame.rows = {(a * a + b * b - c * c - d * d) * s, 2 * (b * c - a * d) * s, 2 * (b * d + a * c) * s,
-                      2 * (b * c + a * d) * s, (a * a - b * b + c * c - d * d) * s, 2 * (c * d - a * b) * s,
-                      2 * (b * d - a * c) * s, 2 * (c * d + a * b) * s, (a * a - b * b - c * c + d * d) * s};
+        frame.rows = {(a * a + b * b - c * c - d * d) * s,
+                      2 * (b * c - a * d) * s,
+                      2 * (b * d + a * c) * s,
+                      2 * (b * c + a * d) * s,
+                      (a * a - b * b + c * c - d * d) * s,
+                      2 * (c * d - a * b) * s,
+                      2 * (b * d - a * c) * s,
+                      2 * (c * d + a * b) * s,
+                      (a * a - b * b - c * c + d * d) * s};
     }
     return frames;
 }
@@ -88,12 +100,17 @@ class Viewer {
     };
     enum class Meeting { none, crossing, unsure };
 
-    std::vector<PointR3> beads_, seen_;
+    std::vector<PointR3> given_; ///< as given, up to a power of two
+    std::vector<PointR3> beads_; ///< from the first one on, and scaled: no coordinate exceeds 1
+    std::vector<PointR3> seen_;  ///< in the frame
+    double scale_[2] = {1, 1};   ///< one factor alone may be out of range
     std::vector<Segment> segments_;
     std::vector<Box> boxes_;
     int loops_ = 0;
 
     const PointR3& seen(int bead) const { return seen_[static_cast<std::size_t>(bead)]; }
+    PointR3 way_between(int from, int to) const;
+    int side_of_volume(int a, int b, int c, int d) const;
     void project(const Frame& frame);
     bool folds_back(const Segment& s) const;
     Meeting meet(int one, int other, std::vector<Passage>& passages, std::vector<int>& signs) const;
@@ -110,26 +127,28 @@ PolygonFault Viewer::take(std::span<const std::span<const ChainAtom>> loops) {
                 largest = std::max(largest, std::fabs(x));
             }
     }
-    // So that no difference overflows.
-    const double shrink = largest < 0x1p1022 ? 1 : 0.25;
-    const ChainAtom origin = loops.front().front();
-    double reach = 0;
+    const double shrink = largest < 0x1p1022 ? 1 : 0.25; // so that no difference overflows
     for (const auto loop : loops) {
-        const int start = static_cast<int>(beads_.size()), count = static_cast<int>(loop.size());
+        const int start = static_cast<int>(given_.size()), count = static_cast<int>(loop.size());
         for (int i = 0; i < count; ++i) {
             const ChainAtom& a = loop[static_cast<std::size_t>(i)];
-            beads_.push_back({shrink * a.x - shrink * origin.x, shrink * a.y - shrink * origin.y,
-                              shrink * a.z - shrink * origin.z});
-            for (const double x : {beads_.back().x, beads_.back().y, beads_.back().z})
-                reach = std::max(reach, std::fabs(x));
-            const int next = (i + 1) % count;
-            segments_.push_back({start + i, start + next, start + next, loops_});
+            given_.push_back({shrink * a.x, shrink * a.y, shrink * a.z});
+            const int next = start + (i + 1) % count;
+            segments_.push_back({start + i, next, next, loops_});
         }
         ++loops_;
     }
+    const int count = static_cast<int>(given_.size());
+    double reach = 0;
+    for (int i = 0; i < count; ++i) {
+        const PointR3 way = way_between(0, i);
+        reach = std::max({reach, std::fabs(way.x), std::fabs(way.y), std::fabs(way.z)});
+    }
     if (!(reach > 0)) return PolygonFault::repeated_beads;
-    const int power = -std::ilogb(reach) - 1;
-    for (PointR3& p : beads_) p = {std::scalbn(p.x, power), std::scalbn(p.y, power), std::scalbn(p.z, power)};
+    const int power = -std::ilogb(reach) - 1, half = power / 2;
+    scale_[0] = std::scalbn(1, half);
+    scale_[1] = std::scalbn(1, power - half);
+    for (int i = 0; i < count; ++i) beads_.push_back(way_between(0, i));
     return PolygonFault::none;
 }
 
@@ -146,8 +165,8 @@ void Viewer::project(const Frame& frame) {
         const PointR3 &a = seen(segments_[s].from), &b = seen(segments_[s].to);
         const auto [left, right] = std::minmax(a.x, b.x);
         const auto [bottom, top] = std::minmax(a.y, b.y);
-        boxes_.push_back({left, right + 2 * coordinate_error, bottom, top + 2 * coordinate_error,
-                          static_cast<int>(s)});
+        boxes_.push_back(
+            {left, right + 2 * coordinate_error, bottom, top + 2 * coordinate_error, static_cast<int>(s)});
     }
     std::sort(boxes_.begin(), boxes_.end(), [](const Box& a, const Box& b) { return a.left < b.left; });
 }
@@ -159,13 +178,36 @@ bool Viewer::folds_back(const Segment& s) const {
     return !(std::fabs(cross(here, next)) > surely_turned || dot(here, next) > surely_turned);
 }
 
+PointR3 Viewer::way_between(int from, int to) const {
+    const PointR3 &a = given_[static_cast<std::size_t>(from)], &b = given_[static_cast<std::size_t>(to)];
+    const auto scaled = [this](double x) { return x * scale_[0] * scale_[1]; };
+    return {scaled(b.x - a.x), scaled(b.y - a.y), scaled(b.z - a.z)};
+}
+
+/// The sign of det(b - a, d - c, c - a); 0 where it is not sure.
+int Viewer::side_of_volume(int a, int b, int c, int d) const {
+    const PointR3 v = way_between(a, b), w = way_between(c, d), r = way_between(a, c);
+    const double terms[3][2] = {{r.x * (v.y * w.z), r.x * (v.z * w.y)},
+                                {r.y * (v.z * w.x), r.y * (v.x * w.z)},
+                                {r.z * (v.x * w.y), r.z * (v.y * w.x)}};
+    double volume = 0, size = 0;
+    for (const auto& [plus, minus] : terms) {
+        volume += plus - minus;
+        size += std::fabs(plus) + std::fabs(minus);
+    }
+    if (!(std::fabs(volume) > depth_error * size + least_volume)) return 0;
+    return volume > 0 ? 1 : -1;
+}
+
 /// Two segments without a common bead, in the picture and in depth.
 ///
 /// With U = b - a, V = d - c, W = c - a and the crossing at a + sU = c + tV in the picture, sU - tV - W is
 /// (0, 0, h), h the height of the first over the second; so det(U, V, W) = -h (U x V), and U x V has the sign of
 /// the side of ab that d is on.
-Viewer::Meeting Viewer::meet(int one, int other, std::vector<Passage>& passages, std::vector<int>& signs) const {
-    const Segment &p = segments_[static_cast<std::size_t>(one)], &q = segments_[static_cast<std::size_t>(other)];
+Viewer::Meeting Viewer::meet(int one, int other, std::vector<Passage>& passages,
+                             std::vector<int>& signs) const {
+    const Segment &p = segments_[static_cast<std::size_t>(one)],
+                  &q = segments_[static_cast<std::size_t>(other)];
     const PointR3 &a = seen(p.from), &b = seen(p.to), &c = seen(q.from), &d = seen(q.to);
     const Flat ab = way(a, b), cd = way(c, d), ac = way(a, c);
     const double c_side = cross(ab, ac), d_side = cross(ab, way(a, d));
@@ -178,10 +220,8 @@ Viewer::Meeting Viewer::meet(int one, int other, std::vector<Passage>& passages,
     for (const double side : {a_side, b_side, c_side, d_side})
         if (!(std::fabs(side) > surely_turned)) return Meeting::unsure;
 
-    const double uz = b.z - a.z, vz = d.z - c.z, wz = c.z - a.z;
-    const double volume =
-        ac.x * (ab.y * vz - uz * cd.y) + ac.y * (uz * cd.x - ab.x * vz) + wz * (ab.x * cd.y - ab.y * cd.x);
-    if (!(std::fabs(volume) > surely_above)) return Meeting::unsure;
+    const int volume = side_of_volume(p.from, p.to, q.from, q.to);
+    if (volume == 0) return Meeting::unsure;
     const bool over = (volume > 0) != (d_side > 0);
     const int crossing = static_cast<int>(signs.size());
     signs.push_back(over == (d_side > 0) ? 1 : -1);
@@ -199,15 +239,17 @@ bool Viewer::look(const Frame& frame, std::vector<Passage>& passages, std::vecto
     signs.clear();
     project(frame);
     for (const Segment& s : segments_) {
-        const bool triangle = segments_[static_cast<std::size_t>(segments_[static_cast<std::size_t>(s.next)].next)]
-                                  .to == s.from;
+        const bool triangle =
+            segments_[static_cast<std::size_t>(segments_[static_cast<std::size_t>(s.next)].next)].to ==
+            s.from;
         if (!triangle && folds_back(s)) return false;
     }
     for (auto i = boxes_.begin(); i != boxes_.end(); ++i) {
         const int next = segments_[static_cast<std::size_t>(i->segment)].next;
         for (auto j = i + 1; j != boxes_.end() && j->left <= i->right; ++j) {
             if (j->bottom > i->top || j->top < i->bottom) continue;
-            if (j->segment == next || segments_[static_cast<std::size_t>(j->segment)].next == i->segment) continue;
+            if (j->segment == next || segments_[static_cast<std::size_t>(j->segment)].next == i->segment)
+                continue;
             if (meet(i->segment, j->segment, passages, signs) == Meeting::unsure) return false;
         }
     }
@@ -224,8 +266,12 @@ Diagram Viewer::drawn(const std::vector<Passage>& passages, const std::vector<in
     Diagram diagram;
     diagram.loops = loops_;
     for (const int sign : signs) diagram.add({sign, 0, 0});
-    const auto loop_of = [this](const Passage& p) { return segments_[static_cast<std::size_t>(p.segment)].loop; };
-    const auto in = [&diagram](const Passage& p) { return p.over ? diagram.over_in(p.crossing) : 4 * p.crossing; };
+    const auto loop_of = [this](const Passage& p) {
+        return segments_[static_cast<std::size_t>(p.segment)].loop;
+    };
+    const auto in = [&diagram](const Passage& p) {
+        return p.over ? diagram.over_in(p.crossing) : 4 * p.crossing;
+    };
     for (std::size_t start = 0, i = 0; i < passages.size(); ++i) {
         const Passage& p = passages[i];
         Crossing& crossing = diagram.crossings[static_cast<std::size_t>(p.crossing)];
@@ -268,7 +314,9 @@ View look_at(std::span<const std::span<const ChainAtom>> loops) {
             fewest_passages.swap(passages);
             fewest_signs.swap(signs);
         }
-        if (++pictures == pictures_wanted || fewest_signs.size() <= few_enough) break;
+        ++pictures;
+        const std::size_t fewest = fewest_signs.size();
+        if (pictures == pictures_wanted || fewest <= few_enough || fewest >= far_too_many) break;
     }
     const bool repeated = std::any_of(loops.begin(), loops.end(), has_repeated_beads);
     if (repeated)

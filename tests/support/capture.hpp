@@ -1,44 +1,32 @@
-// What the library prints while an object of this class lives, stream by stream.
+// What the library prints: kept stream by stream, or thrown away.
 #pragma once
 
 #include <iostream>
 #include <sstream>
 #include <string>
 
-class Capture {
+/// Sends what the three streams print elsewhere while it lives.
+class Redirection {
   public:
-    Capture()
-        : out_(std::cout.rdbuf(cout.rdbuf())), err_(std::cerr.rdbuf(cerr.rdbuf())),
-          log_(std::clog.rdbuf(clog.rdbuf())) {}
-    Capture(const Capture&) = delete;
-    Capture& operator=(const Capture&) = delete;
-    ~Capture() {
-        std::cout.rdbuf(out_);
-        std::cerr.rdbuf(err_);
-        std::clog.rdbuf(log_);
-    }
-
-    std::ostringstream cout, cerr, clog;
-    bool silent() const { return cout.str().empty() && cerr.str().empty() && clog.str().empty(); }
+    Redirection(std::streambuf* out, std::streambuf* err, std::streambuf* log)
+        : before_{std::cout.rdbuf(out), std::cerr.rdbuf(err), std::clog.rdbuf(log)} {}
+    Redirection(const Redirection&) = delete;
+    Redirection& operator=(const Redirection&) = delete;
+    ~Redirection() { std::cout.rdbuf(before_[0]), std::cerr.rdbuf(before_[1]), std::clog.rdbuf(before_[2]); }
 
   private:
-    std::streambuf *out_, *err_, *log_;
+    std::streambuf* before_[3];
 };
 
-/// Throws away what the library prints, without any memory and from as many threads as there are.
-class Silence : std::streambuf {
-  public:
-    Silence() : out_(std::cout.rdbuf(this)), err_(std::cerr.rdbuf(this)), log_(std::clog.rdbuf(this)) {}
-    Silence(const Silence&) = delete;
-    Silence& operator=(const Silence&) = delete;
-    ~Silence() override {
-        std::cout.rdbuf(out_);
-        std::cerr.rdbuf(err_);
-        std::clog.rdbuf(log_);
-    }
+struct Capture {
+    std::ostringstream cout, cerr, clog;
+    Redirection to_here{cout.rdbuf(), cerr.rdbuf(), clog.rdbuf()};
+    bool silent() const { return (cout.str() + cerr.str() + clog.str()).empty(); }
+};
 
-  private:
+/// Needs no memory and serves as many threads as there are.
+class Silence : std::streambuf {
     int_type overflow(int_type c) override { return traits_type::not_eof(c); }
     std::streamsize xsputn(const char*, std::streamsize count) override { return count; }
-    std::streambuf *out_, *err_, *log_;
+    Redirection to_here_{this, this, this};
 };

@@ -1,6 +1,7 @@
 #include "support/chains.hpp"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cmath>
 #include <limits>
@@ -10,6 +11,7 @@ namespace chains {
 namespace {
 
 constexpr double bond = 3.8;
+constexpr double inf = std::numeric_limits<double>::infinity();
 
 PointR3 step(const ChainAtom& from, PointR3 direction, double length) {
     return {from.x + length * direction.x, from.y + length * direction.y, from.z + length * direction.z};
@@ -39,41 +41,27 @@ Chain grow_compact(int length, Random& random) {
 }
 
 PointR3 point(Kind kind, const ChainAtom& last, Random& random) {
-    const auto cube = [&](double half) {
-        return PointR3{random.between(-half, half), random.between(-half, half), random.between(-half, half)};
-    };
-    switch (kind) {
-    case Kind::lattice: {
+    if (kind == Kind::lattice) {
         PointR3 p{last.x, last.y, last.z};
         double* const axes[] = {&p.x, &p.y, &p.z};
         *axes[random.below(3)] += random.below(2) == 0 ? 1 : -1;
         return p;
     }
-    case Kind::planar:
-        return {random.between(-9, 9), random.between(-9, 9), 0};
-    case Kind::straight:
-        return step({1, 2, 3, 0}, {0.3, 0.4, 0.5}, random.between(-9, 9));
-    case Kind::near:
-        return cube(4 * EPS);
-    case Kind::huge:
-        return cube(1e150);
-    case Kind::tiny:
-        return cube(1e-160);
-    case Kind::not_finite: {
-        PointR3 p = cube(9);
-        constexpr double odd[] = {std::numeric_limits<double>::infinity(),
-                                  -std::numeric_limits<double>::infinity(),
-                                  std::numeric_limits<double>::quiet_NaN(), 1e308};
-        if (random.below(6) == 0) p.y = odd[random.below(4)];
-        return p;
-    }
-    case Kind::coincident:
+    if (kind == Kind::planar) return {random.between(-9, 9), random.between(-9, 9), 0};
+    if (kind == Kind::straight) return step({1, 2, 3, 0}, {0.3, 0.4, 0.5}, random.between(-9, 9));
+    if (kind == Kind::coincident)
         return {1.0 * random.below(2), 1.0 * random.below(2), 1.0 * random.below(3)};
-    case Kind::mixed_scales:
-        return cube(std::pow(10.0, 6 * random.below(5) - 12));
-    default:
-        return cube(9);
-    }
+    if (kind == Kind::any_bits)
+        return std::bit_cast<PointR3>(std::array{random.bits(), random.bits(), random.bits()});
+    const double half = kind == Kind::near           ? 4 * EPS
+                        : kind == Kind::huge         ? 1e150
+                        : kind == Kind::tiny         ? 1e-160
+                        : kind == Kind::mixed_scales ? std::pow(10.0, 6 * random.below(5) - 12)
+                                                     : 9;
+    PointR3 p{random.between(-half, half), random.between(-half, half), random.between(-half, half)};
+    constexpr double odd[] = {inf, -inf, std::numeric_limits<double>::quiet_NaN(), 1e308};
+    if (kind == Kind::not_finite && random.below(6) == 0) p.y = odd[random.below(4)];
+    return p;
 }
 
 } // namespace
@@ -96,6 +84,23 @@ Chain make(Kind kind, int length, Random& random) {
     return chain;
 }
 
+Structure make_structure(Random& random) {
+    const Kind kind = all_kinds[random.below(std::size(all_kinds))];
+    const int longest = random.below(9) == 0 ? 110 : 24;
+    const bool apart = random.below(3) == 0, any_ids = random.below(3) == 0;
+    Structure structure(static_cast<std::size_t>(random.below(7)));
+    for (Chain& chain : structure) {
+        chain = make(kind, random.below(random.below(4) == 0 ? 4 : longest), random);
+        if (random.below(20) == 0) chain = {{1, 2, 3, 4}, {1, 2, 3, 4}};
+        for (ChainAtom& atom : chain) {
+            if (apart) atom.x += 100.0 * static_cast<double>(&chain - structure.data());
+            if (any_ids) atom.id = random.below(40) == 0 ? 2147483647 : random.below(9) - 5;
+        }
+        if (random.below(5) == 0) chain = with_repeated_end(chain);
+    }
+    return structure;
+}
+
 Chain with_repeated_end(Chain chain) {
     if (!chain.empty()) chain.push_back(ChainAtom(chain.front()));
     return chain;
@@ -111,7 +116,7 @@ Chain on_sphere(int length, Random& random) {
 }
 
 bool same_bits(const Chain& a, const Chain& b) {
-    const auto bits = [](double x) { return std::bit_cast<std::uint64_t>(x); };
+    const auto bits = [](double x) { return std::bit_cast<std::uint64_t>(std::isnan(x) ? NAN : x); };
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), [&](const ChainAtom& p, const ChainAtom& q) {
         return bits(p.x) == bits(q.x) && bits(p.y) == bits(q.y) && bits(p.z) == bits(q.z) && p.id == q.id;
     });

@@ -3,22 +3,38 @@
 
 #include "libloopwise.h"
 
+#include <cstring>
 #include <random>
+#include <span>
 #include <string>
 
 namespace chains {
 
+/// Numbers that follow from a seed, or the bytes that a fuzzer chose as long as there are any.
 class Random {
   public:
-    explicit Random(std::uint64_t seed) : engine_(seed) {}
+    explicit Random(std::uint64_t seed, std::span<const std::uint8_t> bytes = {})
+        : engine_(seed), bytes_(bytes) {}
+    std::uint64_t bits() { return take<std::uint64_t>(); }
     double between(double low, double high) {
-        return low + (high - low) * (static_cast<double>(engine_() >> 11) * 0x1p-53);
+        return low + (high - low) * (static_cast<double>(bits() >> 11) * 0x1p-53);
     }
-    int below(int limit) { return static_cast<int>(engine_() % static_cast<std::uint64_t>(limit)); }
+    int below(int limit) {
+        const std::uint64_t number = limit > 256 ? take<std::uint32_t>() : take<std::uint8_t>();
+        return static_cast<int>(number % static_cast<std::uint64_t>(limit));
+    }
     PointR3 direction();
 
   private:
+    template <class Number> std::uint64_t take() {
+        if (bytes_.size() < sizeof(Number)) return engine_();
+        Number number;
+        std::memcpy(&number, bytes_.data(), sizeof number);
+        bytes_ = bytes_.subspan(sizeof number);
+        return number;
+    }
     std::mt19937_64 engine_;
+    std::span<const std::uint8_t> bytes_;
 };
 
 /// What a chain is like; every kind but the first few is nasty in its own way.
@@ -34,12 +50,17 @@ enum class Kind {
     not_finite,   ///< a tangle with infinities and not-a-numbers
     coincident,   ///< few different points, each taken often
     mixed_scales, ///< neighbours 1e-12 and 1e12 apart
+    any_bits,     ///< any numbers at all
 };
-constexpr Kind all_kinds[] = {Kind::compact,    Kind::tangle,     Kind::lattice,     Kind::planar,
-                              Kind::straight,   Kind::near,       Kind::huge,        Kind::tiny,
-                              Kind::not_finite, Kind::coincident, Kind::mixed_scales};
+constexpr Kind all_kinds[] = {Kind::compact,    Kind::tangle,     Kind::lattice,      Kind::planar,
+                              Kind::straight,   Kind::near,       Kind::huge,         Kind::tiny,
+                              Kind::not_finite, Kind::coincident, Kind::mixed_scales, Kind::any_bits};
 
 Chain make(Kind kind, int length, Random& random);
+
+/// Up to six chains of one kind: loops, empty ones and such without length among them, some far apart, some
+/// long, some with identifiers at random.
+Structure make_structure(Random& random);
 
 /// The same chain stored as a loop, its first atom once more at its end.
 Chain with_repeated_end(Chain chain);
@@ -47,7 +68,8 @@ Chain with_repeated_end(Chain chain);
 /// Points spread over a sphere: of all kinds, the one that leaves a diameter nothing to pass over.
 Chain on_sphere(int length, Random& random);
 
-/// Six significant digits of everything would hide a difference in the last bit: equal means equal bits.
+/// Six significant digits of everything would hide a difference in the last bit: equal means equal bits,
+/// but for not-a-numbers, which have many.
 bool same_bits(const Chain& a, const Chain& b);
 bool starts_with(const Chain& chain, const Chain& start);
 

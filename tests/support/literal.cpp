@@ -1,13 +1,7 @@
 #include "support/literal.hpp"
 
-#include "closure/point_tables.hpp"
-
 #include <algorithm>
-#include <cmath>
 #include <cstdio>
-#include <cstdlib>
-#include <limits>
-#include <set>
 #include <sstream>
 
 namespace literal {
@@ -18,26 +12,23 @@ PointR3 at(const Chain& chain, int i) {
     return {atom.x, atom.y, atom.z};
 }
 
-bool blocks(const PointR3 triangle[3], const Chain& chain, int from, int to) {
-    const PointR3 segment[] = {at(chain, from), at(chain, to)};
-    return intersection(triangle, segment) != 0;
-}
-
-bool own_obstacle(const PointR3 triangle[3], const Chain& chain, bool closed, int i) {
-    const int n = static_cast<int>(chain.size());
-    if (i >= 2)
-        for (int j = (i + 2) % n <= 1 ? (i + 3) % n : 0; j <= i - 2; ++j)
-            if (blocks(triangle, chain, j, j + 1)) return true;
-    for (int j = i + 3; j <= n - 2; ++j)
-        if (blocks(triangle, chain, j, j + 1)) return true;
-    return closed && 1 <= i && i <= n - 4 && blocks(triangle, chain, n - 1, 0);
-}
-
-bool foreign_obstacle(const PointR3 triangle[3], const Chain& chain, bool closed) {
-    const int n = static_cast<int>(chain.size());
-    for (int j = 0; j <= n - 2; ++j)
-        if (blocks(triangle, chain, j, j + 1)) return true;
-    return closed && n > 0 && blocks(triangle, chain, n - 1, 0);
+/// Whether a segment of any component meets the triangle that begins at a place, without sharing an atom with it.
+bool is_blocked(const Structure& structure, const std::vector<bool>& closed, std::size_t component,
+                int place) {
+    const int own = static_cast<int>(structure[component].size());
+    const int corners[] = {place, (place + 1) % own, (place + 2) % own};
+    const PointR3 triangle[] = {at(structure[component], corners[0]), at(structure[component], corners[1]),
+                                at(structure[component], corners[2])};
+    const auto is_corner = [&](int i) { return std::find(corners, corners + 3, i) != corners + 3; };
+    for (std::size_t c = 0; c < structure.size(); ++c) {
+        const int n = static_cast<int>(structure[c].size());
+        for (int j = 0; j < (closed[c] ? n : n - 1); ++j) {
+            if (c == component && (is_corner(j) || is_corner((j + 1) % n))) continue;
+            const PointR3 segment[] = {at(structure[c], j), at(structure[c], (j + 1) % n)};
+            if (literal::intersection(triangle, segment) != 0) return true;
+        }
+    }
+    return false;
 }
 
 bool remove_first_free(Structure& structure, const std::vector<bool>& closed) {
@@ -45,11 +36,7 @@ bool remove_first_free(Structure& structure, const std::vector<bool>& closed) {
         Chain& chain = structure[c];
         const int n = static_cast<int>(chain.size());
         for (int i = 0; n > 3 && i < (closed[c] ? n : n - 2); ++i) {
-            const PointR3 triangle[] = {at(chain, i), at(chain, (i + 1) % n), at(chain, (i + 2) % n)};
-            bool blocked = own_obstacle(triangle, chain, closed[c], i);
-            for (std::size_t d = 0; d < structure.size() && !blocked; ++d)
-                blocked = d != c && foreign_obstacle(triangle, structure[d], closed[d]);
-            if (blocked) continue;
+            if (is_blocked(structure, closed, c, i)) continue;
             chain.erase(chain.begin() + (i + 1) % n);
             return true;
         }
@@ -120,22 +107,6 @@ int reduce(Chain& chain, bool closed) {
     return left;
 }
 
-PointR3 centre(const Chain& chain) {
-    double x = 0, y = 0, z = 0;
-    for (const ChainAtom& a : chain) x += a.x, y += a.y, z += a.z;
-    const double n = chain.empty() ? 1 : static_cast<double>(chain.size());
-    return {x / n, y / n, z / n};
-}
-
-double radius(const Chain& chain) {
-    double largest = 0;
-    for (const ChainAtom& a : chain) {
-        const double d = Dist({a.x, a.y, a.z}, centre(chain));
-        if (d > largest) largest = d;
-    }
-    return largest;
-}
-
 double diameter(const Structure& structure) {
     Chain all;
     for (const Chain& chain : structure) all.insert(all.end(), chain.begin(), chain.end());
@@ -146,53 +117,6 @@ double diameter(const Structure& structure) {
             if (d > largest) largest = d;
         }
     return largest;
-}
-
-int close(Structure& structure, Closure how, bool alone, double scale) {
-    const auto hollow = [](const Chain& chain) { return chain.empty(); };
-    if (structure.empty() || std::any_of(structure.begin(), structure.end(), hollow)) return 0;
-    constexpr std::size_t most[] = {60, 400, 200, std::numeric_limits<std::size_t>::max()};
-    if (structure.size() > most[static_cast<std::size_t>(how)]) return -1;
-
-    std::set<int> used;
-    const auto draw = [&](int rows, int redrawn) {
-        int row = std::rand() % rows;
-        while (!used.insert(row).second) row = std::rand() % redrawn;
-        return loopwise::uniform[static_cast<std::size_t>(row)];
-    };
-    const double far = (alone ? radius(structure[0]) : diameter(structure)) * scale;
-    for (Chain& chain : structure) {
-        const ChainAtom first = chain.front(), last = chain.back();
-        const PointR3 c = centre(chain);
-        const auto add = [&](PointR3 from, PointR3 u, double distance) {
-            const double length = std::sqrt(u.x * u.x + u.y * u.y + u.z * u.z);
-            chain.push_back({from.x + u.x * distance / length, from.y + u.y * distance / length,
-                             from.z + u.z * distance / length,
-                             static_cast<int>(static_cast<unsigned>(chain.back().id) + 1)});
-        };
-        const auto add_arc = [&](PointR3 from, PointR3 to) {
-            int largest = alone ? first.id : -1;
-            for (const Chain& component : structure)
-                for (const ChainAtom& a : component) largest = std::max(largest, a.id);
-            const Chain arc = GivePointsOnTheCircle(from, to, c, far, largest);
-            chain.insert(chain.end(), arc.begin(), arc.end());
-            return !arc.empty();
-        };
-        if (how == Closure::one_point) add(c, draw(alone ? 400 : 60, 60), far);
-        if (how == Closure::direction) {
-            const PointR3 u = draw(400, 400);
-            const double shift = 1.02 * diameter(structure); // of what the earlier components got, too
-            for (const ChainAtom& end : {last, first}) add({end.x, end.y, end.z}, u, shift);
-        }
-        if (how == Closure::two_points) {
-            const PointR3 u = draw(400, 400), v = draw(400, alone ? 60 : 400);
-            if (!add_arc({c.x + u.x, c.y + u.y, c.z + u.z}, {c.x + v.x, c.y + v.y, c.z + v.z})) return -1;
-        }
-        if (how == Closure::outside)
-            if (chain.size() < 3 || !add_arc({last.x, last.y, last.z}, {first.x, first.y, first.z}))
-                return -1;
-    }
-    return 0;
 }
 
 Chain read(const std::string& text, bool& error) {

@@ -12,13 +12,7 @@ bool repeats_end(const Chain& chain);
 int reduce(Structure& structure, bool closed);
 int reduce(Chain& chain, bool closed);
 
-PointR3 centre(const Chain& chain);
-double radius(const Chain& chain);
 double diameter(const Structure& structure);
-
-enum class Closure { one_point, direction, two_points, outside };
-/// Alone, the one component is closed as a chain, which measures and draws in another way.
-int close(Structure& structure, Closure how, bool alone, double scale);
 
 Chain read(const std::string& text, bool& error);
 std::string write(const Chain& chain, bool plain);

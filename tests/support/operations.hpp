@@ -31,18 +31,16 @@ class Digest {
     std::uint64_t hash_ = 14695981039346656037U;
 };
 
-enum class Changes { nothing, chain, structure };
-
 struct Operation {
     const char* name;
-    Changes changes;
     bool draws; ///< from std::rand(), which threads share
     void (*run)(Values& values, Digest& results);
 };
 
 std::span<const Operation> all();
 
-/// Runs the operation on a copy of the values and digests what it returned and left.
+/// Runs the operation on a copy of the values and digests what it returned and left, and what std::rand()
+/// gives next if it draws.
 std::uint64_t digest(const Operation& operation, Values values);
 
 /// Values that take the operations through their unusual ways too.

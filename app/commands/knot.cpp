@@ -1,0 +1,90 @@
+// `loopwise knot`: names closed polygons as they are.
+#include "knots/knot.hpp"
+#include "closure/closures.hpp"
+#include "closure/point_tables.hpp"
+#include "commands/command.hpp"
+#include "input/input.hpp"
+#include "knots/links.hpp"
+
+#include <iostream>
+
+namespace loopwise {
+namespace {
+
+constexpr const char* footer =
+    R"(A chain is taken as a closed polygon: a segment joins its last bead to its first. Nothing is reduced.
+
+Examples:
+  loopwise knot ring.txt              the knot, the crossings and the polynomials of a ring
+  loopwise knot --open 0 chain.txt    of a chain, closed along direction 0 of 400
+  loopwise knot --link rings.pdb      how the rings of a file are linked)";
+
+struct Arguments {
+    std::vector<std::string> files;
+    std::optional<int> open;
+    bool link = false;
+};
+
+void declare(CLI::App& app, Arguments& into) {
+    app.add_option("FILE", into.files, readable_formats())->required()->option_text("...");
+    app.add_option("--open", into.open, "Close every chain by moving both ends out along this direction")
+        ->check(CLI::Range(0, uniform_rows - 1))
+        ->option_text("0..399");
+    app.add_flag("--link", into.link, "Also say how the chains of a file are linked");
+    app.footer(footer);
+}
+
+void show(const std::string& label, const KnotName& name) {
+    std::cout << label << ": " << name.text() << '\n';
+    if (name.status == KnotStatus::bad_polygon) return;
+    std::cout << "  crossings: " << name.crossings << '\n';
+    if (!name.jones.coefficients.empty()) std::cout << "  Jones polynomial: " << text(name.jones) << '\n';
+    if (!name.alexander.coefficients.empty())
+        std::cout << "  Alexander polynomial: " << text(name.alexander) << '\n';
+    if (!name.names.empty() && !name.proven)
+        std::cout << "  knots of more than nine crossings with these polynomials are not ruled out\n";
+}
+
+void show_links(const std::string& file, const std::vector<NamedChain>& chains) {
+    std::vector<std::span<const ChainAtom>> loops;
+    for (const NamedChain& named : chains) loops.emplace_back(named.beads);
+    if (loops.size() == 2)
+        show(file + ": chains " + chains[0].name + " and " + chains[1].name, link_of(loops[0], loops[1]));
+    const Linking linking = linking_of(loops);
+    std::size_t pair = 0;
+    for (std::size_t i = 0; i < loops.size(); ++i)
+        for (std::size_t j = i + 1; j < loops.size() && pair < linking.numbers.size(); ++j, ++pair)
+            std::cout << "  linking number of " << chains[i].name << " and " << chains[j].name << ": "
+                      << linking.numbers[pair] << '\n';
+}
+
+/// Whether every polygon of the file could be looked at.
+bool one_file(const std::string& file, const Arguments& given) {
+    std::vector<NamedChain> chains = read_chains(file);
+    bool good = true;
+    for (NamedChain& named : chains) {
+        if (given.open) close_in_direction(named.beads, *given.open);
+        const KnotName name = knot_of(named.beads);
+        show(file + (named.name.empty() ? "" : ": chain " + named.name), name);
+        good = good && name.status != KnotStatus::bad_polygon;
+    }
+    if (given.link) show_links(file, chains);
+    return good;
+}
+
+int run(const Arguments& given) {
+    bool good = true;
+    for (const std::string& file : given.files)
+        good = attempt(file, [&] { return one_file(file, given); }) && good;
+    return finish_output(good);
+}
+
+} // namespace
+
+Action declare_knot(CLI::App& command) {
+    const auto given = std::make_shared<Arguments>();
+    declare(command, *given);
+    return [given] { return run(*given); };
+}
+
+} // namespace loopwise

@@ -1,0 +1,27 @@
+// One row of CSV for every closure of every chain.
+#pragma once
+
+#include "survey/survey.hpp"
+
+#include <ostream>
+
+namespace loopwise {
+
+/// Writes the rows as the survey counts, and hands all that it is told on to another watcher.
+class EachClosure final : public Watcher {
+  public:
+    /// Writes the head; `out` and `next` must outlive it.
+    EachClosure(std::ostream& out, Watcher& next);
+
+    /// The molecule whose closures come next.
+    void begin(const Molecule& molecule) { molecule_ = &molecule; }
+    void closure_done() override { next_.closure_done(); }
+    void closure_counted(const Specimen& specimen) override;
+
+  private:
+    std::ostream& out_;
+    Watcher& next_;
+    const Molecule* molecule_ = nullptr;
+};
+
+} // namespace loopwise

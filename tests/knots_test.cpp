@@ -1,0 +1,314 @@
+// Names of closed polygons: of curves whose knot is known, of the table's braids, and of what has no name.
+#include "support/capture.hpp"
+#include "support/chains.hpp"
+#include "support/effort.hpp"
+
+#include "knots/alexander.hpp"
+#include "knots/braid.hpp"
+#include "knots/braid_words.hpp"
+#include "knots/jones.hpp"
+#include "knots/links.hpp"
+#include "knots/names.hpp"
+#include "knots/simplify.hpp"
+#include "knots/table.hpp"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numeric>
+
+namespace {
+
+using namespace loopwise;
+
+template <class Curve> Chain sampled(int beads, Curve curve) {
+    Chain chain;
+    for (int i = 0; i < beads; ++i) {
+        const PointR3 p = curve(2 * M_PI * (i + 0.3) / beads);
+        chain.push_back({p.x, p.y, p.z, i + 1});
+    }
+    return chain;
+}
+
+/// Twice around a torus, n times through its hole, the strands turning to the left: n negative crossings.
+Chain torus(int n, int beads) {
+    return sampled(beads, [n](double t) {
+        const double r = 2 + std::cos(n * t);
+        return PointR3{r * std::cos(2 * t), r * std::sin(2 * t), std::sin(n * t)};
+    });
+}
+
+Chain figure_eight(int beads) {
+    return sampled(beads, [](double t) {
+        const double r = 2 + std::cos(2 * t);
+        return PointR3{r * std::cos(3 * t), r * std::sin(3 * t), std::sin(4 * t)};
+    });
+}
+
+Chain lissajous(int x, int y, int z, double x_phase, double y_phase, int beads) {
+    return sampled(beads, [=](double t) {
+        return PointR3{3 * std::cos(x * t + x_phase), 3 * std::cos(y * t + y_phase), 3 * std::cos(z * t)};
+    });
+}
+
+template <class Map> Chain mapped(Chain chain, Map map) {
+    for (ChainAtom& a : chain) {
+        const PointR3 p = map(PointR3{a.x, a.y, a.z});
+        a = {p.x, p.y, p.z, a.id};
+    }
+    return chain;
+}
+Chain mirrored(Chain chain) {
+    return mapped(std::move(chain), [](PointR3 p) { return PointR3{p.x, p.y, -p.z}; });
+}
+
+/// The connected sum: the second curve stands to the right of the first, and both are cut where they are nearest.
+Chain sum(Chain a, Chain b) {
+    const auto left_of = [](const ChainAtom& p, const ChainAtom& q) { return p.x < q.x; };
+    std::rotate(a.begin(), std::max_element(a.begin(), a.end(), left_of), a.end());
+    std::rotate(b.begin(), std::min_element(b.begin(), b.end(), left_of), b.end());
+    const double shift = a.front().x - b.front().x + 2;
+    for (ChainAtom& p : b) p.x += shift;
+    a.insert(a.end(), b.begin(), b.end());
+    for (std::size_t i = 0; i < a.size(); ++i) a[i].id = static_cast<int>(i) + 1;
+    return a;
+}
+
+struct Known {
+    const char *name, *mirror;
+    Chain (*make)(int beads);
+};
+
+const Known known[] = {
+    {"0_1", "0_1", [](int n) { return torus(1, n); }},
+    {"-3_1", "+3_1", [](int n) { return torus(3, n); }},
+    {"-5_1", "+5_1", [](int n) { return torus(5, n); }},
+    {"-7_1", "+7_1", [](int n) { return torus(7, n); }},
+    {"-9_1", "+9_1", [](int n) { return torus(9, n + 60); }},
+    {"4_1", "4_1", figure_eight},
+    {"+5_2", "-5_2", [](int n) { return lissajous(3, 2, 7, 0.7, 0.2, n); }},
+    {"+6_1", "-6_1", [](int n) { return lissajous(3, 2, 5, 1.5, 0.2, n); }},
+    {"+3_1 # -3_1", "+3_1 # -3_1", [](int n) { return sum(torus(3, n), mirrored(torus(3, n))); }},
+    {"-3_1 # -3_1", "+3_1 # +3_1", [](int n) { return sum(torus(3, n), torus(3, n)); }},
+    {"-3_1 # +5_1", "+3_1 # -5_1", [](int n) { return sum(mirrored(torus(5, n)), torus(3, n)); }},
+    {"-3_1 # 4_1", "+3_1 # 4_1", [](int n) { return sum(figure_eight(n), torus(3, n)); }},
+    {"+3_1 # -3_1 # 4_1", "+3_1 # -3_1 # 4_1",
+     [](int n) { return sum(figure_eight(n), sum(torus(3, n), mirrored(torus(3, n)))); }},
+};
+
+class Curves : public testing::TestWithParam<Known> {};
+
+TEST_P(Curves, HaveOneNameFromAllSidesAndReduced) {
+    const Known& curve = GetParam();
+    const Silence quiet;
+    chains::Random random(81);
+    KnotNamer namer;
+    for (const int beads : {60, 150, 400}) {
+        for (int direction = 0; direction < 60 / effort::less; ++direction) {
+            const PointR3 to = random.direction();
+            const PointR3 axis{std::trunc(999 * to.x), std::trunc(999 * to.y), std::trunc(999 * to.z)};
+            Chain ring = mapped(curve.make(beads), [axis](PointR3 p) { return ProjectPointF(p, axis); });
+            ASSERT_EQ(knot_of(ring).text(), curve.name) << beads << " beads, direction " << direction;
+            ASSERT_EQ(knot_of(mirrored(ring)).text(), curve.mirror);
+            std::reverse(ring.begin(), ring.end());
+            ASSERT_EQ(knot_of(ring).text(), curve.name);
+            ChainReduce(ring, true);
+            const KnotName reduced = knot_of(ring);
+            ASSERT_EQ(reduced.text(), curve.name) << ring.size() << " of " << beads << " beads left";
+            ASSERT_EQ(namer.name(ring).text(), reduced.text());
+            ASSERT_EQ(namer.name(mirrored(ring)).text(), curve.mirror);
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Curves, testing::ValuesIn(known));
+
+TEST(Table, HoldsThePublishedKnotsWithBothHands) {
+    for (const BraidRow& row : braid_rows) {
+        SCOPED_TRACE(row.name);
+        const Diagram diagram = closed_braid(row.strands, row.word);
+        const std::optional<Laurent> v = jones(diagram), delta = alexander(diagram);
+        ASSERT_TRUE(v && delta);
+        std::int64_t at_one = 0, derivative = 0;
+        for (std::size_t i = 0; i < v->coefficients.size(); ++i) {
+            at_one += v->coefficients[i];
+            derivative += v->coefficients[i] * (v->twice_lowest / 2 + static_cast<int>(i));
+        }
+        EXPECT_EQ(at_one, 1);
+        EXPECT_EQ(derivative, 0);
+        EXPECT_EQ(determinant(*v), row.determinant);
+        EXPECT_EQ(v->twice_lowest, 2 * row.lowest);
+        EXPECT_EQ(v->twice_highest(), 2 * row.highest);
+        EXPECT_EQ(determinant(*delta), row.determinant);
+        EXPECT_EQ(loopwise::mirrored(*delta), *delta);
+        EXPECT_EQ(std::accumulate(delta->coefficients.begin(), delta->coefficients.end(), std::int64_t{0}),
+                  1);
+
+        auto word = row.word;
+        for (signed char& letter : word) letter = static_cast<signed char>(-letter);
+        const bool two_hands = row.lowest + row.highest != 0;
+        const char* const hands = row.lowest + row.highest > 0 ? "+-" : "-+";
+        for (const int hand : {0, 1}) {
+            const std::string name = two_hands ? std::string(1, hands[hand]) + row.name : row.name;
+            const KnotName found = knot_of(hand == 0 ? diagram : closed_braid(row.strands, word));
+            EXPECT_EQ(std::count(found.names.begin(), found.names.end(), name), 1) << found.text();
+            EXPECT_EQ(found.status == KnotStatus::several, name.substr(1) == "9_12") << found.text();
+        }
+    }
+}
+
+TEST(Table, FindsEverySumAndSaysSoWhereSeveralKnotsAgree) {
+    const std::vector<TableKnot>& table = knot_table();
+    EXPECT_EQ(table.size(), 160U);
+    const auto names = [](std::initializer_list<const TableKnot*> factors) {
+        Laurent v = Laurent::one(), delta = Laurent::one();
+        for (const TableKnot* knot : factors)
+            v = *product(v, knot->jones), delta = *product(delta, knot->alexander);
+        return names_of(v, delta, 9);
+    };
+    for (std::size_t i = 0; i < table.size(); i += 4 * effort::less)
+        for (std::size_t j = i; j < table.size(); ++j) {
+            const auto found = names({&table[i], &table[j]});
+            ASSERT_EQ(std::count(found.begin(), found.end(), table[i].name + " # " + table[j].name), 1);
+            const std::size_t k = (i + 7 * j) % (i + 1); // anything that comes no later
+            const auto three = names({&table[j], &table[k], &table[i]});
+            ASSERT_EQ(std::count(three.begin(), three.end(),
+                                 table[k].name + " # " + table[i].name + " # " + table[j].name),
+                      1);
+        }
+    const TableKnot& trefoil = table[0];
+    ASSERT_EQ(trefoil.name, "+3_1");
+    EXPECT_TRUE(names({&trefoil, &trefoil, &trefoil, &trefoil}).empty());
+    EXPECT_EQ(names_of(Laurent::one(), Laurent::one(), 24), std::vector<std::string>{"0_1"});
+    EXPECT_TRUE(names_of(Laurent::one(), Laurent::one(), 25).empty());
+}
+
+TEST(Diagrams, KeepTheirPolynomialsUnderAllMoves) {
+    chains::Random random(82);
+    int moved = 0, knotted = 0;
+    for (int i = 0; i < 600 / effort::less; ++i) {
+        const Chain ring = chains::make(chains::Kind::tangle, 10 + i % 20, random);
+        const std::array<std::span<const ChainAtom>, 1> loops{ring};
+        const Diagram raw = look_at(loops).diagram;
+        Diagram diagram = raw;
+        simplify(diagram, 0);
+        const auto before = jones(raw), after = jones(diagram);
+        if (!before) continue;
+        ASSERT_EQ(before, after) << chains::text(ring);
+        ASSERT_EQ(alexander(raw), alexander(diagram)) << chains::text(ring);
+        moved += diagram.size() < raw.size();
+        knotted += diagram.size() > 2;
+    }
+    EXPECT_GT(moved, 400 / effort::less);
+    EXPECT_GT(knotted, 100 / effort::less);
+}
+
+TEST(Polygons, WithoutANameGetAClearWord) {
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    const auto text = [](std::initializer_list<PointR3> points) {
+        Chain chain;
+        for (const PointR3& p : points) chain.push_back({p.x, p.y, p.z, static_cast<int>(chain.size())});
+        return knot_of(chain).text();
+    };
+    EXPECT_EQ(text({}), "not named: fewer than three beads");
+    EXPECT_EQ(text({{0, 0, 0}, {1, 0, 0}, {0, 0, 0}}), "not named: fewer than three beads");
+    EXPECT_EQ(text({{0, 0, 0}, {1, 0, 0}, {0, infinity, 0}}), "not named: coordinates that are not finite");
+    EXPECT_EQ(text({{5, 5, 5}, {5, 5, 5}, {5, 5, 5}, {5, 5, 5}}), "not named: repeated beads");
+    EXPECT_EQ(text({{0, 0, 0}, {1, 0, 0}, {1, 0, 0}, {0, 1, 0}}), "not named: repeated beads");
+    EXPECT_EQ(text({{0, 0, 0}, {2, 0, 0}, {2, 2, 0}, {2, 0, 0}, {0, 0, 3}}), "not named: repeated beads");
+    const std::string meets = "not named: the polygon meets itself, or nearly";
+    EXPECT_EQ(text({{0, 0, 0}, {2, 2, 0}, {2, 0, 0}, {0, 2, 0}}), meets);            // two edges cross
+    EXPECT_EQ(text({{0, 0, 0}, {2, 0, 0}, {2, 2, 0}, {1, 0, 0}, {0, 2, 0}}), meets); // a bead on an edge
+    EXPECT_EQ(text({{0, 0, 0}, {3, 0, 0}, {1, 0, 0}, {1, 2, 1}}), meets); // an edge runs back on another
+    // Nothing is wrong with straight runs, with scales and places, or with a copy of the first bead at the end.
+    EXPECT_EQ(text({{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {3, 0, 0}, {3, 1, 0}, {0, 1, 0}}), "0_1");
+    EXPECT_EQ(text({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}), "0_1");
+    const Chain ring = mirrored(torus(3, 60));
+    EXPECT_EQ(knot_of(chains::with_repeated_end(ring)).text(), "+3_1");
+    for (const double scale : {1e-300, 1e-150, 1.0, 1e150, 5e307})
+        for (const double shift : {0.0, 1e4})
+            EXPECT_EQ(
+                knot_of(
+                    mapped(ring,
+                           [=](PointR3 p) {
+                               const double far = scale < 1e300 ? shift : 0;
+                               return PointR3{scale * (p.x + far), scale * (p.y - far), scale * (p.z + far)};
+                           }))
+                    .text(),
+                "+3_1");
+    chains::Random random(83);
+    const KnotName tangle = knot_of(chains::make(chains::Kind::tangle, 90, random));
+    EXPECT_EQ(tangle.status, KnotStatus::too_complex);
+    EXPECT_EQ(tangle.text(), "not named: " + std::to_string(tangle.crossings) + " crossings");
+}
+
+TEST(Polygons, OfAllKindsKeepTheirNameWhenReversed) {
+    chains::Random random(84);
+    int named = 0;
+    for (int i = 0; i < 600 / effort::less; ++i)
+        for (const chains::Kind kind : chains::all_kinds) {
+            Chain ring = chains::make(kind, 1 + i % 30, random);
+            const KnotName forwards = knot_of(ring);
+            std::reverse(ring.begin(), ring.end());
+            const KnotName backwards = knot_of(ring);
+            // Rounding, which starts at the first bead, may decide what is too near to be told.
+            const auto unsure = [](const KnotName& k) { return k.fault == PolygonFault::touching; };
+            if (unsure(forwards) || unsure(backwards)) continue;
+            ASSERT_EQ(forwards.fault, backwards.fault) << chains::text(ring);
+            ASSERT_EQ(forwards.jones, backwards.jones) << chains::text(ring);
+            named += !forwards.names.empty() && forwards.crossings > 2;
+        }
+    EXPECT_GT(named, 100 / effort::less);
+}
+
+/// Two strands around a torus, side by side; each goes n times around the other.
+Structure torus_link(int n, int beads) {
+    Structure loops;
+    for (const double start : {0.0, M_PI})
+        loops.push_back(sampled(beads, [=](double t) {
+            const double r = 2 + std::cos(n * t + start);
+            return PointR3{r * std::cos(t), r * std::sin(t), -std::sin(n * t + start)};
+        }));
+    return loops;
+}
+
+/// A circle, and a figure of eight around its middle that goes over and under in turn.
+Structure whitehead(int beads) {
+    return {sampled(beads,
+                    [](double t) {
+                        return PointR3{std::cos(t), std::sin(t), 0};
+                    }),
+            sampled(beads, [](double t) {
+                return PointR3{2 * std::cos(t), std::sin(2 * t), std::sin(t) + 1.3 * std::sin(3 * t)};
+            })};
+}
+
+TEST(Links, AreNamedAndCountedWhicheverWayTheyRun) {
+    const auto check = [](Structure loops, const char* name, const char* mirror, int number) {
+        SCOPED_TRACE(name);
+        for (const bool reduced : {false, true}) {
+            if (reduced) ChainsReduce(loops, true);
+            const std::vector<std::span<const ChainAtom>> spans(loops.begin(), loops.end());
+            EXPECT_EQ(linking_of(spans).numbers, std::vector<int>{number});
+            EXPECT_EQ(link_of(loops[0], loops[1]).text(), name);
+            EXPECT_EQ(link_of(loops[1], loops[0]).text(), name);
+            EXPECT_EQ(link_of(mirrored(loops[0]), mirrored(loops[1])).text(), mirror);
+            Chain backwards(loops[1].rbegin(), loops[1].rend());
+            EXPECT_EQ(link_of(loops[0], backwards).text(), name);
+            const std::array<std::span<const ChainAtom>, 2> turned{backwards, loops[0]};
+            EXPECT_EQ(linking_of(turned).numbers, std::vector<int>{-number});
+        }
+    };
+    check(torus_link(1, 80), "2^2_1", "2^2_1", 1);
+    check(torus_link(2, 80), "+4^2_1", "-4^2_1", 2);
+    check(whitehead(200), "-5^2_1", "+5^2_1", 0);
+    const Chain trefoil = mirrored(torus(3, 80));
+    const auto away = [](PointR3 p) { return PointR3{p.x + 1, p.y + 0.4, p.z + 7}; };
+    check({mapped(torus(1, 50), away), torus(1, 60)}, "0^2_1", "0^2_1", 0);
+    EXPECT_EQ(link_of(trefoil, mapped(torus(1, 50), away)).text(), "+3_1, 0_1 apart");
+    EXPECT_EQ(link_of(trefoil, trefoil).text(), "not named: the polygon meets itself, or nearly");
+}
+
+} // namespace
