@@ -75,6 +75,7 @@ class Chain:
     """
 
     __slots__ = ("_xyz", "_ids", "_labels", "name")
+    name: str
 
     def __init__(
         self, xyz: ChainLike, ids: ArrayLike | None = None, *, labels: Sequence[str] | None = None, name: str = ""

@@ -32,17 +32,31 @@ def _view_axes(xyz: Any) -> Any:
 
 
 def _draw_loop(axes: Any, loop: Any, positions: Any, own: int) -> None:
-    """Segments coloured by where they are along the chain, those that close it in grey; nearer ones are drawn later."""
+    """Segments coloured by where they are along the chain, those that close it in grey. They are drawn in pieces from
+    the farthest to the nearest, so that what crosses above interrupts what is below."""
     import matplotlib
+    from matplotlib.collections import LineCollection
 
     colours = matplotlib.colormaps[_colours]
-    ring = np.append(np.arange(len(loop)), 0)
-    pairs = list(zip(ring[:-1], ring[1:]))
-    for a, b in sorted(pairs, key=lambda pair: float(loop[list(pair), 2].sum())):
+    piece_length = np.ptp(loop[:, :2], axis=0).max() / 60
+    pieces = []
+    for a, b in zip(range(len(loop)), [*range(1, len(loop)), 0]):
+        start, end = loop[a], loop[b]
         chain = max(positions[a], positions[b]) < own and b != 0
         colour = colours(positions[a] / max(own - 1, 1)) if chain else _closing
-        for width, under in ((6, "white"), (2.2 if chain else 1.2, colour)):
-            axes.plot(*loop[[a, b], :2].T, color=under, linewidth=width, solid_capstyle="round")
+        count = max(3, int(np.ceil(np.linalg.norm((end - start)[:2]) / piece_length)))
+        for k in range(count):
+            low, high, low_more, high_more = (
+                start + (end - start) * part / count for part in (k, k + 1, k - 0.2, k + 1.2)
+            )
+            depth = float(low[2] + high[2])
+            if 0 < k < count - 1:  # at its ends it would cut its neighbours
+                pieces.append((depth, 0, (low[:2], high[:2]), "white", 7.0))
+            pieces.append((depth, 1, (low_more[:2], high_more[:2]), colour, 2.4 if chain else 1.2))
+    pieces.sort(key=lambda piece: piece[:2])
+    _, _, segments, edges, widths = zip(*pieces)
+    axes.add_collection(LineCollection(segments, colors=edges, linewidths=widths, capstyle="butt"))
+    axes.autoscale_view()
     axes.set_aspect("equal", adjustable="datalim")
     axes.set_axis_off()
 
@@ -67,7 +81,8 @@ def specimen_figure(survey: "Survey") -> "Figure":
         after.set_title(f"reduced to {len(kept)} beads{knot}")
         for position, place in zip(kept.tolist(), turned[kept]):
             if position < own and len(kept) <= 30:
-                after.annotate(component.chain.labels[position], place[:2], fontsize=8, ha="center", va="center")
+                label = component.chain.labels[position]
+                after.annotate(label, place[:2], (5, 5), textcoords="offset points", fontsize=9)
     return figure
 
 
