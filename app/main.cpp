@@ -29,6 +29,16 @@ void refuse_unknown(const std::string& word) {
     refuse_usage(word + " is no subcommand; there are " + known);
 }
 
+/// The parser would take the next argument for the value of `--name=`.
+void refuse_empty_values(int argc, char** argv) {
+    for (int i = 1; i < argc; ++i) {
+        const std::string argument = argv[i];
+        if (argument == "--") return;
+        if (argument.starts_with("--") && argument.find('=') == argument.size() - 1)
+            refuse_usage(argument.substr(0, argument.size() - 1) + ": a value is required");
+    }
+}
+
 int run(int argc, char** argv) {
     CLI::App app("Works on chains of C-alpha atoms: knots, and what holds them.", "loopwise");
     app.set_version_flag("--version", "loopwise " LOOPWISE_VERSION);
@@ -41,6 +51,7 @@ int run(int argc, char** argv) {
     }
     try {
         if (argc > 1 && argv[1][0] != '-') refuse_unknown(argv[1]);
+        refuse_empty_values(argc, argv);
         app.parse(argc, argv);
         for (const auto& [subcommand, action] : actions)
             if (subcommand->parsed()) return action();

@@ -1,52 +1,114 @@
 #include "progress.hpp"
 
 #include <algorithm>
-#include <chrono>
+#include <cmath>
 #include <cstdio>
+#include <sys/ioctl.h>
 #include <unistd.h>
+#include <utility>
 
 namespace loopwise {
 namespace {
 
-constexpr std::int64_t quiet_at_first_ms = 500;
-constexpr std::int64_t between_draws_ms = 100;
-constexpr std::size_t bar_width = 30;
-constexpr std::size_t label_width = 30;
+using namespace std::chrono_literals;
+constexpr auto quiet_at_first = 400ms, between_draws = 200ms;
+constexpr std::size_t bar_width = 20, label_width = 30, usual_width = 80;
 
-std::int64_t now_ms() {
-    using namespace std::chrono;
-    return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
+std::string shortened(const std::string& label) {
+    return label.size() > label_width ? "..." + label.substr(label.size() - label_width + 3) : label;
+}
+
+std::string duration(double seconds) {
+    const auto whole = static_cast<long long>(std::ceil(seconds));
+    if (whole < 100) return std::to_string(whole) + " s";
+    if (whole < 100 * 60) return std::to_string((whole + 59) / 60) + " min";
+    return std::to_string((whole + 3599) / 3600) + " h";
+}
+
+/// A line that wraps could not be taken away again.
+std::size_t width_of_terminal() {
+    winsize size{};
+    if (ioctl(STDERR_FILENO, TIOCGWINSZ, &size) != 0 || size.ws_col == 0) return usual_width;
+    return size.ws_col;
 }
 
 } // namespace
 
-Progress::Progress(std::size_t files)
-    : terminal_(isatty(STDERR_FILENO) != 0), files_(files), next_draw_(now_ms() + quiet_at_first_ms) {}
+Progress::Progress(std::size_t files) : terminal_(isatty(STDERR_FILENO) != 0), files_(files) {
+    if (terminal_) drawer_ = std::thread([this] { draw_again_and_again(); });
+}
 
-void Progress::begin(const std::string& label, std::size_t file, std::size_t steps) {
-    label_ = label.size() > label_width ? "..." + label.substr(label.size() - label_width + 3) : label;
+Progress::~Progress() {
+    clear();
+    {
+        const std::lock_guard lock(mutex_);
+        over_ = true;
+    }
+    changed_.notify_all();
+    if (drawer_.joinable()) drawer_.join();
+}
+
+void Progress::begin(const std::string& what, std::size_t file) { begin(what, file, 0); }
+
+void Progress::begin(const std::string& what, std::size_t file, std::size_t closures) {
+    const std::lock_guard lock(mutex_);
+    what_ = shortened(what);
     file_ = file;
-    steps_ = std::max<std::size_t>(steps, 1);
+    closures_ = closures;
     done_ = 0;
+    in_hand_.clear();
+    begun_ = Clock::now();
+    at_work_ = true;
 }
 
-void Progress::closure_done() {
-    const std::size_t done = ++done_;
+void Progress::closure_at(std::size_t closure, double part) {
     if (!terminal_) return;
-    const std::int64_t now = now_ms();
-    std::int64_t due = next_draw_;
-    if (now >= due && next_draw_.compare_exchange_strong(due, now + between_draws_ms)) draw(done);
+    const std::lock_guard lock(mutex_);
+    if (part < 1.0) {
+        in_hand_[closure] = part;
+    } else {
+        in_hand_.erase(closure);
+        ++done_;
+    }
 }
 
-void Progress::draw(std::size_t done) {
-    const std::string filled(bar_width * done / steps_, '#');
-    std::fprintf(stderr, "\r\033[K[%-*s] %zu/%zu closures, file %zu of %zu: %s", static_cast<int>(bar_width),
-                 filled.c_str(), done, steps_, file_, files_, label_.c_str());
-    drawn_ = true;
+/// Many short steps are seen to be alive, too: the quiet at first is that of the whole run.
+void Progress::draw_again_and_again() {
+    std::unique_lock lock(mutex_);
+    auto due = Clock::now() + quiet_at_first;
+    while (!over_) {
+        changed_.wait_until(lock, due);
+        if (over_ || Clock::now() < due) continue;
+        due = Clock::now() + between_draws;
+        if (!at_work_) continue;
+        std::fprintf(stderr, "\r\033[K%s", line().substr(0, width_of_terminal() - 1).c_str());
+        std::fflush(stderr);
+        drawn_ = true;
+    }
+}
+
+std::string Progress::line() const {
+    const double elapsed = std::chrono::duration<double>(Clock::now() - begun_).count();
+    const std::string place =
+        files_ > 1 ? ", file " + std::to_string(file_) + " of " + std::to_string(files_) : "";
+    if (closures_ == 0) return what_ + place + ": " + duration(elapsed);
+    double done = static_cast<double>(done_);
+    for (const auto& [closure, part] : in_hand_) done += part;
+    const double part = std::min(1.0, done / static_cast<double>(closures_));
+    const std::string filled(static_cast<std::size_t>(static_cast<double>(bar_width) * part), '#');
+    std::string text = "[" + filled + std::string(bar_width - filled.size(), ' ') + "] ";
+    text += std::to_string(done_) + "/" + std::to_string(closures_) + " closures, " + duration(elapsed);
+    if (part > 0.0) text += ", " + duration(elapsed * (1.0 - part) / part) + " to go";
+    return text + place + ": " + what_;
 }
 
 void Progress::clear() {
-    if (drawn_.exchange(false)) std::fputs("\r\033[K", stderr);
+    const std::lock_guard lock(mutex_);
+    at_work_ = false;
+    if (std::exchange(drawn_, false)) {
+        std::fputs("\r\033[K", stderr);
+        std::fflush(stderr);
+    }
 }
 
 } // namespace loopwise

@@ -1,40 +1,50 @@
-// A bar on a terminal that says how far the work is.
+// A line on a terminal that says what is being done, how far it is and how long it will take.
 #pragma once
 
 #include "survey/survey.hpp"
 
-#include <atomic>
+#include <chrono>
+#include <condition_variable>
 #include <cstddef>
-#include <cstdint>
+#include <map>
+#include <mutex>
 #include <string>
+#include <thread>
 
 namespace loopwise {
 
-/// Draws on stderr, and only when that is a terminal and the work takes a while.
+/// Draws on stderr, and only when that is a terminal and the work takes a while. A thread of its own draws
+/// again and again, so that it is seen to be alive while one long step says nothing.
 class Progress final : public Watcher {
   public:
     explicit Progress(std::size_t files);
-    ~Progress() override { clear(); }
+    ~Progress() override;
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
 
-    /// To be called before the work on a molecule, by one thread.
-    void begin(const std::string& label, std::size_t file, std::size_t steps);
-    void closure_done() override;
-    /// Takes the bar away, so that something can be printed.
+    /// A file is being read, or a picture drawn.
+    void begin(const std::string& what, std::size_t file);
+    /// A molecule is being surveyed.
+    void begin(const std::string& what, std::size_t file, std::size_t closures);
+    void closure_at(std::size_t closure, double part) override;
+    /// Takes the line away, so that something can be printed, until the next step begins.
     void clear();
 
   private:
-    void draw(std::size_t done);
+    using Clock = std::chrono::steady_clock;
+    void draw_again_and_again();
+    std::string line() const;
 
     const bool terminal_;
     const std::size_t files_;
-    std::size_t file_ = 0;
-    std::size_t steps_ = 1;
-    std::string label_;
-    std::atomic<std::size_t> done_ = 0;
-    std::atomic<std::int64_t> next_draw_;
-    std::atomic<bool> drawn_ = false;
+    std::mutex mutex_; // of all below
+    std::string what_;
+    std::size_t file_ = 0, closures_ = 0, done_ = 0;
+    std::map<std::size_t, double> in_hand_; // closures that are begun, and how far each is
+    Clock::time_point begun_;
+    bool at_work_ = false, drawn_ = false, over_ = false;
+    std::condition_variable changed_;
+    std::thread drawer_;
 };
 
 } // namespace loopwise

@@ -22,7 +22,7 @@ def protein_like(beads):
     """A compact chain of bonds of 3.8: a random walk that is drawn to its start."""
     random, places = np.random.default_rng(7), [np.zeros(3)]
     while len(places) < beads:
-        step = random.normal(size=3) - 0.05 * places[-1]
+        step = random.normal(size=3) - 0.02 * places[-1]
         places.append(places[-1] + 3.8 * step / np.linalg.norm(step))
     return np.array(places)
 

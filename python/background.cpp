@@ -24,9 +24,13 @@ Running& running() {
 
 } // namespace
 
+void Job::look() const {
+    if (abandoned_) throw Abandoned();
+}
+
 void Job::step() {
     ++done_;
-    if (abandoned_) throw Abandoned();
+    look();
 }
 
 void Background::run(std::function<void(Job&)> work, const py::object& progress) {

@@ -19,6 +19,7 @@ class Job {
     void plan(std::size_t steps) { planned_ = steps; }
     /// For the work to call after each step, from any thread. Throws when nobody waits for it any more.
     void step();
+    void look() const;
 
   private:
     friend class Background;

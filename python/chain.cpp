@@ -3,58 +3,74 @@
 #include "input/input.hpp"
 #include "model/cut.hpp"
 #include "module.hpp"
-#include "textio/reader.hpp"
 
 #include <algorithm>
-#include <filesystem>
-#include <sstream>
+#include <charconv>
 
 namespace loopwise {
 namespace {
 
 constexpr double shortest_bond = 3.4, longest_bond = 4.2; // as CheckDistancesBetweenAtoms()
 
-py::list read(const py::bytes& path, const py::str& shown) {
-    std::vector<NamedChain> chains;
-    try {
-        const std::string name = path;
-        const py::gil_scoped_release others;
-        chains = read_chains(name);
-    } catch (const std::bad_alloc&) {
-        throw;
-    } catch (const std::exception& refusal) {
-        // Some parsers start with the name of the file or use several lines.
-        std::string reason = refusal.what();
-        std::replace(reason.begin(), reason.end(), '\n', ' ');
-        const std::string name = shown;
-        throw py::value_error(reason.starts_with(name) ? reason : name + ": " + reason);
+/// Readers number beads by position. Here they have the numbers that their labels begin with, if all do.
+void number_by_label(NamedChain& named) {
+    std::vector<std::int32_t> numbers;
+    for (const std::string& label : named.labels) {
+        std::int32_t number = 0;
+        if (std::from_chars(label.data(), label.data() + label.size(), number).ec != std::errc{}) break;
+        numbers.push_back(number);
     }
+    const bool all = numbers.size() == named.beads.size();
+    for (std::size_t i = 0; i < named.beads.size(); ++i)
+        named.beads[i].id = all ? numbers[i] : static_cast<std::int32_t>(i + 1);
+}
+
+py::list list_of(const std::vector<Molecule>& molecules) {
     py::list result;
-    for (const NamedChain& named : chains) {
-        const py::tuple arrays = arrays_of(named.beads);
-        result.append(py::make_tuple(arrays[0], arrays[1], named.labels, named.name));
-    }
+    for (const Molecule& molecule : molecules)
+        for (const NamedChain& named : molecule.chains) {
+            const py::tuple arrays = arrays_of(named.beads);
+            std::vector<std::string> notes = molecule.notes;
+            notes.insert(notes.end(), named.notes.begin(), named.notes.end());
+            result.append(py::make_tuple(arrays[0], arrays[1], named.labels, named.name, notes));
+        }
     return result;
 }
 
-/// The reader of the library makes something of every line; here a line is an atom, or blank, or refused.
-py::tuple parse(const std::string& text) {
-    std::istringstream lines(text);
-    lines.imbue(std::locale::classic());
-    std::string atoms, line;
-    for (int number = 1; std::getline(lines, line); ++number) {
-        if (line.find_first_not_of(" \t\r") == std::string::npos) continue;
-        std::istringstream fields(line);
-        ChainAtom atom{};
-        if (!(fields >> atom.id >> atom.x >> atom.y >> atom.z))
-            throw py::value_error("line " + std::to_string(number) + " is not an atom: id x y z");
-        atoms += line + '\n';
+/// What cannot be read is refused with the reason.
+template <class Read> py::list chains_of(const Read& read) {
+    std::vector<Molecule> molecules;
+    try {
+        const py::gil_scoped_release others;
+        molecules = read();
+        for (Molecule& molecule : molecules)
+            for (NamedChain& named : molecule.chains) number_by_label(named);
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception& refusal) {
+        // Some parsers use several lines.
+        std::string reason = refusal.what();
+        std::replace(reason.begin(), reason.end(), '\n', ' ');
+        throw py::value_error(reason);
     }
-    const Reading reading = read_text(atoms);
-    if (reading.repeated)
-        throw py::value_error("two neighbouring atoms are at the same place, the second with the identifier " +
-                              std::to_string(*reading.repeated));
-    return arrays_of(reading.chain);
+    return list_of(molecules);
+}
+
+Selection selection_of(const std::string& model, const std::string& atom) {
+    Selection selection;
+    selection.model = model;
+    selection.atom = atom;
+    return selection;
+}
+
+py::list read(const py::bytes& path, const std::string& model, const std::string& atom) {
+    return chains_of([name = std::string(path), selection = selection_of(model, atom)] {
+        return read_molecules(name, selection);
+    });
+}
+
+py::list parse(const std::string& text) {
+    return chains_of([&text] { return molecules_in("", text, Selection{}); });
 }
 
 py::object cut_positions(const Doubles& xyz, const Ids& ids, int first, int last) {

@@ -26,7 +26,7 @@ struct Survey {
 class SurveyWatcher final : public Watcher {
   public:
     SurveyWatcher(Job& job, std::vector<Row>& rows) : job_(job), rows_(rows) {}
-    void closure_done() override { job_.step(); }
+    void closure_at(std::size_t, double part) override { part < 1.0 ? job_.look() : job_.step(); }
     void closure_counted(const Specimen& specimen) override {
         Row row{specimen.closure, {}, specimen.knots};
         for (const Loop& loop : specimen.reduced) row.left.push_back(loop.beads.size());
@@ -41,13 +41,14 @@ class SurveyWatcher final : public Watcher {
 Survey surveyed(const Molecule& molecule, const Plan& plan, Job& job) {
     Survey survey;
     SurveyWatcher watcher(job, survey.rows);
-    survey.result = loopwise::survey(molecule, plan, watcher);
+    survey.result = loopwise::survey(molecule, plan_for(molecule, plan), watcher);
     return survey;
 }
 
 Method method_of(const std::string& name) {
     for (const Method method :
-         {Method::directions, Method::point, Method::direction, Method::two_points, Method::outside})
+         {Method::directions, Method::point, Method::direction, Method::two_points, Method::outside,
+          Method::ring})
         if (name == name_of(method)) return method;
     throw py::value_error("there is no method '" + name + "'");
 }
@@ -73,14 +74,25 @@ Molecule molecule_of(const py::sequence& components) {
     return molecule;
 }
 
-py::dict dict_of(const ComponentTally& tally) {
+py::dict dict_of(const std::vector<KnotCount>& counts) {
     py::dict knots;
-    for (const KnotCount& count : tally.knots) knots[py::str(count.knot)] = count.closures;
+    for (const KnotCount& count : counts) knots[py::str(count.knot)] = count.closures;
+    return knots;
+}
+
+/// Two chains -> linking number -> closures.
+py::dict linking_numbers_of(const std::vector<PairTally>& pairs) {
+    py::dict numbers;
+    for (const PairTally& pair : pairs) numbers[py::make_tuple(pair.one, pair.other)] = pair.numbers;
+    return numbers;
+}
+
+py::dict dict_of(const ComponentTally& tally) {
     py::dict result;
     result["beads"] = tally.beads;
     result["left"] = tally.left;
     result["bare"] = tally.bare;
-    result["knots"] = knots;
+    result["knots"] = dict_of(tally.knots);
     if (const auto& smallest = tally.smallest)
         result["smallest"] = py::make_tuple(smallest->closure, positions_of(smallest->loop.beads),
                                             coordinates_of(smallest->loop.beads));
@@ -131,6 +143,10 @@ py::dict dict_of(const Survey& survey) {
     dict["components"] = components;
     dict["left"] = result.whole.left;
     dict["bare"] = result.whole.bare;
+    dict["links"] = dict_of(result.whole.knots);
+    dict["linking_numbers"] = linking_numbers_of(result.pairs);
+    dict["method"] = name_of(result.plan.method);
+    dict["closures"] = result.plan.closures;
     dict["failed"] = result.failed;
     dict["counted"] = result.counted();
     dict["typical"] = tuple_of(result.typical());

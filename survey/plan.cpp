@@ -18,6 +18,8 @@ const char* name_of(Method method) {
         return "two-points";
     case Method::outside:
         return "outside";
+    case Method::ring:
+        return "ring";
     }
     return "";
 }
@@ -41,6 +43,7 @@ std::size_t most_components(Method method) {
     case Method::two_points:
         return most_components_by_arcs;
     case Method::outside:
+    case Method::ring:
         break;
     }
     return SIZE_MAX;

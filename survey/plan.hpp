@@ -8,7 +8,8 @@
 
 namespace loopwise {
 
-enum class Method { directions, point, direction, two_points, outside };
+/// `ring` closes nothing: the last bead is bonded to the first.
+enum class Method { directions, point, direction, two_points, outside, ring };
 
 const char* name_of(Method method);
 bool is_random(Method method);

@@ -38,6 +38,8 @@ Closing close_chain(Chain& chain, const Plan& plan, std::size_t closure) {
         return close_by_arc(chain, plan.scale, draw);
     case Method::outside:
         return close_outside(chain, plan.scale);
+    case Method::ring:
+        return Closing::closed;
     }
     return Closing::no_such_row;
 }
@@ -55,6 +57,8 @@ Closing close_structure(Structure& structure, const Plan& plan, std::size_t clos
         return close_by_arcs(structure, plan.scale, draw);
     case Method::outside:
         return close_outside(structure, plan.scale);
+    case Method::ring:
+        return Closing::closed;
     }
     return Closing::too_many_components;
 }
@@ -158,15 +162,20 @@ void sort(std::vector<KnotCount>& knots) {
     });
 }
 
-Result empty_result(const Molecule& molecule) {
+Result empty_result(const Molecule& molecule, const Plan& plan) {
     Result result;
     result.file = molecule.file;
+    result.model = molecule.model;
+    result.notes = molecule.notes;
+    result.plan = plan;
     for (const NamedChain& named : molecule.chains) {
         ComponentTally tally;
         tally.name = named.name;
         tally.beads = named.beads.size();
-        tally.breaks = CheckDistancesBetweenAtoms(named.beads);
+        tally.bonds = bonds_of(named);
+        tally.kind = named.kind;
         tally.labels = named.labels;
+        tally.notes = named.notes;
         if (!result.components.empty()) result.whole.name += '+';
         result.whole.name += named.name;
         result.whole.beads += tally.beads;
@@ -188,6 +197,8 @@ void refuse_impossible(const Molecule& molecule, const Plan& plan) {
                                     std::to_string(molecule.chains.size()));
     if (!plan.together && molecule.chains.size() > 1)
         throw std::invalid_argument("several chains are surveyed one by one or together");
+    if (plan.method == Method::ring && plan.closures != 1)
+        throw std::invalid_argument("a ring is reduced once, as it is");
     if (plan.method == Method::directions && plan.closures > uniform_rows)
         throw std::invalid_argument("there are only " + std::to_string(uniform_rows) + " directions");
 }
@@ -211,9 +222,25 @@ const Specimen* Result::typical() const {
     return smallest ? &*smallest : nullptr;
 }
 
-Result survey(const Molecule& molecule, const Plan& plan, Watcher& watcher) {
-    refuse_impossible(molecule, plan);
-    Result result = empty_result(molecule);
+Plan plan_for(const Molecule& molecule, const Plan& plan) {
+    const auto rings = std::count_if(molecule.chains.begin(), molecule.chains.end(), is_ring);
+    if (rings == 0 || plan.method == Method::ring) return plan;
+    const auto all = static_cast<std::ptrdiff_t>(molecule.chains.size());
+    if (rings < all)
+        throw std::invalid_argument("only " + std::to_string(rings) + " of " + std::to_string(all) +
+                                    " chains are rings, the others open: they cannot be closed together");
+    Plan as_it_is = plan;
+    as_it_is.method = Method::ring;
+    as_it_is.closures = 1;
+    return as_it_is;
+}
+
+Result survey(const Molecule& given, const Plan& plan, Watcher& watcher) {
+    refuse_impossible(given, plan);
+    Molecule molecule = given;
+    for (NamedChain& named : molecule.chains)
+        if (plan.method == Method::ring && is_ring(named)) drop_repeated_end(named);
+    Result result = empty_result(molecule, plan);
     Structure open;
     for (const NamedChain& named : molecule.chains) open.push_back(named.beads);
 
@@ -222,9 +249,10 @@ Result survey(const Molecule& molecule, const Plan& plan, Watcher& watcher) {
     for (std::size_t first = 0; first < plan.closures; first += batch_size) {
         batch.resize(std::min(batch_size, plan.closures - first));
         in_parallel(batch.size(), plan.threads, [&](std::size_t i, std::size_t worker) {
+            watcher.closure_at(first + i, 0.0);
             batch[i] = outcome_of(open, plan, first + i);
             if (plan.name_knots) name_knots(batch[i], namers[worker]);
-            watcher.closure_done();
+            watcher.closure_at(first + i, 1.0);
         });
         for (std::size_t i = 0; i < batch.size(); ++i) count(result, batch[i], first + i, watcher);
     }

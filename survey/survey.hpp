@@ -1,5 +1,5 @@
-// Closing a molecule in many ways, reducing every loop, naming its knot and counting what came of it. Prints nothing, reads no
-// file, and leaves the process's generator alone.
+// Closing a molecule in many ways, reducing every loop, naming its knot and counting what came of it. Prints
+// nothing, reads no file, and leaves the process's generator alone.
 #pragma once
 
 #include "survey/molecule.hpp"
@@ -59,8 +59,10 @@ struct PairTally {
 inline constexpr std::size_t most_linked_chains = 100;
 
 struct ComponentTally : Tally {
-    std::string breaks;              ///< CheckDistancesBetweenAtoms()
+    Bonds bonds;
+    BeadKind kind = BeadKind::any;
     std::vector<std::string> labels; ///< of the beads
+    std::vector<std::string> notes;  ///< about the chain, see NamedChain
     struct Smallest {
         std::size_t closure = 0;
         Loop loop;
@@ -73,6 +75,9 @@ std::string label_of(const Loop& loop, std::size_t bead, const ComponentTally& c
 
 struct Result {
     std::string file;
+    std::string model;
+    std::vector<std::string> notes; ///< about the whole, see Molecule
+    Plan plan;                      ///< what was done
     Tally whole;
     std::vector<ComponentTally> components;
     std::vector<PairTally> pairs; ///< of a structure, where named
@@ -90,11 +95,18 @@ struct Result {
 class Watcher {
   public:
     virtual ~Watcher() = default;
-    /// A closure is made and reduced. Any thread may say so; what it throws ends the survey.
-    virtual void closure_done() {}
+    /// How far the work on a closure is: 0 when it begins, 1 when it is done, and whatever a long reduction
+    /// says in between. Any thread may say so; what it throws ends the survey.
+    virtual void closure_at(std::size_t closure, double part) {
+        static_cast<void>(closure), static_cast<void>(part);
+    }
     /// What a closure came to, one after another, from the thread that surveys. Those that failed are left out.
     virtual void closure_counted(const Specimen&) {}
 };
+
+/// The plan for this molecule: chains that are stored as rings are reduced as they are. Throws
+/// std::invalid_argument when only some chains of a structure are rings.
+Plan plan_for(const Molecule& molecule, const Plan& plan);
 
 /// The same result for any number of threads. Throws std::invalid_argument when the molecule has no chain
 /// or an empty one, more components than the method can close, or, for Method::directions, more closures

@@ -1,6 +1,6 @@
 #!/bin/sh
-# Installs what is built, makes the Debian packages, looks into them and unpacks them; in both places the programs run, and
-# the README's first program builds and runs through CMake and through pkg-config.
+# Installs what is built, makes the Debian packages, looks into them and unpacks them; in both places the programs run,
+# and the README's first program builds and runs through CMake and through pkg-config.
 # usage: package.sh SOURCE-FOLDER BUILD-FOLDER LIBDIR COMPILER VERSION PYTHON
 set -eu
 source=$1 build=$2 libdir=$3 compiler=$4 version=$5 python=$6

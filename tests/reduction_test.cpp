@@ -48,6 +48,18 @@ TEST(ChainReduction, TakesAnEndWithinTheToleranceForARepeatedOne) {
     EXPECT_EQ(not_quite.back().x, EPS);
 }
 
+/// One works on the stack as long as there is room, the other on the heap.
+TEST(ChainReduction, OfALongChainIsThatOfAStructureOfOneChain) {
+    const Silence quiet;
+    chains::Random random(9);
+    for (const int length : {3440, 3456, 6000}) {
+        Chain chain = chains::make(chains::Kind::compact, length, random);
+        Structure structure{chain};
+        EXPECT_EQ(ChainReduce(chain, true), ChainsReduce(structure, true));
+        EXPECT_TRUE(chains::same_bits(chain, structure[0])) << length;
+    }
+}
+
 TEST(StructureReduction, HoldsWhatOtherComponentsHold) {
     const Chain corner{{0, 0, 0, 1}, {1, 0, 0, 2}, {1, 1, 0, 3}, {0, 1, 5, 4}},
         needle{{0.7, 0.3, -1, 1}, {0.7, 0.3, 1, 2}};

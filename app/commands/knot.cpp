@@ -3,7 +3,7 @@
 #include "closure/closures.hpp"
 #include "closure/point_tables.hpp"
 #include "commands/command.hpp"
-#include "input/input.hpp"
+#include "commands/selecting.hpp"
 #include "knots/links.hpp"
 
 #include <iostream>
@@ -21,6 +21,7 @@ Examples:
 
 struct Arguments {
     std::vector<std::string> files;
+    Selecting selecting;
     std::optional<int> open;
     bool link = false;
 };
@@ -30,6 +31,7 @@ void declare(CLI::App& app, Arguments& into) {
     app.add_option("--open", into.open, "Close every chain by moving both ends out along this direction")
         ->check(CLI::Range(0, uniform_rows - 1))
         ->option_text("0..399");
+    declare_selecting(app, into.selecting);
     app.add_flag("--link", into.link, "Also say how the chains of a file are linked");
     app.footer(footer);
 }
@@ -58,17 +60,37 @@ void show_links(const std::string& file, const std::vector<NamedChain>& chains) 
                       << linking.numbers[pair] << '\n';
 }
 
-/// Whether every polygon of the file could be looked at.
-bool one_file(const std::string& file, const Arguments& given) {
-    std::vector<NamedChain> chains = read_chains(file);
+std::string label_of(const Molecule& molecule) {
+    return molecule.file + (molecule.model.empty() ? "" : ": model " + molecule.model);
+}
+
+void show_notes(const std::string& label, const std::vector<std::string>& notes) {
+    for (const std::string& note : notes) std::cout << label << ": note: " << note << '\n';
+}
+
+/// Whether every polygon of the molecule could be looked at.
+bool one_molecule(Molecule& molecule, const Arguments& given) {
+    show_notes(label_of(molecule), molecule.notes);
     bool good = true;
-    for (NamedChain& named : chains) {
-        if (given.open) close_in_direction(named.beads, *given.open);
+    for (NamedChain& named : molecule.chains) {
+        show_notes(label_of(molecule), named.notes);
+        cut(named, given.selecting.first, given.selecting.last);
+        if (is_ring(named))
+            drop_repeated_end(named);
+        else if (given.open)
+            close_in_direction(named.beads, *given.open);
         const KnotName name = knot_of(named.beads);
-        show(file + (named.name.empty() ? "" : ": chain " + named.name), name);
+        show(label_of(molecule) + (named.name.empty() ? "" : ": chain " + named.name), name);
         good = good && name.status != KnotStatus::bad_polygon;
     }
-    if (given.link) show_links(file, chains);
+    if (given.link) show_links(label_of(molecule), molecule.chains);
+    return good;
+}
+
+bool one_file(const std::string& file, const Arguments& given) {
+    bool good = true;
+    for (Molecule& molecule : read_molecules(file, selection_of(given.selecting)))
+        good = one_molecule(molecule, given) && good;
     return good;
 }
 

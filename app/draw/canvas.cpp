@@ -9,10 +9,10 @@
 namespace loopwise {
 namespace {
 
-constexpr double sampling = 4.0;        // pixels between the points that stand for a drawn line
-constexpr double letter_width = 0.6;    // of the font size
-constexpr double overlap_cost = 1000.0; // of covering another label, against 1 for a point of a line
-constexpr double outside_cost = 10000.0;
+constexpr double sampling = 4.0;     // pixels between the points that stand for a drawn line
+constexpr double letter_width = 0.6; // of the font size
+// Of covering another label, against 1 for a point of a line, or leaving the frame: rather no label then.
+constexpr double overlap_cost = 10000.0, outside_cost = 10000.0;
 constexpr int places_around = 24;
 
 double overlap(double a, double half_a, double b, double half_b) {
@@ -114,6 +114,7 @@ std::string Labels::beside(Spot spot, double radius, const std::string& text, do
             }
         }
     }
+    if (least >= overlap_cost) return "";
     placed_.push_back(best);
     constexpr double baseline = 0.36; // below the middle of the letters, of the font size
     return words({best.centre.x, best.centre.y + baseline * size}, text,

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numeric>
 #include <utility>
 
 namespace loopwise {
@@ -17,15 +18,32 @@ constexpr std::size_t core_weight = 10;
 constexpr double least_in_plane = 0.7;
 /// A bead that is seen closer to a stick, as a part of the core's diameter, is hard to tell from it.
 constexpr double least_apart = 0.08;
+/// All views of more beads would take long, and none of them is clear.
+constexpr std::size_t long_chain = 3000;
+constexpr int few_views = 4;
 
-Drawing strands_of(const std::vector<Loop>& loops, int view) {
+/// Whether the chain has a gap between two of its beads, the second the next that is left.
+bool has_gap(const ComponentTally& chain, std::size_t from, std::size_t to) {
+    return std::any_of(chain.bonds.gaps.begin(), chain.bonds.gaps.end(), [&](const OddBond& gap) {
+        return from < to ? from <= gap.bead && gap.bead < to : from <= gap.bead || gap.bead < to;
+    });
+}
+
+Bond bond_of(const Loop& loop, std::size_t edge, const ComponentTally& chain, bool ring) {
+    const std::size_t next = (edge + 1) % loop.beads.size();
+    if (!ring && edge + 1 >= loop.own) return Bond::closing;
+    return has_gap(chain, loop.position(edge), loop.position(next)) ? Bond::gap : Bond::ordinary;
+}
+
+Drawing strands_of(const std::vector<Loop>& loops, const Result& result, int view) {
     Drawing drawing;
+    const bool ring = result.plan.method == Method::ring;
     for (std::size_t i = 0; i < loops.size(); ++i) {
         std::vector<Edge> edges = project(loops[i].beads, view, true);
         for (std::size_t j = 0; j < edges.size(); ++j) {
             edges[j].tag = static_cast<std::int32_t>(i);
             drawing.edges.push_back(std::move(edges[j]));
-            drawing.closing.push_back(j + 1 >= loops[i].own);
+            drawing.bonds.push_back(bond_of(loops[i], j, result.components[i], ring));
         }
     }
     return drawing;
@@ -99,24 +117,35 @@ bool from_the_side(const Drawing& drawing, const std::vector<Loop>& loops) {
 
 } // namespace
 
-Drawing drawing_of(const std::vector<Loop>& loops, int view) {
-    Drawing drawing = strands_of(loops, view);
+Drawing drawing_of(const std::vector<Loop>& loops, const Result& result, int view) {
+    Drawing drawing = strands_of(loops, result, view);
     const std::vector<Edge>& edges = drawing.edges;
-    for (std::size_t i = 0; i < edges.size(); ++i)
-        for (std::size_t j = i + 1; j < edges.size(); ++j)
+    const auto left = [&](std::size_t i) { return std::min(edges[i].start.x, edges[i].end.x); };
+    const auto right = [&](std::size_t i) { return std::max(edges[i].start.x, edges[i].end.x); };
+    std::vector<std::size_t> order(edges.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::sort(order.begin(), order.end(), [&](std::size_t i, std::size_t j) { return left(i) < left(j); });
+    for (std::size_t a = 0; a < order.size(); ++a)
+        for (std::size_t b = a + 1; b < order.size() && left(order[b]) <= right(order[a]); ++b) {
+            const auto [i, j] = std::minmax(order[a], order[b]);
             if (meet(edges[i], edges[j]) && !are_neighbours(edges[i], edges[j])) mark_crossing(drawing, i, j);
+        }
     return drawing;
 }
 
-int clearest_view(const Specimen& specimen) {
+int clearest_view(const Specimen& specimen, const Result& result) {
+    std::size_t beads = 0, left = 0;
+    for (const Loop& loop : specimen.closed) beads += loop.beads.size();
+    for (const Loop& loop : specimen.reduced) left += loop.beads.size();
+    const int step = beads > long_chain ? views / few_views : 1;
     const double apart = least_apart * core_diameter(specimen);
     int clearest = 0;
     auto best = std::pair{false, std::numeric_limits<std::size_t>::max()};
-    for (int view = 0; view < views; ++view) {
-        const Drawing closed = drawing_of(specimen.closed, view);
-        const Drawing core = drawing_of(specimen.reduced, view);
-        const std::size_t clutter =
-            closed.crossings + core_weight * (core.crossings + tight_places(core, apart));
+    for (int view = 0; view < views; view += step) {
+        const Drawing closed = drawing_of(specimen.closed, result, view);
+        const Drawing core = drawing_of(specimen.reduced, result, view);
+        const std::size_t tight = left > long_chain ? 0 : tight_places(core, apart);
+        const std::size_t clutter = closed.crossings + core_weight * (core.crossings + tight);
         const auto rank = std::pair{!from_the_side(closed, specimen.closed), clutter};
         if (view > 0 && rank >= best) continue;
         best = rank;

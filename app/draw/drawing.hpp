@@ -9,19 +9,24 @@ namespace loopwise {
 
 inline constexpr int views = 60; ///< the directions of ProjectChain()
 
+/// What an edge of a drawing stands for.
+enum class Bond { ordinary, gap, closing };
+
 struct Drawing {
     /// The edges of all loops, one after another; the tag of each is its loop's number. It carries an
     /// annotation for every place where it passes under another: the position from its start, 0, to its
     /// end, 1, and the other edge's index as the label. z is towards the viewer.
     std::vector<Edge> edges;
-    std::vector<bool> closing; ///< of every edge: whether it is part of the closure
+    std::vector<Bond> bonds; ///< of every edge
     std::size_t crossings = 0;
 };
 
-Drawing drawing_of(const std::vector<Loop>& loops, int view);
+/// The loops are those of the result's chains, reduced or not.
+Drawing drawing_of(const std::vector<Loop>& loops, const Result& result, int view);
 
 /// The view with the fewest crossings among those that see the closure from the side; crossings of the
-/// reduced loops, and beads that seem to lie on a stick, count several times.
-int clearest_view(const Specimen& specimen);
+/// reduced loops, and beads that seem to lie on a stick, count several times. Of long chains only a few views
+/// are tried.
+int clearest_view(const Specimen& specimen, const Result& result);
 
 } // namespace loopwise

@@ -21,13 +21,28 @@ int to_byte(double linear) {
 
 double cube(double value) { return value * value * value; }
 
+struct Colour {
+    double hue, lightness, chroma; // the hue in degrees
+};
+
+Colour of_chain_alone(double place) {
+    return {first_hue + place * (last_hue - first_hue),
+            end_lightness + (middle_lightness - end_lightness) * std::sin(place * std::numbers::pi), chroma};
+}
+
+Colour of_one_of(double place, std::size_t chain, std::size_t chains) {
+    constexpr std::size_t most_even = 12; // hues that are easily told apart
+    constexpr double golden_angle = 137.50776, turn = 360.0, dark = 0.45, light = 0.8;
+    const double step = chains <= most_even ? turn / static_cast<double>(chains) : golden_angle;
+    return {first_hue + step * static_cast<double>(chain), dark + place * (light - dark), 0.13};
+}
+
 } // namespace
 
-std::string colour_along(double place) {
-    const double hue = (first_hue + place * (last_hue - first_hue)) * std::numbers::pi / 180.0;
-    const double lightness =
-        end_lightness + (middle_lightness - end_lightness) * std::sin(place * std::numbers::pi);
-    const double a = chroma * std::cos(hue), b = chroma * std::sin(hue);
+std::string colour_along(double place, std::size_t chain, std::size_t chains) {
+    const Colour colour = chains < 2 ? of_chain_alone(place) : of_one_of(place, chain, chains);
+    const double hue = colour.hue * std::numbers::pi / 180.0, lightness = colour.lightness;
+    const double a = colour.chroma * std::cos(hue), b = colour.chroma * std::sin(hue);
     const double l = cube(lightness + 0.3963377774 * a + 0.2158037573 * b);
     const double m = cube(lightness - 0.1055613458 * a - 0.0638541728 * b);
     const double s = cube(lightness - 0.0894841775 * a - 1.2914855480 * b);

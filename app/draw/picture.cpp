@@ -17,7 +17,8 @@ constexpr double left_panel = 25.0, right_panel = page_width - left_panel - pane
 constexpr double legend_top = panel_top + panel_height + 46.0;
 constexpr double strand_thickness = 0.6; // in the unit of the chain
 constexpr double thinnest_strand = 3.0, thickest_strand = 6.0;
-constexpr double stick_width = 8.0;
+constexpr double stick_width = 8.0, thin_stick_width = 5.0;
+constexpr std::size_t most_labels = 30; // more only pile up
 
 constexpr const char* ink = "#222222";
 constexpr const char* label_halo =
@@ -33,35 +34,60 @@ Labels labels_around(const std::vector<Path>& paths) {
 /// What tells the labels of several chains apart.
 std::string prefix_of(const Path& path, const Result& result) {
     if (result.components.size() < 2) return "";
-    return result.components[static_cast<std::size_t>(path.edges.front().tag)].name + ":";
+    return result.components[path.chain()].name + ":";
 }
 
 std::string label_of(const Path& path, std::size_t bead, const Result& result) {
-    return label_of(path.loop, bead, result.components[static_cast<std::size_t>(path.edges.front().tag)]);
+    return label_of(path.loop, bead, result.components[path.chain()]);
 }
 
-/// Both ends of every chain, each with a disc and its residue.
+std::pair<const char*, const char*> names_of_ends(BeadKind kind) {
+    switch (kind) {
+    case BeadKind::amino_acids:
+        return {"N ", "C "};
+    case BeadKind::nucleotides:
+        return {"5' ", "3' "};
+    case BeadKind::any:
+        break;
+    }
+    return {"first ", "last "};
+}
+
+std::string labelled_end(Labels& labels, const Path& path, std::size_t atom, const std::string& name,
+                         const Result& result) {
+    constexpr double radius = 7.0, size = 20.0, smaller_size = 15.0;
+    const std::string colour = path.colour(path.shades[atom]);
+    return disc(path.spots[atom], radius, "fill=\"" + colour + "\" stroke=\"#ffffff\" stroke-width=\"2\"") +
+           labels.beside(path.spots[atom], radius,
+                         prefix_of(path, result) + name + label_of(path, atom, result),
+                         result.components.size() > 2 ? smaller_size : size,
+                         "font-weight=\"bold\" fill=\"" + colour + "\" " + label_halo);
+}
+
+/// Both ends of every chain, each with a disc and its label; a ring has none but a first bead.
 std::string ends(const std::vector<Path>& paths, const Result& result) {
-    constexpr double radius = 7.0, size = 20.0;
     Labels labels = labels_around(paths);
     std::string svg;
     for (const Path& path : paths) {
         if (path.loop.own == 0) continue;
-        const std::string chain = prefix_of(path, result);
-        for (const auto& [atom, name] : {std::pair{std::size_t{0}, "N "}, {path.loop.own - 1, "C "}}) {
-            const std::string colour = colour_along(path.shades[atom]);
-            svg += disc(path.spots[atom], radius,
-                        "fill=\"" + colour + "\" stroke=\"#ffffff\" stroke-width=\"2\"");
-            svg += labels.beside(path.spots[atom], radius, chain + name + label_of(path, atom, result), size,
-                                 "font-weight=\"bold\" fill=\"" + colour + "\" " + label_halo);
-        }
+        const auto [first, last] = names_of_ends(result.components[path.chain()].kind);
+        const bool ring = result.plan.method == Method::ring;
+        svg += labelled_end(labels, path, 0, ring ? "" : first, result);
+        if (!ring) svg += labelled_end(labels, path, path.loop.own - 1, last, result);
     }
     return svg;
 }
 
-/// Every bead that is left, with its residue.
-std::string beads(const std::vector<Path>& paths, const Result& result) {
-    constexpr double radius = 8.0, size = 17.0;
+/// Every how manieth of so many beads gets a label.
+std::size_t step_of_labels(std::size_t beads) {
+    return beads <= most_labels ? 1 : (beads - 1) / most_labels + 1;
+}
+
+/// Every bead that is left, with its label as long as there is room.
+std::string beads(const std::vector<Path>& paths, const Result& result, std::size_t left) {
+    constexpr double radius = 8.0, smaller_radius = 5.0, size = 17.0;
+    const double shown_radius = left <= most_labels ? radius : smaller_radius;
+    const std::size_t step = step_of_labels(left);
     Labels labels = labels_around(paths);
     std::string svg;
     for (const Path& path : paths)
@@ -69,11 +95,12 @@ std::string beads(const std::vector<Path>& paths, const Result& result) {
             const bool own = i < path.loop.own;
             const Spot spot = path.spots[i];
             if (spot.x < 0.0 || spot.y < 0.0 || spot.x > panel_width || spot.y > panel_height) continue;
-            svg += disc(spot, radius,
-                        "fill=\"" + (own ? colour_along(path.shades[i]) : std::string(grey)) +
+            svg += disc(spot, shown_radius,
+                        "fill=\"" + (own ? path.colour(path.shades[i]) : std::string(grey)) +
                             "\" stroke=\"#ffffff\" stroke-width=\"2.2\"");
-            svg += labels.beside(spot, radius, prefix_of(path, result) + label_of(path, i, result), size,
-                                 "font-weight=\"600\" fill=\"" + std::string(ink) + "\" " + label_halo);
+            if (i % step != 0) continue;
+            svg += labels.beside(spot, shown_radius, prefix_of(path, result) + label_of(path, i, result),
+                                 size, "font-weight=\"600\" fill=\"" + std::string(ink) + "\" " + label_halo);
         }
     return svg;
 }
@@ -91,6 +118,20 @@ std::string counted(std::size_t count, const std::string& what) {
     return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
+/// What the beads are called.
+std::string noun(const Result& result) {
+    const bool any = std::any_of(result.components.begin(), result.components.end(),
+                                 [](const ComponentTally& chain) { return chain.kind == BeadKind::any; });
+    return any ? "bead" : "residue";
+}
+
+std::string chains_in_title(const Result& result) {
+    constexpr std::size_t most_named = 12;
+    const std::size_t chains = result.components.size();
+    if (chains > most_named) return ", " + counted(chains, "chain");
+    return result.whole.name.empty() ? "" : (chains > 1 ? ", chains " : ", chain ") + result.whole.name;
+}
+
 /// The verdict on a single chain, or on the two of a structure.
 std::string knot_shown(const Result& result) {
     const Tally& tally = result.components.size() == 1 ? result.components.front() : result.whole;
@@ -103,62 +144,105 @@ std::string knot_shown(const Result& result) {
 
 std::string title(const Result& result) {
     std::filesystem::path file = std::filesystem::path(result.file).filename();
+    if (file == "-") file = "standard input";
     if (file.extension() == ".gz") file = file.stem();
-    const char* const noun = result.components.size() > 1 ? ", chains " : ", chain ";
-    const std::string chains = result.whole.name.empty() ? "" : noun + result.whole.name;
-    return words(
-        {0.5 * page_width, 38.0},
-        file.stem().string() + chains + ": " + counted(result.whole.beads, "residue") + knot_shown(result),
-        "text-anchor=\"middle\" font-size=\"26\" font-weight=\"bold\" fill=\"" + std::string(ink) + "\"");
+    const std::string model = result.model.empty() ? "" : ", model " + result.model;
+    return words({0.5 * page_width, 38.0},
+                 file.stem().string() + model + chains_in_title(result) + ": " +
+                     counted(result.whole.beads, noun(result)) + knot_shown(result),
+                 "text-anchor=\"middle\" font-size=\"26\" font-weight=\"bold\" fill=\"" + std::string(ink) +
+                     "\"");
 }
 
-std::string subtitle(const Result& result, const Plan& plan, int view) {
+std::string what_is_shown(const Result& result) {
+    if (result.plan.method == Method::ring)
+        return result.components.size() == 1 ? "a ring, as it is" : "rings, as they are";
     const Specimen& shown = *result.typical();
     const std::size_t held = result.counted() - result.whole.bare;
     const bool bare = &shown == (result.first_bare ? &*result.first_bare : nullptr);
-    return words({0.5 * page_width, 67.0},
-                 std::to_string(held) + " of " + counted(result.counted(), "closure") + " (" +
-                     name_of(plan.method) + ") leave more than three beads; shown: closure " +
-                     std::to_string(shown.closure) +
-                     (bare ? ", the first that comes down to three" : ", the smallest core") + ", view " +
-                     std::to_string(view),
+    return std::to_string(held) + " of " + counted(result.counted(), "closure") + " (" +
+           name_of(result.plan.method) + ") leave more than three beads; shown: closure " +
+           std::to_string(shown.closure) +
+           (bare ? ", the first that comes down to three" : ", which leaves the fewest of them");
+}
+
+std::string subtitle(const Result& result, int view) {
+    return words({0.5 * page_width, 67.0}, what_is_shown(result) + ", view " + std::to_string(view),
                  "text-anchor=\"middle\" font-size=\"17\" fill=\"#666666\"");
 }
 
-/// The colours from the first residue to the last.
-std::string colour_bar(const std::vector<ComponentTally>& components) {
-    constexpr double width = 420.0, height = 14.0, left = 130.0;
-    constexpr int stops = 24, ticks = 4;
-    std::string svg = "<linearGradient id=\"along\">";
+constexpr double bar_width = 420.0, bar_height = 14.0, bar_left = 130.0;
+constexpr const char* small_text = "text-anchor=\"middle\" font-size=\"15\" fill=\"#444444\"";
+
+/// The colours of a chain from its first bead to its last.
+std::string colour_bar(std::size_t chain, std::size_t chains, double left, double width) {
+    constexpr int stops = 24;
+    const std::string id = "along" + std::to_string(chain);
+    std::string svg = "<linearGradient id=\"" + id + "\">";
     for (int i = 0; i <= stops; ++i) {
         const double part = static_cast<double>(i) / stops;
-        svg += "<stop offset=\"" + number(part * 100.0) + "%\" stop-color=\"" + colour_along(part) + "\"/>";
+        svg += "<stop offset=\"" + number(part * 100.0) + "%\" stop-color=\"" +
+               colour_along(part, chain, chains) + "\"/>";
     }
-    svg += "</linearGradient>\n<rect x=\"" + number(left) + "\" y=\"" + number(legend_top - height) +
-           "\" width=\"" + number(width) + "\" height=\"" + number(height) +
-           "\" rx=\"7\" fill=\"url(#along)\"/>\n";
-    const std::string small = "text-anchor=\"middle\" font-size=\"15\" fill=\"#444444\"";
-    svg += words({left - 40.0, legend_top - 2.0}, "residue", small);
-    const std::vector<std::string>& labels = components.front().labels;
-    for (int i = 0; components.size() == 1 && i <= ticks; ++i) {
+    return svg + "</linearGradient>\n<rect x=\"" + number(left) + "\" y=\"" +
+           number(legend_top - bar_height) + "\" width=\"" + number(width) + "\" height=\"" +
+           number(bar_height) + "\" rx=\"7\" fill=\"url(#" + id + ")\"/>\n";
+}
+
+std::string bar_of_one(const Result& result) {
+    constexpr int ticks = 4;
+    std::string svg = words({bar_left - 45.0, legend_top - 2.0}, noun(result), small_text) +
+                      colour_bar(0, 1, bar_left, bar_width);
+    const std::vector<std::string>& labels = result.components.front().labels;
+    for (int i = 0; i <= ticks; ++i) {
         const std::size_t atom = (labels.size() - 1) * static_cast<std::size_t>(i) / ticks;
-        svg += words({left + width * i / ticks, legend_top + 18.0}, labels[atom], small);
+        svg += words({bar_left + bar_width * i / ticks, legend_top + 18.0}, labels[atom], small_text);
     }
-    if (components.size() > 1)
-        svg += words({left, legend_top + 18.0}, "first", small) +
-               words({left + width, legend_top + 18.0}, "last", small);
     return svg;
 }
 
-std::string keys() {
+/// A bar for each of the first chains.
+std::string bars_of_many(const Result& result) {
+    constexpr std::size_t most_bars = 12;
+    constexpr double between = 6.0;
+    const std::size_t chains = result.components.size(), bars = std::min(chains, most_bars);
+    const double step = bar_width / static_cast<double>(bars);
+    std::string svg = words({bar_left - 45.0, legend_top - 2.0}, "chain", small_text);
+    for (std::size_t i = 0; i < bars; ++i) {
+        const double left = bar_left + step * static_cast<double>(i);
+        svg +=
+            colour_bar(i, chains, left, step - between) +
+            words({left + 0.5 * (step - between), legend_top + 18.0}, result.components[i].name, small_text);
+    }
+    const std::string more = chains > bars ? "and " + std::to_string(chains - bars) + " more; " : "";
+    return svg + words({bar_left + 0.5 * bar_width, legend_top + 38.0},
+                       more + "first bead dark, last bead light", small_text);
+}
+
+std::string colours(const Result& result) {
+    return result.components.size() == 1 ? bar_of_one(result) : bars_of_many(result);
+}
+
+bool has_gaps(const Result& result) {
+    return std::any_of(result.components.begin(), result.components.end(),
+                       [](const ComponentTally& chain) { return !chain.bonds.gaps.empty(); });
+}
+
+std::string keys(const Result& result) {
     const double y = legend_top - 7.0;
     const std::string text = "font-size=\"15\" fill=\"#444444\"";
     const std::string pale = "stroke=\"" + std::string(ghost) + "\" stroke-width=\"3\"";
-    return line({730.0, y}, {786.0, y}, dashed()) +
-           words({796.0, y + 5.0}, "closure, outside of the chain", text) +
-           line({1040.0, y}, {1090.0, y}, pale) + words({1100.0, y + 5.0}, "before", text) +
-           disc({1186.0, y}, 8.0, "fill=\"" + colour_along(0.4) + "\"") +
-           words({1202.0, y + 5.0}, "bead left, its residue", text);
+    std::string svg;
+    if (result.plan.method != Method::ring)
+        svg += line({640.0, y}, {696.0, y}, dashed()) +
+               words({706.0, y + 5.0}, "closure: added to the chain", text);
+    if (has_gaps(result))
+        svg += line({916.0, y}, {966.0, y}, dotted(colour_along(0.4), 3.0)) +
+               words({976.0, y + 5.0}, "gap", text);
+    return svg + line({1026.0, y}, {1076.0, y}, pale) + words({1086.0, y + 5.0}, "before", text) +
+           disc({1172.0, y}, 8.0, "fill=\"" + colour_along(0.4) + "\"") +
+           words({1188.0, y + 5.0},
+                 "bead left, its " + (noun(result) == "bead" ? std::string("label") : "residue"), text);
 }
 
 std::string head() {
@@ -177,25 +261,29 @@ std::string head() {
 
 } // namespace
 
-std::string picture(const Result& result, const Plan& plan, std::optional<int> asked_view) {
+std::string picture(const Result& result, std::optional<int> asked_view) {
     const Specimen& shown = *result.typical();
-    const int view = asked_view ? *asked_view : clearest_view(shown);
-    const Drawing before = drawing_of(shown.closed, view), after = drawing_of(shown.reduced, view);
+    const int view = asked_view ? *asked_view : clearest_view(shown, result);
+    const Drawing before = drawing_of(shown.closed, result, view);
+    const Drawing after = drawing_of(shown.reduced, result, view);
     const Camera camera(before, shown.closed);
     std::vector<Path> chain = paths_of(before, shown.closed, shown.closed, camera);
-    std::vector<Path> core = paths_of(after, shown.reduced, shown.closed, camera);
+    std::vector<Path> rest = paths_of(after, shown.reduced, shown.closed, camera);
 
     const double strand_width = std::clamp(camera.pixels(strand_thickness), thinnest_strand, thickest_strand);
     std::size_t left = 0;
     for (const Loop& loop : shown.reduced) left += loop.beads.size();
-    const std::string given = "as given, closed: " + counted(before.crossings, "crossing");
-    const std::string reduced =
-        "reduced: " + counted(left, "bead") + ", " + counted(after.crossings, "crossing");
+    const std::string given = result.plan.method == Method::ring ? "as given: " : "as given, closed: ";
+    const std::string heading = "reduced: " + counted(left, "bead") + ", " +
+                                counted(after.crossings, "crossing") +
+                                (left > most_labels ? ", not all labelled" : "");
+    const double sticks = left > most_labels ? thin_stick_width : stick_width;
     const std::string before_svg = strands(before, chain, {strand_width, false}) + ends(chain, result);
     const std::string after_svg =
-        shadow(chain) + strands(after, core, {stick_width, true}) + beads(core, result);
-    return head() + title(result) + subtitle(result, plan, view) + panel(left_panel, given, before_svg) +
-           panel(right_panel, reduced, after_svg) + colour_bar(result.components) + keys() + "</svg>\n";
+        shadow(chain) + strands(after, rest, {sticks, left <= most_labels}) + beads(rest, result, left);
+    return head() + title(result) + subtitle(result, view) +
+           panel(left_panel, given + counted(before.crossings, "crossing"), before_svg) +
+           panel(right_panel, heading, after_svg) + colours(result) + keys(result) + "</svg>\n";
 }
 
 } // namespace loopwise

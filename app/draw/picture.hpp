@@ -10,6 +10,6 @@ namespace loopwise {
 
 /// The SVG text of the typical closure, seen along the view or, without one, along the clearest.
 /// The result must have a typical closure.
-std::string picture(const Result& result, const Plan& plan, std::optional<int> view);
+std::string picture(const Result& result, std::optional<int> view);
 
 } // namespace loopwise

@@ -1,7 +1,5 @@
 #include "draw/strands.hpp"
 
-#include "draw/palette.hpp"
-
 #include <algorithm>
 #include <cmath>
 
@@ -21,7 +19,7 @@ struct Piece {
 };
 
 Path path_of(const Loop& loop, const std::vector<Edge>& edges, const Camera& camera, const Loop& whole) {
-    Path path{loop, edges, {}, {0.0}, {}, {}};
+    Path path{loop, edges, {}, {0.0}, {}, {}, {}, 1};
     for (const Edge& edge : edges) path.spots.push_back(camera(edge.start));
     path.spots.push_back(path.spots.front());
     for (std::size_t i = 0; i < edges.size(); ++i)
@@ -47,7 +45,7 @@ void find_gaps(Path& path, const Drawing& drawing, double width) {
         const double length = path.places[i + 1] - path.places[i];
         for (const EdgeAnnotation& pass : path.edges[i].annotations) {
             const auto over = static_cast<std::size_t>(pass.label);
-            const double needed = 0.5 * (drawing.closing[over] ? closure_width : width) + halo;
+            const double needed = 0.5 * (drawing.bonds[over] == Bond::closing ? closure_width : width) + halo;
             const double half =
                 needed / std::max(least_sine, sine_between(path.edges[i], drawing.edges[over]));
             const double at = path.places[i] + pass.position * length;
@@ -96,6 +94,11 @@ std::string stick_id(const Path& path, std::size_t edge) {
     return id += std::to_string(edge);
 }
 
+/// A ring's last edge keeps the last colour.
+double shade_after(const Path& path, std::size_t edge) {
+    return path.shades[edge + 1 < path.shades.size() ? edge + 1 : edge];
+}
+
 std::string gradient(const Path& path, std::size_t edge, const std::string& id) {
     constexpr int stops = 4;
     const Spot &from = path.spots[edge], &to = path.spots[edge + 1];
@@ -105,7 +108,8 @@ std::string gradient(const Path& path, std::size_t edge, const std::string& id) 
     for (int i = 0; i <= stops; ++i) {
         const double part = static_cast<double>(i) / stops;
         text += "<stop offset=\"" + number(part * 100.0) + "%\" stop-color=\"" +
-                colour_along(path.shades[edge] + part * (path.shades[edge + 1] - path.shades[edge])) + "\"/>";
+                path.colour(path.shades[edge] + part * (shade_after(path, edge) - path.shades[edge])) +
+                "\"/>";
     }
     return text + "</linearGradient>\n";
 }
@@ -113,19 +117,22 @@ std::string gradient(const Path& path, std::size_t edge, const std::string& id) 
 /// The strands of the chain itself, and a disc at every atom: a round join, or a bead.
 void draw_chain(std::vector<Piece>& pieces, const Path& path, const Style& style) {
     const std::string width = "stroke-width=\"" + number(style.width) + "\"";
-    for (std::size_t i = 0; i + 1 < path.loop.own; ++i) {
-        std::string svg, stroke = colour_along(0.5 * (path.shades[i] + path.shades[i + 1]));
-        if (style.gradual) {
+    for (std::size_t i = 0; i < path.edges.size(); ++i) {
+        if (path.bonds[i] == Bond::closing) continue;
+        const bool gap = path.bonds[i] == Bond::gap;
+        std::string svg, stroke = path.colour(0.5 * (path.shades[i] + shade_after(path, i)));
+        if (style.gradual && !gap) {
             const std::string id = stick_id(path, i);
             svg = gradient(path, i, id);
             stroke = "url(#" + id + ")";
         }
         for (const auto& [from, to] : visible(path, path.places[i], path.places[i + 1]))
-            svg += line(spot_at(path, i, from), spot_at(path, i, to), "stroke=\"" + stroke + "\" " + width);
+            svg += line(spot_at(path, i, from), spot_at(path, i, to),
+                        gap ? dotted(stroke, 0.5 * style.width) : "stroke=\"" + stroke + "\" " + width);
         pieces.push_back({path.depth(i), svg});
     }
     for (std::size_t i = 0; i < path.loop.own; ++i) {
-        const std::string fill = "fill=\"" + colour_along(path.shades[i]) + "\"";
+        const std::string fill = "fill=\"" + path.colour(path.shades[i]) + "\"";
         if (is_visible(path, path.places[i]))
             pieces.push_back({path.edges[i].start.z, disc(path.spots[i], 0.5 * style.width, fill)});
     }
@@ -134,10 +141,11 @@ void draw_chain(std::vector<Piece>& pieces, const Path& path, const Style& style
 std::string closure_of(const Path& path) {
     std::string svg;
     for (std::size_t i = 0; i < path.edges.size(); ++i) {
-        if (!path.closes(i)) continue;
+        if (path.bonds[i] != Bond::closing) continue;
         for (const auto& [from, to] : visible(path, path.places[i], path.places[i + 1]))
             svg += line(spot_at(path, i, from), spot_at(path, i, to), "");
     }
+    if (svg.empty()) return svg;
     return "<g " + dashed() + " mask=\"url(#fade)\">\n" + svg + "</g>\n";
 }
 
@@ -204,7 +212,12 @@ std::vector<Path> paths_of(const Drawing& drawing, const std::vector<Loop>& loop
         const auto to = std::find_if(from, drawing.edges.end(), [&](const Edge& edge) {
             return edge.tag != static_cast<std::int32_t>(i);
         });
-        if (from != to) paths.push_back(path_of(loops[i], {from, to}, camera, whole[i]));
+        if (from != to) {
+            paths.push_back(path_of(loops[i], {from, to}, camera, whole[i]));
+            const auto first = drawing.bonds.begin() + (from - drawing.edges.begin());
+            paths.back().bonds = {first, first + (to - from)};
+            paths.back().chains = loops.size();
+        }
         from = to;
     }
     return paths;
@@ -225,20 +238,25 @@ std::string strands(const Drawing& drawing, std::vector<Path>& paths, const Styl
 }
 
 std::string shadow(const std::vector<Path>& paths) {
+    constexpr double width = 2.5;
+    const std::string whole = "stroke=\"" + std::string(ghost) + "\" stroke-width=\"" + number(width) +
+                              "\" stroke-linecap=\"round\"";
     std::string svg;
-    for (const Path& path : paths) {
-        svg += "<polyline fill=\"none\" stroke=\"" + std::string(ghost) +
-               "\" stroke-width=\"2.5\" stroke-linejoin=\"round\" points=\"";
-        for (std::size_t i = 0; i < path.loop.own; ++i)
-            svg += number(path.spots[i].x) + "," + number(path.spots[i].y) + " ";
-        svg += "\"/>\n";
-    }
+    for (const Path& path : paths)
+        for (std::size_t i = 0; i < path.edges.size(); ++i)
+            if (path.bonds[i] != Bond::closing)
+                svg += line(path.spots[i], path.spots[i + 1],
+                            path.bonds[i] == Bond::gap ? dotted(ghost, width) : whole);
     return svg;
 }
 
 std::string dashed() {
     return "stroke=\"" + std::string(grey) + "\" stroke-width=\"" + number(closure_width) +
            "\" stroke-dasharray=\"7 5\"";
+}
+
+std::string dotted(const std::string& colour, double width) {
+    return "stroke=\"" + colour + "\" stroke-width=\"" + number(width) + "\" stroke-dasharray=\"3 4\"";
 }
 
 } // namespace loopwise

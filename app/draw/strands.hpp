@@ -3,6 +3,7 @@
 
 #include "draw/canvas.hpp"
 #include "draw/drawing.hpp"
+#include "draw/palette.hpp"
 
 #include <string>
 #include <utility>
@@ -39,7 +40,11 @@ struct Path {
     std::vector<double> shades; ///< where in the whole chain the atoms are, 0 to 1
     std::vector<std::pair<double, double>> gaps;
 
-    bool closes(std::size_t edge) const { return edge + 1 >= loop.own; }
+    std::vector<Bond> bonds; ///< of the edges
+    std::size_t chains = 1;  ///< how many share the drawing
+
+    std::size_t chain() const { return static_cast<std::size_t>(edges.front().tag); }
+    std::string colour(double shade) const { return colour_along(shade, chain(), chains); }
     double depth(std::size_t edge) const { return 0.5 * (edges[edge].start.z + edges[edge].end.z); }
 };
 
@@ -58,7 +63,8 @@ std::string strands(const Drawing& drawing, std::vector<Path>& paths, const Styl
 /// The open chains, pale, behind what is left of them.
 std::string shadow(const std::vector<Path>& paths);
 
-/// The attributes of a dashed line.
+/// The attributes of the line of a closure, and of one across a gap.
 std::string dashed();
+std::string dotted(const std::string& colour, double width);
 
 } // namespace loopwise

@@ -1,18 +1,29 @@
-// From files to chains of C-alpha atoms.
+// From files to chains with one bead for each residue, or whatever else their beads are.
 #pragma once
 
-#include "survey/molecule.hpp"
+#include "input/atoms.hpp"
+
+#include <optional>
 
 namespace loopwise {
 
-/// The chains of a file: PDB or mmCIF by its extension, gzipped or not, otherwise chain text.
-/// None is empty and all coordinates are finite. Throws std::runtime_error with the reason.
-std::vector<NamedChain> read_chains(const std::string& path);
+/// What is read of a file: PDB, mmCIF or chain text, by its name or else its content, gzipped or not; the
+/// standard input for standard_input. One molecule for each model asked for. No chain is empty; coordinates are
+/// finite and no larger than largest_coordinate; no two neighbours are at one place. Throws
+/// std::runtime_error with the reason.
+std::vector<Molecule> read_molecules(const std::string& path, const Selection& selection);
 
-/// Cuts the chain to the stretch between two residues. Throws std::runtime_error when it lacks them.
-void cut(NamedChain& chain, int first, int last);
+/// The same from what a file of that name holds.
+std::vector<Molecule> molecules_in(const std::string& path, std::string bytes, const Selection& selection);
 
-/// The kinds of files that read_chains() takes.
+/// Beyond it nothing of the field is, and a bond of a few units would be lost in rounding.
+inline constexpr double largest_coordinate = 1e9;
+
+/// Cuts the chain to the stretch between two labels, each included, in either order; a number that no bead
+/// has stands for the nearest one inside. Throws std::runtime_error when the chain lacks them.
+void cut(NamedChain& chain, const std::optional<std::string>& first, const std::optional<std::string>& last);
+
+/// The kinds of files that read_molecules() takes.
 const char* readable_formats();
 
 } // namespace loopwise

@@ -3,27 +3,41 @@
 namespace loopwise {
 namespace {
 
+std::string joined(const std::vector<std::string>& notes) {
+    std::string text;
+    for (const std::string& note : notes) text += (text.empty() ? "" : "; ") + note;
+    return text;
+}
+
+std::string places_of(const Chain& beads) {
+    std::string text;
+    for (const ChainAtom& bead : beads)
+        text += (text.empty() ? "" : "; ") + exact(bead.x) + ' ' + exact(bead.y) + ' ' + exact(bead.z);
+    return text;
+}
+
 class CsvReport final : public Report {
   public:
-    CsvReport(std::ostream& out, const Plan& plan) : out_(out), plan_(plan) {
-        out_ << "file,part,chain,beads,breaks,method,scale,seed,closures,failed,knot,knot_closures,knot_"
-                "share,knots,"
-                "down_to_three,left,"
-                "fewest_left,fewest_closure,fewest_labels\n";
+    CsvReport(std::ostream& out, const Plan& plan) : out_(out), together_(plan.together) {
+        out_ << "file,model,part,chain,beads,gaps,missing,method,scale,seed,closures,failed,"
+                "knot,knot_closures,knot_share,knots,down_to_three,left,"
+                "fewest_left,fewest_closure,fewest_labels,fewest_places,notes\n";
     }
 
     void add(const Result& result) override {
-        if (plan_.together) {
-            start(result, "structure", result.whole, "");
-            out_ << ",,,\n";
+        if (together_) {
+            start(result, "structure", result.whole, nullptr);
+            out_ << ",,,,," << csv_field(joined(result.notes)) << '\n';
         }
         for (const ComponentTally& tally : result.components) {
-            start(result, plan_.together ? "component" : "chain", tally, tally.breaks);
+            start(result, together_ ? "component" : "chain", tally, &tally);
             if (tally.smallest)
                 out_ << ',' << tally.smallest->loop.beads.size() << ',' << tally.smallest->closure << ','
-                     << labels_of(*tally.smallest, tally) << '\n';
+                     << csv_field(labels_of(*tally.smallest, tally)) << ','
+                     << places_of(tally.smallest->loop.beads);
             else
-                out_ << ",,,\n";
+                out_ << ",,,,";
+            out_ << ',' << csv_field(joined(together_ ? tally.notes : notes_on(result, tally))) << '\n';
         }
         out_.flush();
     }
@@ -44,13 +58,19 @@ class CsvReport final : public Report {
         out_ << csv_field(all) << ',';
     }
 
-    void start(const Result& result, const char* part, const Tally& tally, const std::string& breaks) {
-        out_ << csv_field(result.file) << ',' << part << ',' << csv_field(tally.name) << ',' << tally.beads
-             << ',' << csv_field(breaks) << ',' << name_of(plan_.method) << ',';
-        if (takes_scale(plan_.method)) out_ << scale_text(plan_.scale);
+    void start(const Result& result, const char* part, const Tally& tally, const ComponentTally* chain) {
+        const Plan& plan = result.plan;
+        out_ << csv_field(result.file) << ',' << csv_field(result.model) << ',' << part << ','
+             << csv_field(tally.name) << ',' << tally.beads << ',';
+        if (chain != nullptr)
+            out_ << csv_field(gaps_text(*chain, " ")) << ',' << missing_in(*chain);
+        else
+            out_ << ',';
+        out_ << ',' << name_of(plan.method) << ',';
+        if (takes_scale(plan.method)) out_ << scale_text(plan.scale);
         out_ << ',';
-        if (is_random(plan_.method)) out_ << plan_.seed;
-        out_ << ',' << plan_.closures << ',' << result.failed << ',';
+        if (is_random(plan.method)) out_ << plan.seed;
+        out_ << ',' << plan.closures << ',' << result.failed << ',';
         knots(tally.knots, result.counted());
         out_ << tally.bare << ',';
         const char* separator = "";
@@ -61,7 +81,7 @@ class CsvReport final : public Report {
     }
 
     std::ostream& out_;
-    const Plan& plan_;
+    bool together_;
 };
 
 } // namespace

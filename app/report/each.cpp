@@ -6,13 +6,14 @@ namespace loopwise {
 
 EachClosure::EachClosure(std::ostream& out, Watcher& next) : out_(out), next_(next) {
     out_.imbue(std::locale::classic());
-    out_ << "file,chain,closure,beads,knot\n";
+    out_ << "file,model,chain,closure,beads,knot\n";
 }
 
 void EachClosure::closure_counted(const Specimen& specimen) {
     for (std::size_t i = 0; i < specimen.reduced.size(); ++i)
-        out_ << csv_field(molecule_->file) << ',' << csv_field(molecule_->chains[i].name) << ','
-             << specimen.closure << ',' << specimen.reduced[i].beads.size() << ','
+        out_ << csv_field(molecule_->file) << ',' << csv_field(molecule_->model) << ','
+             << csv_field(molecule_->chains[i].name) << ',' << specimen.closure << ','
+             << specimen.reduced[i].beads.size() << ','
              << (specimen.knots.empty() ? "" : csv_field(specimen.knots[i])) << '\n';
     next_.closure_counted(specimen);
 }

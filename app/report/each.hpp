@@ -15,7 +15,7 @@ class EachClosure final : public Watcher {
 
     /// The molecule whose closures come next.
     void begin(const Molecule& molecule) { molecule_ = &molecule; }
-    void closure_done() override { next_.closure_done(); }
+    void closure_at(std::size_t closure, double part) override { next_.closure_at(closure, part); }
     void closure_counted(const Specimen& specimen) override;
 
   private:

@@ -35,14 +35,30 @@ Json json_of(const std::optional<ComponentTally::Smallest>& smallest, const Comp
     const auto& [closure, loop] = *smallest;
     Json beads = Json::array();
     for (std::size_t i = 0; i < loop.beads.size(); ++i)
-        beads.push_back({{"label", label_of(loop, i, component)}, {"appended", i >= loop.own}});
-    return {{"beads", loop.beads.size()}, {"closure", closure}, {"labels", beads}};
+        beads.push_back({{"label", label_of(loop, i, component)},
+                         {"appended", i >= loop.own},
+                         {"x", loop.beads[i].x},
+                         {"y", loop.beads[i].y},
+                         {"z", loop.beads[i].z}});
+    return {{"beads", loop.beads.size()}, {"closure", closure}, {"left", beads}};
+}
+
+Json json_of(const std::vector<OddBond>& bonds, const ComponentTally& tally) {
+    Json list = Json::array();
+    for (const OddBond& bond : bonds)
+        list.push_back({{"first", tally.labels[bond.bead]},
+                        {"second", tally.labels[bond.bead + 1]},
+                        {"length", bond.length},
+                        {"missing", bond.missing}});
+    return list;
 }
 
 Json json_of(const ComponentTally& tally, std::size_t closures) {
     return {{"chain", tally.name},
             {"beads", tally.beads},
-            {"breaks", tally.breaks == unbroken ? Json(nullptr) : Json(tally.breaks)},
+            {"notes", tally.notes},
+            {"gaps", json_of(tally.bonds.gaps, tally)},
+            {"short_bonds", json_of(tally.bonds.close, tally)},
             {"knots", json_of(tally.knots, closures)},
             {"down_to_three", tally.bare},
             {"left", json_of(tally.left)},
@@ -64,7 +80,12 @@ class JsonReport final : public Report {
     }
 
     void add(const Result& result) override {
-        Json entry = {{"file", result.file}, {"failed", result.failed}};
+        Json entry = {{"file", result.file},
+                      {"model", result.model.empty() ? Json(nullptr) : Json(result.model)},
+                      {"notes", result.notes},
+                      {"method", name_of(result.plan.method)},
+                      {"closures", result.plan.closures},
+                      {"failed", result.failed}};
         if (together_) {
             entry["links"] = json_of(result.whole.knots, result.counted());
             for (const PairTally& pair : result.pairs) entry["pairs"].push_back(json_of(result, pair));

@@ -26,14 +26,26 @@ std::unique_ptr<Report> make_text_report(std::ostream& out, const Plan& plan);
 std::unique_ptr<Report> make_json_report(std::ostream& out, const Plan& plan);
 std::unique_ptr<Report> make_csv_report(std::ostream& out, const Plan& plan);
 
-/// What CheckDistancesBetweenAtoms() says of a chain without breaks.
-inline constexpr const char* unbroken = "OK";
-
 /// The text as one field of CSV, in quotes where it needs them.
 std::string csv_field(const std::string& text);
 
 /// A number as streams write it, whatever the locale.
 std::string scale_text(double scale);
+
+/// A number in as few digits as bring it back to the last bit.
+std::string exact(double value);
+
+/// The two beads of a bond and its length: 52-53 (3.01).
+std::string bond_text(const OddBond& bond, const ComponentTally& component);
+
+/// The gaps of a chain, each as bond_text() with what is missing.
+std::string gaps_text(const ComponentTally& component, const char* separator);
+
+/// All residues that the gaps leave out, as far as the numbers tell.
+std::size_t missing_in(const ComponentTally& component);
+
+/// All notes about a chain of a result.
+std::vector<std::string> notes_on(const Result& result, const ComponentTally& component);
 
 /// The labels of what is left of a loop.
 std::string labels_of(const ComponentTally::Smallest& smallest, const ComponentTally& component);

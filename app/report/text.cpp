@@ -16,6 +16,10 @@ std::string percent(std::size_t part, std::size_t whole) {
     return text.str();
 }
 
+std::string counted(std::size_t count, const std::string& what) {
+    return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
+}
+
 /// Chain text has no names.
 std::string name_in_text(const Tally& tally) { return tally.name.empty() ? "without name" : tally.name; }
 
@@ -31,12 +35,20 @@ class TextReport final : public Report {
 
     void add(const Result& result) override {
         out_ << '\n' << result.file;
+        if (!result.model.empty()) out_ << ", model " << result.model;
         if (plan_.together)
             out_ << ": structure of " << result.components.size()
                  << (result.components.size() == 1 ? " chain\n" : " chains\n");
         for (const ComponentTally& tally : result.components) introduce(tally);
+        for (const std::string& note : result.notes) out_ << "  note: " << note << '\n';
+        for (const ComponentTally& tally : result.components)
+            for (const std::string& note : tally.notes) out_ << "  note: " << note << '\n';
+        if (result.plan.method == Method::ring)
+            out_ << "  reduced as "
+                 << (result.components.size() == 1 ? "the ring it is" : "the rings they are")
+                 << ", without a closure\n";
         if (result.failed > 0)
-            out_ << "  failed to close: " << result.failed << " of " << plan_.closures << '\n';
+            out_ << "  failed to close: " << result.failed << " of " << result.plan.closures << '\n';
         if (result.counted() > 0 && plan_.together) {
             out_ << "  all chains together\n";
             show_knots(result.whole, result.counted());
@@ -50,16 +62,37 @@ class TextReport final : public Report {
 
   private:
     void introduce(const ComponentTally& tally) {
+        const std::size_t gaps = tally.bonds.gaps.size();
         if (plan_.together) out_ << ' ';
         if (plan_.together || !tally.name.empty()) out_ << " chain " << name_in_text(tally);
         out_ << ": " << tally.beads << (tally.beads == 1 ? " bead, " : " beads, ")
-             << (tally.breaks == unbroken ? "no break" : tally.breaks.substr(tally.breaks.find(' ') + 1))
-             << '\n';
+             << (gaps == 0 ? "no gap" : counted(gaps, "gap")) << '\n';
+        if (gaps > 0) out_ << "  " << (gaps == 1 ? "gap: " : "gaps: ") << gaps_text(tally, ", ") << '\n';
+        introduce_short_bonds(tally, true);
+        introduce_short_bonds(tally, false);
+    }
+
+    void introduce_short_bonds(const ComponentTally& tally, bool cis) {
+        std::string text;
+        for (const OddBond& bond : tally.bonds.close)
+            if (may_be_cis(bond.length) == cis) text += (text.empty() ? "" : ", ") + bond_text(bond, tally);
+        if (!text.empty())
+            out_ << (cis ? "  short as a cis peptide: " : "  too short for a bond: ") << text << '\n';
+    }
+
+    /// What a verdict rests on, where part of the chain is not there.
+    void warn_of_gaps(const ComponentTally& tally) {
+        const std::size_t gaps = tally.bonds.gaps.size(), missing = missing_in(tally);
+        if (gaps == 0) return;
+        out_ << "  with " << counted(gaps, "gap") << " crossed by a straight line"
+             << (missing > 0 ? ", " + counted(missing, "residue") + " missing" : "")
+             << ": what is missing could turn this round\n";
     }
 
     void show_component(const ComponentTally& tally, std::size_t closures) {
         if (plan_.together) out_ << "  chain " << name_in_text(tally) << '\n';
         show_knots(tally, closures);
+        warn_of_gaps(tally);
         show(tally, closures);
         if (tally.smallest)
             out_ << "  fewest beads left above three: " << tally.smallest->loop.beads.size() << ", closure "
@@ -92,7 +125,7 @@ class TextReport final : public Report {
     }
 
     void show(const Tally& tally, std::size_t closures) {
-        out_ << "  down to three beads: " << tally.bare << " of " << closures << " closures ("
+        out_ << "  down to three beads: " << tally.bare << " of " << counted(closures, "closure") << " ("
              << percent(tally.bare, closures) << ")\n  beads left   closures\n";
         for (const auto& [left, times] : tally.left) {
             const std::size_t bar = std::max<std::size_t>(1, longest_bar * times / closures);

@@ -13,7 +13,7 @@ and tuples of chains are the components of one structure. Functions return new v
 from ._core import version as __version__
 from .chain import Chain
 from .files import from_text, read, read_all, readable_formats, to_text, write
-from .knots import Knot, knot
+from .knots import Knot, knot, linking_numbers
 from .operations import (
     Check,
     arc,
@@ -67,6 +67,7 @@ __all__ = [
     "intersection",
     "is_empty",
     "knot",
+    "linking_numbers",
     "max_id",
     "on_segment",
     "orientation",

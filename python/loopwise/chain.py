@@ -74,8 +74,10 @@ class Chain:
            [3.8, 3.8, 0. ]])
     """
 
-    __slots__ = ("_xyz", "_ids", "_labels", "name")
+    __slots__ = ("_xyz", "_ids", "_labels", "name", "notes")
     name: str
+    notes: tuple[str, ...]
+    """What the reader of its file had to decide, in words."""
 
     def __init__(
         self, xyz: ChainLike, ids: ArrayLike | None = None, *, labels: Sequence[str] | None = None, name: str = ""
@@ -88,6 +90,7 @@ class Chain:
         self._ids: Identifiers | None = None if ids is None else _read_only(as_identifiers(ids, len(self._xyz)))
         self._labels: tuple[str, ...] | None = None if labels is None else tuple(map(str, labels))
         self.name = name
+        self.notes = ()
         if self._labels is not None and len(self._labels) != len(self._xyz):
             raise ValueError(f"there must be a label for each of {len(self._xyz)} beads, not {len(self._labels)}")
 

@@ -7,7 +7,7 @@ import html
 from typing import Any
 
 from . import _core
-from .chain import ChainLike, arrays_of
+from .chain import structure_of
 
 
 def polynomial(terms: dict[float, int]) -> str:
@@ -61,16 +61,33 @@ class Knot:
         return f"<b>{html.escape(self.text)}</b>{jones}"
 
 
-def knot(polygon: ChainLike) -> Knot:
+def knot(polygon: Any) -> Knot:
     """Names the knot of a closed polygon, a segment joining its last bead to its first; a copy of the first bead at
-    the end is left out. An open chain has to be closed first, see :func:`close` and :func:`survey`.
+    the end is left out. A list or tuple of two polygons is named as a link, as "2^2_1". An open chain has to be closed
+    first, see :func:`close` and :func:`survey`.
 
     Fewer than three beads, two beads at one place and polygons that meet themselves get the status "bad polygon".
-    Raises ValueError for coordinates that are not finite.
+    Raises ValueError for coordinates that are not finite, and for more than two polygons.
 
     >>> import loopwise as lw
     >>> found = lw.knot(lw.close(lw.sample("figure_eight"), direction=0))
     >>> found
     <Knot 4_1 (4 crossings left, proven)>
     """
-    return Knot(**_core.knot(arrays_of(polygon)[0]))
+    polygons = structure_of(polygon)
+    if len(polygons) > 2:
+        raise ValueError(f"a knot or a link of two polygons is named, not {len(polygons)}: see linking_numbers")
+    return Knot(**_core.knot(polygons))
+
+
+def linking_numbers(polygons: Any) -> dict[tuple[int, int], int]:
+    """How often each two of several closed polygons wind around each other, by their positions in the list.
+
+    Raises ValueError when polygons meet, have fewer than three beads or coordinates that are not finite.
+
+    >>> square = [[0, 0, 0], [4, 0, 0], [4, 4, 0.5], [0, 4, 0]]
+    >>> through = [[2, 2, -3], [2, 2, 3], [9, 9, 1]]
+    >>> linking_numbers([square, through])
+    {(0, 1): 1}
+    """
+    return _core.linking_numbers(structure_of(polygons))

@@ -12,7 +12,7 @@ from numpy.typing import NDArray
 
 from . import _core
 from .chain import Chain, ChainLike, Coordinates, Positions, as_chain, is_structure
-from .operations import method_named, random_methods, scale_for, within
+from .operations import default_scales, method_named, random_methods, scale_for, within
 from .progress import Progress, teller
 from .results import data_frame, html_table, percent
 
@@ -111,6 +111,10 @@ class Survey:
     """Beads left, of all components together -> closures."""
     bare: int
     """Closures of which no component kept more than three beads."""
+    links: dict[str, int]
+    """Links of two chains -> closures, the most frequent first; empty for one chain or more than two."""
+    linking_numbers: dict[tuple[int, int], dict[int, int]]
+    """Of two of several chains, by their positions: linking number -> closures."""
     typical: Specimen | None
     """The closure to look at: where most are bare the first that is, otherwise one with the fewest beads left."""
     table: tuple[Positions, NDArray[np.int64], NDArray[np.int64], list[str]]
@@ -167,6 +171,7 @@ class Survey:
             "failed": self.failed,
             "bare": self.bare,
             "left": dict(self.left),
+            "links": dict(self.links),
             "chains": [c.to_dict() for c in self.components],
         }
 
@@ -275,17 +280,19 @@ def _survey(chains: list[Chain], plan: dict[str, Any], found: dict[str, Any]) ->
     if found["typical"] is not None:
         closure, loops, knots = found["typical"]
         typical = Specimen(closure, [closed for closed, _ in loops], [kept for _, kept in loops], knots)
-    method = plan["method"].replace("-", "_")
+    method = found["method"].replace("-", "_")
     return Survey(
         components=[_component(chain, one) for chain, one in zip(chains, found["components"])],
         method=method,
-        closures=plan["closures"],
-        scale=plan["scale"] or None,
+        closures=found["closures"],
+        scale=plan["scale"] if method in default_scales else None,
         seed=plan["seed"] if method in random_methods else None,
         counted=found["counted"],
         failed=found["failed"],
         left=found["left"],
         bare=found["bare"],
+        links=found["links"],
+        linking_numbers=found["linking_numbers"],
         typical=typical,
         table=found["table"],
     )
@@ -308,10 +315,10 @@ def _plan(
     names: bool,
 ) -> dict[str, Any]:
     default = "direction" if together else "directions"
-    name = method_named(method or default, ("directions", "direction", "point", "two_points", "outside"))
+    name = method_named(method or default, ("directions", "direction", "point", "two_points", "outside", "ring"))
     if together and name == "directions":
         raise ValueError("method 'directions' closes single chains: use 'direction' for several")
-    if name == "outside":
+    if name in ("outside", "ring"):
         count = within("closures", 1 if closures is None else closures, 1, 1)
     else:
         most = 400 if name == "directions" else _largest_count
@@ -390,7 +397,9 @@ def survey(
     trajectory, an (m, n, 3) array or an iterator of chains, for which a :class:`Trajectory` comes back.
 
     ``method`` is "directions", the first ``closures`` (400) of 400 directions in turn, or one of :func:`close`, drawn
-    ``closures`` (400) times with ``seed``; "outside" is one closure. Several chains default to "direction". ``threads``
+    ``closures`` (400) times with ``seed``; "outside" is one closure, and
+    "ring" reduces the chain as it is, its last bead joined to its first: so are chains that end where they begin,
+    whatever the method. Several chains default to "direction". ``threads``
     are by default as many as there are processors; the result is the same for any number. Without ``names`` no knot
     is named, which is faster. ``progress`` is called with the closures done and planned; True draws a bar on stderr.
 

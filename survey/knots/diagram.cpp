@@ -12,7 +12,6 @@ void Diagram::dissolve(int crossing) {
     // One strand after the other: the first may end at the second, as in a kink.
     for (const int place : {0, 1}) {
         const Dart in = 4 * crossing + place, out = opposite(in);
-        if (across(in) == out) continue; // a loop of its own, without a crossing now
         link(across(in), across(out));
     }
     crossings[static_cast<std::size_t>(crossing)].sign = 0;

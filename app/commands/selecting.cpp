@@ -1,0 +1,38 @@
+#include "commands/selecting.hpp"
+
+#include "commands/command.hpp"
+
+namespace loopwise {
+
+void declare_selecting(CLI::App& app, Selecting& into) {
+    app.add_option("--chain", into.chains, "Only the chains of these names")
+        ->allow_extra_args(false)
+        ->option_text("NAME,...");
+    app.add_option("--model", into.model, "The model of this number, or all (default: the first)")
+        ->option_text("N|all");
+    app.add_option("--atom", into.atom, "The atom of a residue to take (default CA)")->option_text("NAME");
+    app.add_option("--first", into.first, "Cut every chain: first residue, such as 82 or 82A")
+        ->option_text("ID");
+    app.add_option("--last", into.last, "Cut every chain: last residue")->option_text("ID");
+}
+
+Selection selection_of(const Selecting& given) {
+    Selection selection{{}, given.model, given.atom};
+    for (std::string_view names : given.chains) {
+        while (true) {
+            const std::size_t comma = names.find(',');
+            selection.chains.emplace_back(names.substr(0, comma));
+            if (selection.chains.back().empty()) refuse_usage("--chain: the name of a chain is required");
+            if (comma == std::string_view::npos) break;
+            names.remove_prefix(comma + 1);
+        }
+    }
+    const std::string& model = selection.model;
+    const bool is_number = !model.empty() && model.find_first_not_of("0123456789") == std::string::npos;
+    if (!model.empty() && model != every_model && !is_number)
+        refuse_usage("--model: a number or all, not " + model);
+    if (selection.atom.empty()) refuse_usage("--atom: the name of an atom is required");
+    return selection;
+}
+
+} // namespace loopwise

@@ -1,0 +1,19 @@
+// Outputs that would destroy what they are made from.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace loopwise {
+
+/// A file to write, with the extension that files of its kind have.
+struct Output {
+    std::string path; ///< empty: not asked for
+    const char* extension;
+};
+
+/// Throws std::runtime_error with the reason when an output or the standard output is one of the inputs, when two
+/// outputs are one file, and when an output would replace a file that is not of its kind by its extension.
+void refuse_harmful_outputs(const std::vector<std::string>& inputs, const std::vector<Output>& outputs);
+
+} // namespace loopwise
