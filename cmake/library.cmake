@@ -15,17 +15,16 @@ add_library(loopwise_objects OBJECT
   src/model/diameter.cpp
   src/model/distances.cpp
   src/model/identifiers.cpp
+  src/model/instruction_sets.cpp
   src/model/measures.cpp
   src/model/points.cpp
-  src/reduce/beads.cpp
-  src/reduce/chain_reduction.cpp
-  src/reduce/clearing.cpp
-  src/reduce/clearing_kernels.cpp
-  src/reduce/elimination.cpp
+  src/reduce/filter.cpp
+  src/reduce/filter_kernels.cpp
   src/reduce/intersection.cpp
   src/reduce/planar.cpp
   src/reduce/projection.cpp
-  src/reduce/structure_reduction.cpp
+  src/reduce/reduction.cpp
+  src/reduce/segment_index.cpp
   src/textio/break_check.cpp
   src/textio/number_fields.cpp
   src/textio/number_text.cpp
@@ -43,6 +42,11 @@ set_target_properties(loopwise_objects PROPERTIES
   POSITION_INDEPENDENT_CODE ON
   CXX_VISIBILITY_PRESET hidden
   VISIBILITY_INLINES_HIDDEN ON)
+
+# Tests choose the instructions of the kernels; what users install reads no environment.
+if(LOOPWISE_TESTS)
+  target_compile_definitions(loopwise_objects PRIVATE LOOPWISE_CHOOSE_INSTRUCTIONS)
+endif()
 
 set(export_list ${PROJECT_SOURCE_DIR}/cmake/exports.map)
 add_library(loopwise SHARED $<TARGET_OBJECTS:loopwise_objects>)

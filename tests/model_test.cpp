@@ -4,7 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <limits>
 
 namespace {
@@ -57,14 +60,27 @@ TEST(Measures, EveryKernelFindsTheFarthest) {
         for (const ChainAtom& atom : chains::make(kind, 64, random))
             x.push_back(atom.x), y.push_back(atom.y), z.push_back(atom.z);
         for (std::size_t count = 0; count <= 64; count += loopwise::distance_lanes)
-            for (const auto& version : loopwise::distance_versions()) {
+            for (const loopwise::InstructionSet set : loopwise::available_instruction_sets()) {
                 const loopwise::Positions positions{x.data(), y.data(), z.data(), count};
                 const double known = count == 64 ? 3.0 : 0.0;
-                EXPECT_EQ(version.farthest_square(positions, {1, 2, 3}, known),
-                          loopwise::distance_versions()[0].farthest_square(positions, {1, 2, 3}, known))
-                    << version.name;
+                EXPECT_EQ(
+                    loopwise::farthest_square(set)(positions, {1, 2, 3}, known),
+                    loopwise::farthest_square(loopwise::InstructionSet::plain)(positions, {1, 2, 3}, known))
+                    << name(set);
             }
     }
+}
+
+/// The name of the version that runs is printed; LOOPWISE_INSTRUCTIONS chooses another.
+TEST(InstructionSets, PlainComesFirstAndTheChosenIsAmongThem) {
+    const auto available = loopwise::available_instruction_sets();
+    const loopwise::InstructionSet chosen = loopwise::chosen_instruction_set();
+    std::printf("runs with %s of %zu sets\n", name(chosen), available.size());
+    EXPECT_EQ(available.front(), loopwise::InstructionSet::plain);
+    EXPECT_TRUE(std::is_sorted(available.begin(), available.end()));
+    EXPECT_NE(std::find(available.begin(), available.end(), chosen), available.end());
+    const char* const wanted = std::getenv("LOOPWISE_INSTRUCTIONS");
+    EXPECT_EQ(std::string(name(chosen)), wanted != nullptr ? wanted : name(available.back()));
 }
 
 /// What is left of the atoms, and what the refusal says of the chain.

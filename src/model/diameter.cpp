@@ -10,11 +10,6 @@
 namespace loopwise {
 namespace {
 
-FarthestSquare fastest() {
-    static const FarthestSquare chosen = distance_versions().back().farthest_square;
-    return chosen;
-}
-
 /// As many positions as the stack of a measure has room for.
 class Block {
   public:
@@ -89,7 +84,7 @@ Diameter::Diameter(std::span<const Chain> components) {
     const PointR3 centre = mean(components);
     const Farthest one_end = farthest_from(centre, components);
     if (one_end.squared > 0) squared_ = farthest_from(one_end.point, components).squared;
-    const FarthestSquare farthest_square = fastest();
+    const FarthestSquare farther = farthest_square(chosen_instruction_set());
     const Candidates candidates(centre, std::sqrt(one_end.squared), squared_);
 
     // Every block of candidates against itself and all that come after it.
@@ -107,7 +102,7 @@ Diameter::Diameter(std::span<const Chain> components) {
         const Positions positions = block.positions();
         seen = 0;
         for_each(components, [&](PointR3 p) {
-            if (candidates.has(p) && seen++ >= done) squared_ = farthest_square(positions, p, squared_);
+            if (candidates.has(p) && seen++ >= done) squared_ = farther(positions, p, squared_);
         });
         done += taken;
     }

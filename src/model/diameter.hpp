@@ -2,6 +2,7 @@
 #pragma once
 
 #include "libloopwise.h"
+#include "model/instruction_sets.hpp"
 
 #include <span>
 
@@ -33,13 +34,7 @@ constexpr std::size_t distance_lanes = 8;
 /// The largest squared distance from a point to the positions, or the one given if that is larger.
 using FarthestSquare = double (*)(const Positions& positions, PointR3 point, double at_least);
 
-struct DistanceVersion {
-    const char* name;
-    FarthestSquare farthest_square;
-};
-
-/// The versions that this processor can run, the plain statement first and the fastest last. All give
-/// the same result to the last bit.
-std::span<const DistanceVersion> distance_versions();
+/// All versions give the same result to the last bit.
+FarthestSquare farthest_square(InstructionSet set);
 
 } // namespace loopwise

@@ -2,8 +2,6 @@
 #include "model/diameter.hpp"
 #include "model/points.hpp"
 
-#include <array>
-
 namespace loopwise {
 namespace {
 
@@ -42,18 +40,15 @@ LOOPWISE_FARTHEST_SQUARE(farthest_square_avx512, 8, __attribute__((target("avx51
 
 } // namespace
 
-std::span<const DistanceVersion> distance_versions() {
+FarthestSquare farthest_square(InstructionSet set) {
 #if defined(__x86_64__)
-    static constexpr std::array<DistanceVersion, 4> all{{{"plain", farthest_square_plain},
-                                                         {"sse2", farthest_square_sse2},
-                                                         {"avx2", farthest_square_avx2},
-                                                         {"avx512", farthest_square_avx512}}};
-    if (!__builtin_cpu_supports("avx2")) return std::span(all).first(2);
-    if (!__builtin_cpu_supports("avx512f")) return std::span(all).first(3);
+    static constexpr Versions<FarthestSquare> versions{farthest_square_plain, farthest_square_sse2,
+                                                       farthest_square_avx2, farthest_square_avx512};
+    return version_for(versions, set);
 #else
-    static constexpr std::array<DistanceVersion, 1> all{{{"plain", farthest_square_plain}}};
+    static_cast<void>(set);
+    return farthest_square_plain;
 #endif
-    return all;
 }
 
 } // namespace loopwise

@@ -1,38 +1,366 @@
 // Triangle elimination on one chain or on all components of a structure: one engine.
 #pragma once
 
-#include "reduce/beads.hpp"
+#include "reduce/gap_buffer.hpp"
+#include "reduce/segment_index.hpp"
 
-#include <cstddef>
+#include <array>
+#include <bit>
 #include <span>
 
 namespace loopwise {
 
-/// Takes middle beads of free triangles away until no triangle is free. A triangle is free when
-/// contact() finds nothing between it and any segment that shares no bead with it, of its own ring or
-/// another. The first free triangle of the first ring goes first, and after every removal the search
-/// starts at the first triangle of the first ring. Rings of three beads or fewer only stand in the way.
+/// A component to reduce: the beads that are left stand at the front of its atoms afterwards.
+struct Component {
+    ChainAtom* atoms;
+    std::size_t count;
+    bool closed;
+};
+
+/// An index of segments for chains without a rear, if there is one, and how many beads are worth its use.
+struct Indexing {
+    SegmentIndex* index = nullptr;
+    std::size_t fewest_beads = 0;
+};
+
+/// Chains of so few beads are searched without the filter: it is not worth its constants then. One that was longer
+/// has the positions already.
+constexpr std::size_t most_unfiltered = 16, most_unfiltered_later = 5;
+
+/// The frame around all finite coordinates.
+Frame frame_around(std::span<const Component> components);
+
+/// Takes middle beads of free triangles away until no triangle is free. A triangle is free when contact()
+/// finds nothing between it and any segment that shares no bead with it, of its own component or another. The
+/// first free triangle of the first component goes first, and after every removal the search starts at the
+/// first triangle of the first component. Components of three beads or fewer only stand in the way.
 ///
 /// The literal procedure tests every triangle from the first one on, after every removal, against all
-/// segments. This one comes to the same result with less: a triangle stays blocked while its corners and
-/// the segment that blocked it are there, so only those are tested again for which one of them has gone;
-/// and the test passes over segments that clearing proves to be out of reach.
-///
-/// The workspace must have room for all beads and a seam per ring; a single ring may be longer. Takes no
-/// further memory, whatever the length. Afterwards the beads left are the first `count` atoms of a ring.
-void eliminate(std::span<Ring> rings, const Workspace& workspace, FindDoubts find_doubts);
+/// segments. This one comes to the same result with less: a triangle stays blocked while its corners and the
+/// segment that blocked it are there, so only those are tested again for which one of them has gone; and the
+/// test passes over segments that the filter proves to be out of reach.
+template <class Id> class Elimination {
+  public:
+    Elimination(std::span<GapBuffer<Id>> components, const Positions3& positions, const Frame& frame,
+                FindCandidates find_candidates, const Indexing& indexing)
+        : components_(components), positions_(positions), frame_(frame), find_candidates_(find_candidates),
+          indexing_(indexing), most_unfiltered_(frame.scale == 0 ? most_unfiltered : most_unfiltered_later) {
+        for (GapBuffer<Id>& component : components_) component.bridge_gap();
+        fill_index();
+    }
 
-/// The same with the fastest way of clearing that this processor has.
-void eliminate(std::span<Ring> rings, const Workspace& workspace);
+    void run() {
+        for (std::size_t c = 0; c < components_.size();) {
+            GapBuffer<Id>& component = components_[c];
+            if (component.count() > fewest_beads && component.seek()) {
+                if (!is_blocked(c)) c = remove_middle(c);
+            } else if (component.count() <= fewest_beads || !remove_free_in_rear(c)) {
+                component.bridge_gap();
+                ++c;
+            }
+        }
+    }
 
-/// Whether a chain is a loop stored with its first atom once more at its end.
-bool has_repeated_end(const Chain& chain);
+  private:
+    static constexpr Id none = GapBuffer<Id>::unknown;
+    static constexpr Id in_question = GapBuffer<Id>::in_question;
 
-/// The part of a chain that is reduced: all of it but a repeated end.
-Ring without_repeated_end(Chain& chain, bool closed);
+    /// Below this a component has no triangle to spare.
+    static constexpr std::size_t fewest_beads = 3;
+    /// So many blocked triangles in a row, and the next is likely to be blocked by what blocked the last two.
+    static constexpr int often = 2;
 
-/// Cuts the chain to what is left of it, with the atom that is first now repeated at its end if asked
-/// for. Returns the number of its atoms. Needs no memory.
-std::size_t finish(Chain& chain, const Ring& reduced, bool repeat_end);
+    /// A triangle of beads in a row, and the bead before them.
+    struct Corners {
+        std::size_t component, before, first, middle, last;
+        /// Whether a segment shares a bead with the triangle, by where it begins.
+        bool touch(std::size_t number) const {
+            return number == before || number == first || number == middle || number == last;
+        }
+    };
+
+    /// A part of a rear as positions.
+    struct Piece {
+        static constexpr std::size_t most = 256;
+        std::array<float, most + 1 + position_padding> x{}, y{}, z{};
+        void put(std::size_t j, PointR3 p) {
+            x[j] = static_cast<float>(p.x), y[j] = static_cast<float>(p.y), z[j] = static_cast<float>(p.z);
+        }
+        Positions3 positions() const { return {x.data(), y.data(), z.data()}; }
+    };
+
+    Triangle triangle_of(const Corners& corners) const {
+        const GapBuffer<Id>& component = components_[corners.component];
+        return {component.at_number(corners.first), component.at_number(corners.middle),
+                component.at_number(corners.last)};
+    }
+
+    /// The triangle behind the gap.
+    Corners corners_behind_gap(std::size_t c) const {
+        const GapBuffer<Id>& component = components_[c];
+        const std::size_t first = component.left() - 1, middle = component.next(first),
+                          last = component.next(middle);
+        const std::size_t before =
+            first > component.begin() ? component.bead(first - 1) : component.last_number();
+        return {c, before, component.bead(first), component.bead(middle), component.bead(last)};
+    }
+
+    bool is_blocked(std::size_t c) {
+        const Corners corners = corners_behind_gap(c);
+        const Triangle triangle = triangle_of(corners);
+        Id& remembered = components_[c].blocker(components_[c].left() - 1);
+        const Id blocker = find_blocker(corners, triangle, remembered);
+        blocked_in_a_row_ = blocker == none ? 0 : blocked_in_a_row_ + 1;
+        if (blocker == none) return false;
+        remembered = blocker;
+        if (blocked_in_a_row_ >= often) make_recent(blocker);
+        return true;
+    }
+
+    /// Where most triangles are blocked, two segments often block the next as well. They are kept with their ends.
+    struct Recent {
+        Id number = none;
+        Segment segment{};
+    };
+
+    void make_recent(Id number) {
+        if (recent_[0].number == number || recent_[1].number == number) return;
+        const GapBuffer<Id>& owner = owner_of(number);
+        recent_[1] = recent_[0];
+        recent_[0] = {number, {owner.at_number(number), owner.at_number(number_after(owner, number))}};
+    }
+
+    Id find_recent(const Corners& corners, const Triangle& triangle) const {
+        const auto& [first, second] = recent_;
+        const bool has_first = first.number != none && !corners.touch(first.number);
+        const bool has_second = second.number != none && !corners.touch(second.number);
+        // On a lattice one of the two is nearly always parallel, but no branch can tell which.
+        const bool first_parallel = has_first & (determinant(triangle, first.segment) == 0);
+        const bool second_parallel = has_second & (determinant(triangle, second.segment) == 0);
+        if (first_parallel | second_parallel) return first_parallel ? first.number : second.number;
+        if (has_first && contact(triangle, first.segment) != Contact::none) return first.number;
+        if (has_second && contact(triangle, second.segment) != Contact::none) return second.number;
+        return none;
+    }
+
+    Id find_blocker(const Corners& corners, const Triangle& triangle, Id known) const {
+        const Id likely = static_cast<Id>(known & ~in_question);
+        if (known != none && still_meets(corners, triangle, likely)) return likely;
+        if (blocked_in_a_row_ >= often) {
+            const Id recent = find_recent(corners, triangle);
+            if (recent != none) return recent;
+        }
+
+        if (is_small()) return try_all(triangle);
+
+        const Filter filter = filter_of(triangle, frame_);
+        Id found = none;
+        if (indexing_.index != nullptr && filter.has_normal()) {
+            indexing_.index->search(filter, [&](std::size_t number) {
+                if (!still_meets(corners, triangle, number)) return false;
+                found = static_cast<Id>(number);
+                return true;
+            });
+            return found;
+        }
+        const auto search = [&](const GapBuffer<Id>& component, std::size_t begin, std::size_t end) {
+            found = search_slots(component, filter, triangle, begin, end);
+            return found != none;
+        };
+        // What blocks from the left part lasts longest, since the next removals are on the right.
+        const GapBuffer<Id>& own = components_[corners.component];
+        const std::size_t behind = own.end() - own.right(), wrapped = behind < 2 ? 2 - behind : 0;
+        const bool closing_touches = !own.has_rear() && (own.left() - 1 == own.begin() || !own.closed());
+        if (search(own, own.begin() + wrapped, std::max(own.left(), std::size_t{2}) - 2) ||
+            search(own, own.right() + 2, own.end() - closing_touches))
+            return found;
+        if (own.has_rear()) return search_rear(corners, filter, triangle);
+
+        for (const GapBuffer<Id>& other : components_) {
+            if (&other == &own || other.count() == 0) continue;
+            const bool ends_left = other.right() == other.end();
+            if (search(other, other.begin(), other.left() - (ends_left && !other.closed())) ||
+                (!ends_left && search(other, other.right(), other.end() - !other.closed())))
+                return found;
+        }
+        return none;
+    }
+
+    /// Too few segments for the filter to be worth its constants.
+    bool is_small() const {
+        return components_.size() == 1 && !components_[0].has_rear() &&
+               components_[0].count() <= most_unfiltered_;
+    }
+
+    Id try_all(const Triangle& triangle) const {
+        const GapBuffer<Id>& own = components_[0];
+        std::size_t slot = own.next(own.next(own.next(own.left() - 1)));
+        for (std::size_t left = own.count() - 4; left > 0; --left) {
+            const std::size_t next = own.next(slot);
+            const bool exists = own.closed() || own.bead(slot) < own.bead(next);
+            if (exists && contact(triangle, {own.at(slot), own.at(next)}) != Contact::none)
+                return own.bead(slot);
+            slot = next;
+        }
+        return none;
+    }
+
+    /// Where the first segment begins that meets the triangle among candidates of a range of positions.
+    template <class Meets>
+    Id search(const Filter& filter, const Positions3& positions, std::size_t begin, std::size_t end,
+              Meets number_if_it_meets) const {
+        while (begin < end) {
+            const Candidates candidates = find_candidates_(filter, positions, begin, end);
+            begin = candidates.first;
+            for (std::uint32_t lanes = candidates.lanes; lanes != 0; lanes &= lanes - 1) {
+                const std::size_t j = candidates.first + static_cast<std::size_t>(std::countr_zero(lanes));
+                const Id number = number_if_it_meets(j);
+                if (number != none) return number;
+                begin = j + 1;
+            }
+        }
+        return none;
+    }
+
+    Id search_slots(const GapBuffer<Id>& component, const Filter& filter, const Triangle& triangle,
+                    std::size_t begin, std::size_t end) const {
+        return search(filter, positions_, begin, end, [&](std::size_t slot) {
+            const Segment segment{component.at(slot), component.at_number(component.number_after(slot))};
+            return contact(triangle, segment) != Contact::none ? component.bead(slot) : none;
+        });
+    }
+
+    /// The beads of the rear as positions, piece by piece.
+    Id search_rear(const Corners& corners, const Filter& filter, const Triangle& triangle) const {
+        const GapBuffer<Id>& component = components_[corners.component];
+        const std::span<const ChainAtom> rear = component.rear();
+        for (std::size_t from = 0; from < rear.size(); from += Piece::most) {
+            const std::size_t beads = std::min(Piece::most + 1, rear.size() - from);
+            const bool at_end = from + Piece::most >= rear.size();
+            Piece piece;
+            for (std::size_t j = 0; j < beads; ++j) piece.put(j, frame_(position(rear[from + j])));
+            if (at_end) piece.put(beads, frame_(component.at_number(component.first_number())));
+            const std::size_t segments = at_end ? beads - !component.closed() : Piece::most;
+            const Id found = search(filter, piece.positions(), 0, segments, [&](std::size_t j) {
+                const std::size_t number = component.rear_number() + from + j;
+                return still_meets(corners, triangle, number) ? static_cast<Id>(number) : none;
+            });
+            if (found != none) return found;
+        }
+        return none;
+    }
+
+    /// Whether the segment that begins at a bead is there, shares no bead with a triangle and meets it.
+    bool still_meets(const Corners& corners, const Triangle& triangle, std::size_t number) const {
+        const GapBuffer<Id>& owner = owner_of(number);
+        if (&owner == &components_[corners.component] && corners.touch(number)) return false;
+        const std::size_t end = number_after(owner, number);
+        return end != GapBuffer<Id>::none &&
+               contact(triangle, {owner.at_number(number), owner.at_number(end)}) != Contact::none;
+    }
+
+    const GapBuffer<Id>& owner_of(std::size_t number) const {
+        const GapBuffer<Id>* owner = components_.data();
+        if (components_.size() > 1)
+            owner = &*std::upper_bound(
+                components_.begin(), components_.end(), number,
+                [](std::size_t n, const GapBuffer<Id>& component) { return n < component.numbers_end(); });
+        return *owner;
+    }
+
+    std::size_t number_after(const GapBuffer<Id>& component, std::size_t number) const {
+        if (indexing_.index == nullptr) return component.number_after_bead(number);
+        const SegmentIndex::Number next = indexing_.index->next(static_cast<SegmentIndex::Number>(number));
+        return next != SegmentIndex::no_bead ? next : GapBuffer<Id>::none;
+    }
+
+    void fill_index() {
+        std::size_t beads = 0;
+        for (const GapBuffer<Id>& component : components_) beads += component.count();
+        if (beads < indexing_.fewest_beads || frame_.scale == 0) indexing_.index = nullptr;
+        if (indexing_.index == nullptr) return;
+        indexing_.index->clear();
+        for (const GapBuffer<Id>& component : components_) {
+            const auto add = [&](std::size_t slot) {
+                const std::size_t next = component.next(slot);
+                indexing_.index->add({component.bead(slot), component.bead(next)}, frame_(component.at(slot)),
+                                     frame_(component.at(next)));
+            };
+            component.for_each_segment(add);
+            indexing_.index->end_component();
+        }
+        indexing_.index->sort();
+    }
+
+    /// The first component that may have a free triangle now.
+    std::size_t remove_middle(std::size_t c) {
+        const Corners corners = corners_behind_gap(c);
+        components_[c].remove_middle();
+        if (indexing_.index != nullptr) {
+            const Triangle triangle = triangle_of(corners);
+            indexing_.index->replace(static_cast<SegmentIndex::Number>(corners.middle),
+                                     {static_cast<SegmentIndex::Number>(corners.first),
+                                      static_cast<SegmentIndex::Number>(corners.last)},
+                                     frame_(triangle.t0), frame_(triangle.t2));
+            if (indexing_.index->is_stale()) fill_index();
+        }
+        return reconsider(c, corners.first, corners.middle);
+    }
+
+    /// The segments from two beads are one now, which begins at the first of them; what they blocked may be free.
+    /// The first component that this, or the removal of the second bead, may have freed a triangle of.
+    std::size_t reconsider(std::size_t c, std::size_t first, std::size_t middle) {
+        for (Recent& recent : recent_)
+            if (recent.number == first || recent.number == middle) recent.number = none;
+        std::size_t lowest = c;
+        for (std::size_t d = 0; d < components_.size(); ++d) {
+            const bool any =
+                components_[d].question_blocked_by(static_cast<Id>(first), static_cast<Id>(middle));
+            if (any && d != c) components_[d].bridge_gap();
+            if (any) lowest = std::min(lowest, d);
+        }
+        if (lowest != c) components_[c].bridge_gap();
+        return lowest;
+    }
+
+    /// Where the slots are full of blocked triangles, those that reach into the rear are tried every time: nothing
+    /// is remembered of them.
+    bool remove_free_in_rear(std::size_t c) {
+        GapBuffer<Id>& component = components_[c];
+        if (!component.has_rear()) return false;
+        const std::size_t count = component.count(), slots = component.end() - component.begin();
+        const std::size_t triangles = component.closed() ? count : count - 2;
+        for (std::size_t i = slots - std::min<std::size_t>(2, slots); i < triangles; ++i) {
+            const auto number = [&](std::size_t place) { return component.number_at(place % count); };
+            const Corners corners{c, number(i + count - 1), number(i), number(i + 1), number(i + 2)};
+            if (is_blocked_anywhere(corners)) continue;
+            recent_ = {};
+            component.question_blocked_by(static_cast<Id>(corners.first), static_cast<Id>(corners.middle));
+            component.remove_from_rear(corners.middle);
+            return true;
+        }
+        return false;
+    }
+
+    bool is_blocked_anywhere(const Corners& corners) const {
+        const GapBuffer<Id>& component = components_[corners.component];
+        const Triangle triangle = triangle_of(corners);
+        const Filter filter = filter_of(triangle, frame_);
+        const Id found =
+            search(filter, positions_, component.begin(), component.end(), [&](std::size_t slot) {
+                return still_meets(corners, triangle, component.bead(slot)) ? component.bead(slot) : none;
+            });
+        return found != none || search_rear(corners, filter, triangle) != none;
+    }
+
+    std::span<GapBuffer<Id>> components_;
+    Positions3 positions_;
+    Frame frame_;
+    FindCandidates find_candidates_;
+    Indexing indexing_;
+    std::size_t most_unfiltered_;
+    std::array<Recent, 2> recent_;
+    int blocked_in_a_row_ = 0;
+};
 
 } // namespace loopwise

@@ -47,13 +47,19 @@ inline Contact classify(double t, double u, double v) {
     return on_an_edge || an_end_lies_on_it ? Contact::boundary : Contact::none;
 }
 
-/// The contact of a segment with a triangle; see intersection() in the exported header.
-inline Contact contact(const Triangle& triangle, const Segment& segment) {
+inline double determinant(const Triangle& triangle, const Segment& segment) {
     const PointR3 a = segment.s0 - segment.s1;
     const PointR3 b = triangle.t1 - triangle.t0;
     const PointR3 c = triangle.t2 - triangle.t0;
-    const double d = determinant(a.x, b.x, c.x, a.y, b.y, c.y, a.z, b.z, c.z);
-    if (d == 0.0) return Contact::inside;
+    return determinant(a.x, b.x, c.x, a.y, b.y, c.y, a.z, b.z, c.z);
+}
+
+/// The contact where the determinant d is not zero.
+[[gnu::noinline]] inline Contact contact_at_angle(const Triangle& triangle, const Segment& segment,
+                                                  double d) {
+    const PointR3 a = segment.s0 - segment.s1;
+    const PointR3 b = triangle.t1 - triangle.t0;
+    const PointR3 c = triangle.t2 - triangle.t0;
 
     // The inverse of the matrix with the columns a, b, c: every entry is divided before it is used.
     const PointR3 r = segment.s0 - triangle.t0;
@@ -66,6 +72,12 @@ inline Contact contact(const Triangle& triangle, const Segment& segment) {
     const double v = (a.y * b.z - b.y * a.z) / d * r.x + (b.x * a.z - a.x * b.z) / d * r.y +
                      (a.x * b.y - b.x * a.y) / d * r.z;
     return classify(t, u, v);
+}
+
+/// The contact of a segment with a triangle; see intersection() in the exported header.
+inline Contact contact(const Triangle& triangle, const Segment& segment) {
+    const double d = determinant(triangle, segment);
+    return d == 0.0 ? Contact::inside : contact_at_angle(triangle, segment, d);
 }
 
 } // namespace loopwise

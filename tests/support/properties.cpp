@@ -37,9 +37,11 @@ void reduces(const Chain& input, bool closed) {
     HOLDS(printed.cout.str() == "JESTEM w loopwise!, ChainReduce - czy to jeszcze w ogole jest wywolywane, a "
                                 "nie zawsze ChainsReduce?, EPS=1e-05\n");
     if (literal::repeats_end(input)) return; // which the engine by itself does not know
-    for (const loopwise::InstructionSet& set : loopwise::instruction_sets())
+    for (const loopwise::InstructionSet set : loopwise::available_instruction_sets()) {
         for (std::size_t slots = 64; slots == 64 || slots / 8 < input.size(); slots *= 8)
             HOLDS(chains::same_bits(eliminated(input, closed, set, slots), theirs));
+        HOLDS(chains::same_bits(eliminated(input, closed, set, input.size() + 1, true), theirs));
+    }
 }
 
 void reduces(const Structure& input, bool closed) {
@@ -47,6 +49,9 @@ void reduces(const Structure& input, bool closed) {
     const Capture printed;
     HOLDS(ChainsReduce(ours, closed) == literal::reduce(theirs, closed));
     HOLDS(same(ours, theirs) && printed.silent());
+    Structure indexed = input;
+    loopwise::reduce(indexed, closed, 0);
+    HOLDS(same(indexed, theirs));
 }
 
 void measures(const Structure& input) {

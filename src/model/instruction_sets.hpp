@@ -1,0 +1,30 @@
+// Which instructions the kernels use: one choice for all kinds of kernels, made when the first one runs.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <span>
+
+namespace loopwise {
+
+/// In order of speed. Plain C++ runs on every processor; the others are for x86-64.
+enum class InstructionSet : std::size_t { plain, sse2, avx2, avx512 };
+constexpr std::size_t all_instruction_sets = 4;
+
+const char* name(InstructionSet set);
+
+/// The sets that this processor has, the plain one first and the fastest last.
+std::span<const InstructionSet> available_instruction_sets();
+
+/// The fastest set. A build with tests takes the one that the environment variable LOOPWISE_INSTRUCTIONS
+/// names, if the processor has it.
+InstructionSet chosen_instruction_set();
+
+/// The versions of a kernel, one for each set.
+template <class Kernel> using Versions = std::array<Kernel, all_instruction_sets>;
+
+template <class Kernel> Kernel version_for(const Versions<Kernel>& versions, InstructionSet set) {
+    return versions[static_cast<std::size_t>(set)];
+}
+
+} // namespace loopwise

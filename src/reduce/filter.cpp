@@ -1,0 +1,190 @@
+#include "reduce/filter.hpp"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <limits>
+
+namespace loopwise {
+namespace {
+
+/// A triangle as flat as this blocks nothing that the filter could tell.
+constexpr float least_normal = 0x1p-30F;
+
+struct Vector {
+    float x, y, z;
+};
+
+Vector narrow(PointR3 v) {
+    return {static_cast<float>(v.x), static_cast<float>(v.y), static_cast<float>(v.z)};
+}
+Vector cross(Vector a, Vector b) {
+    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
+}
+float dot(Vector a, Vector b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
+float sum_of_sizes(Vector v) { return std::fabs(v.x) + std::fabs(v.y) + std::fabs(v.z); }
+
+/// The function that is 0 at the origin and grows along the gradient.
+Affine affine(Vector gradient, Vector origin) {
+    return {gradient.x, gradient.y, gradient.z, -dot(gradient, origin)};
+}
+
+struct Rounded {
+    static float multiply_add(float a, float b, float c) { return a * b + c; }
+};
+
+struct Fused {
+    static float multiply_add(float a, float b, float c) { return std::fma(a, b, c); }
+};
+
+template <class Arithmetic> float value(const Affine& f, const Positions3& at, std::size_t j) {
+    constexpr auto multiply_add = Arithmetic::multiply_add;
+    return multiply_add(at.x[j], f.x, multiply_add(at.y[j], f.y, multiply_add(at.z[j], f.z, f.constant)));
+}
+
+template <class Arithmetic> bool is_candidate(const Filter& f, const Positions3& at, std::size_t j) {
+    constexpr auto multiply_add = Arithmetic::multiply_add;
+    const float h0 = value<Arithmetic>(f.height, at, j), h1 = value<Arithmetic>(f.height, at, j + 1);
+    const float q0 = value<Arithmetic>(f.along_c, at, j), q1 = value<Arithmetic>(f.along_c, at, j + 1);
+    const float rise = h1 - h0, drop = std::fabs(rise);
+    if (!(drop > f.parallel)) return true;
+    if (std::fabs(h0 + h1) > multiply_add(drop, side_factor, f.side)) return false;
+    if (std::fabs((q0 + q1) - f.squared) > multiply_add(std::fabs(q1 - q0), side_factor, f.slab_v))
+        return false;
+
+    const float p0 = value<Arithmetic>(f.along_b, at, j), p1 = value<Arithmetic>(f.along_b, at, j + 1);
+    const float sign = std::signbit(rise) ? -1.0F : 1.0F;
+    const float u = multiply_add(p0, h1, -(p1 * h0)) * sign;
+    const float v = multiply_add(q0, h1, -(q1 * h0)) * sign;
+    return !(-multiply_add(drop, f.slack, f.edge_u) > u || -multiply_add(drop, f.slack, f.edge_v) > v ||
+             u + v > multiply_add(drop, f.whole, f.edge_w));
+}
+
+/// Twice the value in the middle of a box, and how far the values at its corners lie apart.
+template <class Arithmetic> float middle(const Affine& f, const Boxes& box, std::size_t j) {
+    constexpr auto multiply_add = Arithmetic::multiply_add;
+    const float constant = f.constant + f.constant;
+    return multiply_add(box.x[j], f.x, multiply_add(box.y[j], f.y, multiply_add(box.z[j], f.z, constant)));
+}
+template <class Arithmetic> float spread(const Affine& f, const Boxes& box, std::size_t j) {
+    constexpr auto multiply_add = Arithmetic::multiply_add;
+    const float along_z = box.dz[j] * std::fabs(f.z);
+    return multiply_add(box.dx[j], std::fabs(f.x), multiply_add(box.dy[j], std::fabs(f.y), along_z));
+}
+
+/// As for segments: no sum of two of their heights is nearer to zero, and no difference larger, than the box's.
+template <class Arithmetic> bool may_hold_candidates(const BoxFilter& f, const Boxes& box, std::size_t j) {
+    constexpr auto multiply_add = Arithmetic::multiply_add;
+    const auto reach = [&](const Affine& along, float margin) {
+        return multiply_add(spread<Arithmetic>(along, box, j), side_factor, margin);
+    };
+    const float h = middle<Arithmetic>(f.height, box, j), p = middle<Arithmetic>(f.along_b, box, j),
+                q = middle<Arithmetic>(f.along_c, box, j);
+    return !(std::fabs(h) > reach(f.height, f.side) ||
+             std::fabs(q - f.squared) > reach(f.along_c, f.slab_v) ||
+             std::fabs(p - f.squared) > reach(f.along_b, f.slab_u) ||
+             (p + q) - f.squared > reach(f.along_both, f.slab_w));
+}
+
+template <class Arithmetic> bool may_be_parallel(const Turn& turn, const Directions& d, std::size_t j) {
+    constexpr auto multiply_add = Arithmetic::multiply_add;
+    return !(std::fabs(multiply_add(d.v[j], turn.v, multiply_add(d.w[j], turn.w, turn.one))) > turn.most);
+}
+
+template <auto is_kept, class What, class Where>
+Candidates find_one(const What& what, const Where& where, std::size_t begin, std::size_t end) {
+    for (; begin < end; ++begin)
+        if (is_kept(what, where, begin)) return {begin, 1};
+    return {end, 0};
+}
+
+template <class Arithmetic>
+constexpr Kernels stated{find_one<is_candidate<Arithmetic>, Filter, Positions3>,
+                         find_one<may_hold_candidates<Arithmetic>, BoxFilter, Boxes>,
+                         find_one<may_be_parallel<Arithmetic>, Turn, Directions>};
+
+} // namespace
+
+// Rounding, in units of the frame: sizes of coordinates are at most 1, of differences at most 2. Let e =
+// 2^-24 and E = 2^-53 be the half units in the last place of a float and a double, |.|1 the sum of sizes,
+// and N = |n|1, B = |b|1, C = |c|1. No component of n is larger than 2 min(B, C).
+//
+// Height. Its gradient is n, from doubles, rounded: e N times |S - T0| <= 2 is 2 e N. Its constant: three
+// products, two sums and the rounded T0, less than 4 e N. Its value: the rounded S, three products and three
+// sums of terms below 2 N, less than 7.5 e N. In all less than 14 e N.
+//   parallel: a difference of two, 28 e N, and its own rounding, 4 e N: 32 e N.
+//   side: a sum and a difference, 56 e N, and three roundings of numbers below 4 N: 68 e N.
+//
+// Along c. Its gradient is n x b: with both rounded and a product and a difference, less than 4 e N B, times
+// 2; its constant and its value as above for a gradient of at most N B: 4 and 7.5. In all less than
+// 20 e N B. Along b: 20 e N C.
+//   slab: two sums, 80 e N B, four roundings of numbers below 4 N B, and the error of |n|^2, which is at most
+//   6 e |n|^2 < 12 e N B, twice: 120 e N B.
+//   slab_w: both.
+//   edge_u: u is p0 h1 - p1 h0 with |p| <= 2 N C and |h| <= 2 N: 2 (2 * 14 + 2 * 20) e N^2 C and three
+//   roundings of numbers below 4 N^2 C: 148 e N^2 C. edge_v alike, with B for C.
+//   edge_w: both, a rounding of their sum, and |n|^2 <= 2 N min(B, C) <= N (B + C) times the error of the
+//   drop, 32 e N: 188 e N^2 (B + C).
+// Numbers that are only wrong by a factor, |n|^2 in `slack` and `whole` or a product that is rounded again,
+// are within 20 e of what they should be, which the last quarter of `beyond` covers two hundred times over.
+//
+// contact() itself errs by less than 9 E |a|1 B C <= 54 E B C in the determinant and by 10 E B C |r|1 <=
+// 60 E B C, 10 E C |a|1 |r|1 <= 360 E C and 360 E B in the numerators of t, u and v. A determinant of more
+// than 2e-8 (B + C), with B C <= 3 (B + C), therefore has a relative error below 1e-6, so that it is not
+// zero, and t, u and v are wrong by half a tolerance at most, apart from that factor.
+//
+// Underflow: N >= 2^-30 makes every margin at least 2^-16 * 2^-90, and what underflows is below 2^-126 * 16.
+constexpr float e = 0x1p-24F;
+constexpr float parallel_margin = 64 * e, side_margin = 128 * e, slab_margin = 128 * e, edge_margin = 256 * e;
+constexpr float least_determinant = 2e-8F;
+
+Filter filter_of(const Triangle& triangle, const Frame& frame) {
+    const PointR3 t0 = frame(triangle.t0);
+    const PointR3 db = triangle.t1 - triangle.t0, dc = triangle.t2 - triangle.t0;
+    const PointR3 b2{db.x * frame.scale, db.y * frame.scale, db.z * frame.scale};
+    const PointR3 c2{dc.x * frame.scale, dc.y * frame.scale, dc.z * frame.scale};
+    const Vector n =
+        narrow({b2.y * c2.z - b2.z * c2.y, b2.z * c2.x - b2.x * c2.z, b2.x * c2.y - b2.y * c2.x});
+    const Vector b = narrow(b2), c = narrow(c2), origin = narrow(t0);
+
+    const float n_size = sum_of_sizes(n), b_size = sum_of_sizes(b), c_size = sum_of_sizes(c);
+    const float squared = dot(n, n), edge = edge_margin * n_size * n_size;
+    Filter f;
+    f.height = affine(n, origin);
+    f.along_c = affine(cross(n, b), origin);
+    f.along_b = affine(cross(c, n), origin);
+    f.parallel = n_size >= least_normal ? parallel_margin * n_size + least_determinant * (b_size + c_size)
+                                        : std::numeric_limits<float>::infinity();
+    f.side = side_margin * n_size;
+    f.squared = squared;
+    f.slab_v = squared * side_factor + slab_margin * n_size * b_size;
+    f.slack = beyond * squared;
+    f.edge_u = edge * c_size;
+    f.edge_v = edge * b_size;
+    f.whole = squared + f.slack;
+    f.edge_w = f.edge_u + f.edge_v;
+    f.n_size = n_size, f.b_size = b_size, f.c_size = c_size;
+    return f;
+}
+
+BoxFilter::BoxFilter(const Filter& f)
+    : Filter(f), along_both{along_b.x + along_c.x, along_b.y + along_c.y, along_b.z + along_c.z, 0},
+      slab_u(squared * side_factor + slab_margin * n_size * c_size),
+      slab_w(slab_u + slab_margin * n_size * b_size) {}
+
+// With d of largest coordinate 1 and a = s d, |d|1 <= 3, the errors of contact() above are 27 E s B C in the
+// determinant, 60 E B C in the numerator of t and 180 E s C or 180 E s B in those of u and v. A determinant of s D
+// with D > 1.4e-9 B C / s + 5e-9 (B + C + B C) keeps them to the same bounds. In single precision D has an error
+// of less than 8 e N: that of n, v and w, two products and two sums.
+float most_turn(const Filter& filter, float shortest) {
+    constexpr float of_t = 1.4e-9F, of_u_and_v = 5e-9F, of_rounding = 8 * e;
+    const float area = filter.b_size * filter.c_size;
+    return of_t * area / shortest + of_u_and_v * (filter.b_size + filter.c_size + area) +
+           of_rounding * filter.n_size;
+}
+
+Kernels statement(InstructionSet set) {
+    return set >= InstructionSet::avx2 ? stated<Fused> : stated<Rounded>;
+}
+
+} // namespace loopwise

@@ -1,0 +1,130 @@
+// The filter: proves for many segments at a time that contact() finds nothing between them and a triangle,
+// from single-precision positions. What it cannot prove out of reach is a candidate and goes to contact().
+#pragma once
+
+#include "model/instruction_sets.hpp"
+#include "reduce/intersection.hpp"
+
+#include <cstdint>
+#include <limits>
+#include <span>
+
+namespace loopwise {
+
+/// Where the beads are: in units of the frame, every finite coordinate lies between -1 and 1. The scale is
+/// a power of two, which costs no bits.
+struct Frame {
+    PointR3 centre;
+    double scale; ///< 0 where products of coordinates could overflow or underflow in contact()
+
+    PointR3 operator()(PointR3 p) const {
+        const PointR3 d = p - centre;
+        return {d.x * scale, d.y * scale, d.z * scale};
+    }
+};
+
+/// Positions in units of a frame, coordinate by coordinate. Segment j runs from position j to j + 1.
+struct Positions3 {
+    const float *x, *y, *z;
+};
+
+/// What a kernel may read beyond the last position.
+constexpr std::size_t position_padding = 32;
+
+/// An affine function of a position, in single precision.
+struct Affine {
+    float x, y, z, constant;
+};
+
+/// What the filter knows of a triangle. With T0, b = T1 - T0, c = T2 - T0 and n = b x c, a point S has the
+/// height h = n(S - T0) and the coordinates p = (c x n)(S - T0) along b and q = (n x b)(S - T0) along c, all
+/// in multiples of |n|^2 for want of a division: a segment from (h0, p0, q0) to (h1, p1, q1) has the
+/// determinant h0 - h1 and meets the plane at
+///
+///     t = h0/(h0 - h1),  u = (p0 h1 - p1 h0)/(h1 - h0)/|n|^2,  v = (q0 h1 - q1 h0)/(h1 - h0)/|n|^2.
+///
+/// contact() finds nothing when the determinant is not zero and one of t, u, v and u + v lies outside of
+/// [0, 1] by more than a tolerance. The margins say how much further outside it has to be for the filter, so
+/// that no rounding matters; filter.cpp derives them.
+struct Filter {
+    Affine height, along_c, along_b;
+    Affine along_both; ///< the gradient of p + q
+    float parallel;    ///< a determinant of at most this size may be zero
+    float side;        ///< of the heights of both ends
+    float squared;     ///< |n|^2
+    float slab_v;      ///< how far from |n|^2 a sum of two q is within the triangle's
+    float slack, edge_u, edge_v, whole, edge_w;
+    float n_size, b_size, c_size; ///< sums of the sizes of the components
+
+    bool has_normal() const { return parallel < std::numeric_limits<float>::infinity(); }
+};
+
+Filter filter_of(const Triangle& triangle, const Frame& frame);
+
+/// What boxes need beside it: the gradient of p + q, and the margins of sums of two p and two p + q.
+struct BoxFilter : Filter {
+    explicit BoxFilter(const Filter& filter);
+    Affine along_both;
+    float slab_u, slab_w;
+};
+
+/// How far outside of [0, 1] a segment is where the filter drops it: ten tolerances for what contact()
+/// leaves early, ten more for its rounding, and a quarter for that of numbers the filter multiplies by.
+constexpr float beyond = 2.5e-4F;
+static_assert(beyond > 20 * EPS);
+
+/// Two heights have the same sign, and the smaller is more than `beyond` times their difference, where
+/// the size of their sum is more than this times that of their difference.
+constexpr float side_factor = 1 + 2 * beyond;
+
+/// The members of a group that are candidates: first + j for bit j.
+struct Candidates {
+    std::size_t first;
+    std::uint32_t lanes;
+};
+
+/// The first group with candidates among the segments from `begin` up to `end`, or {end, 0}. The search goes on
+/// after the last candidate.
+using FindCandidates = Candidates (*)(const Filter& filter, const Positions3& positions, std::size_t begin,
+                                      std::size_t end);
+
+/// Boxes around segments, by the sums and the differences of their sides.
+struct Boxes {
+    const float *x, *y, *z, *dx, *dy, *dz;
+};
+
+/// The same for boxes: those that the filter proves to hold no segment that meets the triangle, unless its
+/// determinant is zero, are no candidates.
+using FindBoxes = Candidates (*)(const BoxFilter& filter, const Boxes& boxes, std::size_t begin,
+                                 std::size_t end);
+
+/// Directions in which one coordinate is 1 and the others are v and w.
+struct Directions {
+    const float *v, *w;
+};
+
+/// The same for directions: the candidates are those with |one + v d.v + w d.w| <= most.
+struct Turn {
+    float one, v, w, most;
+};
+using FindDirections = Candidates (*)(const Turn& turn, const Directions& directions, std::size_t begin,
+                                      std::size_t end);
+
+/// A determinant of size |d| n, for a segment along d whose largest coordinate is 1 and which is no shorter than
+/// `shortest` in this coordinate, may be zero or too small for contact() to be sure of t, u and v where n d is at
+/// most this.
+float most_turn(const Filter& filter, float shortest);
+
+/// The versions of an instruction set.
+struct Kernels {
+    FindCandidates find_candidates;
+    FindBoxes find_boxes;
+    FindDirections find_directions;
+};
+Kernels kernels(InstructionSet set);
+
+/// What the kernels of a set equal to the last bit, said one by one. Where there is an instruction for it,
+/// products are rounded once with the sum that follows them; the margins cover either way.
+Kernels statement(InstructionSet set);
+
+} // namespace loopwise

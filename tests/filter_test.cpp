@@ -1,0 +1,207 @@
+#include "reduce/reduction.hpp"
+#include "support/chains.hpp"
+#include "support/literal.hpp"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cmath>
+
+namespace {
+
+using loopwise::Frame;
+using loopwise::Triangle;
+
+/// Points as a kernel reads them: segments from each even one to the next.
+struct Segments {
+    explicit Segments(const Frame& frame, const std::vector<PointR3>& points) {
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            const PointR3 p = frame(points[i]);
+            x[i] = static_cast<float>(p.x), y[i] = static_cast<float>(p.y), z[i] = static_cast<float>(p.z);
+        }
+    }
+    std::array<float, 128 + loopwise::position_padding> x{}, y{}, z{};
+
+    std::vector<std::size_t> candidates(loopwise::FindCandidates find, const loopwise::Filter& filter,
+                                        std::size_t begin, std::size_t end) const {
+        std::vector<std::size_t> all;
+        while (begin < end) {
+            const loopwise::Candidates found = find(filter, {x.data(), y.data(), z.data()}, begin, end);
+            begin = found.first;
+            for (std::uint32_t lanes = found.lanes; lanes != 0; lanes &= lanes - 1) {
+                begin = found.first + static_cast<std::size_t>(std::countr_zero(lanes));
+                all.push_back(begin++);
+            }
+        }
+        return all;
+    }
+};
+
+PointR3 mix(PointR3 a, PointR3 b, double t) {
+    return {a.x + t * (b.x - a.x), a.y + t * (b.y - a.y), a.z + t * (b.z - a.z)};
+}
+
+PointR3 plus(PointR3 a, double t, PointR3 b) { return {a.x + t * b.x, a.y + t * b.y, a.z + t * b.z}; }
+PointR3 minus(PointR3 a, PointR3 b) { return plus(a, -1, b); }
+
+/// A segment that nearly or just touches the triangle: its line passes near an edge, or it ends near the
+/// plane, or it hardly leaves the plane.
+void add_critical(std::vector<PointR3>& points, const Triangle& t, PointR3 direction, double longest,
+                  chains::Random& random) {
+    const auto small = [&] { return random.between(-1, 1) * std::pow(10.0, -random.below(9)); };
+    const PointR3 b = minus(t.t1, t.t0), c = minus(t.t2, t.t0);
+    const double u = random.below(2) == 0 ? random.below(2) + small() : random.between(0, 1);
+    const double v = random.below(2) == 0 ? small() : 1 - u + small();
+    const PointR3 hit = plus(plus(t.t0, u, b), v, c);
+    if (random.below(3) == 0) direction = plus(plus(b, random.between(-2, 2), c), small(), direction);
+    const PointR3 start = plus(hit, random.below(2) == 0 ? 4 : 40, direction);
+    points.push_back(start);
+    points.push_back(
+        plus(start, random.below(2) == 0 ? 1 + small() : random.between(1, longest), minus(hit, start)));
+}
+
+/// Parallel to the plane, from whole numbers: the determinant is exactly zero, the heights are not equal.
+void add_parallel(std::vector<PointR3>& points, const Triangle& t, chains::Random& random) {
+    const PointR3 start{std::round(random.between(-99, 99)), std::round(random.between(-99, 99)),
+                        std::round(random.between(-99, 99))};
+    points.push_back(start);
+    points.push_back(
+        plus(plus(start, random.below(9) - 4, minus(t.t1, t.t0)), random.below(9) - 4, minus(t.t2, t.t0)));
+}
+
+/// Not what a reduction would take: the points fill the frame from edge to edge, or hardly.
+Frame around(const std::vector<PointR3>& points) {
+    Chain chain;
+    for (const PointR3& p : points) chain.push_back({p.x, p.y, p.z, 0});
+    const loopwise::Component component{chain.data(), chain.size(), false};
+    return loopwise::frame_around({&component, 1});
+}
+
+TEST(Filter, NeverDropsWhatMeetsTheTriangle) {
+    chains::Random random(31);
+    int dropped = 0, kept = 0;
+    for (int round = 0; round < 6000; ++round) {
+        const bool whole = round % 5 == 0;
+        const auto corner = [&] {
+            const PointR3 p = random.direction();
+            return whole ? PointR3{std::round(9 * p.x), std::round(9 * p.y), std::round(9 * p.z)} : p;
+        };
+        Triangle t{corner(), corner(), corner()};
+        if (round % 4 == 0 && !whole)
+            t.t2 = plus(mix(t.t0, t.t1, random.between(-1, 2)), std::pow(10.0, -random.below(8)), t.t2);
+        PointR3 shared = random.direction();
+        const bool deep = round % 6 == 2;
+        if (deep) { // as deep as can be for the frame: from corner to corner
+            shared = {0.57, 0.58, 0.58};
+            t = {{0, 0, 0}, {1, -1, 0.1}, {0.5, 0.5, -1}};
+        }
+        std::vector<PointR3> points;
+        for (int i = 0; i < 62; ++i)
+            whole
+                ? add_parallel(points, t, random)
+                : add_critical(points, t, round % 2 == 0 ? shared : random.direction(), deep ? 1 : 3, random);
+        points.insert(points.end(), {t.t0, t.t1, t.t2});
+        const double scale = whole ? 1 : std::pow(10.0, random.below(9) - 4);
+        for (PointR3& p : points) p = {p.x * scale, p.y * scale, p.z * scale};
+        t = {points[124], points[125], points[126]};
+
+        const Frame frame = around(points);
+        const loopwise::Filter filter = filter_of(t, frame);
+        const Segments segments(frame, points);
+        const std::size_t begin = static_cast<std::size_t>(random.below(20)), end = 126 - begin / 2;
+        for (const loopwise::InstructionSet set : loopwise::available_instruction_sets()) {
+            const auto candidates =
+                segments.candidates(loopwise::kernels(set).find_candidates, filter, begin, end);
+            ASSERT_EQ(candidates,
+                      segments.candidates(loopwise::statement(set).find_candidates, filter, begin, end))
+                << name(set);
+            for (std::size_t j = begin; j < end; ++j) {
+                const bool candidate = std::binary_search(candidates.begin(), candidates.end(), j);
+                ++(candidate ? kept : dropped);
+                ASSERT_TRUE(candidate || literal::intersection(&points[124], &points[j]) == 0)
+                    << name(set) << " in round " << round;
+            }
+        }
+    }
+    const int sets = static_cast<int>(loopwise::available_instruction_sets().size());
+    EXPECT_GT(dropped / sets, 60000); // it is of use even here
+    EXPECT_GT(kept / sets, 60000);
+}
+
+/// What the index passes over must not meet the triangle either: boxes of one segment each and directions, whose
+/// segments are parallel to the plane or nearly so, at whatever distance.
+TEST(Filter, BoxesAndDirectionsMissNothing) {
+    chains::Random random(32);
+    int passed_over = 0, parallel = 0;
+    for (int round = 0; round < 12000; ++round) {
+        const bool whole = round % 2 == 0;
+        const auto corner = [&] {
+            const PointR3 p = random.direction();
+            return whole ? PointR3{std::round(9 * p.x), std::round(9 * p.y), std::round(9 * p.z)} : p;
+        };
+        const Triangle t{corner(), corner(), corner()};
+        std::vector<PointR3> points;
+        for (int i = 0; i < 32; ++i)
+            whole ? add_parallel(points, t, random) : add_critical(points, t, random.direction(), 3, random);
+        const std::size_t segments = points.size() / 2;
+        points.insert(points.end(), {t.t0, t.t1, t.t2});
+        const PointR3* const corners = &points[2 * segments];
+        const Frame frame = around(points);
+        const loopwise::Filter filter = filter_of(t, frame);
+        if (!filter.has_normal()) continue;
+
+        std::array<std::array<float, 32 + loopwise::position_padding>, 8> row{};
+        float shortest = 1;
+        for (std::size_t j = 0; j < segments; ++j) {
+            const PointR3 p = frame(points[2 * j]), q = frame(points[2 * j + 1]), d = minus(q, p);
+            const auto put = [&](std::size_t i, double a, double b) {
+                const auto x = static_cast<float>(a), y = static_cast<float>(b);
+                row[i][j] = x + y, row[i + 3][j] = std::fabs(x - y);
+            };
+            put(0, p.x, q.x), put(1, p.y, q.y), put(2, p.z, q.z);
+            row[6][j] = static_cast<float>(d.y / d.x), row[7][j] = static_cast<float>(d.z / d.x);
+            const bool along_x = std::fabs(d.x) >= std::max({std::fabs(d.y), std::fabs(d.z), 1e-4});
+            if (!along_x) row[6][j] = row[7][j] = NAN; // which is never passed over
+            if (along_x) shortest = std::min(shortest, static_cast<float>(std::fabs(d.x)));
+        }
+        const loopwise::BoxFilter box_filter(filter);
+        const loopwise::Boxes boxes{row[0].data(), row[1].data(), row[2].data(),
+                                    row[3].data(), row[4].data(), row[5].data()};
+        const loopwise::Turn turn{filter.height.x, filter.height.y, filter.height.z,
+                                  most_turn(filter, shortest)};
+        const auto all = [&](auto find, const auto& what, const auto& where) {
+            std::vector<bool> found(segments);
+            for (std::size_t j = 0; j < segments;) {
+                const loopwise::Candidates candidates = find(what, where, j, segments);
+                j = candidates.first;
+                for (std::uint32_t lanes = candidates.lanes; lanes != 0; lanes &= lanes - 1) {
+                    j = candidates.first + static_cast<std::size_t>(std::countr_zero(lanes));
+                    found[j++] = true;
+                }
+            }
+            return found;
+        };
+        for (const loopwise::InstructionSet set : loopwise::available_instruction_sets()) {
+            const loopwise::Kernels kernels = loopwise::kernels(set), stated = loopwise::statement(set);
+            const loopwise::Directions directions{row[6].data(), row[7].data()};
+            const auto near = all(kernels.find_boxes, box_filter, boxes);
+            const auto turned = all(kernels.find_directions, turn, directions);
+            ASSERT_EQ(near, all(stated.find_boxes, box_filter, boxes)) << name(set);
+            ASSERT_EQ(turned, all(stated.find_directions, turn, directions)) << name(set);
+            for (std::size_t j = 0; j < segments; ++j) {
+                parallel += turned[j];
+                if (near[j] || turned[j]) continue;
+                ++passed_over;
+                ASSERT_EQ(literal::intersection(corners, &points[2 * j]), 0)
+                    << name(set) << ", round " << round;
+            }
+        }
+    }
+    const int sets = static_cast<int>(loopwise::available_instruction_sets().size());
+    EXPECT_GT(passed_over / sets, 3000);
+    EXPECT_GT(parallel / sets, 3000);
+}
+
+} // namespace
