@@ -6,6 +6,8 @@ from typing import TYPE_CHECKING, Any
 
 import numpy as np
 
+from .survey import not_named
+
 if TYPE_CHECKING:
     from matplotlib.figure import Figure
 
@@ -90,9 +92,12 @@ def trajectory_figure(trajectory: "Trajectory") -> "Figure":
     """The share of every knot over the frames, one upon another."""
     figure = _figure(figsize=(9, 3.5))
     axes = figure.subplots()
-    knots = list(dict.fromkeys(knot for survey in trajectory for knot in survey.knots))
-    shares = [[survey.knots.get(knot, 0) / max(survey.counted, 1) for survey in trajectory] for knot in knots]
-    axes.stackplot(range(len(trajectory)), shares, labels=knots, step="mid")
+    shares: dict[str, Any] = {}
+    for frame, survey in enumerate(trajectory):
+        for knot, closures in survey.knots.items():
+            name = not_named if knot.startswith(not_named) else knot
+            shares.setdefault(name, np.zeros(len(trajectory)))[frame] += closures / survey.counted
+    axes.stackplot(range(len(trajectory)), list(shares.values()), labels=list(shares), step="mid")
     axes.set(xlabel="frame", ylabel="share of closures", xlim=(0, max(len(trajectory) - 1, 1)), ylim=(0, 1))
     axes.legend(loc="center left", bbox_to_anchor=(1, 0.5), frameon=False)
     return figure

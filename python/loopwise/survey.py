@@ -21,6 +21,7 @@ if TYPE_CHECKING:
     from matplotlib.figure import Figure
 
 unknot = "0_1"
+not_named = "not named"
 _largest_count = 100_000_000
 _most_threads = 1024
 _frames_a_thread = 16
@@ -152,8 +153,9 @@ class Survey:
 
     @property
     def knotted(self) -> float:
-        """The share of the counted closures that are a knot."""
-        return 1 - self.knots.get(unknot, 0) / self.counted if self.knots else 0.0
+        """The share of the counted closures that are a knot; those that got no name do not count as one."""
+        knotted = sum(n for knot, n in self.knots.items() if knot != unknot and not knot.startswith(not_named))
+        return knotted / self.counted if self.counted else 0.0
 
     def __repr__(self) -> str:
         chains = "; ".join(f"{c.chain!r}: {_knots_text(c.knots)}" for c in self.components)
