@@ -82,9 +82,13 @@ template <class Id> class Elimination {
     /// A part of a rear as positions.
     struct Piece {
         static constexpr std::size_t most = 256;
-        std::array<float, most + 1 + position_padding> x{}, y{}, z{};
+        std::array<float, most + 1 + position_padding> x, y, z; // not initialised
         void put(std::size_t j, PointR3 p) {
             x[j] = static_cast<float>(p.x), y[j] = static_cast<float>(p.y), z[j] = static_cast<float>(p.z);
+        }
+        /// What a kernel reads beyond the last position.
+        void pad(std::size_t j) {
+            for (float* const row : {x.data(), y.data(), z.data()}) std::fill_n(row + j, position_padding, 0.0F);
         }
         Positions3 positions() const { return {x.data(), y.data(), z.data()}; }
     };
@@ -240,6 +244,7 @@ template <class Id> class Elimination {
             Piece piece;
             for (std::size_t j = 0; j < beads; ++j) piece.put(j, frame_(position(rear[from + j])));
             if (at_end) piece.put(beads, frame_(component.at_number(component.first_number())));
+            piece.pad(std::min(beads + at_end, Piece::most + 1));
             const std::size_t segments = at_end ? beads - !component.closed() : Piece::most;
             const Id found = search(filter, piece.positions(), 0, segments, [&](std::size_t j) {
                 const std::size_t number = component.rear_number() + from + j;

@@ -28,8 +28,8 @@ struct Range {
 constexpr double least_reach = 1e-30, most_reach = 1e30;
 
 /// What follows a row of positions is read with it.
-template <class Id> void fill_padding(const Slots<Id>& slots, std::size_t last) {
-    for (float* const row : {slots.x, slots.y, slots.z}) std::fill_n(row + last + 1, position_padding, 0.0F);
+template <class Id> void fill_padding(const Slots<Id>& slots, std::size_t used) {
+    for (float* const row : {slots.x, slots.y, slots.z}) std::fill_n(row + used, position_padding, 0.0F);
 }
 
 /// Whether a chain is a loop stored with its first atom once more at its end.
@@ -79,7 +79,7 @@ std::size_t eliminate(const Component& component, const Slots<Id>& slots, const 
                       const Indexing& indexing) {
     const Frame frame = component.count > most_unfiltered ? frame_around({&component, 1}) : Frame{};
     GapBuffer<Id> beads({component.atoms, component.count}, component.closed, 0, slots, frame);
-    fill_padding(slots, beads.end());
+    fill_padding(slots, beads.end() + 1);
     Elimination<Id>({&beads, 1}, {slots.x, slots.y, slots.z}, frame, kernels.find_candidates, indexing).run();
     beads.pack();
     return beads.count();
@@ -156,7 +156,7 @@ std::size_t reduce(Structure& structure, bool closed, std::size_t fewest_beads) 
         buffers.emplace_back(std::span(c.atoms, c.count), c.closed, first, slots, frame);
         first += c.count + 1;
     }
-    fill_padding(slots, count - 1);
+    fill_padding(slots, count);
     std::optional<SegmentIndex> index;
     if (count >= fewest_beads) index.emplace(fastest(), count, components.size(), count);
     const Indexing indexing{index ? &*index : nullptr, fewest_beads};
