@@ -1,4 +1,4 @@
-# `cpack` makes the Debian packages libloopwise1 and libloopwise-dev. Use the preset `package`: its prefix
+# `cpack` makes the Debian packages libloopwise1, libloopwise-dev and python3-loopwise. Use the preset `package`: its prefix
 # /usr gives Debian's multiarch folders.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME loopwise)
@@ -10,6 +10,9 @@ set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
 set(CPACK_VERBATIM_VARIABLES ON)
 
 set(CPACK_COMPONENTS_ALL runtime development)
+if(LOOPWISE_PYTHON)
+  list(APPEND CPACK_COMPONENTS_ALL python)
+endif()
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
@@ -35,4 +38,17 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${runtime_package} (= ${PROJECT_VERSION})")
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "${about}
 This package holds the header, the CMake package and the pkg-config file.")
+
+if(LOOPWISE_PYTHON)
+  # The module is for one minor version of Python.
+  math(EXPR next_minor "${Python_VERSION_MINOR} + 1")
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-loopwise)
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_SHLIBDEPS ON)
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
+    "python3 (>= 3.${Python_VERSION_MINOR}), python3 (<< 3.${next_minor}), python3-numpy")
+  set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS "python3-matplotlib, python3-pandas")
+  set(CPACK_DEBIAN_PYTHON_DESCRIPTION "${about}
+This package holds the Python package loopwise.")
+endif()
 include(CPack)

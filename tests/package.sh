@@ -1,9 +1,9 @@
 #!/bin/sh
 # Installs what is built, makes the Debian packages, looks into them and unpacks them; in both places the programs run,
 # and the README's first program builds and runs through CMake and through pkg-config.
-# usage: package.sh SOURCE-FOLDER BUILD-FOLDER LIBDIR COMPILER VERSION
+# usage: package.sh SOURCE-FOLDER BUILD-FOLDER LIBDIR COMPILER VERSION PYTHON
 set -eu
-source=$1 build=$2 libdir=$3 compiler=$4 version=$5
+source=$1 build=$2 libdir=$3 compiler=$4 version=$5 python=$6
 for tool in dpkg-shlibdeps file pkg-config readelf; do
     command -v "$tool" >/dev/null || { echo "Skipped: $tool is missing" >&2; exit 77; }
 done
@@ -15,6 +15,11 @@ quietly() { "$@" >"$folder/log" 2>&1 || { cat "$folder/log"; fail "$*"; }; }
 first_steps() { # first_steps PROGRAM LIBRARY-FOLDER [LD_LIBRARY_PATH]
     LD_LIBRARY_PATH=${3-} ldd "$1" | grep -qF "$2/libloopwise.so.1 " || fail "$1 runs with another library"
     (cd "$source" && LD_LIBRARY_PATH=${3-} "$1") | grep -q "^6 beads hold the loop's entanglement:$" || fail "$1 says otherwise"
+}
+imports() { # imports PYTHON FOLDER
+    quietly env PYTHONDONTWRITEBYTECODE=1 PYTHONPATH="$2" "$1" -c "
+import loopwise as lw
+assert lw.__file__.startswith('$2/') and lw.survey(lw.read('$source/examples/data/trefoil.txt')).knot == '-3_1'"
 }
 use() { # use PREFIX LIBDIR
     ! grep -rlF -e "$build" -e "$source" -e "$folder" "$1" || fail "these files name a folder of the build"
@@ -35,6 +40,9 @@ LIST
     quietly "$compiler" -std=c++17 -Wall -Wextra -Werror "$source/examples/first_steps.cpp" -o "$1/first_steps" \
         $(pkg-config --cflags --libs "loopwise >= $version" 'loopwise < 2')
     first_steps "$1/first_steps" "$1/$2" "$1/$2"
+    for packages in "$1"/lib/python3*/*-packages; do
+        imports "$python" "$packages"
+    done
     for program in "$1"/bin/*; do
         [ ! -e "$program" ] || quietly "$program" --help
     done
@@ -45,17 +53,18 @@ mkdir "$folder/second"
 mv "$folder/first" "$folder/second/moved"
 use "$folder/second/moved" "$libdir"
 
+suffix=$("$python" -c 'import sysconfig; print(sysconfig.get_config_var("EXT_SUFFIX"))')
 cd "$source"
 quietly cmake --preset package -B "$folder/build" -DCMAKE_CXX_COMPILER="$compiler"
 quietly cmake --build "$folder/build" -j 1
 cd "$folder/build"
 quietly cpack
 libdir=lib/$(dpkg-architecture -q DEB_HOST_MULTIARCH)
-for package in libloopwise1 libloopwise-dev; do
+for package in libloopwise1 libloopwise-dev python3-loopwise; do
     file=${package}_${version}_$(dpkg --print-architecture).deb
     dpkg-deb -x "$file" "$folder/root"
-    dpkg-deb -f "$file" Package Version Section Maintainer Depends | sed -E 's/ \(>= [0-9.]+\)/ (>=)/g'
-    dpkg-deb -c "$file" | awk '!/\/$/ { print $1, $2, $6, $7, $8 }' | sed 's/ *$//' | LC_ALL=C sort -k 3
+    dpkg-deb -f "$file" Package Version Section Maintainer Depends | sed -E 's/ \((>=|<<) [0-9.:]+\)/ (\1)/g'
+    dpkg-deb -c "$file" | awk '!/\/$/ { print $1, $2, $6, $7, $8 }' | sed 's/ *$//; /\.pyi\{0,1\}$/d' | LC_ALL=C sort -k 3
     [ "$package" != libloopwise1 ] || dpkg-deb -I "$file" shlibs triggers
 done >"$folder/seen"
 diff - "$folder/seen" <<LIST || fail "the packages are not as expected (<), but as (>)"
@@ -83,8 +92,24 @@ lrwxrwxrwx root/root ./usr/$libdir/libloopwise.so -> libloopwise.so.1
 -rw-r--r-- root/root ./usr/$libdir/pkgconfig/loopwise.pc
 -rw-r--r-- root/root ./usr/share/doc/libloopwise-dev/changelog.gz
 -rw-r--r-- root/root ./usr/share/doc/libloopwise-dev/copyright
+Package: python3-loopwise
+Version: $version
+Section: python
+Maintainer: The libloopwise authors <maintainers@loopwise.example>
+Depends: python3 (>=), python3 (<<), python3-numpy, libc6 (>=), libgcc-s1 (>=), libstdc++6 (>=), zlib1g (>=)
+-rw-r--r-- root/root ./usr/lib/python3/dist-packages/loopwise/_core$suffix
+-rw-r--r-- root/root ./usr/lib/python3/dist-packages/loopwise/py.typed
+-rw-r--r-- root/root ./usr/share/doc/python3-loopwise/changelog.gz
+-rw-r--r-- root/root ./usr/share/doc/python3-loopwise/copyright
 LIST
 library=$folder/root/usr/$libdir/libloopwise.so
 ! readelf -S "$library" | grep -q debug_info || fail "the library is not stripped"
 readelf -d "$library" | grep -q 'BIND_NOW\|FLAGS_1.*NOW' || fail "the library is not hardened"
 use "$folder/root/usr" "$libdir"
+
+# A virtual environment that sees Debian's setuptools and pybind11. Building leaves files in the source.
+mkdir "$folder/source"
+(cd "$source" && tar -cf - --exclude=./build --exclude=./.git .) | tar -xf - -C "$folder/source"
+quietly "$python" -m venv --system-site-packages "$folder/venv"
+quietly "$folder/venv/bin/pip" install --no-build-isolation --no-deps --no-index "$folder/source"
+imports "$folder/venv/bin/python" "$("$folder/venv/bin/python" -c 'import sysconfig; print(sysconfig.get_path("platlib"))')"

@@ -1,0 +1,30 @@
+"""What results have in common."""
+
+from __future__ import annotations
+
+import html
+from typing import TYPE_CHECKING, Any, Iterable, Sequence
+
+if TYPE_CHECKING:
+    import pandas
+
+
+def data_frame(columns: dict[str, Any]) -> "pandas.DataFrame":
+    """A table of named columns. Raises ImportError where pandas is missing."""
+    import pandas
+
+    return pandas.DataFrame(columns)
+
+
+def html_table(head: Sequence[str], rows: Iterable[Sequence[object]], caption: str) -> str:
+    """A table for notebooks."""
+
+    def line(tag: str, cells: Iterable[object]) -> str:
+        return "<tr>" + "".join(f"<{tag}>{html.escape(str(cell))}</{tag}>" for cell in cells) + "</tr>"
+
+    body = "".join(line("td", row) for row in rows)
+    return f"<table><caption>{html.escape(caption)}</caption>{line('th', head)}{body}</table>"
+
+
+def percent(part: int, whole: int) -> str:
+    return f"{100 * part / whole:.1f} %" if whole else "-"

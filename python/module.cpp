@@ -1,0 +1,15 @@
+// The compiled half of the Python package `loopwise`: what its functions do, on arrays and tuples. Their names, defaults
+// and documentation are in the package.
+#include "module.hpp"
+
+#include "background.hpp"
+
+PYBIND11_MODULE(_core, module) {
+    using namespace loopwise;
+    module.attr("version") = LOOPWISE_VERSION;
+    bind_chain(module);
+    bind_operations(module);
+    bind_survey(module);
+    bind_knots(module);
+    pybind11::module_::import("atexit").attr("register")(pybind11::cpp_function(&Background::wait_at_exit));
+}

@@ -1,0 +1,199 @@
+// Measures, closures, reductions, projections and predicates.
+#include "background.hpp"
+#include "closure/circle_arc.hpp"
+#include "closure/closures.hpp"
+#include "closure/point_tables.hpp"
+#include "module.hpp"
+#include "reduce/projection.hpp"
+#include "reduce/reduction.hpp"
+#include "survey/draws.hpp"
+#include "survey/plan.hpp"
+
+namespace loopwise {
+namespace {
+
+/// Reductions of more beads are worth a thread, so that they can be interrupted.
+constexpr std::size_t many_beads = 4000;
+
+/// A row of the table; drawn with the seed when there is none.
+using Row = std::optional<int>;
+
+template <class What> What closed(What what, Closing closing, const std::string& method) {
+    switch (closing) {
+    case Closing::closed:
+        return what;
+    case Closing::nothing_to_close:
+        throw py::value_error("a chain without beads cannot be closed");
+    case Closing::no_such_row:
+        throw py::value_error("direction must be from 0 to " + std::to_string(uniform_rows - 1));
+    case Closing::too_many_components:
+        throw py::value_error("too many chains to be closed together by method '" + method + "'");
+    case Closing::no_direction:
+    case Closing::no_arc:
+        break;
+    }
+    throw py::value_error("method '" + method + "' finds no way around: centre and ends span no plane");
+}
+
+py::tuple close_chain(const Doubles& xyz, const Ids& ids, const std::string& method, const Row& row, double scale,
+                      std::uint64_t seed, std::uint64_t closure) {
+    Chain chain = chain_of(xyz, ids);
+    Draw draw = Draws(seed, closure);
+    if (row && (*row < 0 || *row >= uniform_rows)) closed(chain, Closing::no_such_row, method);
+    if (row) draw = [row] { return *row; };
+    Closing closing = Closing::closed;
+    {
+        const py::gil_scoped_release others;
+        if (method == name_of(Method::point))
+            closing = close_through_point(chain, scale, draw);
+        else if (method == name_of(Method::direction))
+            closing = close_in_random_direction(chain, draw);
+        else if (method == name_of(Method::two_points))
+            closing = close_by_arc(chain, scale, draw);
+        else
+            closing = close_outside(chain, scale);
+    }
+    return arrays_of(closed(std::move(chain), closing, method));
+}
+
+py::list close_structure(const py::sequence& components, const std::string& method, double scale, std::uint64_t seed,
+                         std::uint64_t closure) {
+    Structure structure = structure_of(components);
+    const Draw draw = Draws(seed, closure);
+    Closing closing = Closing::closed;
+    {
+        const py::gil_scoped_release others;
+        if (method == name_of(Method::point))
+            closing = close_through_points(structure, scale, draw);
+        else if (method == name_of(Method::direction))
+            closing = close_in_random_directions(structure, draw);
+        else if (method == name_of(Method::two_points))
+            closing = close_by_arcs(structure, scale, draw);
+        else
+            closing = close_outside(structure, scale);
+    }
+    return arrays_of(closed(std::move(structure), closing, method));
+}
+
+/// Positions instead of identifiers. A loop stored with its first atom repeated at its end, which the reduction knows by
+/// the identifiers, stays one.
+void number_by_position(Chain& chain) {
+    if (chain.empty()) return;
+    const auto place = [](const ChainAtom& a) { return PointR3{a.x, a.y, a.z}; };
+    const bool repeated = chain.front().id == chain.back().id &&
+                          CompareEq(0.0, Dist(place(chain.front()), place(chain.back())));
+    std::int32_t position = 0;
+    for (ChainAtom& atom : chain) atom.id = position++;
+    if (repeated) chain.back().id = 0;
+}
+
+std::size_t beads_of(const Chain& chain) { return chain.size(); }
+std::size_t beads_of(const Structure& structure) {
+    std::size_t beads = 0;
+    for (const Chain& chain : structure) beads += chain.size();
+    return beads;
+}
+
+template <class What> What reduced(What what, bool closed) {
+    if (beads_of(what) > many_beads)
+        return in_background<What>([what = std::move(what), closed](Job&) mutable {
+            reduce(what, closed);
+            return std::move(what);
+        });
+    const py::gil_scoped_release others;
+    reduce(what, closed);
+    return what;
+}
+
+py::array_t<std::int64_t> reduce_chain(const Doubles& xyz, const Ids& ids, bool closed) {
+    Chain chain = chain_of(xyz, ids);
+    number_by_position(chain);
+    return positions_of(reduced(std::move(chain), closed));
+}
+
+py::list reduce_structure(const py::sequence& components, bool closed) {
+    Structure structure = structure_of(components);
+    for (Chain& chain : structure) number_by_position(chain);
+    py::list kept;
+    for (const Chain& chain : reduced(std::move(structure), closed)) kept.append(positions_of(chain));
+    return kept;
+}
+
+py::array_t<double> project_chain(const Doubles& xyz, const Ids& ids, int direction, bool closed) {
+    const std::vector<Edge> edges = project(chain_of(xyz, ids), direction, closed);
+    py::array_t<double> result({static_cast<py::ssize_t>(edges.size()), py::ssize_t{2}, py::ssize_t{3}});
+    double* to = result.mutable_data();
+    for (const Edge& edge : edges)
+        for (const PointR3 p : {edge.start, edge.end}) *to++ = p.x, *to++ = p.y, *to++ = p.z;
+    return result;
+}
+
+void bind_measures(py::module_& module) {
+    module.def("centre", [](const Doubles& xyz) { return array_of(CentreOfChain(chain_of(xyz, {}))); });
+    module.def("radius", [](const Doubles& xyz) { return RadiusOfChain(chain_of(xyz, {})); });
+    module.def("diameter", [](const Doubles& xyz) {
+        const Chain chain = chain_of(xyz, {});
+        const py::gil_scoped_release others;
+        return DiameterOfChain(chain);
+    });
+    module.def("diameter_together", [](const py::sequence& components) {
+        const Structure structure = structure_of(components);
+        const py::gil_scoped_release others;
+        return DiameterOfStructure(structure);
+    });
+    module.def("max_id", [](const py::sequence& components) {
+        Structure structure = structure_of(components, Finite::any);
+        return maxIdComps(structure);
+    });
+    module.def("is_empty", [](const py::sequence& components) {
+        Structure structure = structure_of(components, Finite::any);
+        return IsEmptyStructure(structure);
+    });
+    module.def("distance", [](const Doubles& a, const Doubles& b) {
+        return Dist(points_of(a, 1).front(), points_of(b, 1).front());
+    });
+}
+
+void bind_predicates(py::module_& module) {
+    module.def("compare_eq", CompareEq);
+    module.def("compare_gt", CompareGt);
+    module.def("compare_geq", CompareGeq);
+    module.def("intersection", [](const Doubles& triangle, const Doubles& segment) {
+        return intersection(points_of(triangle, 3).data(), points_of(segment, 2).data());
+    });
+    module.def("segments_cross", TwoSegmentsCrossedSimple);
+    module.def("on_segment", on_segment);
+    module.def("orientation", det_segments);
+    module.def("scalar_product", [](const Doubles& a, const Doubles& b) {
+        PointR3 p = points_of(a, 1).front(), q = points_of(b, 1).front();
+        double u[] = {p.x, p.y, p.z}, v[] = {q.x, q.y, q.z};
+        return ScalarProduct(u, v);
+    });
+    module.def("determinant", [](const Doubles& matrix) {
+        double rows[3][3] = {};
+        double* to = rows[0];
+        for (const PointR3 p : points_of(matrix, 3)) *to++ = p.x, *to++ = p.y, *to++ = p.z;
+        return Determinant(rows[0], rows[1], rows[2]);
+    });
+    module.def("project_point", [](const Doubles& point, const Doubles& direction) {
+        return array_of(ProjectPointF(points_of(point, 1).front(), points_of(direction, 1).front()));
+    });
+}
+
+} // namespace
+
+void bind_operations(py::module_& module) {
+    bind_measures(module);
+    bind_predicates(module);
+    module.def("close", close_chain);
+    module.def("close_together", close_structure);
+    module.def("arc", [](const Doubles& start, const Doubles& end, const Doubles& centre, double radius, std::int32_t id) {
+        const auto one = [](const Doubles& point) { return points_of(point, 1).front(); };
+        return arrays_of(circle_arc(one(start), one(end), one(centre), radius, id).atoms);
+    });
+    module.def("reduce", reduce_chain);
+    module.def("reduce_together", reduce_structure);
+    module.def("project", project_chain);
+}
+
+} // namespace loopwise

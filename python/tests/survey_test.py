@@ -1,0 +1,101 @@
+"""Surveys: results, frames, progress, interruption, threads."""
+
+import json
+import os
+import signal
+import subprocess
+import sys
+import threading
+import time
+
+import numpy as np
+import pytest
+
+import loopwise as lw
+
+
+def walk(beads):
+    steps = np.random.default_rng(beads).normal(size=(beads, 3))
+    return np.cumsum(3.8 * steps / np.linalg.norm(steps, axis=1, keepdims=True), axis=0)
+
+
+def test_a_survey_tells_what_became_of_each_closure(trefoil):
+    result = lw.survey(trefoil, closures=100, threads=2)
+    closure, left, knots, names = result.table
+    for k in (0, 50, 99):
+        loop = lw.close(trefoil, direction=k)
+        kept = lw.reduce(loop)
+        assert len(kept) == left[k, 0] and lw.knot(loop[kept]).text == names[knots[k, 0]]
+    core = result.smallest
+    loop = lw.close(trefoil, direction=core.closure)
+    assert np.array_equal(core.kept, lw.reduce(loop)) and np.array_equal(core.xyz, loop.xyz[core.kept])
+    assert result.to_dict() == lw.survey(trefoil, closures=100, threads=1).to_dict()
+    assert json.loads(json.dumps(result.to_dict()))["chains"][0]["knots"] == result.knots
+    drawn = lw.survey(trefoil, method="point", closures=5, seed=7)
+    loop = lw.close(trefoil, "point", seed=7, closure=4)
+    assert len(lw.reduce(loop)) == drawn.table[1][4, 0] and drawn.seed == 7
+
+
+def test_results_show_themselves(trefoil):
+    result, pair = lw.survey(trefoil, closures=20), lw.survey([trefoil, lw.sample("unknot")], closures=20)
+    frames = lw.survey(np.stack([trefoil.xyz, lw.sample("unknot").xyz]), closures=20)
+    for shown in (result, pair, frames):
+        assert "-3_1" in repr(shown) and "<td>-3_1</td>" in shown._repr_html_()
+        pytest.importorskip("matplotlib")
+        assert shown.plot().axes
+        pytest.importorskip("pandas")
+        assert "-3_1" in set(shown.to_dataframe()["knot"])
+    assert len(result.to_dataframe()) == 20 and len(pair.to_dataframe()) == 40
+    with pytest.raises(ValueError, match="2 chains"):
+        pair.knots
+
+
+def test_frames_are_surveyed_as_they_are_alone(trefoil):
+    frames = [trefoil.xyz * scale for scale in np.linspace(0.5, 2, 40)] + [lw.sample("unknot")]
+    told = []
+    together = lw.survey(iter(frames), closures=10, threads=2, progress=lambda *steps: told.append(steps))
+    alone = [lw.survey(frame, closures=10) for frame in frames]
+    assert [one.to_dict() for one in together] == [one.to_dict() for one in alone]
+    assert together.knots == ["-3_1"] * 40 + ["0_1"] and told[-1] == (410, 410)
+
+
+def test_progress_is_told_and_may_stop_the_work():
+    def stop(done, planned):
+        raise RuntimeError(f"{done} of {planned}")
+
+    with pytest.raises(RuntimeError, match="of 1000000"):
+        lw.survey(walk(300), method="direction", closures=1_000_000, progress=stop)
+    with pytest.raises(TypeError, match="int"):
+        lw.survey(walk(30), progress=3)
+
+
+@pytest.mark.parametrize("work", ["survey(walk(500), method='point', closures=10**8)", "reduce(walk(150_000), False)"])
+def test_an_interrupt_stops_within_a_tenth_of_a_second(work):
+    script = f"""
+import time, numpy as np, loopwise as lw
+def walk(beads): return np.cumsum(np.random.default_rng(1).normal(size=(beads, 3)), axis=0)
+print("ready", flush=True)
+try:
+    lw.{work}
+except KeyboardInterrupt:
+    print(time.time(), flush=True)
+"""
+    with subprocess.Popen([sys.executable, "-c", script], stdout=subprocess.PIPE, text=True) as process:
+        process.stdout.readline()
+        time.sleep(1)
+        sent = time.time()
+        process.send_signal(signal.SIGINT)
+        assert float(process.stdout.readline()) - sent < (0.1 if len(os.sched_getaffinity(0)) > 1 else 1)
+        assert process.wait(20) == 0
+
+
+def test_other_threads_run_meanwhile():
+    chain, done = walk(400), threading.Event()
+    worker = threading.Thread(target=lambda: (lw.survey(chain, closures=400, threads=1), done.set()))
+    worker.start()
+    turns = 0
+    while not done.is_set():
+        turns += 1
+        time.sleep(0.001)
+    worker.join()
+    assert turns > 3
