@@ -29,6 +29,7 @@ def test_a_survey_tells_what_became_of_each_closure(trefoil):
     core = result.smallest
     loop = lw.close(trefoil, direction=core.closure)
     assert np.array_equal(core.kept, lw.reduce(loop)) and np.array_equal(core.xyz, loop.xyz[core.kept])
+    assert core.labels == [str(i + 1) if i < len(trefoil) else f"+{i - 59}" for i in core.kept.tolist()]
     assert result.to_dict() == lw.survey(trefoil, closures=100, threads=1).to_dict()
     assert json.loads(json.dumps(result.to_dict()))["chains"][0]["knots"] == result.knots
     drawn = lw.survey(trefoil, method="point", closures=5, seed=7)
