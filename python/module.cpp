@@ -1,5 +1,5 @@
-// The compiled half of the Python package `loopwise`: what its functions do, on arrays and tuples. Their names, defaults
-// and documentation are in the package.
+// The compiled half of the Python package `loopwise`: what its functions do, on arrays and tuples. Their names,
+// defaults and documentation are in the package.
 #include "module.hpp"
 
 #include "background.hpp"
