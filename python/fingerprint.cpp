@@ -17,7 +17,8 @@ class JobWatcher final : public FingerprintWatcher {
 };
 
 /// A square of one number for each stretch, first beads down and last beads across; 0 below the diagonal.
-template <class Number, class Value> py::array_t<Number> square(const FingerprintMatrix& matrix, const Value& value) {
+template <class Number, class Value>
+py::array_t<Number> square(const FingerprintMatrix& matrix, const Value& value) {
     const auto beads = static_cast<py::ssize_t>(matrix.beads());
     py::array_t<Number> result({beads, beads});
     Number* to = result.mutable_data();
