@@ -16,7 +16,8 @@ double element(const char* at) { // which need not be aligned
 
 [[noreturn]] void refuse_not_finite(py::ssize_t bead, const ChainAtom& a) {
     const std::string place = py::repr(py::make_tuple(a.x, a.y, a.z));
-    throw py::value_error("coordinates must be finite, not " + place + " at position " + std::to_string(bead));
+    throw py::value_error("coordinates must be finite, not " + place + " at position " +
+                          std::to_string(bead));
 }
 
 bool is_finite(const ChainAtom& a) { return std::isfinite(a.x) && std::isfinite(a.y) && std::isfinite(a.z); }
@@ -83,10 +84,11 @@ py::array_t<std::int64_t> positions_of(const Chain& chain) {
 std::vector<PointR3> points_of(const Doubles& given, std::size_t rows) {
     const bool is_point = rows == 1 && given.ndim() == 1 && given.shape(0) == coordinates;
     const Doubles points = is_point ? Doubles(given.attr("reshape")(1, coordinates)) : given;
-    if (points.ndim() != 2 || points.shape(0) != static_cast<py::ssize_t>(rows) || points.shape(1) != coordinates)
+    if (points.ndim() != 2 || points.shape(0) != static_cast<py::ssize_t>(rows) ||
+        points.shape(1) != coordinates)
         throw py::value_error("points must have the shape " +
-                              (rows == 1 ? std::string("(3,)") : "(" + std::to_string(rows) + ", 3)") + ", not " +
-                              shape_of(given));
+                              (rows == 1 ? std::string("(3,)") : "(" + std::to_string(rows) + ", 3)") +
+                              ", not " + shape_of(given));
     std::vector<PointR3> result;
     for (const ChainAtom& a : chain_of(points, std::nullopt)) result.push_back({a.x, a.y, a.z});
     return result;

@@ -19,6 +19,8 @@ class Job {
     void plan(std::size_t steps) { planned_ = steps; }
     /// For the work to call after each step, from any thread. Throws when nobody waits for it any more.
     void step();
+    /// The same for work that counts its steps itself.
+    void reach(std::size_t done, std::size_t planned);
     void look() const;
 
   private:

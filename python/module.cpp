@@ -1,5 +1,5 @@
-// The compiled half of the Python package `loopwise`: what its functions do, on arrays and tuples. Their names, defaults
-// and documentation are in the package.
+// The compiled half of the Python package `loopwise`: what its functions do, on arrays and tuples. Their names,
+// defaults and documentation are in the package.
 #include "module.hpp"
 
 #include "background.hpp"
@@ -11,5 +11,6 @@ PYBIND11_MODULE(_core, module) {
     bind_operations(module);
     bind_survey(module);
     bind_knots(module);
+    bind_fingerprint(module);
     pybind11::module_::import("atexit").attr("register")(pybind11::cpp_function(&Background::wait_at_exit));
 }

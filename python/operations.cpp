@@ -35,8 +35,8 @@ template <class What> What closed(What what, Closing closing, const std::string&
     throw py::value_error("method '" + method + "' finds no way around: centre and ends span no plane");
 }
 
-py::tuple close_chain(const Doubles& xyz, const Ids& ids, const std::string& method, const Row& row, double scale,
-                      std::uint64_t seed, std::uint64_t closure) {
+py::tuple close_chain(const Doubles& xyz, const Ids& ids, const std::string& method, const Row& row,
+                      double scale, std::uint64_t seed, std::uint64_t closure) {
     Chain chain = chain_of(xyz, ids);
     Draw draw = Draws(seed, closure);
     if (row && (*row < 0 || *row >= uniform_rows)) closed(chain, Closing::no_such_row, method);
@@ -56,8 +56,8 @@ py::tuple close_chain(const Doubles& xyz, const Ids& ids, const std::string& met
     return arrays_of(closed(std::move(chain), closing, method));
 }
 
-py::list close_structure(const py::sequence& components, const std::string& method, double scale, std::uint64_t seed,
-                         std::uint64_t closure) {
+py::list close_structure(const py::sequence& components, const std::string& method, double scale,
+                         std::uint64_t seed, std::uint64_t closure) {
     Structure structure = structure_of(components);
     const Draw draw = Draws(seed, closure);
     Closing closing = Closing::closed;
@@ -75,8 +75,8 @@ py::list close_structure(const py::sequence& components, const std::string& meth
     return arrays_of(closed(std::move(structure), closing, method));
 }
 
-/// Positions instead of identifiers. A loop stored with its first atom repeated at its end, which the reduction knows by
-/// the identifiers, stays one.
+/// Positions instead of identifiers. A loop stored with its first atom repeated at its end, which the reduction knows
+/// by the identifiers, stays one.
 void number_by_position(Chain& chain) {
     if (chain.empty()) return;
     const auto place = [](const ChainAtom& a) { return PointR3{a.x, a.y, a.z}; };
@@ -187,7 +187,8 @@ void bind_operations(py::module_& module) {
     bind_predicates(module);
     module.def("close", close_chain);
     module.def("close_together", close_structure);
-    module.def("arc", [](const Doubles& start, const Doubles& end, const Doubles& centre, double radius, std::int32_t id) {
+    module.def("arc", [](const Doubles& start, const Doubles& end, const Doubles& centre, double radius,
+                         std::int32_t id) {
         const auto one = [](const Doubles& point) { return points_of(point, 1).front(); };
         return arrays_of(circle_arc(one(start), one(end), one(centre), radius, id).atoms);
     });

@@ -46,9 +46,8 @@ Survey surveyed(const Molecule& molecule, const Plan& plan, Job& job) {
 }
 
 Method method_of(const std::string& name) {
-    for (const Method method :
-         {Method::directions, Method::point, Method::direction, Method::two_points, Method::outside,
-          Method::ring})
+    for (const Method method : {Method::directions, Method::point, Method::direction, Method::two_points,
+                                Method::outside, Method::ring})
         if (name == name_of(method)) return method;
     throw py::value_error("there is no method '" + name + "'");
 }
@@ -106,8 +105,8 @@ py::object tuple_of(const Specimen* specimen) {
     if (!specimen) return py::none();
     py::list components;
     for (std::size_t i = 0; i < specimen->closed.size(); ++i)
-        components.append(
-            py::make_tuple(coordinates_of(specimen->closed[i].beads), positions_of(specimen->reduced[i].beads)));
+        components.append(py::make_tuple(coordinates_of(specimen->closed[i].beads),
+                                         positions_of(specimen->reduced[i].beads)));
     return py::make_tuple(specimen->closure, components, specimen->knots);
 }
 
@@ -126,7 +125,8 @@ py::tuple table_of(const std::vector<Row>& rows, const Result& result) {
     const auto height = static_cast<py::ssize_t>(rows.size());
     const auto width = static_cast<py::ssize_t>(result.components.size());
     Table closures(height), left({height, width}), knots({height, names.empty() ? 0 : width});
-    std::int64_t *to_closure = closures.mutable_data(), *to_left = left.mutable_data(), *to_knot = knots.mutable_data();
+    std::int64_t *to_closure = closures.mutable_data(), *to_left = left.mutable_data(),
+                 *to_knot = knots.mutable_data();
     for (const Row& row : rows) {
         *to_closure++ = static_cast<std::int64_t>(row.closure);
         for (const std::size_t beads : row.left) *to_left++ = static_cast<std::int64_t>(beads);

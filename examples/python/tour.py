@@ -22,6 +22,11 @@ print(result)
 print(result.smallest)
 result.plot().savefig(folder / "survey.png")
 
+# %% Where is the knot? The knot of every stretch of the chain.
+where = lw.fingerprint(chain)
+print(where)
+where.plot().savefig(folder / "fingerprint.png")
+
 # %% One closure by hand. Positions are kept, so that other records follow.
 loop = lw.close(chain, direction=7)
 kept = lw.reduce(loop)

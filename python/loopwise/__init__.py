@@ -13,6 +13,7 @@ and tuples of chains are the components of one structure. Functions return new v
 from ._core import version as __version__
 from .chain import Chain
 from .files import from_text, read, read_all, readable_formats, to_text, write
+from .fingerprint import Fingerprint, Place, fingerprint
 from .knots import Knot, knot, linking_numbers
 from .operations import (
     Check,
@@ -47,7 +48,9 @@ __all__ = [
     "Check",
     "Component",
     "Core",
+    "Fingerprint",
     "Knot",
+    "Place",
     "Specimen",
     "Survey",
     "Trajectory",
@@ -63,6 +66,7 @@ __all__ = [
     "determinant",
     "diameter",
     "distance",
+    "fingerprint",
     "from_text",
     "intersection",
     "is_empty",

@@ -11,6 +11,7 @@ from .survey import not_named
 if TYPE_CHECKING:
     from matplotlib.figure import Figure
 
+    from .fingerprint import Fingerprint
     from .survey import Survey, Trajectory
 
 _colours = "viridis"
@@ -100,4 +101,38 @@ def trajectory_figure(trajectory: "Trajectory") -> "Figure":
     axes.stackplot(range(len(trajectory)), list(shares.values()), labels=list(shares), step="mid")
     axes.set(xlabel="frame", ylabel="share of closures", xlim=(0, max(len(trajectory) - 1, 1)), ylim=(0, 1))
     axes.legend(loc="center left", bbox_to_anchor=(1, 0.5), frameon=False)
+    return figure
+
+
+def fingerprint_figure(fingerprint: "Fingerprint") -> "Figure":
+    """The matrix of all stretches, first beads down and last beads across."""
+    import matplotlib
+    from matplotlib.patches import Patch
+
+    figure = _figure(figsize=(7.5, 6))
+    axes = figure.subplots()
+    knots = [i for i, name in enumerate(fingerprint.names) if i in np.unique(fingerprint.numbers) and i > 0]
+    hues = {number: matplotlib.colormaps["tab10"](k % 10)[:3] for k, number in enumerate(knots)}
+    beads = len(fingerprint.chain)
+    image = np.ones((beads, beads, 3))
+    for number, hue in hues.items():
+        strength = np.where(fingerprint.numbers == number, fingerprint.shares, 0.0)[..., None]
+        image -= strength * (1 - np.array(hue))
+    image[np.tril_indices(beads, -1)] = 0.93
+    axes.imshow(image, origin="lower", interpolation="nearest")
+    for place in fingerprint.places:
+        if place.core:
+            axes.plot(place.core[1], place.core[0], "kx", markersize=7)
+            ends = "-".join(fingerprint.chain.labels[i] for i in place.core)
+            corner = (place.core[1], place.core[0])
+            axes.annotate(f"{place.knot} {ends}", corner, (8, -12), textcoords="offset points")
+    ticks = [tick for tick in axes.get_xticks() if 0 <= tick < beads]
+    labels = [fingerprint.chain.labels[int(tick)] for tick in ticks]
+    axes.set_xticks(ticks, labels)
+    axes.set_yticks(ticks, labels)
+    axes.set(xlabel="last bead", ylabel="first bead", xlim=(-0.5, beads - 0.5), ylim=(-0.5, beads - 0.5))
+    patches = [Patch(color=hue, label=fingerprint.names[number]) for number, hue in hues.items()]
+    if patches:
+        axes.legend(handles=patches, loc="center left", bbox_to_anchor=(1, 0.5), frameon=False)
+    axes.set_title(f"{fingerprint.chain.name or 'chain'}: {fingerprint.knot} in {100 * fingerprint.share:.0f} %")
     return figure

@@ -19,7 +19,9 @@ namespace {
 class Output {
   public:
     explicit Output(const char* path) : file_(path, std::ios::binary) {}
-    template <class Number> void add(Number number) { file_.write(reinterpret_cast<char*>(&number), sizeof number); }
+    template <class Number> void add(Number number) {
+        file_.write(reinterpret_cast<char*>(&number), sizeof number);
+    }
     void add(const PointR3& p) { add(p.x), add(p.y), add(p.z); }
     void add(const std::string& text) { file_ << text; }
     void add(const Chain& chain) {
@@ -85,7 +87,8 @@ extern "C" void every_result(const double* xyz, std::size_t beads, const char* p
     const Chain chain = chain_of(xyz, beads);
     Structure structure = {chain_of(xyz, beads / 2), chain_of(xyz + beads / 2 * 3, beads - beads / 2)};
     out.add(CentreOfChain(chain)), out.add(RadiusOfChain(chain)), out.add(DiameterOfChain(chain));
-    out.add(DiameterOfStructure(structure)), out.add(maxIdComps(structure)), out.add(IsEmptyStructure(structure));
+    out.add(DiameterOfStructure(structure)), out.add(maxIdComps(structure)),
+        out.add(IsEmptyStructure(structure));
     predicates(chain, out);
     for (int row = 0; row < 60; ++row)
         for (const Edge& edge : project(chain, row, row % 2 == 0)) out.add(edge.start), out.add(edge.end);
@@ -101,20 +104,30 @@ extern "C" void every_result(const double* xyz, std::size_t beads, const char* p
     some = chain, some.push_back(chain.front()), reduce(some, false), out.add(some);
     for (std::uint64_t seed = 0; seed < 5; ++seed) {
         const Draws draw(seed, 3);
-        close(chain, [&](Chain& c) { close_in_direction(c, static_cast<int>(seed)); }, out);
-        close(chain, [&](Chain& c) { close_in_random_direction(c, draw); }, out);
-        close(chain, [&](Chain& c) { close_through_point(c, 10, draw); }, out);
-        close(chain, [&](Chain& c) { close_by_arc(c, 2, draw); }, out);
-        close(chain, [&](Chain& c) { close_outside(c, 2); }, out);
-        close(structure, [&](Structure& s) { close_in_random_directions(s, draw); }, out);
-        close(structure, [&](Structure& s) { close_through_points(s, 10, draw); }, out);
-        close(structure, [&](Structure& s) { close_by_arcs(s, 2, draw); }, out);
-        close(structure, [&](Structure& s) { close_outside(s, 2); }, out);
+        close(
+            chain, [&](Chain& c) { close_in_direction(c, static_cast<int>(seed)); }, out);
+        close(
+            chain, [&](Chain& c) { close_in_random_direction(c, draw); }, out);
+        close(
+            chain, [&](Chain& c) { close_through_point(c, 10, draw); }, out);
+        close(
+            chain, [&](Chain& c) { close_by_arc(c, 2, draw); }, out);
+        close(
+            chain, [&](Chain& c) { close_outside(c, 2); }, out);
+        close(
+            structure, [&](Structure& s) { close_in_random_directions(s, draw); }, out);
+        close(
+            structure, [&](Structure& s) { close_through_points(s, 10, draw); }, out);
+        close(
+            structure, [&](Structure& s) { close_by_arcs(s, 2, draw); }, out);
+        close(
+            structure, [&](Structure& s) { close_outside(s, 2); }, out);
     }
     out.add(knot_of(chain).text());
     Watcher watcher;
     const Result result = survey(molecule_of(chain), plan_of(40, 1), watcher);
-    for (const KnotCount& count : result.components.front().knots) out.add(count.knot), out.add(count.closures);
+    for (const KnotCount& count : result.components.front().knots)
+        out.add(count.knot), out.add(count.closures);
     for (const auto& [left, closures] : result.whole.left) out.add(left), out.add(closures);
 }
 

@@ -39,7 +39,7 @@ def test_the_table_maps_every_exported_function():
 def test_the_tour_draws_its_pictures(tmp_path):
     pytest.importorskip("matplotlib")
     subprocess.run([sys.executable, root / "examples/python/tour.py", tmp_path], check=True, stdout=subprocess.DEVNULL)
-    assert {picture.name for picture in tmp_path.glob("*.png")} == {"survey.png", "trajectory.png"}
+    assert {picture.name for picture in tmp_path.glob("*.png")} == {"fingerprint.png", "survey.png", "trajectory.png"}
 
 
 def test_a_cluster_that_loses_a_worker_loses_no_file(tmp_path, monkeypatch):

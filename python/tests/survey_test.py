@@ -29,6 +29,7 @@ def test_a_survey_tells_what_became_of_each_closure(trefoil):
     core = result.smallest
     loop = lw.close(trefoil, direction=core.closure)
     assert np.array_equal(core.kept, lw.reduce(loop)) and np.array_equal(core.xyz, loop.xyz[core.kept])
+    assert core.labels == [str(i + 1) if i < len(trefoil) else f"+{i - 59}" for i in core.kept.tolist()]
     assert result.to_dict() == lw.survey(trefoil, closures=100, threads=1).to_dict()
     assert json.loads(json.dumps(result.to_dict()))["chains"][0]["knots"] == result.knots
     drawn = lw.survey(trefoil, method="point", closures=5, seed=7)
@@ -57,6 +58,21 @@ def test_frames_are_surveyed_as_they_are_alone(trefoil):
     alone = [lw.survey(frame, closures=10) for frame in frames]
     assert [one.to_dict() for one in together] == [one.to_dict() for one in alone]
     assert together.knots == ["-3_1"] * 40 + ["0_1"] and told[-1] == (410, 410)
+
+
+def test_a_fingerprint_finds_the_core_where_the_closures_change(trefoil):
+    found = lw.fingerprint(trefoil, closures=20, full=True)
+    first, last = found.core
+    held = (found.numbers == found.names.index("-3_1")) & (2 * found.counts.astype(int) >= found.closures)
+    assert held[first, last] and not any(held[i, j] for i in range(60) for j in range(i, min(60, i + last - first)))
+    assert found.knot == "-3_1" == found.to_dict()["knots"][0]["knot"] and "<td>-3_1</td>" in found._repr_html_()
+    coarse = lw.fingerprint(trefoil, closures=20, step=8, progress=lambda *_: None)
+    assert coarse.core == found.core and coarse.stretches < found.stretches
+    pytest.importorskip("matplotlib")
+    assert found.plot().axes
+    pytest.importorskip("pandas")
+    frame = found.to_dataframe()
+    assert set(frame["knot"]) <= set(found.names) and len(frame) == np.count_nonzero(found.tested)
 
 
 def test_progress_is_told_and_may_stop_the_work():

@@ -1,0 +1,83 @@
+// Which knot every stretch of a chain is.
+#include "survey/fingerprint.hpp"
+
+#include "background.hpp"
+#include "module.hpp"
+
+namespace loopwise {
+namespace {
+
+class JobWatcher final : public FingerprintWatcher {
+  public:
+    explicit JobWatcher(Job& job) : job_(job) {}
+    void stretch_done(std::size_t done, std::size_t planned) override { job_.reach(done, planned); }
+
+  private:
+    Job& job_;
+};
+
+/// A square of one number for each stretch, first beads down and last beads across; 0 below the diagonal.
+template <class Number, class Value>
+py::array_t<Number> square(const FingerprintMatrix& matrix, const Value& value) {
+    const auto beads = static_cast<py::ssize_t>(matrix.beads());
+    py::array_t<Number> result({beads, beads});
+    Number* to = result.mutable_data();
+    for (std::size_t first = 0; first < matrix.beads(); ++first)
+        for (std::size_t last = 0; last < matrix.beads(); ++last)
+            *to++ = last < first ? Number{} : static_cast<Number>(value(Stretch{first, last}));
+    return result;
+}
+
+std::pair<std::size_t, std::size_t> pair_of(const Stretch& stretch) { return {stretch.first, stretch.last}; }
+
+py::list list_of(const std::vector<KnotPlace>& places) {
+    py::list result;
+    for (const KnotPlace& place : places) {
+        py::dict dict;
+        dict["knot"] = place.knot;
+        dict["share"] = place.share;
+        dict["greatest_share"] = place.greatest_share;
+        dict["greatest"] = pair_of(place.greatest);
+        dict["core"] = place.core ? py::cast(pair_of(*place.core)) : py::none();
+        dict["slipknot"] = place.slipknot;
+        result.append(dict);
+    }
+    return result;
+}
+
+py::dict fingerprint(const Doubles& xyz, const py::dict& given, const py::object& progress) {
+    NamedChain named{"", chain_of(xyz, std::nullopt), {}};
+    named.labels = labels_of(named.beads);
+    FingerprintPlan plan;
+    plan.closures = given["closures"].cast<std::size_t>();
+    plan.step = given["step"].cast<std::size_t>();
+    plan.full = given["full"].cast<bool>();
+    plan.threads = given["threads"].cast<unsigned>();
+    plan.most_memory = given["most_memory"].cast<std::size_t>();
+    const auto found = in_background<ChainFingerprint>(
+        [named = std::move(named), plan](Job& job) {
+            JobWatcher watcher(job);
+            return fingerprint_of("", named, plan, watcher);
+        },
+        progress);
+    const FingerprintMatrix& matrix = found.matrix;
+    py::dict result;
+    result["closures"] = found.closures;
+    result["step"] = found.step;
+    result["stretches"] = found.tested;
+    result["names"] = found.names;
+    result["knot"] = found.knot;
+    result["share"] = found.share;
+    result["depth"] = found.depth;
+    result["places"] = list_of(found.places);
+    result["numbers"] = square<std::uint16_t>(matrix, [&](Stretch s) { return matrix.at(s).knot; });
+    result["counts"] = square<std::uint16_t>(matrix, [&](Stretch s) { return matrix.at(s).closures; });
+    result["tested"] = square<bool>(matrix, [&](Stretch s) { return matrix.is_tested(s); });
+    return result;
+}
+
+} // namespace
+
+void bind_fingerprint(py::module_& module) { module.def("fingerprint", fingerprint); }
+
+} // namespace loopwise

@@ -1,0 +1,169 @@
+"""Where in a chain its knot is."""
+
+from __future__ import annotations
+
+import dataclasses
+from typing import TYPE_CHECKING, Any
+
+import numpy as np
+from numpy.typing import NDArray
+
+from . import _core
+from .chain import Chain, ChainLike, as_chain
+from .operations import within
+from .progress import Progress, teller
+from .results import data_frame, html_table
+from .survey import threads_for
+
+if TYPE_CHECKING:
+    import pandas
+    from matplotlib.figure import Figure
+
+
+@dataclasses.dataclass(frozen=True)
+class Place:
+    """A place where a knot is. Stretches are positions of their first and last bead, both included."""
+
+    knot: str
+    share: float
+    """Of the closures of the whole chain."""
+    greatest_share: float
+    """Among the stretches around the core that are this knot."""
+    greatest: tuple[int, int]
+    """The shortest stretch with that share."""
+    core: tuple[int, int] | None
+    """The shortest stretch with a share of at least one half."""
+    slipknot: bool
+    """Whether the chain, or a stretch around the knot, is clearly something else."""
+
+
+@dataclasses.dataclass(frozen=True, repr=False)
+class Fingerprint:
+    """What :func:`fingerprint` found."""
+
+    chain: Chain
+    closures: int
+    """Of each stretch."""
+    step: int
+    """Of the grid, in beads; 1 where every stretch was closed."""
+    stretches: int
+    """How many were closed."""
+    knot: str
+    """Of the whole chain."""
+    share: float
+    """Its share of the whole chain's closures."""
+    depth: tuple[int, int] | None
+    """How many beads can be taken off the front, or off the back, and the knot is there all the way."""
+    places: list[Place]
+    """The chain's own knot first, then by greatest share."""
+    names: list[str]
+    """Of the knots, by their numbers; the unknot first."""
+    numbers: NDArray[np.uint16]
+    """(n, n): the number of the most frequent knot of the stretch from row to column; 0 below the diagonal."""
+    counts: NDArray[np.uint16]
+    """(n, n): the closures that gave it."""
+    tested: NDArray[np.bool_]
+    """(n, n): whether the stretch was closed or is too short for a knot; others are as those around them, which agree."""
+
+    @property
+    def shares(self) -> NDArray[np.float64]:
+        """(n, n): the share of the most frequent knot."""
+        return self.counts / self.closures
+
+    @property
+    def core(self) -> tuple[int, int] | None:
+        """The core of the chain's own knot, if it has one."""
+        return next((place.core for place in self.places if place.knot == self.knot), None)
+
+    def _labels(self, stretch: tuple[int, int] | None) -> list[str] | None:
+        return None if stretch is None else [self.chain.labels[i] for i in stretch]
+
+    def _tails(self, stretch: tuple[int, int] | None) -> list[int] | None:
+        return None if stretch is None else [stretch[0], len(self.chain) - 1 - stretch[1]]
+
+    def __repr__(self) -> str:
+        places = [
+            f"{p.knot}{' (slipknot)' if p.slipknot else ''} in {'-'.join(self._labels(p.core) or ['no core'])}"
+            for p in self.places[:4]
+        ]
+        return f"<Fingerprint of {self.chain!r}: {self.knot} in {100 * self.share:.0f} %; {', '.join(places) or 'no knot'}>"
+
+    def to_dict(self) -> dict[str, Any]:
+        """Plain values, as for JSON; cores by the labels of their ends."""
+        knots = [
+            {
+                "knot": p.knot,
+                "share": p.share,
+                "greatest_share": p.greatest_share,
+                "core": self._labels(p.core),
+                "tails": self._tails(p.core),
+                "slipknot": p.slipknot,
+            }
+            for p in self.places
+        ]
+        return {"chain": self.chain.name, "residues": len(self.chain), "knot": self.knot, "knots": knots}
+
+    def to_dataframe(self) -> "pandas.DataFrame":
+        """A row for each stretch that was closed or is too short for a knot: first, last, knot, share; the ends by labels. Needs pandas."""
+        first, last = np.nonzero(self.tested & (self.counts > 0))
+        labels = np.array(self.chain.labels, dtype=object)
+        return data_frame(
+            {
+                "first": labels[first],
+                "last": labels[last],
+                "knot": np.array(self.names, dtype=object)[self.numbers[first, last]],
+                "share": self.shares[first, last],
+            }
+        )
+
+    def plot(self) -> "Figure":
+        """The matrix: a hue for each knot, as strong as its share, the cores marked. Needs matplotlib."""
+        from .pictures import fingerprint_figure
+
+        return fingerprint_figure(self)
+
+    def _repr_html_(self) -> str:
+        rows = [
+            (p.knot, f"{p.share:.2f}", f"{p.greatest_share:.2f}", "-".join(self._labels(p.core) or []), p.slipknot)
+            for p in self.places
+        ]
+        head = ("knot", "share", "greatest share", "core", "slipknot")
+        return html_table(head, rows, f"{self.knot} in {100 * self.share:.0f} % of {self.closures} closures")
+
+
+def fingerprint(
+    chain: ChainLike,
+    *,
+    step: int | None = None,
+    closures: int = 100,
+    full: bool = False,
+    threads: int | None = None,
+    most_memory: int = 2**33,
+    progress: Progress = None,
+) -> Fingerprint:
+    """Finds the knot of every stretch of a chain (King, Yeates and Yeates 2007), and from it cores, depth and slipknots.
+
+    A grid of stretches every ``step`` beads, by default some eight hundred of them, is closed in ``closures`` directions
+    each and refined to the bead along the borders between different knots; with ``full``, every stretch is closed.
+    The matrix may take ``most_memory`` bytes. ``threads`` and ``progress`` are as in :func:`survey`.
+
+    Raises ValueError for values out of range, coordinates that are not finite, a chain without beads and a matrix that
+    is too large. Ctrl-C stops it within a tenth of a second.
+
+    >>> import loopwise as lw
+    >>> found = lw.fingerprint(lw.sample("trefoil"), closures=20)
+    >>> found.knot, found.core is not None
+    ('-3_1', True)
+    """
+    one = as_chain(chain)
+    plan = {
+        "step": 0 if step is None else within("step", step, 1, 2**31),
+        "closures": within("closures", closures, 1, 400),
+        "full": bool(full),
+        "threads": threads_for(threads),
+        "most_memory": within("most_memory", most_memory, 0, 2**63),
+    }
+    found = _core.fingerprint(one._xyz, plan, teller(progress))
+    found["places"] = [Place(**place) for place in found["places"]]
+    depth = found.pop("depth")
+    return Fingerprint(chain=one, depth=None if depth is None else (depth[0], depth[1]), **found)
