@@ -28,7 +28,12 @@ install(FILES ${PROJECT_BINARY_DIR}/loopwise.pc DESTINATION ${pc_dir} COMPONENT 
 
 file(ARCHIVE_CREATE OUTPUT ${PROJECT_BINARY_DIR}/changelog.gz PATHS ${PROJECT_SOURCE_DIR}/cmake/changelog
   FORMAT raw COMPRESSION GZip COMPRESSION_LEVEL 9)
-foreach(component IN ITEMS runtime development)
+set(tools_docs ${CMAKE_INSTALL_DATAROOTDIR}/doc/loopwise-tools)
+set(documented runtime development)
+if(TARGET loopwise_program)
+  list(APPEND documented tools)
+endif()
+foreach(component IN LISTS documented)
   install(FILES LICENSE DESTINATION ${${component}_docs} RENAME copyright COMPONENT ${component})
   install(FILES ${PROJECT_BINARY_DIR}/changelog.gz DESTINATION ${${component}_docs} COMPONENT ${component})
 endforeach()

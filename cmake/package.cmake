@@ -1,4 +1,4 @@
-# `cpack` makes the Debian packages libloopwise1, libloopwise-dev and python3-loopwise. Use the preset `package`: its prefix
+# `cpack` makes the Debian packages libloopwise1, libloopwise-dev, loopwise-tools and python3-loopwise. Use the preset `package`: its prefix
 # /usr gives Debian's multiarch folders.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME loopwise)
@@ -10,6 +10,9 @@ set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
 set(CPACK_VERBATIM_VARIABLES ON)
 
 set(CPACK_COMPONENTS_ALL runtime development)
+if(LOOPWISE_PROGRAM)
+  list(APPEND CPACK_COMPONENTS_ALL tools)
+endif()
 if(LOOPWISE_PYTHON)
   list(APPEND CPACK_COMPONENTS_ALL python)
 endif()
@@ -38,6 +41,14 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${runtime_package} (= ${PROJECT_VERSION})")
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "${about}
 This package holds the header, the CMake package and the pkg-config file.")
+
+if(LOOPWISE_PROGRAM)
+  set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME loopwise-tools)
+  set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION science)
+  set(CPACK_DEBIAN_TOOLS_PACKAGE_SHLIBDEPS ON)
+  set(CPACK_DEBIAN_TOOLS_DESCRIPTION "${about}
+This package holds the program loopwise.")
+endif()
 
 if(LOOPWISE_PYTHON)
   # The module is for one minor version of Python.
