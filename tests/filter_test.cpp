@@ -75,8 +75,9 @@ void add_parallel(std::vector<PointR3>& points, const Triangle& t, chains::Rando
 Frame around(const std::vector<PointR3>& points) {
     Chain chain;
     for (const PointR3& p : points) chain.push_back({p.x, p.y, p.z, 0});
-    const loopwise::Component component{chain.data(), chain.size(), false};
-    return loopwise::frame_around({&component, 1});
+    loopwise::Extent extent;
+    extent.widen(chain);
+    return extent.frame();
 }
 
 TEST(Filter, NeverDropsWhatMeetsTheTriangle) {

@@ -23,12 +23,21 @@ struct Indexing {
     std::size_t fewest_beads = 0;
 };
 
-/// Chains of so few beads are searched without the filter: it is not worth its constants then. One that was longer
-/// has the positions already.
-constexpr std::size_t most_unfiltered = 16, most_unfiltered_later = 5;
+/// The least and the largest coordinates of atoms, apart from what is not finite.
+class Extent {
+  public:
+    void widen(std::span<const ChainAtom> atoms);
+    Frame frame() const;
 
-/// The frame around all finite coordinates.
-Frame frame_around(std::span<const Component> components);
+  private:
+    struct Range {
+        double least = std::numeric_limits<double>::infinity(), most = -least;
+        void widen(double value);
+        double middle() const { return least <= most ? least / 2 + most / 2 : 0; }
+        double reach() const { return std::max(most - middle(), middle() - least); }
+    };
+    Range x_, y_, z_;
+};
 
 /// Takes middle beads of free triangles away until no triangle is free. A triangle is free when contact()
 /// finds nothing between it and any segment that shares no bead with it, of its own component or another. The
@@ -41,11 +50,13 @@ Frame frame_around(std::span<const Component> components);
 /// test passes over segments that the filter proves to be out of reach.
 template <class Id> class Elimination {
   public:
-    Elimination(std::span<GapBuffer<Id>> components, const Positions3& positions, const Frame& frame,
+    Elimination(std::span<GapBuffer<Id>> components, const Positions3& positions,
                 FindCandidates find_candidates, const Indexing& indexing)
-        : components_(components), positions_(positions), frame_(frame), find_candidates_(find_candidates),
-          indexing_(indexing), most_unfiltered_(frame.scale == 0 ? most_unfiltered : most_unfiltered_later) {
+        : components_(components), positions_(positions), find_candidates_(find_candidates),
+          indexing_(indexing) {
         for (GapBuffer<Id>& component : components_) component.bridge_gap();
+        if (indexing_.index == nullptr) return;
+        place();
         fill_index();
     }
 
@@ -69,6 +80,11 @@ template <class Id> class Elimination {
     static constexpr std::size_t fewest_beads = 3;
     /// So many blocked triangles in a row, and the next is likely to be blocked by what blocked the last two.
     static constexpr int often = 2;
+    /// A chain of so few beads is searched without the filter: it is not worth its constants then. One that was
+    /// longer has the positions already.
+    static constexpr std::size_t most_unfiltered = 16, most_unfiltered_later = 5;
+    /// While all triangles are blocked by one of so many segments, as in a plane, no positions are needed.
+    static constexpr std::size_t most_tried_first = 4;
 
     /// A triangle of beads in a row, and the bead before them.
     struct Corners {
@@ -88,7 +104,8 @@ template <class Id> class Elimination {
         }
         /// What a kernel reads beyond the last position.
         void pad(std::size_t j) {
-            for (float* const row : {x.data(), y.data(), z.data()}) std::fill_n(row + j, position_padding, 0.0F);
+            for (float* const row : {x.data(), y.data(), z.data()})
+                std::fill_n(row + j, position_padding, 0.0F);
         }
         Positions3 positions() const { return {x.data(), y.data(), z.data()}; }
     };
@@ -117,7 +134,10 @@ template <class Id> class Elimination {
         blocked_in_a_row_ = blocker == none ? 0 : blocked_in_a_row_ + 1;
         if (blocker == none) return false;
         remembered = blocker;
-        if (blocked_in_a_row_ >= often) make_recent(blocker);
+        if (blocked_in_a_row_ >= often) {
+            make_recent(blocker);
+            look_ahead(components_[c]);
+        }
         return true;
     }
 
@@ -147,7 +167,26 @@ template <class Id> class Elimination {
         return none;
     }
 
-    Id find_blocker(const Corners& corners, const Triangle& triangle, Id known) const {
+    /// Runs of triangles that a recent segment is parallel to, as on a lattice, need no more than its determinant.
+    void look_ahead(GapBuffer<Id>& component) const {
+        const auto& [first, second] = recent_;
+        if (first.number == none || second.number == none) return;
+        for (std::size_t slot = component.right(); slot + 2 < component.end(); ++slot) {
+            const std::size_t before =
+                component.bead(slot > component.right() ? slot - 1 : component.left() - 1);
+            const std::size_t last = component.bead(slot + 2);
+            // The numbers of beads in a row ascend.
+            const auto is_apart = [&](Id number) { return number < before || number > last; };
+            if (!is_apart(first.number) || !is_apart(second.number)) return;
+            const Triangle triangle{component.at(slot), component.at(slot + 1), component.at_number(last)};
+            const bool first_parallel = determinant(triangle, first.segment) == 0;
+            const bool second_parallel = determinant(triangle, second.segment) == 0;
+            if (!(first_parallel | second_parallel)) return;
+            component.remember(slot, first_parallel ? first.number : second.number);
+        }
+    }
+
+    Id find_blocker(const Corners& corners, const Triangle& triangle, Id known) {
         const Id likely = static_cast<Id>(known & ~in_question);
         if (known != none && still_meets(corners, triangle, likely)) return likely;
         if (blocked_in_a_row_ >= often) {
@@ -155,7 +194,15 @@ template <class Id> class Elimination {
             if (recent != none) return recent;
         }
 
-        if (is_small()) return try_all(triangle);
+        const GapBuffer<Id>& own = components_[corners.component];
+        const bool is_small = components_.size() == 1 && !own.has_rear() &&
+                              own.count() <= (is_placed_ ? most_unfiltered_later : most_unfiltered);
+        if (is_small) return try_each(own, triangle, most_unfiltered);
+        if (!is_placed_) {
+            const Id first = try_each(own, triangle, most_tried_first);
+            if (first != none) return first;
+            place();
+        }
 
         const Filter filter = filter_of(triangle, frame_);
         Id found = none;
@@ -171,13 +218,8 @@ template <class Id> class Elimination {
             found = search_slots(component, filter, triangle, begin, end);
             return found != none;
         };
-        // What blocks from the left part lasts longest, since the next removals are on the right.
-        const GapBuffer<Id>& own = components_[corners.component];
-        const std::size_t behind = own.end() - own.right(), wrapped = behind < 2 ? 2 - behind : 0;
-        const bool closing_touches = !own.has_rear() && (own.left() - 1 == own.begin() || !own.closed());
-        if (search(own, own.begin() + wrapped, std::max(own.left(), std::size_t{2}) - 2) ||
-            search(own, own.right() + 2, own.end() - closing_touches))
-            return found;
+        for (const auto& [begin, end] : apart_from_triangle(own))
+            if (search(own, begin, end)) return found;
         if (own.has_rear()) return search_rear(corners, filter, triangle);
 
         for (const GapBuffer<Id>& other : components_) {
@@ -190,22 +232,31 @@ template <class Id> class Elimination {
         return none;
     }
 
-    /// Too few segments for the filter to be worth its constants.
-    bool is_small() const {
-        return components_.size() == 1 && !components_[0].has_rear() &&
-               components_[0].count() <= most_unfiltered_;
+    struct Range {
+        std::size_t begin, end;
+    };
+
+    /// The slots where segments begin that share no bead with the triangle behind the gap. What blocks from the left
+    /// part lasts longest, since the next removals are on the right.
+    static std::array<Range, 2> apart_from_triangle(const GapBuffer<Id>& own) {
+        const std::size_t behind = own.end() - own.right(), wrapped = behind < 2 ? 2 - behind : 0;
+        const bool closing_touches = !own.has_rear() && (own.left() - 1 == own.begin() || !own.closed());
+        return {{{own.begin() + wrapped, std::max(own.left(), std::size_t{2}) - 2},
+                 {own.right() + 2, own.end() - closing_touches}}};
     }
 
-    Id try_all(const Triangle& triangle) const {
-        const GapBuffer<Id>& own = components_[0];
-        std::size_t slot = own.next(own.next(own.next(own.left() - 1)));
-        for (std::size_t left = own.count() - 4; left > 0; --left) {
-            const std::size_t next = own.next(slot);
-            const bool exists = own.closed() || own.bead(slot) < own.bead(next);
-            if (exists && contact(triangle, {own.at(slot), own.at(next)}) != Contact::none)
-                return own.bead(slot);
-            slot = next;
-        }
+    Id try_slot(const GapBuffer<Id>& component, const Triangle& triangle, std::size_t slot) const {
+        const Segment segment{component.at(slot), component.at_number(component.number_after(slot))};
+        return contact(triangle, segment) != Contact::none ? component.bead(slot) : none;
+    }
+
+    /// The first of at most so many segments that meets the triangle.
+    Id try_each(const GapBuffer<Id>& own, const Triangle& triangle, std::size_t most) const {
+        for (const auto& [begin, end] : apart_from_triangle(own))
+            for (std::size_t slot = begin; slot < end && most > 0; ++slot, --most) {
+                const Id found = try_slot(own, triangle, slot);
+                if (found != none) return found;
+            }
         return none;
     }
 
@@ -228,10 +279,8 @@ template <class Id> class Elimination {
 
     Id search_slots(const GapBuffer<Id>& component, const Filter& filter, const Triangle& triangle,
                     std::size_t begin, std::size_t end) const {
-        return search(filter, positions_, begin, end, [&](std::size_t slot) {
-            const Segment segment{component.at(slot), component.at_number(component.number_after(slot))};
-            return contact(triangle, segment) != Contact::none ? component.bead(slot) : none;
-        });
+        return search(filter, positions_, begin, end,
+                      [&](std::size_t slot) { return try_slot(component, triangle, slot); });
     }
 
     /// The beads of the rear as positions, piece by piece.
@@ -277,6 +326,15 @@ template <class Id> class Elimination {
         if (indexing_.index == nullptr) return component.number_after_bead(number);
         const SegmentIndex::Number next = indexing_.index->next(static_cast<SegmentIndex::Number>(number));
         return next != SegmentIndex::no_bead ? next : GapBuffer<Id>::none;
+    }
+
+    /// Gives all beads their positions.
+    void place() {
+        Extent extent;
+        for (const GapBuffer<Id>& component : components_) extent.widen(component.atoms());
+        frame_ = extent.frame();
+        for (GapBuffer<Id>& component : components_) component.place(frame_);
+        is_placed_ = true;
     }
 
     void fill_index() {
@@ -347,9 +405,10 @@ template <class Id> class Elimination {
         return false;
     }
 
-    bool is_blocked_anywhere(const Corners& corners) const {
+    bool is_blocked_anywhere(const Corners& corners) {
         const GapBuffer<Id>& component = components_[corners.component];
         const Triangle triangle = triangle_of(corners);
+        if (!is_placed_) place();
         const Filter filter = filter_of(triangle, frame_);
         const Id found =
             search(filter, positions_, component.begin(), component.end(), [&](std::size_t slot) {
@@ -360,10 +419,10 @@ template <class Id> class Elimination {
 
     std::span<GapBuffer<Id>> components_;
     Positions3 positions_;
-    Frame frame_;
+    Frame frame_{};
     FindCandidates find_candidates_;
     Indexing indexing_;
-    std::size_t most_unfiltered_;
+    bool is_placed_ = false;
     std::array<Recent, 2> recent_;
     int blocked_in_a_row_ = 0;
 };

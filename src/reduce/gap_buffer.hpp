@@ -14,7 +14,7 @@ namespace loopwise {
 /// Arrays over slots; a slot holds a bead.
 template <class Id> struct Slots {
     std::size_t count;
-    float *x, *y, *z; ///< positions in units of the frame, with position_padding more
+    float *x, *y, *z; ///< positions in units of the frame, with position_padding more; 0 until place()
     Id* bead;         ///< which bead it is: beads are numbered through all components
     Id* blocker;      ///< of the triangle that begins here: see GapBuffer
 };
@@ -44,10 +44,9 @@ template <class Id> class GapBuffer {
 
     /// The beads of `atoms`, which stay where they are, get the numbers from `first` on and the slots of the
     /// same numbers, as far as there are any.
-    GapBuffer(std::span<ChainAtom> atoms, bool closed, std::size_t first, const Slots<Id>& slots,
-              const Frame& frame)
-        : s_(slots), frame_(frame), atoms_(atoms), closed_(closed), first_(first), begin_(first),
-          left_(first), right_(first), end_(first), tested_(first) {
+    GapBuffer(std::span<ChainAtom> atoms, bool closed, std::size_t first, const Slots<Id>& slots)
+        : s_(slots), atoms_(atoms), closed_(closed), first_(first), begin_(first), left_(first),
+          right_(first), end_(first), tested_(first) {
         take_from_rear();
     }
 
@@ -57,6 +56,7 @@ template <class Id> class GapBuffer {
     std::size_t left() const { return left_; }
     std::size_t right() const { return right_; }
     std::size_t end() const { return end_; }
+    std::span<const ChainAtom> atoms() const { return atoms_; }
     /// The beads without slots, and the number of the first of them.
     std::span<const ChainAtom> rear() const { return atoms_.subspan(rear_); }
     std::size_t rear_number() const { return first_ + rear_; }
@@ -107,6 +107,21 @@ template <class Id> class GapBuffer {
         std::size_t left = count() - (count() > 0 && !closed_);
         for (std::size_t slot = left_ > begin_ ? begin_ : right_; left > 0; slot = next(slot), --left)
             visit(slot);
+    }
+
+    /// Puts the beads at their positions in a frame.
+    void place(const Frame& frame) {
+        frame_ = frame;
+        for (const auto& [from, to] : {std::pair{begin_, left_}, std::pair{right_, end_}})
+            for (std::size_t slot = from; slot < to; ++slot) put(slot, atoms_[s_.bead[slot] - first_]);
+        close_end();
+        bridge_gap();
+    }
+
+    /// Notes what blocks a triangle of the right part.
+    void remember(std::size_t slot, Id blocker) {
+        s_.blocker[slot] = blocker;
+        tested_ = std::max(tested_, slot + 1);
     }
 
     /// Moves the gap on to the first triangle in question; false if there is none whose beads have slots.
@@ -211,7 +226,7 @@ template <class Id> class GapBuffer {
         for (std::size_t slot = right_; slot < end_; ++slot) move(slot, to++);
         right_ = left_;
         for (; rear_ < atoms_.size() && to + 1 < s_.count; ++rear_, ++to) {
-            put(to, atoms_[rear_]);
+            if (frame_.scale != 0) put(to, atoms_[rear_]);
             s_.bead[to] = static_cast<Id>(rear_number());
             s_.blocker[to] = unknown;
         }
@@ -262,7 +277,7 @@ template <class Id> class GapBuffer {
     }
 
     Slots<Id> s_;
-    Frame frame_;
+    Frame frame_{};
     std::span<ChainAtom> atoms_;
     bool closed_;
     std::size_t first_; ///< the number of the first of the atoms, and its slot at the beginning

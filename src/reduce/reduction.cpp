@@ -11,25 +11,12 @@
 namespace loopwise {
 namespace {
 
-struct Range {
-    double least = std::numeric_limits<double>::infinity(), most = -least;
-
-    /// A not-a-number is neither less nor greater; an infinity is not below the largest number.
-    void widen(double value) {
-        if (!(std::fabs(value) <= std::numeric_limits<double>::max())) return;
-        least = value < least ? value : least;
-        most = value > most ? value : most;
-    }
-    double middle() const { return least <= most ? least / 2 + most / 2 : 0; }
-    double reach() const { return std::max(most - middle(), middle() - least); }
-};
-
 /// Outside these bounds products of coordinates could overflow or underflow in contact().
 constexpr double least_reach = 1e-30, most_reach = 1e30;
 
-/// What follows a row of positions is read with it.
-template <class Id> void fill_padding(const Slots<Id>& slots, std::size_t used) {
-    for (float* const row : {slots.x, slots.y, slots.z}) std::fill_n(row + used, position_padding, 0.0F);
+/// With what is read beyond the last position.
+template <class Id> void clear_positions(const Slots<Id>& slots, std::size_t used) {
+    for (float* const row : {slots.x, slots.y, slots.z}) std::fill_n(row, used + position_padding, 0.0F);
 }
 
 /// Whether a chain is a loop stored with its first atom once more at its end.
@@ -77,10 +64,9 @@ class HeapSlots {
 template <class Id>
 std::size_t eliminate(const Component& component, const Slots<Id>& slots, const Kernels& kernels,
                       const Indexing& indexing) {
-    const Frame frame = component.count > most_unfiltered ? frame_around({&component, 1}) : Frame{};
-    GapBuffer<Id> beads({component.atoms, component.count}, component.closed, 0, slots, frame);
-    fill_padding(slots, beads.end() + 1);
-    Elimination<Id>({&beads, 1}, {slots.x, slots.y, slots.z}, frame, kernels.find_candidates, indexing).run();
+    clear_positions(slots, std::min(component.count + 1, slots.count));
+    GapBuffer<Id> beads({component.atoms, component.count}, component.closed, 0, slots);
+    Elimination<Id>({&beads, 1}, {slots.x, slots.y, slots.z}, kernels.find_candidates, indexing).run();
     beads.pack();
     return beads.count();
 }
@@ -105,17 +91,26 @@ template <class Eliminate> std::size_t reduce_with(Chain& chain, bool closed, El
 
 } // namespace
 
-Frame frame_around(std::span<const Component> components) {
-    Range x, y, z;
-    for (const Component& component : components)
-        for (const ChainAtom& atom : std::span(component.atoms, component.count)) {
-            x.widen(atom.x);
-            y.widen(atom.y);
-            z.widen(atom.z);
-        }
-    const double reach = std::max({x.reach(), y.reach(), z.reach()});
+/// A not-a-number is neither less nor greater; an infinity is not below the largest number.
+void Extent::Range::widen(double value) {
+    if (!(std::fabs(value) <= std::numeric_limits<double>::max())) return;
+    least = value < least ? value : least;
+    most = value > most ? value : most;
+}
+
+void Extent::widen(std::span<const ChainAtom> atoms) {
+    for (const ChainAtom& atom : atoms) {
+        x_.widen(atom.x);
+        y_.widen(atom.y);
+        z_.widen(atom.z);
+    }
+}
+
+Frame Extent::frame() const {
+    const double reach = std::max({x_.reach(), y_.reach(), z_.reach()});
     const bool in_range = reach > least_reach && reach < most_reach;
-    return {{x.middle(), y.middle(), z.middle()}, in_range ? std::ldexp(1.0, -1 - std::ilogb(reach)) : 0.0};
+    return {{x_.middle(), y_.middle(), z_.middle()},
+            in_range ? std::ldexp(1.0, -1 - std::ilogb(reach)) : 0.0};
 }
 
 std::size_t reduce(Chain& chain, bool closed) {
@@ -150,18 +145,16 @@ std::size_t reduce(Structure& structure, bool closed, std::size_t fewest_beads) 
     }
     HeapSlots memory(count);
     const Slots<std::uint32_t> slots = memory.get();
-    const Frame frame = frame_around(components);
+    clear_positions(slots, count);
     std::size_t first = 0;
     for (const Component& c : components) {
-        buffers.emplace_back(std::span(c.atoms, c.count), c.closed, first, slots, frame);
+        buffers.emplace_back(std::span(c.atoms, c.count), c.closed, first, slots);
         first += c.count + 1;
     }
-    fill_padding(slots, count);
     std::optional<SegmentIndex> index;
     if (count >= fewest_beads) index.emplace(fastest(), count, components.size(), count);
     const Indexing indexing{index ? &*index : nullptr, fewest_beads};
-    Elimination<std::uint32_t>(buffers, {slots.x, slots.y, slots.z}, frame, fastest().find_candidates,
-                               indexing)
+    Elimination<std::uint32_t>(buffers, {slots.x, slots.y, slots.z}, fastest().find_candidates, indexing)
         .run();
 
     std::size_t total = 0;
