@@ -66,7 +66,7 @@ std::size_t eliminate(const Component& component, const Slots<Id>& slots, const 
                       const Indexing& indexing) {
     clear_positions(slots, std::min(component.count + 1, slots.count));
     GapBuffer<Id> beads({component.atoms, component.count}, component.closed, 0, slots);
-    Elimination<Id>({&beads, 1}, {slots.x, slots.y, slots.z}, kernels.find_candidates, indexing).run();
+    Elimination<Id>({&beads, 1}, {slots.x, slots.y, slots.z}, kernels, indexing).run();
     beads.pack();
     return beads.count();
 }
@@ -154,8 +154,7 @@ std::size_t reduce(Structure& structure, bool closed, std::size_t fewest_beads) 
     std::optional<SegmentIndex> index;
     if (count >= fewest_beads) index.emplace(fastest(), count, components.size(), count);
     const Indexing indexing{index ? &*index : nullptr, fewest_beads};
-    Elimination<std::uint32_t>(buffers, {slots.x, slots.y, slots.z}, fastest().find_candidates, indexing)
-        .run();
+    Elimination<std::uint32_t>(buffers, {slots.x, slots.y, slots.z}, fastest(), indexing).run();
 
     std::size_t total = 0;
     for (std::size_t i = 0; i < structure.size(); ++i) {
