@@ -23,7 +23,7 @@ struct Indexing {
     std::size_t fewest_beads = 0;
 };
 
-/// The least and the largest coordinates of atoms, apart from what is not finite.
+/// The least and the largest finite coordinates of atoms.
 class Extent {
   public:
     void widen(std::span<const ChainAtom> atoms);
@@ -32,7 +32,11 @@ class Extent {
   private:
     struct Range {
         double least = std::numeric_limits<double>::infinity(), most = -least;
-        void widen(double value);
+        void widen(double value) {
+            least = value < least ? value : least;
+            most = value > most ? value : most;
+        }
+        bool is_finite() const;
         double middle() const { return least <= most ? least / 2 + most / 2 : 0; }
         double reach() const { return std::max(most - middle(), middle() - least); }
     };
@@ -234,14 +238,17 @@ template <class Id> class Elimination {
     struct Range {
         std::size_t begin, end;
     };
+    struct Ranges {
+        Range left, right;
+    };
 
     /// The slots where segments begin that share no bead with the triangle behind the gap. What blocks from the left
     /// part lasts longest, since the next removals are on the right.
-    static std::array<Range, 2> apart_from_triangle(const GapBuffer<Id>& own) {
+    static Ranges apart_from_triangle(const GapBuffer<Id>& own) {
         const std::size_t behind = own.end() - own.right(), wrapped = behind < 2 ? 2 - behind : 0;
         const bool closing_touches = !own.has_rear() && (own.left() - 1 == own.begin() || !own.closed());
-        return {{{own.begin() + wrapped, std::max(own.left(), std::size_t{2}) - 2},
-                 {own.right() + 2, own.end() - closing_touches}}};
+        return {{own.begin() + wrapped, std::max(own.left(), std::size_t{2}) - 2},
+                {own.right() + 2, own.end() - closing_touches}};
     }
 
     Id try_slot(const GapBuffer<Id>& component, const Triangle& triangle, std::size_t slot) const {
@@ -258,7 +265,8 @@ template <class Id> class Elimination {
     /// The first segment that meets the triangle, of all or the first ones.
     [[gnu::noinline]] Id try_without_filter(const GapBuffer<Id>& own, const Triangle& triangle) const {
         std::size_t most = is_small(own) ? most_unfiltered : most_tried_first;
-        for (const auto& [begin, end] : apart_from_triangle(own))
+        const auto [left, right] = apart_from_triangle(own);
+        for (const auto& [begin, end] : {left, right})
             for (std::size_t slot = begin; slot < end && most > 0; ++slot, --most) {
                 const Id found = try_slot(own, triangle, slot);
                 if (found != none) return found;
