@@ -1,11 +1,13 @@
 #include "interruption.hpp"
 
+#include <atomic>
 #include <csignal>
 
 namespace loopwise {
 namespace {
 
-volatile std::sig_atomic_t interrupted = 0;
+std::atomic<int> interrupted = 0;
+static_assert(std::atomic<int>::is_always_lock_free); // a signal handler may use it
 
 extern "C" void note(int signal) {
     if (interrupted != 0) std::signal(signal, SIG_DFL), std::raise(signal);

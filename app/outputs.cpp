@@ -1,6 +1,9 @@
 #include "outputs.hpp"
 
+#include "input/bytes.hpp"
+
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <optional>
@@ -26,6 +29,12 @@ std::optional<File> regular(int failed, const struct stat& state) {
 std::optional<File> file_at(const std::string& path) {
     struct stat state {};
     const int failed = ::stat(path.c_str(), &state);
+    return regular(failed, state);
+}
+
+std::optional<File> standard_input_file() {
+    struct stat state {};
+    const int failed = ::fstat(STDIN_FILENO, &state);
     return regular(failed, state);
 }
 
@@ -67,10 +76,19 @@ void write_whole(const std::string& path, const std::string& text) {
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
     if (fs::exists(status) && !fs::is_regular_file(status)) return write(path, text);
-    const std::string partial = path + ".partial";
+    // Written through a link, not in its place; under a name that nobody else has.
+    const fs::path target = fs::exists(status) ? fs::canonical(path, error) : fs::path(path);
+    std::string partial = target.string() + ".XXXXXX";
+    const int descriptor = ::mkstemp(partial.data());
+    if (descriptor < 0) refuse_writing();
+    constexpr mode_t as_usual = 0666;
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    ::fchmod(descriptor, as_usual & ~mask);
+    ::close(descriptor);
     try {
         write(partial, text);
-        fs::rename(partial, path, error);
+        fs::rename(partial, target, error);
         if (error) refuse_writing();
     } catch (...) {
         fs::remove(partial, error);
@@ -88,13 +106,13 @@ void refuse_harmful_outputs(const std::vector<std::string>& inputs, const std::v
         if (path.empty()) continue;
         const std::optional<File> file = file_at(path);
         for (const std::string& input : inputs)
-            if (are_same(file_at(input), file))
+            if (are_same(input == standard_input ? standard_input_file() : file_at(input), file))
                 throw std::runtime_error(path + ": is an input, not written over");
         if (are_same(report, file)) throw std::runtime_error(path + ": is the standard output, too");
         for (auto other = outputs.begin(); other != output; ++other)
             if (!other->path.empty() && are_one(path, other->path))
                 throw std::runtime_error(path + ": is asked for twice");
-        if (file && file->size > 0 && !has_extension(path, extension))
+        if (file && file->size > 0 && *extension != 0 && !has_extension(path, extension))
             throw std::runtime_error(path + ": is there and no " + extension + " file, not written over");
     }
 }

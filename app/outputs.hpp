@@ -6,7 +6,7 @@
 
 namespace loopwise {
 
-/// A file to write, with the extension that files of its kind have.
+/// A file to write, with the extension that files of its kind have; none where any will do.
 struct Output {
     std::string path; ///< empty: not asked for
     const char* extension;

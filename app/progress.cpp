@@ -76,7 +76,7 @@ void Progress::closure_at(std::size_t closure, double part) {
 void Progress::show(std::size_t done, std::size_t steps) {
     if (!terminal_) return;
     const std::lock_guard lock(mutex_);
-    done_ = done;
+    done_ = std::max(done_, done); // threads may tell in another order
     closures_ = steps;
 }
 

@@ -122,6 +122,7 @@ struct ChainFingerprint {
     /// Of knots, those of the chain's own knot first, then by greatest share. A knot that has no
     /// stretch with a share of one half has one place without a core.
     std::vector<KnotPlace> places;
+    std::string model{}; ///< of the file, where it has several
 
     bool is_knot(std::size_t number) const { return number != 0 && names[number] != unnamed; }
     double share_of(const FingerprintMatrix::Cell& cell) const {

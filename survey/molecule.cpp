@@ -35,7 +35,8 @@ std::optional<long long> number_of(const std::string& label) {
 std::size_t missing_between(const std::string& label, const std::string& next) {
     const auto from = number_of(label), to = number_of(next);
     constexpr long long largest = 1'000'000'000;
-    if (!from || !to || *from < -largest || *to > largest || *to <= *from + 1) return 0;
+    const auto is_usual = [](long long number) { return number >= -largest && number <= largest; };
+    if (!from || !to || !is_usual(*from) || !is_usual(*to) || *to <= *from + 1) return 0;
     return static_cast<std::size_t>(*to - *from - 1);
 }
 

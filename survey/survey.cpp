@@ -163,6 +163,9 @@ Result empty_result(const Molecule& molecule, const Plan& plan) {
         result.whole.beads += tally.beads;
         result.components.push_back(std::move(tally));
     }
+    if (plan.name_knots && result.components.size() > most_linked_chains)
+        result.notes.push_back("linking numbers are for at most " + std::to_string(most_linked_chains) +
+                               " chains");
     for (std::size_t i = 0; i < result.components.size(); ++i)
         for (std::size_t j = i + 1; j < result.components.size(); ++j)
             if (result.components.size() <= most_linked_chains) result.pairs.push_back({i, j, {}});

@@ -80,6 +80,14 @@ Frame around(const std::vector<PointR3>& points) {
     return extent.frame();
 }
 
+std::vector<float> rows(loopwise::PutPositions put, const Frame& frame, const std::vector<PointR3>& points) {
+    Chain chain;
+    for (const PointR3& p : points) chain.push_back({p.x, p.y, p.z, -1});
+    std::vector<float> row(3 * chain.size());
+    put(frame, chain, &row[0], &row[chain.size()], &row[2 * chain.size()]);
+    return row;
+}
+
 TEST(Filter, NeverDropsWhatMeetsTheTriangle) {
     chains::Random random(31);
     int dropped = 0, kept = 0;
@@ -113,6 +121,9 @@ TEST(Filter, NeverDropsWhatMeetsTheTriangle) {
         const Segments segments(frame, points);
         const std::size_t begin = static_cast<std::size_t>(random.below(20)), end = 126 - begin / 2;
         for (const loopwise::InstructionSet set : loopwise::available_instruction_sets()) {
+            ASSERT_EQ(rows(loopwise::kernels(set).put_positions, frame, points),
+                      rows(loopwise::statement(set).put_positions, frame, points))
+                << name(set);
             const auto candidates =
                 segments.candidates(loopwise::kernels(set).find_candidates, filter, begin, end);
             ASSERT_EQ(candidates,

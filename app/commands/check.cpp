@@ -35,16 +35,19 @@ bool check(const std::string& label, const NamedChain& chain) {
 }
 
 int run(const Arguments& given) {
+    refuse_second_input(given.files);
     Progress progress(given.files.size());
     Complaints complaints(progress);
     bool sound = true;
     for (const std::string& file : given.files)
         complaints.attempt(file, [&] {
-            for (Molecule& molecule : read_molecules(file, selection_of(given.selecting)))
+            for (Molecule& molecule : read_molecules(file, selection_of(given.selecting))) {
+                tell_notes_in_chains(molecule);
                 for (NamedChain& chain : molecule.chains) {
                     cut(chain, given.selecting.first, given.selecting.last);
                     sound &= check(label_of(molecule, chain), chain);
                 }
+            }
         });
     const int status = complaints.exit_status();
     return sound ? status : exit_failure;

@@ -54,6 +54,7 @@ const char* words(Closing closing) {
 
 Action declare_close(CLI::App& app) {
     const auto given = std::make_shared<Arguments>();
+    given->tells_gaps = true;
     declare(app, static_cast<ChainArguments&>(*given));
     app.add_option("--method", given->method, "How, as for survey (default directions)")
         ->check(CLI::IsMember(&methods))
@@ -67,6 +68,7 @@ Action declare_close(CLI::App& app) {
     return [given] {
         const Plan plan = plan_of(*given);
         return edit_chain(*given, [&](Chain& chain) {
+            if (is_ring({"", chain, {}})) throw std::runtime_error("is a ring already");
             const Closing closing = close_chain(chain, plan, given->closure);
             if (closing != Closing::closed) throw std::runtime_error(words(closing));
             return true;

@@ -1,6 +1,7 @@
 #include "commands/files.hpp"
 
 #include "commands/command.hpp"
+#include "input/bytes.hpp"
 
 #include <algorithm>
 #include <fstream>
@@ -13,6 +14,16 @@ namespace loopwise {
 std::string label_of(const Molecule& molecule, const NamedChain& chain) {
     return molecule.file + (molecule.model.empty() ? "" : ", model " + molecule.model) +
            (chain.name.empty() ? "" : ": chain " + chain.name);
+}
+
+void tell_notes_in_chains(Molecule& molecule) {
+    for (NamedChain& chain : molecule.chains)
+        chain.notes.insert(chain.notes.begin(), molecule.notes.begin(), molecule.notes.end());
+}
+
+void refuse_second_input(const std::vector<std::string>& files) {
+    if (std::count(files.begin(), files.end(), standard_input) > 1)
+        refuse_usage("FILE: the standard input can be read once");
 }
 
 std::size_t available_memory() {

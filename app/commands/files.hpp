@@ -1,6 +1,7 @@
 // What subcommands that go through files have in common.
 #pragma once
 
+#include "input/input.hpp"
 #include "interruption.hpp"
 #include "progress.hpp"
 
@@ -11,6 +12,12 @@ namespace loopwise {
 
 /// What a chain of a file is called in reports: the file, its model and its name.
 std::string label_of(const Molecule& molecule, const NamedChain& chain);
+
+/// Notes about a whole file stand at each of its chains where chains are told of one by one.
+void tell_notes_in_chains(Molecule& molecule);
+
+/// Refuses a command line that names the standard input twice.
+void refuse_second_input(const std::vector<std::string>& files);
 
 /// Physical memory that can be had without driving other programs out, in bytes.
 std::size_t available_memory();

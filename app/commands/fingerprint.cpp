@@ -9,6 +9,7 @@
 #include "report/fingerprint_report.hpp"
 #include "viewers.hpp"
 
+#include <cmath>
 #include <fstream>
 #include <iostream>
 #include <thread>
@@ -119,20 +120,23 @@ class Run {
   private:
     void one_file(const std::string& file, Complaints& complaints) {
         progress_.begin("reading " + file, file_number_);
-        for (Molecule& molecule : read_molecules(file, selection_of(given_.selecting)))
+        for (Molecule& molecule : read_molecules(file, selection_of(given_.selecting))) {
+            tell_notes_in_chains(molecule);
             for (NamedChain& chain : molecule.chains) {
                 const std::string label = label_of(molecule, chain);
-                complaints.attempt(label, [&] { one_chain(file, label, chain, complaints); });
+                complaints.attempt(label, [&] { one_chain(molecule, label, chain, complaints); });
             }
+        }
     }
 
-    void one_chain(const std::string& file, const std::string& label, NamedChain& chain,
+    void one_chain(const Molecule& molecule, const std::string& label, NamedChain& chain,
                    Complaints& complaints) {
         cut(chain, given_.selecting.first, given_.selecting.last);
         if (is_ring(chain)) throw std::runtime_error("is a ring, which has no ends to take residues off");
         progress_.begin(label, file_number_);
         Watch watch(progress_);
-        const ChainFingerprint fingerprint = fingerprint_of(file, chain, plan_, watch);
+        ChainFingerprint fingerprint = fingerprint_of(molecule.file, chain, plan_, watch);
+        fingerprint.model = molecule.model;
         progress_.clear();
         report_->add(fingerprint);
         if (!std::exchange(drawn_, true)) write_files(fingerprint, chain.beads, complaints);
@@ -164,6 +168,8 @@ Action declare_fingerprint(CLI::App& command) {
     const auto given = std::make_shared<Arguments>();
     declare(command, *given);
     return [given] {
+        if (!std::isfinite(given->least_share)) refuse_usage("--min-share: a number from 0 to 1");
+        refuse_second_input(given->files);
         refuse_harmful_outputs(given->files, {{given->matrix, ".csv"},
                                               {given->svg, ".svg"},
                                               {given->html, ".html"},

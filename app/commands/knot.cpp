@@ -6,6 +6,7 @@
 #include "commands/files.hpp"
 #include "commands/selecting.hpp"
 #include "knots/links.hpp"
+#include "report/report.hpp"
 
 #include <iostream>
 
@@ -76,12 +77,14 @@ bool one_molecule(Molecule& molecule, const Arguments& given) {
     for (NamedChain& named : molecule.chains) {
         show_notes(label_of(molecule), named.notes);
         cut(named, given.selecting.first, given.selecting.last);
+        const std::string warning = gap_warning(bonds_of(named));
         if (is_ring(named))
             drop_repeated_end(named);
         else if (given.open)
             close_in_direction(named.beads, *given.open);
         const KnotName name = knot_of(named.beads);
         show(label_of(molecule) + (named.name.empty() ? "" : ": chain " + named.name), name);
+        if (given.open && !warning.empty()) std::cout << "  " << warning << '\n';
         good = good && name.status != KnotStatus::bad_polygon;
     }
     if (given.link) show_links(label_of(molecule), molecule.chains);
@@ -96,6 +99,7 @@ bool one_file(const std::string& file, const Arguments& given) {
 }
 
 int run(const Arguments& given) {
+    refuse_second_input(given.files);
     Progress progress(given.files.size());
     Complaints complaints(progress);
     bool good = true;

@@ -3,6 +3,7 @@
 #include "chain_text.hpp"
 #include "commands/files.hpp"
 #include "outputs.hpp"
+#include "report/report.hpp"
 
 #include <algorithm>
 #include <charconv>
@@ -37,6 +38,7 @@ NamedChain only_chain(const ChainArguments& given) {
     std::vector<Molecule> molecules = read_molecules(given.file, selection_of(given.selecting));
     if (molecules.size() > 1) throw std::runtime_error("has several models, name one with --model");
     std::vector<NamedChain>& chains = molecules.front().chains;
+    tell_notes_in_chains(molecules.front());
     for (const NamedChain& chain : chains)
         for (const std::string& note : chain.notes)
             std::cerr << "loopwise: " << given.file << ": note: " << note << '\n';
@@ -49,11 +51,18 @@ NamedChain only_chain(const ChainArguments& given) {
     throw std::runtime_error("has several chains, name one with --chain:" + names);
 }
 
+void tell_gaps(const std::string& file, const NamedChain& chain) {
+    const std::string warning = gap_warning(bonds_of(chain));
+    if (!warning.empty()) std::cerr << "loopwise: " << file << ": note: " << warning << '\n';
+}
+
 /// A closure numbers what it appends after the beads that are there, so these get the numbers of their labels.
 void number_by_labels(NamedChain& chain) {
     for (std::size_t i = 0; i < chain.beads.size(); ++i) {
         const std::string& label = chain.labels[i];
-        std::from_chars(label.data(), label.data() + label.size(), chain.beads[i].id);
+        const auto [end, error] =
+            std::from_chars(label.data(), label.data() + label.size(), chain.beads[i].id);
+        if (error != std::errc()) throw std::runtime_error("label " + label + " is no number of 32 bits");
     }
 }
 
@@ -74,11 +83,12 @@ void declare(CLI::App& app, ChainArguments& into) {
 }
 
 int edit_chain(const ChainArguments& given, const std::function<bool(Chain&)>& edit) {
-    refuse_harmful_outputs({given.file}, {{given.output, is_pdb(given) ? ".pdb" : ".txt"}});
+    refuse_harmful_outputs({given.file}, {{given.output, ""}});
     Progress progress(1);
     Complaints complaints(progress);
     complaints.attempt(given.file, [&] {
         NamedChain before = only_chain(given);
+        if (given.tells_gaps) tell_gaps(given.file, before);
         number_by_labels(before);
         NamedChain after{before.name, before.beads, {}, before.kind, {}};
         const bool loop = edit(after.beads);

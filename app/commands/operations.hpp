@@ -11,6 +11,7 @@ struct ChainArguments {
     std::string file, output;
     Selecting selecting;
     bool pdb = false;
+    bool tells_gaps = false; ///< whether gaps of the chain matter for what is done
 };
 
 void declare(CLI::App& app, ChainArguments& into);

@@ -232,8 +232,7 @@ class Run {
 
 int run(const Arguments& given) {
     const Selection selection = selection_of(given.selecting);
-    if (std::count(given.files.begin(), given.files.end(), standard_input) > 1)
-        refuse_usage("FILE: the standard input can be read once");
+    refuse_second_input(given.files);
     const Plan plan = plan_of(given);
     refuse_harmful_outputs(given.files, {{given.svg, ".svg"}, {given.html, ".html"}, {given.each, ".csv"}});
     return Run(given, selection, plan, std::cout).all_files();

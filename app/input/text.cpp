@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <set>
 #include <span>
 
 namespace loopwise {
@@ -163,6 +164,10 @@ NamedChain chain_of(std::span<const Line> lines, const Form& form) {
                                coordinate(line, line.fields[x + 2]), static_cast<std::int32_t>(position)});
     }
     if (form.fields == 3) refuse_lost_column(lines, chain.beads);
+    const std::set<std::string> different(chain.labels.begin(), chain.labels.end());
+    const bool ring = chain.labels.front() == chain.labels.back();
+    if (different.size() + (ring && chain.labels.size() > 1) < chain.labels.size())
+        chain.notes.push_back("ids come more than once: is the first of the four columns an id?");
     return chain;
 }
 

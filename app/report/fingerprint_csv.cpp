@@ -6,7 +6,8 @@ namespace {
 class CsvFingerprints final : public FingerprintReport {
   public:
     CsvFingerprints(std::ostream& out, double least_share) : out_(out), least_share_(least_share) {
-        out_ << "file,chain,residues,gaps,chain_knot,chain_share,knot,share,greatest_share,core_first,core_"
+        out_ << "file,model,chain,residues,gaps,chain_knot,chain_share,knot,share,greatest_share,core_first,"
+                "core_"
                 "last,"
                 "tail_before,tail_after,slipknot\n";
     }
@@ -30,9 +31,9 @@ class CsvFingerprints final : public FingerprintReport {
 
   private:
     static std::string start(const ChainFingerprint& of) {
-        return csv_field(of.file) + ',' + csv_field(of.chain) + ',' + std::to_string(of.matrix.beads()) +
-               ',' + csv_field(gaps_text(of.bonds, of.labels, " ")) + ',' + csv_field(of.knot) + ',' +
-               fixed(of.share, 4);
+        return csv_field(of.file) + ',' + csv_field(of.model) + ',' + csv_field(of.chain) + ',' +
+               std::to_string(of.matrix.beads()) + ',' + csv_field(gaps_text(of.bonds, of.labels, " ")) +
+               ',' + csv_field(of.knot) + ',' + fixed(of.share, 4);
     }
 
     std::ostream& out_;

@@ -46,6 +46,7 @@ class JsonFingerprints final : public FingerprintReport {
         Json knots = Json::array();
         for (const KnotPlace& place : places_shown(of, least_share_)) knots.push_back(json_of(place, of));
         const Json entry = {{"file", of.file},
+                            {"model", of.model.empty() ? Json(nullptr) : Json(of.model)},
                             {"chain", of.chain},
                             {"residues", of.matrix.beads()},
                             {"gaps", gaps_text(of.bonds, of.labels, ", ")},

@@ -20,8 +20,9 @@ class TextFingerprints final : public FingerprintReport {
 
     void add(const ChainFingerprint& of) override {
         out_ << '\n'
-             << of.file << (of.chain.empty() ? "" : " chain " + of.chain) << ": "
-             << counted(of.matrix.beads(), "residue") << ", "
+             << of.file << (of.model.empty() ? "" : ", model " + of.model)
+             << (of.chain.empty() ? "" : " chain " + of.chain) << ": " << counted(of.matrix.beads(), "bead")
+             << ", "
              << (of.bonds.gaps.empty()
                      ? "no gap"
                      : counted(of.bonds.gaps.size(), "gap") + ": " + gaps_text(of.bonds, of.labels, ", "))
@@ -29,9 +30,11 @@ class TextFingerprints final : public FingerprintReport {
         for (const std::string& note : of.notes) out_ << "  note: " << note << '\n';
         out_ << "  whole chain: " << of.knot << " in " << percent(of.share) << " of its closures"
              << (of.matrix.beads() < fewest_knotted ? " (too short for a knot)" : "") << '\n';
+        const std::string warning = gap_warning(of.bonds);
+        if (!warning.empty()) out_ << "  " << warning << '\n';
         if (of.depth)
-            out_ << "  depth: it stays when up to " << (*of.depth)[0]
-                 << " residues are taken off the front, or " << (*of.depth)[1] << " off the back\n";
+            out_ << "  depth: it stays when up to " << (*of.depth)[0] << " beads are taken off the front, or "
+                 << (*of.depth)[1] << " off the back\n";
         const std::vector<KnotPlace> places = places_shown(of, least_share_);
         if (places.empty())
             out_ << "  no stretch has a knot in " << percent(least_share_) << " of its closures\n";
@@ -46,7 +49,7 @@ class TextFingerprints final : public FingerprintReport {
 
   private:
     void show(const std::vector<KnotPlace>& places, const ChainFingerprint& of) {
-        out_ << "  knot          share  greatest  core          residues  tails\n";
+        out_ << "  knot          share  greatest  core             beads  tails\n";
         for (const KnotPlace& place : places) {
             out_ << "  " << std::left << std::setw(10) << place.knot << std::right << std::setw(9)
                  << percent(place.share) << std::setw(10) << percent(place.greatest_share) << "  ";

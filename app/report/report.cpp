@@ -45,6 +45,17 @@ std::size_t missing_in(const Bonds& bonds) {
     return missing;
 }
 
+std::string gap_warning(const Bonds& bonds) {
+    const auto counted = [](std::size_t count, const std::string& what) {
+        return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
+    };
+    if (bonds.gaps.empty()) return "";
+    const std::size_t missing = missing_in(bonds);
+    return "with " + counted(bonds.gaps.size(), "gap") + " crossed by a straight line" +
+           (missing > 0 ? ", " + counted(missing, "residue") + " missing" : "") +
+           ": what is missing could turn this round";
+}
+
 std::vector<std::string> notes_on(const Result& result, const ComponentTally& component) {
     std::vector<std::string> notes = result.notes;
     notes.insert(notes.end(), component.notes.begin(), component.notes.end());

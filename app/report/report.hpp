@@ -44,6 +44,9 @@ std::string gaps_text(const Bonds& bonds, const std::vector<std::string>& labels
 /// All residues that the gaps leave out, as far as the numbers tell.
 std::size_t missing_in(const Bonds& bonds);
 
+/// What a verdict rests on, where part of the chain is not there; empty for a chain without gaps.
+std::string gap_warning(const Bonds& bonds);
+
 /// All notes about a chain of a result.
 std::vector<std::string> notes_on(const Result& result, const ComponentTally& component);
 

@@ -83,19 +83,11 @@ class TextReport final : public Report {
             out_ << (cis ? "  short as a cis peptide: " : "  too short for a bond: ") << text << '\n';
     }
 
-    /// What a verdict rests on, where part of the chain is not there.
-    void warn_of_gaps(const ComponentTally& tally) {
-        const std::size_t gaps = tally.bonds.gaps.size(), missing = missing_in(tally.bonds);
-        if (gaps == 0) return;
-        out_ << "  with " << counted(gaps, "gap") << " crossed by a straight line"
-             << (missing > 0 ? ", " + counted(missing, "residue") + " missing" : "")
-             << ": what is missing could turn this round\n";
-    }
-
     void show_component(const ComponentTally& tally, std::size_t closures) {
         if (plan_.together) out_ << "  chain " << name_in_text(tally) << '\n';
         show_knots(tally, closures);
-        warn_of_gaps(tally);
+        const std::string warning = gap_warning(tally.bonds);
+        if (!warning.empty()) out_ << "  " << warning << '\n';
         show(tally, closures);
         if (tally.smallest)
             out_ << "  fewest beads left above three: " << tally.smallest->loop.beads.size() << ", closure "

@@ -23,7 +23,7 @@ struct Indexing {
     std::size_t fewest_beads = 0;
 };
 
-/// The least and the largest coordinates of atoms, apart from what is not finite.
+/// The least and the largest finite coordinates of atoms.
 class Extent {
   public:
     void widen(std::span<const ChainAtom> atoms);
@@ -32,7 +32,11 @@ class Extent {
   private:
     struct Range {
         double least = std::numeric_limits<double>::infinity(), most = -least;
-        void widen(double value);
+        void widen(double value) {
+            least = value < least ? value : least;
+            most = value > most ? value : most;
+        }
+        bool is_finite() const;
         double middle() const { return least <= most ? least / 2 + most / 2 : 0; }
         double reach() const { return std::max(most - middle(), middle() - least); }
     };
@@ -50,10 +54,9 @@ class Extent {
 /// test passes over segments that the filter proves to be out of reach.
 template <class Id> class Elimination {
   public:
-    Elimination(std::span<GapBuffer<Id>> components, const Positions3& positions,
-                FindCandidates find_candidates, const Indexing& indexing)
-        : components_(components), positions_(positions), find_candidates_(find_candidates),
-          indexing_(indexing) {
+    Elimination(std::span<GapBuffer<Id>> components, const Positions3& positions, const Kernels& kernels,
+                const Indexing& indexing)
+        : components_(components), positions_(positions), kernels_(kernels), indexing_(indexing) {
         for (GapBuffer<Id>& component : components_) component.bridge_gap();
         if (indexing_.index == nullptr) return;
         place();
@@ -135,8 +138,10 @@ template <class Id> class Elimination {
         if (blocker == none) return false;
         remembered = blocker;
         if (blocked_in_a_row_ >= often) {
-            make_recent(blocker);
-            look_ahead(components_[c]);
+            if (is_recent(blocker))
+                look_ahead(components_[c]);
+            else
+                make_recent(blocker);
         }
         return true;
     }
@@ -147,8 +152,9 @@ template <class Id> class Elimination {
         Segment segment{};
     };
 
+    bool is_recent(Id number) const { return recent_[0].number == number || recent_[1].number == number; }
+
     void make_recent(Id number) {
-        if (recent_[0].number == number || recent_[1].number == number) return;
         const GapBuffer<Id>& owner = owner_of(number);
         recent_[1] = recent_[0];
         recent_[0] = {number, {owner.at_number(number), owner.at_number(number_after(owner, number))}};
@@ -168,7 +174,7 @@ template <class Id> class Elimination {
     }
 
     /// Runs of triangles that a recent segment is parallel to, as on a lattice, need no more than its determinant.
-    void look_ahead(GapBuffer<Id>& component) const {
+    [[gnu::noinline]] void look_ahead(GapBuffer<Id>& component) const {
         const auto& [first, second] = recent_;
         if (first.number == none || second.number == none) return;
         for (std::size_t slot = component.right(); slot + 2 < component.end(); ++slot) {
@@ -195,12 +201,9 @@ template <class Id> class Elimination {
         }
 
         const GapBuffer<Id>& own = components_[corners.component];
-        const bool is_small = components_.size() == 1 && !own.has_rear() &&
-                              own.count() <= (is_placed_ ? most_unfiltered_later : most_unfiltered);
-        if (is_small) return try_each(own, triangle, most_unfiltered);
-        if (!is_placed_) {
-            const Id first = try_each(own, triangle, most_tried_first);
-            if (first != none) return first;
+        if (!is_placed_ || is_small(own)) {
+            const Id without_filter = try_without_filter(own, triangle);
+            if (without_filter != none || is_small(own)) return without_filter;
             place();
         }
 
@@ -218,8 +221,8 @@ template <class Id> class Elimination {
             found = search_slots(component, filter, triangle, begin, end);
             return found != none;
         };
-        for (const auto& [begin, end] : apart_from_triangle(own))
-            if (search(own, begin, end)) return found;
+        const auto [left, right] = apart_from_triangle(own);
+        if (search(own, left.begin, left.end) || search(own, right.begin, right.end)) return found;
         if (own.has_rear()) return search_rear(corners, filter, triangle);
 
         for (const GapBuffer<Id>& other : components_) {
@@ -235,14 +238,17 @@ template <class Id> class Elimination {
     struct Range {
         std::size_t begin, end;
     };
+    struct Ranges {
+        Range left, right;
+    };
 
     /// The slots where segments begin that share no bead with the triangle behind the gap. What blocks from the left
     /// part lasts longest, since the next removals are on the right.
-    static std::array<Range, 2> apart_from_triangle(const GapBuffer<Id>& own) {
+    static Ranges apart_from_triangle(const GapBuffer<Id>& own) {
         const std::size_t behind = own.end() - own.right(), wrapped = behind < 2 ? 2 - behind : 0;
         const bool closing_touches = !own.has_rear() && (own.left() - 1 == own.begin() || !own.closed());
-        return {{{own.begin() + wrapped, std::max(own.left(), std::size_t{2}) - 2},
-                 {own.right() + 2, own.end() - closing_touches}}};
+        return {{own.begin() + wrapped, std::max(own.left(), std::size_t{2}) - 2},
+                {own.right() + 2, own.end() - closing_touches}};
     }
 
     Id try_slot(const GapBuffer<Id>& component, const Triangle& triangle, std::size_t slot) const {
@@ -250,9 +256,17 @@ template <class Id> class Elimination {
         return contact(triangle, segment) != Contact::none ? component.bead(slot) : none;
     }
 
-    /// The first of at most so many segments that meets the triangle.
-    Id try_each(const GapBuffer<Id>& own, const Triangle& triangle, std::size_t most) const {
-        for (const auto& [begin, end] : apart_from_triangle(own))
+    /// Too few segments for the filter to be worth its constants.
+    bool is_small(const GapBuffer<Id>& own) const {
+        return components_.size() == 1 && !own.has_rear() &&
+               own.count() <= (is_placed_ ? most_unfiltered_later : most_unfiltered);
+    }
+
+    /// The first segment that meets the triangle, of all or the first ones.
+    [[gnu::noinline]] Id try_without_filter(const GapBuffer<Id>& own, const Triangle& triangle) const {
+        std::size_t most = is_small(own) ? most_unfiltered : most_tried_first;
+        const auto [left, right] = apart_from_triangle(own);
+        for (const auto& [begin, end] : {left, right})
             for (std::size_t slot = begin; slot < end && most > 0; ++slot, --most) {
                 const Id found = try_slot(own, triangle, slot);
                 if (found != none) return found;
@@ -265,7 +279,7 @@ template <class Id> class Elimination {
     Id search(const Filter& filter, const Positions3& positions, std::size_t begin, std::size_t end,
               Meets number_if_it_meets) const {
         while (begin < end) {
-            const Candidates candidates = find_candidates_(filter, positions, begin, end);
+            const Candidates candidates = kernels_.find_candidates(filter, positions, begin, end);
             begin = candidates.first;
             for (std::uint32_t lanes = candidates.lanes; lanes != 0; lanes &= lanes - 1) {
                 const std::size_t j = candidates.first + static_cast<std::size_t>(std::countr_zero(lanes));
@@ -291,7 +305,8 @@ template <class Id> class Elimination {
             const std::size_t beads = std::min(Piece::most + 1, rear.size() - from);
             const bool at_end = from + Piece::most >= rear.size();
             Piece piece;
-            for (std::size_t j = 0; j < beads; ++j) piece.put(j, frame_(position(rear[from + j])));
+            kernels_.put_positions(frame_, rear.subspan(from, beads), piece.x.data(), piece.y.data(),
+                                   piece.z.data());
             if (at_end) piece.put(beads, frame_(component.at_number(component.first_number())));
             piece.pad(std::min(beads + at_end, Piece::most + 1));
             const std::size_t segments = at_end ? beads - !component.closed() : Piece::most;
@@ -329,11 +344,11 @@ template <class Id> class Elimination {
     }
 
     /// Gives all beads their positions.
-    void place() {
+    [[gnu::noinline]] void place() {
         Extent extent;
         for (const GapBuffer<Id>& component : components_) extent.widen(component.atoms());
         frame_ = extent.frame();
-        for (GapBuffer<Id>& component : components_) component.place(frame_);
+        for (GapBuffer<Id>& component : components_) component.place(frame_, kernels_.put_positions);
         is_placed_ = true;
     }
 
@@ -420,7 +435,7 @@ template <class Id> class Elimination {
     std::span<GapBuffer<Id>> components_;
     Positions3 positions_;
     Frame frame_{};
-    FindCandidates find_candidates_;
+    Kernels kernels_;
     Indexing indexing_;
     bool is_placed_ = false;
     std::array<Recent, 2> recent_;

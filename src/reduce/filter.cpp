@@ -98,10 +98,17 @@ Candidates find_one(const What& what, const Where& where, std::size_t begin, std
     return {end, 0};
 }
 
+void put_positions(const Frame& frame, std::span<const ChainAtom> atoms, float* x, float* y, float* z) {
+    for (const ChainAtom& atom : atoms) {
+        const Vector p = narrow(frame(position(atom)));
+        *x++ = p.x, *y++ = p.y, *z++ = p.z;
+    }
+}
+
 template <class Arithmetic>
 constexpr Kernels stated{find_one<is_candidate<Arithmetic>, Filter, Positions3>,
                          find_one<may_hold_candidates<Arithmetic>, BoxFilter, Boxes>,
-                         find_one<may_be_parallel<Arithmetic>, Turn, Directions>};
+                         find_one<may_be_parallel<Arithmetic>, Turn, Directions>, put_positions};
 
 } // namespace
 

@@ -115,11 +115,16 @@ using FindDirections = Candidates (*)(const Turn& turn, const Directions& direct
 /// most this.
 float most_turn(const Filter& filter, float shortest);
 
+/// Puts positions of atoms in a frame to rows.
+using PutPositions = void (*)(const Frame& frame, std::span<const ChainAtom> atoms, float* x, float* y,
+                              float* z);
+
 /// The versions of an instruction set.
 struct Kernels {
     FindCandidates find_candidates;
     FindBoxes find_boxes;
     FindDirections find_directions;
+    PutPositions put_positions;
 };
 Kernels kernels(InstructionSet set);
 

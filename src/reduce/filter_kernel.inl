@@ -1,4 +1,4 @@
-// What filter.cpp says of one segment, box or direction, for LANES at a time: the same operations in the same order, so that
+// What filter.cpp says of one segment, box, direction or atom, for LANES at a time: the same operations in the same order, so that
 // the answer is the same to the last bit. Included once per instruction set, with LOOPWISE_TARGET as the
 // attribute that allows the instructions, GREATER(a, b) for the lanes where a > b as bits, FUSED(a, b, c)
 // for a * b + c, rounded once where there is an instruction for it, and FOLLOWING as the numbers of the
@@ -124,4 +124,39 @@ LOOPWISE_TARGET Candidates find_directions(const Turn& turn, const Directions& d
         if (lanes != 0) return {j, lanes};
     }
     return {end, 0};
+}
+
+/// Four atoms at a time: rows of x, y, z and what follows them are turned to columns.
+LOOPWISE_TARGET void put_positions(const Frame& frame, std::span<const ChainAtom> atoms, float* x, float* y,
+                                   float* z) {
+    using Doubles4 = double __attribute__((vector_size(32)));
+    using Bits4 = std::int64_t __attribute__((vector_size(32)));
+    using Floats4 = float __attribute__((vector_size(16)));
+    static_assert(sizeof(ChainAtom) == sizeof(Doubles4));
+    const Bits4 coordinates{-1, -1, -1, 0};
+    const Doubles4 centre{frame.centre.x, frame.centre.y, frame.centre.z, 0};
+    Floats4 p[4];
+    std::size_t j = 0;
+    for (; j + 4 <= atoms.size(); j += 4) {
+        for (std::size_t k = 0; k < 4; ++k) {
+            Bits4 bits;
+            __builtin_memcpy(&bits, &atoms[j + k], sizeof bits);
+            const Doubles4 d = reinterpret_cast<Doubles4>(bits & coordinates) - centre;
+            p[k] = __builtin_convertvector(d * frame.scale, Floats4);
+        }
+        const Floats4 xy01 = __builtin_shufflevector(p[0], p[1], 0, 4, 1, 5);
+        const Floats4 xy23 = __builtin_shufflevector(p[2], p[3], 0, 4, 1, 5);
+        const Floats4 z01 = __builtin_shufflevector(p[0], p[1], 2, 6, 3, 7);
+        const Floats4 z23 = __builtin_shufflevector(p[2], p[3], 2, 6, 3, 7);
+        const Floats4 column[] = {__builtin_shufflevector(xy01, xy23, 0, 1, 4, 5),
+                                  __builtin_shufflevector(xy01, xy23, 2, 3, 6, 7),
+                                  __builtin_shufflevector(z01, z23, 0, 1, 4, 5)};
+        __builtin_memcpy(x + j, &column[0], sizeof(Floats4));
+        __builtin_memcpy(y + j, &column[1], sizeof(Floats4));
+        __builtin_memcpy(z + j, &column[2], sizeof(Floats4));
+    }
+    for (; j < atoms.size(); ++j) {
+        const PointR3 at = frame(position(atoms[j]));
+        x[j] = static_cast<float>(at.x), y[j] = static_cast<float>(at.y), z[j] = static_cast<float>(at.z);
+    }
 }

@@ -110,8 +110,13 @@ template <class Id> class GapBuffer {
     }
 
     /// Puts the beads at their positions in a frame.
-    void place(const Frame& frame) {
+    void place(const Frame& frame, PutPositions put_positions) {
         frame_ = frame;
+        if (count() == atoms_.size()) {
+            const std::size_t slots = end_ - begin_;
+            put_positions(frame, atoms_.first(slots), s_.x + begin_, s_.y + begin_, s_.z + begin_);
+            return close_end();
+        }
         for (const auto& [from, to] : {std::pair{begin_, left_}, std::pair{right_, end_}})
             for (std::size_t slot = from; slot < to; ++slot) put(slot, atoms_[s_.bead[slot] - first_]);
         close_end();

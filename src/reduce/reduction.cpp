@@ -66,7 +66,7 @@ std::size_t eliminate(const Component& component, const Slots<Id>& slots, const 
                       const Indexing& indexing) {
     clear_positions(slots, std::min(component.count + 1, slots.count));
     GapBuffer<Id> beads({component.atoms, component.count}, component.closed, 0, slots);
-    Elimination<Id>({&beads, 1}, {slots.x, slots.y, slots.z}, kernels.find_candidates, indexing).run();
+    Elimination<Id>({&beads, 1}, {slots.x, slots.y, slots.z}, kernels, indexing).run();
     beads.pack();
     return beads.count();
 }
@@ -91,18 +91,30 @@ template <class Eliminate> std::size_t reduce_with(Chain& chain, bool closed, El
 
 } // namespace
 
-/// A not-a-number is neither less nor greater; an infinity is not below the largest number.
-void Extent::Range::widen(double value) {
-    if (!(std::fabs(value) <= std::numeric_limits<double>::max())) return;
-    least = value < least ? value : least;
-    most = value > most ? value : most;
+bool Extent::Range::is_finite() const {
+    constexpr double largest = std::numeric_limits<double>::max();
+    return !(least < -largest) && !(most > largest);
 }
 
+/// A not-a-number is neither less nor greater. Only where an infinity was met, each number is looked at.
 void Extent::widen(std::span<const ChainAtom> atoms) {
+    Extent all = *this;
     for (const ChainAtom& atom : atoms) {
-        x_.widen(atom.x);
-        y_.widen(atom.y);
-        z_.widen(atom.z);
+        all.x_.widen(atom.x);
+        all.y_.widen(atom.y);
+        all.z_.widen(atom.z);
+    }
+    if (all.x_.is_finite() && all.y_.is_finite() && all.z_.is_finite()) {
+        *this = all;
+        return;
+    }
+    const auto widen_if_finite = [](Range& range, double value) {
+        if (std::isfinite(value)) range.widen(value);
+    };
+    for (const ChainAtom& atom : atoms) {
+        widen_if_finite(x_, atom.x);
+        widen_if_finite(y_, atom.y);
+        widen_if_finite(z_, atom.z);
     }
 }
 
@@ -154,8 +166,7 @@ std::size_t reduce(Structure& structure, bool closed, std::size_t fewest_beads) 
     std::optional<SegmentIndex> index;
     if (count >= fewest_beads) index.emplace(fastest(), count, components.size(), count);
     const Indexing indexing{index ? &*index : nullptr, fewest_beads};
-    Elimination<std::uint32_t>(buffers, {slots.x, slots.y, slots.z}, fastest().find_candidates, indexing)
-        .run();
+    Elimination<std::uint32_t>(buffers, {slots.x, slots.y, slots.z}, fastest(), indexing).run();
 
     std::size_t total = 0;
     for (std::size_t i = 0; i < structure.size(); ++i) {

@@ -3,13 +3,14 @@
 namespace loopwise {
 namespace {
 
-/// Cells along an edge of the cube, so that the runs of cells that a line crosses fill a group.
+/// Cells along an edge of the cube, so that the runs of cells that a line crosses fill a group or two.
 std::size_t cells_along_edge(std::size_t segments) {
-    return std::max<std::size_t>(1, static_cast<std::size_t>(std::sqrt(static_cast<double>(segments)) / 5));
+    return std::max<std::size_t>(1, static_cast<std::size_t>(std::sqrt(static_cast<double>(segments)) / 12));
 }
 
-/// A segment that is shorter than this part of the mean is loose.
-constexpr float least_of_mean = 0.25F;
+/// A segment that is shorter than this part of the mean is loose, unless it is as long as this part of the frame:
+/// most_turn() hardly grows with shorter ones before that. Late in a reduction the mean is that of a few long ones.
+constexpr float least_of_mean = 0.25F, least_of_frame = 0x1p-9F;
 
 /// What rounding may do to a coordinate on a face and to the bounds of a run, many times over.
 constexpr float on_face = 1e-5F;
@@ -71,7 +72,7 @@ void SegmentIndex::sort_directions() {
         if (segments_[j].from != no_bead && direction_[j].length <= 2)
             sum += static_cast<double>(direction_[j].length), ++finite;
     shortest_ = finite > 0 ? least_of_mean * static_cast<float>(sum / static_cast<double>(finite)) : 1;
-    shortest_ = std::max(shortest_, 0x1p-60F);
+    shortest_ = std::clamp(shortest_, 0x1p-60F, least_of_frame);
     edge_ = cells_along_edge(count_);
 
     const auto has_cell = [&](std::size_t j) {

@@ -14,3 +14,14 @@ try close --method outside --chain B core.pdb
 sed 's/^5 /10000 /' trefoil.txt >high.txt
 try close --pdb high.txt
 try close -o no/such/folder.txt trefoil.txt
+# What is left out, or already so, is said everywhere.
+for command in close reduce check fingerprint; do
+    loopwise $command odd/pdb_models.pdb 2>&1 | grep -c 'note:.*model'
+done
+loopwise close odd/text_ring.txt
+loopwise close --chain A odd/pdb_insertions.pdb | tail -2
+loopwise fingerprint --min-share nan trefoil.txt
+loopwise knot - - <trefoil.txt
+cp trefoil.txt mine.txt
+loopwise close - -o mine.txt <mine.txt
+cmp trefoil.txt mine.txt && sed '40,60d' trefoil.txt | loopwise knot --open 0 -
