@@ -1,5 +1,5 @@
-# `cpack` makes the Debian packages libloopwise1, libloopwise-dev, loopwise-tools and python3-loopwise. Use the preset `package`: its prefix
-# /usr gives Debian's multiarch folders.
+# `cpack` makes the Debian packages libloopwise1, libloopwise-dev, loopwise-tools and python3-loopwise. Use the preset
+# `package`: its prefix /usr gives Debian's multiarch folders.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME loopwise)
 set(CPACK_PACKAGE_CONTACT "The libloopwise authors <maintainers@loopwise.example>")
