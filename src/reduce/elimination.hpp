@@ -251,9 +251,9 @@ template <class Id> class Elimination {
                 {own.right() + 2, own.end() - closing_touches}};
     }
 
-    Id try_slot(const GapBuffer<Id>& component, const Triangle& triangle, std::size_t slot) const {
+    static bool meets(const GapBuffer<Id>& component, const Triangle& triangle, std::size_t slot) {
         const Segment segment{component.at(slot), component.at_number(component.number_after(slot))};
-        return contact(triangle, segment) != Contact::none ? component.bead(slot) : none;
+        return contact(triangle, segment) != Contact::none;
     }
 
     /// Too few segments for the filter to be worth its constants.
@@ -266,11 +266,10 @@ template <class Id> class Elimination {
     [[gnu::noinline]] Id try_without_filter(const GapBuffer<Id>& own, const Triangle& triangle) const {
         std::size_t most = is_small(own) ? most_unfiltered : most_tried_first;
         const auto [left, right] = apart_from_triangle(own);
-        for (const auto& [begin, end] : {left, right})
-            for (std::size_t slot = begin; slot < end && most > 0; ++slot, --most) {
-                const Id found = try_slot(own, triangle, slot);
-                if (found != none) return found;
-            }
+        for (std::size_t slot = left.begin; slot < left.end && most > 0; ++slot, --most)
+            if (meets(own, triangle, slot)) return own.bead(slot);
+        for (std::size_t slot = right.begin; slot < right.end && most > 0; ++slot, --most)
+            if (meets(own, triangle, slot)) return own.bead(slot);
         return none;
     }
 
@@ -293,8 +292,9 @@ template <class Id> class Elimination {
 
     Id search_slots(const GapBuffer<Id>& component, const Filter& filter, const Triangle& triangle,
                     std::size_t begin, std::size_t end) const {
-        return search(filter, positions_, begin, end,
-                      [&](std::size_t slot) { return try_slot(component, triangle, slot); });
+        return search(filter, positions_, begin, end, [&](std::size_t slot) {
+            return meets(component, triangle, slot) ? component.bead(slot) : none;
+        });
     }
 
     /// The beads of the rear as positions, piece by piece.
