@@ -138,10 +138,9 @@ template <class Id> class Elimination {
         if (blocker == none) return false;
         remembered = blocker;
         if (blocked_in_a_row_ >= often) {
-            if (is_recent(blocker))
-                look_ahead(components_[c]);
-            else
-                make_recent(blocker);
+            const bool again = is_recent(blocker);
+            if (!again) make_recent(blocker);
+            if (again || !is_placed_) look_ahead(components_[c]);
         }
         return true;
     }
@@ -176,7 +175,7 @@ template <class Id> class Elimination {
     /// Runs of triangles that a recent segment is parallel to, as on a lattice, need no more than its determinant.
     [[gnu::noinline]] void look_ahead(GapBuffer<Id>& component) const {
         const auto& [first, second] = recent_;
-        if (first.number == none || second.number == none) return;
+        if (first.number == none) return;
         for (std::size_t slot = component.right(); slot + 2 < component.end(); ++slot) {
             const std::size_t before =
                 component.bead(slot > component.right() ? slot - 1 : component.left() - 1);
@@ -186,7 +185,7 @@ template <class Id> class Elimination {
             if (!is_apart(first.number) || !is_apart(second.number)) return;
             const Triangle triangle{component.at(slot), component.at(slot + 1), component.at_number(last)};
             const bool first_parallel = determinant(triangle, first.segment) == 0;
-            const bool second_parallel = determinant(triangle, second.segment) == 0;
+            const bool second_parallel = second.number != none && determinant(triangle, second.segment) == 0;
             if (!(first_parallel | second_parallel)) return;
             component.remember(slot, first_parallel ? first.number : second.number);
         }
