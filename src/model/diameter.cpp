@@ -111,7 +111,12 @@ Diameter::Diameter(std::span<const Chain> components) {
 double Diameter::value() const { return std::sqrt(squared_); }
 
 void Diameter::include(PointR3 point, std::span<const Chain> components) {
-    squared_ = std::max(squared_, farthest_from(point, components).squared);
+    double largest = squared_;
+    for_each(components, [&](PointR3 p) {
+        const double squared = squared_distance(p, point);
+        largest = squared > largest ? squared : largest;
+    });
+    squared_ = largest;
 }
 
 } // namespace loopwise

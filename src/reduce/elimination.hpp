@@ -138,10 +138,9 @@ template <class Id> class Elimination {
         if (blocker == none) return false;
         remembered = blocker;
         if (blocked_in_a_row_ >= often) {
-            if (is_recent(blocker))
-                look_ahead(components_[c]);
-            else
-                make_recent(blocker);
+            const bool again = is_recent(blocker);
+            if (!again) make_recent(blocker);
+            if (again || !is_placed_) look_ahead(components_[c]);
         }
         return true;
     }
@@ -176,7 +175,7 @@ template <class Id> class Elimination {
     /// Runs of triangles that a recent segment is parallel to, as on a lattice, need no more than its determinant.
     [[gnu::noinline]] void look_ahead(GapBuffer<Id>& component) const {
         const auto& [first, second] = recent_;
-        if (first.number == none || second.number == none) return;
+        if (first.number == none) return;
         for (std::size_t slot = component.right(); slot + 2 < component.end(); ++slot) {
             const std::size_t before =
                 component.bead(slot > component.right() ? slot - 1 : component.left() - 1);
@@ -186,7 +185,7 @@ template <class Id> class Elimination {
             if (!is_apart(first.number) || !is_apart(second.number)) return;
             const Triangle triangle{component.at(slot), component.at(slot + 1), component.at_number(last)};
             const bool first_parallel = determinant(triangle, first.segment) == 0;
-            const bool second_parallel = determinant(triangle, second.segment) == 0;
+            const bool second_parallel = second.number != none && determinant(triangle, second.segment) == 0;
             if (!(first_parallel | second_parallel)) return;
             component.remember(slot, first_parallel ? first.number : second.number);
         }
@@ -251,9 +250,9 @@ template <class Id> class Elimination {
                 {own.right() + 2, own.end() - closing_touches}};
     }
 
-    Id try_slot(const GapBuffer<Id>& component, const Triangle& triangle, std::size_t slot) const {
+    static bool meets(const GapBuffer<Id>& component, const Triangle& triangle, std::size_t slot) {
         const Segment segment{component.at(slot), component.at_number(component.number_after(slot))};
-        return contact(triangle, segment) != Contact::none ? component.bead(slot) : none;
+        return contact(triangle, segment) != Contact::none;
     }
 
     /// Too few segments for the filter to be worth its constants.
@@ -266,11 +265,10 @@ template <class Id> class Elimination {
     [[gnu::noinline]] Id try_without_filter(const GapBuffer<Id>& own, const Triangle& triangle) const {
         std::size_t most = is_small(own) ? most_unfiltered : most_tried_first;
         const auto [left, right] = apart_from_triangle(own);
-        for (const auto& [begin, end] : {left, right})
-            for (std::size_t slot = begin; slot < end && most > 0; ++slot, --most) {
-                const Id found = try_slot(own, triangle, slot);
-                if (found != none) return found;
-            }
+        for (std::size_t slot = left.begin; slot < left.end && most > 0; ++slot, --most)
+            if (meets(own, triangle, slot)) return own.bead(slot);
+        for (std::size_t slot = right.begin; slot < right.end && most > 0; ++slot, --most)
+            if (meets(own, triangle, slot)) return own.bead(slot);
         return none;
     }
 
@@ -293,8 +291,9 @@ template <class Id> class Elimination {
 
     Id search_slots(const GapBuffer<Id>& component, const Filter& filter, const Triangle& triangle,
                     std::size_t begin, std::size_t end) const {
-        return search(filter, positions_, begin, end,
-                      [&](std::size_t slot) { return try_slot(component, triangle, slot); });
+        return search(filter, positions_, begin, end, [&](std::size_t slot) {
+            return meets(component, triangle, slot) ? component.bead(slot) : none;
+        });
     }
 
     /// The beads of the rear as positions, piece by piece.
