@@ -125,7 +125,7 @@ template <class Visit> void for_each_row(void* old_library, void* new_library, V
         });
     }
     for (const int length : {10000, 30000})
-        visit("new ChainReduce by new ChainsReduce, " + std::to_string(length), [=] {
+        visit("new ChainReduce (as old) by new ChainsReduce, closed, " + std::to_string(length), [=] {
             return Row{"",
                        {made(Kind::compact, length)},
                        chain_reduce(new_library, true),
