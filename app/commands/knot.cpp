@@ -21,6 +21,9 @@ Examples:
   loopwise knot --open 0 chain.txt    of a chain, closed along direction 0 of 400
   loopwise knot --link rings.pdb      how the rings of a file are linked)";
 
+/// Three make a triangle, of which there is nothing to ask: whoever gives them meant something else.
+constexpr std::size_t fewest_beads = 4;
+
 struct Arguments {
     std::vector<std::string> files;
     Selecting selecting;
@@ -82,8 +85,14 @@ bool one_molecule(Molecule& molecule, const Arguments& given) {
             drop_repeated_end(named);
         else if (given.open)
             close_in_direction(named.beads, *given.open);
+        const std::string label = label_of(molecule) + (named.name.empty() ? "" : ": chain " + named.name);
+        if (named.beads.size() < fewest_beads) {
+            std::cout << label << ": not named: fewer than four beads\n";
+            good = false;
+            continue;
+        }
         const KnotName name = knot_of(named.beads);
-        show(label_of(molecule) + (named.name.empty() ? "" : ": chain " + named.name), name);
+        show(label, name);
         if (given.open && !warning.empty()) std::cout << "  " << warning << '\n';
         good = good && name.status != KnotStatus::bad_polygon;
     }
