@@ -51,7 +51,7 @@ TEST(Entanglement, OfRandomRingsIsKept) {
     chains::Random random(61);
     const Silence quiet;
     int knotted = 0;
-    for (int i = 0; i < 200 / effort::less; ++i) {
+    for (int i = 0; i < 200; ++i) {
         const bool compact = i % 2 == 0;
         Chain ring = chains::make(compact ? chains::Kind::compact : chains::Kind::tangle,
                                   compact ? 60 + i : 10 + i / 8, random);
@@ -68,7 +68,7 @@ TEST(Entanglement, OfRandomRingsIsKept) {
 TEST(Entanglement, OfTwoRingsIsKept) {
     chains::Random random(62);
     int linked = 0;
-    for (int i = 0; i < 300 / effort::less; ++i) {
+    for (int i = 0; i < 300; ++i) {
         Structure rings{chains::make(chains::Kind::compact, 30 + i % 50, random),
                         chains::make(chains::Kind::compact, 40, random)};
         for (ChainAtom& atom : rings[1]) atom.x += 5, atom.y += 0.013;
