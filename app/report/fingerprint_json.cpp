@@ -1,13 +1,10 @@
 #include "report/fingerprint_report.hpp"
-
-#include <nlohmann/json.hpp>
+#include "report/json_results.hpp"
 
 #include <charconv>
 
 namespace loopwise {
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 /// A number where the label is one; labels with an insertion code are text.
 Json residue(const std::string& label) {
@@ -32,15 +29,11 @@ Json json_of(const KnotPlace& place, const ChainFingerprint& of) {
 class JsonFingerprints final : public FingerprintReport {
   public:
     JsonFingerprints(std::ostream& out, const FingerprintPlan& plan, double least_share)
-        : out_(out), least_share_(least_share) {
-        Json head = {{"program", "loopwise fingerprint"},
-                     {"version", LOOPWISE_VERSION},
-                     {"closures", plan.closures},
-                     {"least_share", least_share}};
-        std::string text = head.dump();
-        text.pop_back();
-        out_ << text << ",\"results\":[";
-    }
+        : results_(out, {{"program", "loopwise fingerprint"},
+                         {"version", LOOPWISE_VERSION},
+                         {"closures", plan.closures},
+                         {"least_share", least_share}}),
+          least_share_(least_share) {}
 
     void add(const ChainFingerprint& of) override {
         Json knots = Json::array();
@@ -57,18 +50,14 @@ class JsonFingerprints final : public FingerprintReport {
                             {"share", of.share},
                             {"depth", of.depth ? Json(*of.depth) : Json(nullptr)},
                             {"knots", std::move(knots)}};
-        // A file name may be no UTF-8, which would make the dump throw.
-        out_ << (first_ ? "\n" : ",\n") << entry.dump(-1, ' ', false, Json::error_handler_t::replace);
-        out_.flush();
-        first_ = false;
+        results_.add(entry);
     }
 
-    void finish() override { out_ << "\n]}\n"; }
+    void finish() override { results_.finish(); }
 
   private:
-    std::ostream& out_;
+    JsonResults results_;
     double least_share_;
-    bool first_ = true;
 };
 
 } // namespace

@@ -1,11 +1,8 @@
+#include "report/json_results.hpp"
 #include "report/report.hpp"
-
-#include <nlohmann/json.hpp>
 
 namespace loopwise {
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 Json json_of(const std::map<std::size_t, std::size_t>& left) {
     Json pairs = Json::array();
@@ -67,17 +64,14 @@ Json json_of(const ComponentTally& tally, std::size_t closures) {
 
 class JsonReport final : public Report {
   public:
-    JsonReport(std::ostream& out, const Plan& plan) : out_(out), together_(plan.together) {
-        Json head = {{"program", "loopwise survey"},
-                     {"version", LOOPWISE_VERSION},
-                     {"method", name_of(plan.method)},
-                     {"closures", plan.closures},
-                     {"scale", takes_scale(plan.method) ? Json(plan.scale) : Json(nullptr)},
-                     {"seed", is_random(plan.method) ? Json(plan.seed) : Json(nullptr)}};
-        std::string text = head.dump();
-        text.pop_back();
-        out_ << text << ",\"results\":[";
-    }
+    JsonReport(std::ostream& out, const Plan& plan)
+        : results_(out, {{"program", "loopwise survey"},
+                         {"version", LOOPWISE_VERSION},
+                         {"method", name_of(plan.method)},
+                         {"closures", plan.closures},
+                         {"scale", takes_scale(plan.method) ? Json(plan.scale) : Json(nullptr)},
+                         {"seed", is_random(plan.method) ? Json(plan.seed) : Json(nullptr)}}),
+          together_(plan.together) {}
 
     void add(const Result& result) override {
         Json entry = {{"file", result.file},
@@ -94,18 +88,14 @@ class JsonReport final : public Report {
         }
         for (const ComponentTally& tally : result.components)
             entry["chains"].push_back(json_of(tally, result.counted()));
-        // A file name may be no UTF-8, which would make the dump throw.
-        out_ << (first_ ? "\n" : ",\n") << entry.dump(-1, ' ', false, Json::error_handler_t::replace);
-        out_.flush();
-        first_ = false;
+        results_.add(entry);
     }
 
-    void finish() override { out_ << "\n]}\n"; }
+    void finish() override { results_.finish(); }
 
   private:
-    std::ostream& out_;
+    JsonResults results_;
     bool together_;
-    bool first_ = true;
 };
 
 } // namespace

@@ -1,0 +1,25 @@
+// What all JSON reports have in common: a head, and results that are written as they come.
+#pragma once
+
+#include <nlohmann/json.hpp>
+
+#include <ostream>
+
+namespace loopwise {
+
+using Json = nlohmann::ordered_json;
+
+class JsonResults {
+  public:
+    /// Writes the head, an object; `out` must outlive the results.
+    JsonResults(std::ostream& out, const Json& head);
+
+    void add(const Json& result);
+    void finish() { out_ << "\n]}\n"; }
+
+  private:
+    std::ostream& out_;
+    bool first_ = true;
+};
+
+} // namespace loopwise
