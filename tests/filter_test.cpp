@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <bitset>
 #include <cmath>
 
 namespace {
@@ -143,8 +144,8 @@ TEST(Filter, NeverDropsWhatMeetsTheTriangle) {
 }
 
 /// What the index passes over must not meet the triangle either: boxes of one segment each and directions, whose
-/// segments are parallel to the plane or nearly so, at whatever distance.
-TEST(Filter, BoxesAndDirectionsMissNothing) {
+/// segments are parallel to the plane or nearly so, at whatever distance; and segments by both ends.
+TEST(Filter, GroupsMissNothing) {
     chains::Random random(32);
     int passed_over = 0, parallel = 0;
     for (int round = 0; round < 12000; ++round) {
@@ -155,7 +156,7 @@ TEST(Filter, BoxesAndDirectionsMissNothing) {
         };
         const Triangle t{corner(), corner(), corner()};
         std::vector<PointR3> points;
-        for (int i = 0; i < 32; ++i)
+        for (std::size_t i = 0; i < loopwise::group_size; ++i)
             whole ? add_parallel(points, t, random) : add_critical(points, t, random.direction(), 3, random);
         const std::size_t segments = points.size() / 2;
         points.insert(points.end(), {t.t0, t.t1, t.t2});
@@ -164,47 +165,44 @@ TEST(Filter, BoxesAndDirectionsMissNothing) {
         const loopwise::Filter filter = filter_of(t, frame);
         if (!filter.has_normal()) continue;
 
-        std::array<std::array<float, 32 + loopwise::position_padding>, 8> row{};
+        loopwise::BoxGroup boxes;
+        loopwise::DirectionGroup directions;
+        loopwise::SegmentGroup group;
         float shortest = 1;
         for (std::size_t j = 0; j < segments; ++j) {
             const PointR3 p = frame(points[2 * j]), q = frame(points[2 * j + 1]), d = minus(q, p);
-            const auto put = [&](std::size_t i, double a, double b) {
-                const auto x = static_cast<float>(a), y = static_cast<float>(b);
-                row[i][j] = x + y, row[i + 3][j] = std::fabs(x - y);
+            const auto put = [&](double a, double b, auto& start, auto& end, auto& sum, auto& difference) {
+                start[j] = static_cast<float>(a), end[j] = static_cast<float>(b);
+                sum[j] = start[j] + end[j], difference[j] = std::fabs(start[j] - end[j]);
             };
-            put(0, p.x, q.x), put(1, p.y, q.y), put(2, p.z, q.z);
-            row[6][j] = static_cast<float>(d.y / d.x), row[7][j] = static_cast<float>(d.z / d.x);
+            put(p.x, q.x, group.x0, group.x1, boxes.x, boxes.dx);
+            put(p.y, q.y, group.y0, group.y1, boxes.y, boxes.dy);
+            put(p.z, q.z, group.z0, group.z1, boxes.z, boxes.dz);
+            directions.v[j] = static_cast<float>(d.y / d.x), directions.w[j] = static_cast<float>(d.z / d.x);
             const bool along_x = std::fabs(d.x) >= std::max({std::fabs(d.y), std::fabs(d.z), 1e-4});
-            if (!along_x) row[6][j] = row[7][j] = NAN; // which is never passed over
+            if (!along_x) directions.v[j] = directions.w[j] = NAN; // which is never passed over
             if (along_x) shortest = std::min(shortest, static_cast<float>(std::fabs(d.x)));
         }
-        const loopwise::BoxFilter box_filter(filter);
-        const loopwise::Boxes boxes{row[0].data(), row[1].data(), row[2].data(),
-                                    row[3].data(), row[4].data(), row[5].data()};
+        const loopwise::BoxFilter box_filter(filter, {frame(t.t0), frame(t.t1), frame(t.t2)});
         const loopwise::Turn turn{filter.height.x, filter.height.y, filter.height.z,
                                   most_turn(filter, shortest)};
-        const auto all = [&](auto find, const auto& what, const auto& where) {
-            std::vector<bool> found(segments);
-            for (std::size_t j = 0; j < segments;) {
-                const loopwise::Candidates candidates = find(what, where, j, segments);
-                j = candidates.first;
-                for (std::uint32_t lanes = candidates.lanes; lanes != 0; lanes &= lanes - 1) {
-                    j = candidates.first + static_cast<std::size_t>(std::countr_zero(lanes));
-                    found[j++] = true;
-                }
-            }
-            return found;
+        const auto in = [](auto find, const auto& what,
+                           const auto& where) -> std::bitset<loopwise::group_size> {
+            const loopwise::Candidates candidates = find(what, &where, 0, 1);
+            EXPECT_EQ(candidates.first, candidates.lanes == 0 ? 1U : 0U);
+            return std::bitset<loopwise::group_size>(candidates.lanes);
         };
         for (const loopwise::InstructionSet set : loopwise::available_instruction_sets()) {
             const loopwise::Kernels kernels = loopwise::kernels(set), stated = loopwise::statement(set);
-            const loopwise::Directions directions{row[6].data(), row[7].data()};
-            const auto near = all(kernels.find_boxes, box_filter, boxes);
-            const auto turned = all(kernels.find_directions, turn, directions);
-            ASSERT_EQ(near, all(stated.find_boxes, box_filter, boxes)) << name(set);
-            ASSERT_EQ(turned, all(stated.find_directions, turn, directions)) << name(set);
+            const auto near = in(kernels.find_boxes, box_filter, boxes);
+            const auto turned = in(kernels.find_directions, turn, directions);
+            const auto both_ends = in(kernels.find_segments, filter, group);
+            ASSERT_EQ(near, in(stated.find_boxes, box_filter, boxes)) << name(set);
+            ASSERT_EQ(turned, in(stated.find_directions, turn, directions)) << name(set);
+            ASSERT_EQ(both_ends, in(stated.find_segments, filter, group)) << name(set);
             for (std::size_t j = 0; j < segments; ++j) {
                 parallel += turned[j];
-                if (near[j] || turned[j]) continue;
+                if ((near[j] || turned[j]) && both_ends[j]) continue;
                 ++passed_over;
                 ASSERT_EQ(literal::intersection(corners, &points[2 * j]), 0)
                     << name(set) << ", round " << round;

@@ -209,7 +209,8 @@ template <class Id> class Elimination {
         const Filter filter = filter_of(triangle, frame_);
         Id found = none;
         if (indexing_.index != nullptr && filter.has_normal()) {
-            indexing_.index->search(filter, [&](std::size_t number) {
+            const Triangle in_frame{frame_(triangle.t0), frame_(triangle.t1), frame_(triangle.t2)};
+            indexing_.index->search(filter, in_frame, [&](std::size_t number) {
                 if (!still_meets(corners, triangle, number)) return false;
                 found = static_cast<Id>(number);
                 return true;
@@ -351,20 +352,18 @@ template <class Id> class Elimination {
         is_placed_ = true;
     }
 
+    /// Gives all segments to the index, where they are worth it.
     void fill_index() {
         std::size_t beads = 0;
         for (const GapBuffer<Id>& component : components_) beads += component.count();
         if (beads < indexing_.fewest_beads || frame_.scale == 0) indexing_.index = nullptr;
         if (indexing_.index == nullptr) return;
-        indexing_.index->clear();
         for (const GapBuffer<Id>& component : components_) {
-            const auto add = [&](std::size_t slot) {
+            component.for_each_segment([&](std::size_t slot) {
                 const std::size_t next = component.next(slot);
                 indexing_.index->add({component.bead(slot), component.bead(next)}, frame_(component.at(slot)),
                                      frame_(component.at(next)));
-            };
-            component.for_each_segment(add);
-            indexing_.index->end_component();
+            });
         }
         indexing_.index->sort();
     }
@@ -379,7 +378,7 @@ template <class Id> class Elimination {
                                      {static_cast<SegmentIndex::Number>(corners.first),
                                       static_cast<SegmentIndex::Number>(corners.last)},
                                      frame_(triangle.t0), frame_(triangle.t2));
-            if (indexing_.index->is_stale()) fill_index();
+            if (indexing_.index->size() < indexing_.fewest_beads) indexing_.index = nullptr;
         }
         return reconsider(c, corners.first, corners.middle);
     }

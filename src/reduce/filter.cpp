@@ -42,17 +42,19 @@ template <class Arithmetic> float value(const Affine& f, const Positions3& at, s
     return multiply_add(at.x[j], f.x, multiply_add(at.y[j], f.y, multiply_add(at.z[j], f.z, f.constant)));
 }
 
-template <class Arithmetic> bool is_candidate(const Filter& f, const Positions3& at, std::size_t j) {
+/// A segment of which both ends have the number j.
+template <class Arithmetic>
+bool meets(const Filter& f, const Positions3& start, const Positions3& end, std::size_t j) {
     constexpr auto multiply_add = Arithmetic::multiply_add;
-    const float h0 = value<Arithmetic>(f.height, at, j), h1 = value<Arithmetic>(f.height, at, j + 1);
-    const float q0 = value<Arithmetic>(f.along_c, at, j), q1 = value<Arithmetic>(f.along_c, at, j + 1);
+    const float h0 = value<Arithmetic>(f.height, start, j), h1 = value<Arithmetic>(f.height, end, j);
+    const float q0 = value<Arithmetic>(f.along_c, start, j), q1 = value<Arithmetic>(f.along_c, end, j);
     const float rise = h1 - h0, drop = std::fabs(rise);
     if (!(drop > f.parallel)) return true;
     if (std::fabs(h0 + h1) > multiply_add(drop, side_factor, f.side)) return false;
     if (std::fabs((q0 + q1) - f.squared) > multiply_add(std::fabs(q1 - q0), side_factor, f.slab_v))
         return false;
 
-    const float p0 = value<Arithmetic>(f.along_b, at, j), p1 = value<Arithmetic>(f.along_b, at, j + 1);
+    const float p0 = value<Arithmetic>(f.along_b, start, j), p1 = value<Arithmetic>(f.along_b, end, j);
     const float sign = std::signbit(rise) ? -1.0F : 1.0F;
     const float u = multiply_add(p0, h1, -(p1 * h0)) * sign;
     const float v = multiply_add(q0, h1, -(q1 * h0)) * sign;
@@ -60,33 +62,45 @@ template <class Arithmetic> bool is_candidate(const Filter& f, const Positions3&
              u + v > multiply_add(drop, f.whole, f.edge_w));
 }
 
+template <class Arithmetic> bool is_candidate(const Filter& f, const Positions3& at, std::size_t j) {
+    return meets<Arithmetic>(f, at, {at.x + 1, at.y + 1, at.z + 1}, j);
+}
+template <class Arithmetic> bool is_candidate_of(const Filter& f, const SegmentGroup& g, std::size_t j) {
+    return meets<Arithmetic>(f, {g.x0.data(), g.y0.data(), g.z0.data()},
+                             {g.x1.data(), g.y1.data(), g.z1.data()}, j);
+}
+
 /// Twice the value in the middle of a box, and how far the values at its corners lie apart.
-template <class Arithmetic> float middle(const Affine& f, const Boxes& box, std::size_t j) {
+template <class Arithmetic> float middle(const Affine& f, const BoxGroup& box, std::size_t j) {
     constexpr auto multiply_add = Arithmetic::multiply_add;
     const float constant = f.constant + f.constant;
     return multiply_add(box.x[j], f.x, multiply_add(box.y[j], f.y, multiply_add(box.z[j], f.z, constant)));
 }
-template <class Arithmetic> float spread(const Affine& f, const Boxes& box, std::size_t j) {
+template <class Arithmetic> float spread(const Affine& f, const BoxGroup& box, std::size_t j) {
     constexpr auto multiply_add = Arithmetic::multiply_add;
     const float along_z = box.dz[j] * std::fabs(f.z);
     return multiply_add(box.dx[j], std::fabs(f.x), multiply_add(box.dy[j], std::fabs(f.y), along_z));
 }
 
 /// As for segments: no sum of two of their heights is nearer to zero, and no difference larger, than the box's.
-template <class Arithmetic> bool may_hold_candidates(const BoxFilter& f, const Boxes& box, std::size_t j) {
+template <class Arithmetic> bool may_hold_candidates(const BoxFilter& f, const BoxGroup& box, std::size_t j) {
     constexpr auto multiply_add = Arithmetic::multiply_add;
     const auto reach = [&](const Affine& along, float margin) {
         return multiply_add(spread<Arithmetic>(along, box, j), side_factor, margin);
     };
     const float h = middle<Arithmetic>(f.height, box, j), p = middle<Arithmetic>(f.along_b, box, j),
                 q = middle<Arithmetic>(f.along_c, box, j);
-    return !(std::fabs(h) > reach(f.height, f.side) ||
+    const auto apart = [&](std::size_t axis, const GroupRow& sum, const GroupRow& difference) {
+        return std::fabs(sum[j] - f.sum[axis]) > multiply_add(difference[j], side_factor, f.room[axis]);
+    };
+    return !(apart(0, box.x, box.dx) || apart(1, box.y, box.dy) || apart(2, box.z, box.dz) ||
+             std::fabs(h) > reach(f.height, f.side) ||
              std::fabs(q - f.squared) > reach(f.along_c, f.slab_v) ||
              std::fabs(p - f.squared) > reach(f.along_b, f.slab_u) ||
              (p + q) - f.squared > reach(f.along_both, f.slab_w));
 }
 
-template <class Arithmetic> bool may_be_parallel(const Turn& turn, const Directions& d, std::size_t j) {
+template <class Arithmetic> bool may_be_parallel(const Turn& turn, const DirectionGroup& d, std::size_t j) {
     constexpr auto multiply_add = Arithmetic::multiply_add;
     return !(std::fabs(multiply_add(d.v[j], turn.v, multiply_add(d.w[j], turn.w, turn.one))) > turn.most);
 }
@@ -95,6 +109,17 @@ template <auto is_kept, class What, class Where>
 Candidates find_one(const What& what, const Where& where, std::size_t begin, std::size_t end) {
     for (; begin < end; ++begin)
         if (is_kept(what, where, begin)) return {begin, 1};
+    return {end, 0};
+}
+
+template <auto is_kept, class What, class Group>
+Candidates find_one_group(const What& what, const Group* groups, std::size_t begin, std::size_t end) {
+    for (; begin < end; ++begin) {
+        std::uint32_t lanes = 0;
+        for (std::size_t j = 0; j < group_size; ++j)
+            lanes |= std::uint32_t{is_kept(what, groups[begin], j)} << j;
+        if (lanes != 0) return {begin, lanes};
+    }
     return {end, 0};
 }
 
@@ -107,8 +132,9 @@ void put_positions(const Frame& frame, std::span<const ChainAtom> atoms, float* 
 
 template <class Arithmetic>
 constexpr Kernels stated{find_one<is_candidate<Arithmetic>, Filter, Positions3>,
-                         find_one<may_hold_candidates<Arithmetic>, BoxFilter, Boxes>,
-                         find_one<may_be_parallel<Arithmetic>, Turn, Directions>, put_positions};
+                         find_one_group<is_candidate_of<Arithmetic>, Filter, SegmentGroup>,
+                         find_one_group<may_hold_candidates<Arithmetic>, BoxFilter, BoxGroup>,
+                         find_one_group<may_be_parallel<Arithmetic>, Turn, DirectionGroup>, put_positions};
 
 } // namespace
 
@@ -143,6 +169,8 @@ constexpr Kernels stated{find_one<is_candidate<Arithmetic>, Filter, Positions3>,
 // Underflow: N >= 2^-30 makes every margin at least 2^-16 * 2^-90, and what underflows is below 2^-126 * 16.
 constexpr float e = 0x1p-24F;
 constexpr float parallel_margin = 64 * e, side_margin = 128 * e, slab_margin = 128 * e, edge_margin = 256 * e;
+/// Of sums of two coordinates.
+constexpr float box_margin = 64 * e;
 constexpr float least_determinant = 2e-8F;
 
 Filter filter_of(const Triangle& triangle, const Frame& frame) {
@@ -174,10 +202,21 @@ Filter filter_of(const Triangle& triangle, const Frame& frame) {
     return f;
 }
 
-BoxFilter::BoxFilter(const Filter& f)
+// Two boxes. Where contact() finds something, the line of the segment meets the plane of the triangle in one point, with
+// t, u, v and u + v beyond [0, 1] by two tolerances at most: that far, in parts of its sides, the box around the
+// segment and that around the triangle are made larger, so that both hold this point.
+BoxFilter::BoxFilter(const Filter& f, const Triangle& in_frame)
     : Filter(f), along_both{along_b.x + along_c.x, along_b.y + along_c.y, along_b.z + along_c.z, 0},
       slab_u(squared * side_factor + slab_margin * n_size * c_size),
-      slab_w(slab_u + slab_margin * n_size * b_size) {}
+      slab_w(slab_u + slab_margin * n_size * b_size) {
+    const auto [a, b, c] = in_frame;
+    const std::array<std::array<double, 3>, 3> axes{{{a.x, b.x, c.x}, {a.y, b.y, c.y}, {a.z, b.z, c.z}}};
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        const auto [least, most] = std::minmax({axes[axis][0], axes[axis][1], axes[axis][2]});
+        sum[axis] = static_cast<float>(least + most);
+        room[axis] = static_cast<float>(most - least) * side_factor + box_margin;
+    }
+}
 
 // With d of largest coordinate 1 and a = s d, |d|1 <= 3, the errors of contact() above are 27 E s B C in the
 // determinant, 60 E B C in the numerator of t and 180 E s C or 180 E s B in those of u and v. A determinant of s D

@@ -5,6 +5,7 @@
 #include "model/instruction_sets.hpp"
 #include "reduce/intersection.hpp"
 
+#include <array>
 #include <cstdint>
 #include <limits>
 #include <span>
@@ -48,11 +49,10 @@ struct Affine {
 /// that no rounding matters; filter.cpp derives them.
 struct Filter {
     Affine height, along_c, along_b;
-    Affine along_both; ///< the gradient of p + q
-    float parallel;    ///< a determinant of at most this size may be zero
-    float side;        ///< of the heights of both ends
-    float squared;     ///< |n|^2
-    float slab_v;      ///< how far from |n|^2 a sum of two q is within the triangle's
+    float parallel; ///< a determinant of at most this size may be zero
+    float side;     ///< of the heights of both ends
+    float squared;  ///< |n|^2
+    float slab_v;   ///< how far from |n|^2 a sum of two q is within the triangle's
     float slack, edge_u, edge_v, whole, edge_w;
     float n_size, b_size, c_size; ///< sums of the sizes of the components
 
@@ -61,11 +61,13 @@ struct Filter {
 
 Filter filter_of(const Triangle& triangle, const Frame& frame);
 
-/// What boxes need beside it: the gradient of p + q, and the margins of sums of two p and two p + q.
+/// What boxes need beside it: the gradient of p + q, the margins of sums of two p and two p + q, and the box around
+/// the triangle, by the sum of its sides and by their difference with what both need to be apart.
 struct BoxFilter : Filter {
-    explicit BoxFilter(const Filter& filter);
+    BoxFilter(const Filter& filter, const Triangle& in_frame);
     Affine along_both;
     float slab_u, slab_w;
+    std::array<float, 3> sum, room;
 };
 
 /// How far outside of [0, 1] a segment is where the filter drops it: ten tolerances for what contact()
@@ -88,27 +90,38 @@ struct Candidates {
 using FindCandidates = Candidates (*)(const Filter& filter, const Positions3& positions, std::size_t begin,
                                       std::size_t end);
 
-/// Boxes around segments, by the sums and the differences of their sides.
-struct Boxes {
-    const float *x, *y, *z, *dx, *dy, *dz;
+/// What an index of segments is searched by: sixteen of a kind in one place, their first coordinates first.
+constexpr std::size_t group_size = 16;
+using GroupRow = std::array<float, group_size>;
+
+/// Segments by both ends.
+struct alignas(64) SegmentGroup {
+    GroupRow x0, y0, z0, x1, y1, z1;
 };
 
-/// The same for boxes: those that the filter proves to hold no segment that meets the triangle, unless its
-/// determinant is zero, are no candidates.
-using FindBoxes = Candidates (*)(const BoxFilter& filter, const Boxes& boxes, std::size_t begin,
-                                 std::size_t end);
+/// Boxes around segments, by the sums and the differences of their sides.
+struct alignas(64) BoxGroup {
+    GroupRow x, y, z, dx, dy, dz;
+};
 
 /// Directions in which one coordinate is 1 and the others are v and w.
-struct Directions {
-    const float *v, *w;
+struct alignas(64) DirectionGroup {
+    GroupRow v, w;
 };
 
-/// The same for directions: the candidates are those with |one + v d.v + w d.w| <= most.
+/// What a direction is asked for: the candidates are those with |one + v d.v + w d.w| <= most.
 struct Turn {
     float one, v, w, most;
 };
-using FindDirections = Candidates (*)(const Turn& turn, const Directions& directions, std::size_t begin,
-                                      std::size_t end);
+
+/// The first of the groups from `begin` up to `end` that has candidates, `first`, and which of it they are; or
+/// {end, 0}.
+///
+/// Boxes that the filter proves to hold no segment that meets the triangle, unless its determinant is zero, are no
+/// candidates.
+template <class What, class Group>
+using FindInGroups = Candidates (*)(const What& what, const Group* groups, std::size_t begin,
+                                    std::size_t end);
 
 /// A determinant of size |d| n, for a segment along d whose largest coordinate is 1 and which is no shorter than
 /// `shortest` in this coordinate, may be zero or too small for contact() to be sure of t, u and v where n d is at
@@ -122,8 +135,9 @@ using PutPositions = void (*)(const Frame& frame, std::span<const ChainAtom> ato
 /// The versions of an instruction set.
 struct Kernels {
     FindCandidates find_candidates;
-    FindBoxes find_boxes;
-    FindDirections find_directions;
+    FindInGroups<Filter, SegmentGroup> find_segments;
+    FindInGroups<BoxFilter, BoxGroup> find_boxes;
+    FindInGroups<Turn, DirectionGroup> find_directions;
     PutPositions put_positions;
 };
 Kernels kernels(InstructionSet set);

@@ -45,16 +45,26 @@ LOOPWISE_TARGET inline Floats following(Floats these, Floats next) {
 }
 
 /// Those of the lanes that the coordinates u, v and u + v do not put out of reach.
-LOOPWISE_TARGET inline std::uint32_t within_edges(const Filter& f, const Positions3& at, std::size_t j, Floats h0,
+LOOPWISE_TARGET inline std::uint32_t within_edges(const Filter& f, const Positions3& start,
+                                                  const Positions3& end, std::size_t j, Floats h0,
                                                   Floats h1, Floats q0, Floats q1) {
     const Floats rise = h1 - h0, drop = size(rise);
-    const Floats p0 = value(f.along_b, at, j), p1 = value(f.along_b, at, j + 1);
+    const Floats p0 = value(f.along_b, start, j), p1 = value(f.along_b, end, j);
     const Floats u = signed_by(FUSED(p0, h1, -(p1 * h0)), rise);
     const Floats v = signed_by(FUSED(q0, h1, -(q1 * h0)), rise);
     const std::uint32_t parallel = ~GREATER(drop, all(f.parallel));
     return parallel | ~(GREATER(-FUSED(drop, all(f.slack), all(f.edge_u)), u) |
                         GREATER(-FUSED(drop, all(f.slack), all(f.edge_v)), v) |
                         GREATER(u + v, FUSED(drop, all(f.whole), all(f.edge_w))));
+}
+
+/// Those of the lanes whose determinants are not zero and which the height or the slab along the first edge puts
+/// out of reach.
+LOOPWISE_TARGET inline std::uint32_t out_of_slab(const Filter& f, Floats h0, Floats h1, Floats q0, Floats q1) {
+    const Floats drop = size(h1 - h0);
+    return GREATER(drop, all(f.parallel)) &
+           (GREATER(size(h0 + h1), FUSED(drop, all(side_factor), all(f.side))) |
+            GREATER(size((q0 + q1) - f.squared), FUSED(size(q1 - q0), all(side_factor), all(f.slab_v))));
 }
 
 LOOPWISE_TARGET Candidates find_candidates(const Filter& filter, const Positions3& positions, std::size_t begin,
@@ -66,62 +76,13 @@ LOOPWISE_TARGET Candidates find_candidates(const Filter& filter, const Positions
     for (std::size_t j = begin; j < end; j += LANES) {
         const Floats h_next = value(f.height, at, j + LANES), q_next = value(f.along_c, at, j + LANES);
         const Floats h1 = following(h0, h_next), q1 = following(q0, q_next);
-        const Floats drop = size(h1 - h0);
-        const std::uint32_t out =
-            GREATER(drop, all(f.parallel)) &
-            (GREATER(size(h0 + h1), FUSED(drop, all(side_factor), all(f.side))) |
-             GREATER(size((q0 + q1) - f.squared),
-                     FUSED(size(q1 - q0), all(side_factor), all(f.slab_v))));
-        std::uint32_t lanes = ~out & all_lanes;
+        std::uint32_t lanes = ~out_of_slab(f, h0, h1, q0, q1) & all_lanes;
         if (__builtin_expect(lanes != 0, 0)) {
             lanes &= up_to(end - j);
-            if (lanes != 0) lanes &= within_edges(f, at, j, h0, h1, q0, q1);
+            if (lanes != 0) lanes &= within_edges(f, at, {at.x + 1, at.y + 1, at.z + 1}, j, h0, h1, q0, q1);
             if (lanes != 0) return {j, lanes};
         }
         h0 = h_next, q0 = q_next;
-    }
-    return {end, 0};
-}
-
-LOOPWISE_TARGET inline Floats middle(const Affine& f, const Boxes& at, std::size_t j) {
-    return FUSED(load(at.x + j), all(f.x),
-                 FUSED(load(at.y + j), all(f.y),
-                       FUSED(load(at.z + j), all(f.z), all(f.constant + f.constant))));
-}
-
-LOOPWISE_TARGET inline Floats spread(const Affine& f, const Boxes& at, std::size_t j) {
-    return FUSED(load(at.dx + j), all(std::fabs(f.x)),
-                 FUSED(load(at.dy + j), all(std::fabs(f.y)), load(at.dz + j) * std::fabs(f.z)));
-}
-
-LOOPWISE_TARGET inline Floats reach(const Affine& along, float margin, const Boxes& at, std::size_t j) {
-    return FUSED(spread(along, at, j), all(side_factor), all(margin));
-}
-
-LOOPWISE_TARGET Candidates find_boxes(const BoxFilter& filter, const Boxes& boxes, std::size_t begin,
-                                      std::size_t end) {
-    const BoxFilter& f = filter;
-    const Boxes at = boxes;
-    for (std::size_t j = begin; j < end; j += LANES) {
-        const Floats h = middle(f.height, at, j), p = middle(f.along_b, at, j), q = middle(f.along_c, at, j);
-        const std::uint32_t out = GREATER(size(h), reach(f.height, f.side, at, j)) |
-                                  GREATER(size(q - f.squared), reach(f.along_c, f.slab_v, at, j)) |
-                                  GREATER(size(p - f.squared), reach(f.along_b, f.slab_u, at, j)) |
-                                  GREATER((p + q) - f.squared, reach(f.along_both, f.slab_w, at, j));
-        const std::uint32_t lanes = ~out & up_to(end - j);
-        if (lanes != 0) return {j, lanes};
-    }
-    return {end, 0};
-}
-
-LOOPWISE_TARGET Candidates find_directions(const Turn& turn, const Directions& directions, std::size_t begin,
-                                           std::size_t end) {
-    const Turn t = turn;
-    for (std::size_t j = begin; j < end; j += LANES) {
-        const Floats v = load(directions.v + j), w = load(directions.w + j);
-        const Floats d = FUSED(v, all(t.v), FUSED(w, all(t.w), all(t.one)));
-        const std::uint32_t lanes = ~GREATER(size(d), all(t.most)) & up_to(end - j);
-        if (lanes != 0) return {j, lanes};
     }
     return {end, 0};
 }

@@ -18,6 +18,7 @@ namespace sse2 {
 #define GREATER(a, b) static_cast<std::uint32_t>(_mm_movemask_ps(_mm_cmpgt_ps(a, b)))
 #define FUSED(a, b, c) ((a) * (b) + (c))
 #include "reduce/filter_kernel.inl"
+#include "reduce/group_kernel.inl"
 #undef LANES
 #undef FOLLOWING
 #undef LOOPWISE_TARGET
@@ -32,6 +33,7 @@ namespace avx2 {
 #define GREATER(a, b) static_cast<std::uint32_t>(_mm256_movemask_ps(_mm256_cmp_ps(a, b, _CMP_GT_OQ)))
 #define FUSED(a, b, c) _mm256_fmadd_ps(a, b, c)
 #include "reduce/filter_kernel.inl"
+#include "reduce/group_kernel.inl"
 #undef LANES
 #undef FOLLOWING
 #undef LOOPWISE_TARGET
@@ -46,6 +48,7 @@ namespace avx512 {
 #define GREATER(a, b) static_cast<std::uint32_t>(_mm512_cmp_ps_mask(a, b, _CMP_GT_OQ))
 #define FUSED(a, b, c) _mm512_fmadd_ps(a, b, c)
 #include "reduce/filter_kernel.inl"
+#include "reduce/group_kernel.inl"
 #undef LANES
 #undef FOLLOWING
 #undef LOOPWISE_TARGET
@@ -56,7 +59,7 @@ namespace avx512 {
 } // namespace
 
 #define LOOPWISE_KERNELS(set)                                                                                \
-    { set::find_candidates, set::find_boxes, set::find_directions, set::put_positions }
+    { set::find_candidates, set::find_segments, set::find_boxes, set::find_directions, set::put_positions }
 
 Kernels kernels(InstructionSet set) {
     static const Versions<Kernels> versions{{statement(InstructionSet::plain), LOOPWISE_KERNELS(sse2),

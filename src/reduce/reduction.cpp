@@ -129,7 +129,7 @@ std::size_t reduce(Chain& chain, bool closed) {
     if (chain.size() < ShortChainSlots::count) return reduce_on_stack(chain, closed);
     return reduce_with(chain, closed, [](const Component& component) {
         HeapSlots slots(component.count + 1);
-        SegmentIndex index(fastest(), component.count, 1, component.count);
+        SegmentIndex index(fastest(), component.count, component.count);
         return eliminate(component, slots.get(), fastest(), {&index, fewest_indexed});
     });
 }
@@ -164,7 +164,7 @@ std::size_t reduce(Structure& structure, bool closed, std::size_t fewest_beads) 
         first += c.count + 1;
     }
     std::optional<SegmentIndex> index;
-    if (count >= fewest_beads) index.emplace(fastest(), count, components.size(), count);
+    if (count >= fewest_beads) index.emplace(fastest(), count, count);
     const Indexing indexing{index ? &*index : nullptr, fewest_beads};
     Elimination<std::uint32_t>(buffers, {slots.x, slots.y, slots.z}, fastest(), indexing).run();
 

@@ -1,5 +1,8 @@
 #include "reduce/segment_index.hpp"
 
+#include <numeric>
+#include <span>
+
 namespace loopwise {
 namespace {
 
@@ -15,47 +18,111 @@ constexpr float least_of_mean = 0.25F, least_of_frame = 0x1p-9F;
 /// What rounding may do to a coordinate on a face and to the bounds of a run, many times over.
 constexpr float on_face = 1e-5F;
 
-} // namespace
+/// Boxes with a largest side of more than 1/2, 1/4, 1/8 or 1/16 and the others are sorted apart: a large one would make
+/// that around sixteen large.
+constexpr std::uint32_t sizes_of_boxes = 5;
 
-SegmentIndex::SegmentIndex(const Kernels& kernels, std::size_t segments, std::size_t components,
-                           std::size_t numbers)
-    : kernels_(kernels) {
-    const std::size_t slots = segments + components, edge = cells_along_edge(slots);
-    segments_.resize(slots), direction_.resize(slots), sorted_.resize(slots);
-    positions_.resize(slots), directions_.resize(slots);
-    boxes_[0].resize(slots / group + 1);
-    boxes_[1].resize(slots / group / group + 1);
-    cells_.resize(3 * edge * edge + 1);
-    runs_.reserve(edge);
-    loose_segments_.resize(slots + slots / segments_per_new + 2);
-    loose_.resize(2 * loose_segments_.size());
-    loose_of_.resize(numbers), next_.resize(numbers);
+/// Boxes are sorted by the cell of a cubic grid that their middle is in, with two to the power of this along an edge.
+std::uint32_t bits_of_place(std::size_t boxes) {
+    return std::max<std::uint32_t>(1, static_cast<std::uint32_t>(std::bit_width(boxes) + 2) / 3);
 }
 
-void SegmentIndex::clear() { count_ = replaced_ = 0; }
+/// The bits of a number with two zeros after each: of three such, cells that are near each other are near in number.
+std::uint32_t spread_bits(std::uint32_t x, std::uint32_t bits) {
+    std::uint32_t spread = 0;
+    for (std::uint32_t bit = 0; bit < bits; ++bit) spread |= (x >> bit & 1) << 3 * bit;
+    return spread;
+}
+
+/// Calls put(place, i) for every key, the places in the order of the keys. Those of a key begin at starts[key] then.
+template <class Put>
+void sort_by_key(std::span<const std::uint32_t> keys, std::span<std::uint32_t> starts, Put put) {
+    std::fill(starts.begin(), starts.end(), 0);
+    for (const std::uint32_t key : keys) ++starts[key];
+    std::partial_sum(starts.begin(), starts.end(), starts.begin());
+    for (std::size_t i = keys.size(); i-- > 0;) put(--starts[keys[i]], i);
+}
+
+} // namespace
+
+SegmentIndex::SegmentIndex(const Kernels& kernels, std::size_t segments, std::size_t numbers)
+    : kernels_(kernels) {
+    const std::size_t groups = groups_for(segments), edge = cells_along_edge(segments);
+    segments_.reserve(segments);
+    keys_.resize(segments);
+    sorted_.resize(groups * group_size), directions_.resize(groups);
+    group_in_.resize(groups_for(groups) * group_size), box_.resize(groups);
+    boxes_.resize(groups_for(groups)), large_boxes_.resize(groups_for(boxes_.size()));
+    places_.resize(std::size_t{sizes_of_boxes} << 3 * bits_of_place(groups));
+    cells_.resize(3 * edge * edge + 1);
+    runs_.reserve(edge), first_cell_.resize(edge), last_cell_.resize(edge);
+    loose_.reserve(segments + segments / segments_per_new + 2);
+    loose_of_.assign(numbers, no_bead), next_.assign(numbers, no_bead);
+}
 
 SegmentIndex::Direction SegmentIndex::direction_of(PointR3 d) {
     const std::array<double, 5> a{d.x, d.y, d.z, d.x, d.y};
-    std::size_t face = std::fabs(d.y) > std::fabs(d.x) ? 1 : 0;
+    std::uint32_t face = std::fabs(d.y) > std::fabs(d.x) ? 1 : 0;
     if (std::fabs(d.z) > std::fabs(a[face])) face = 2;
     return {static_cast<float>(a[face + 1] / a[face]), static_cast<float>(a[face + 2] / a[face]),
             static_cast<float>(std::fabs(a[face])), face};
 }
 
+void SegmentIndex::Segments::put(std::size_t j, Ends ends, PointR3 start, PointR3 end) {
+    SegmentGroup& group = groups_[j / group_size];
+    const std::size_t lane = j % group_size;
+    const auto narrow = [](double x) { return static_cast<float>(x); };
+    group.x0[lane] = narrow(start.x), group.y0[lane] = narrow(start.y), group.z0[lane] = narrow(start.z);
+    group.x1[lane] = narrow(end.x), group.y1[lane] = narrow(end.y), group.z1[lane] = narrow(end.z);
+    ends_[j] = ends;
+    directions_[j] = direction_of(end - start);
+}
+
+void SegmentIndex::Segments::copy(std::size_t j, const Segments& from, std::size_t i) {
+    SegmentGroup& group = groups_[j / group_size];
+    const SegmentGroup& other = from.groups_[i / group_size];
+    for (GroupRow SegmentGroup::*const row : {&SegmentGroup::x0, &SegmentGroup::y0, &SegmentGroup::z0,
+                                              &SegmentGroup::x1, &SegmentGroup::y1, &SegmentGroup::z1})
+        (group.*row)[j % group_size] = (other.*row)[i % group_size];
+    ends_[j] = from.ends_[i];
+    directions_[j] = from.directions_[i];
+}
+
 void SegmentIndex::add(Ends ends, PointR3 start, PointR3 end) {
-    positions_.put(count_, start);
-    positions_.put(count_ + 1, end);
-    segments_[count_] = ends;
     next_[ends.from] = ends.to;
-    direction_[count_++] = direction_of(end - start);
+    segments_.put(count_++, ends, start, end);
+}
+
+void SegmentIndex::replace(Number gone, Ends ends, PointR3 start, PointR3 end) {
+    next_[ends.from] = ends.to;
+    next_[gone] = no_bead;
+    std::uint32_t& slot = loose_of_[ends.from];
+    if (slot == no_bead) slot = static_cast<std::uint32_t>(loose_count_++);
+    loose_.put(slot, ends, start, end);
+    if (++replaced_ * segments_per_removal > count_ ||
+        (loose_count_ - first_new_) * segments_per_new > count_)
+        renew();
+}
+
+void SegmentIndex::renew() {
+    std::size_t kept = 0;
+    for (std::size_t j = 0; j < count_; ++j) {
+        const Number from = segments_.ends(j).from;
+        if (next_[from] == no_bead) continue;
+        const bool is_new = loose_of_[from] != no_bead;
+        segments_.copy(kept++, is_new ? loose_ : segments_, is_new ? loose_of_[from] : j);
+    }
+    for (std::size_t j = first_new_; j < loose_count_; ++j) loose_of_[loose_.ends(j).from] = no_bead;
+    count_ = kept;
+    sort();
 }
 
 void SegmentIndex::sort() {
-    loose_count_ = 0;
-    std::fill(loose_of_.begin(), loose_of_.end(), no_bead);
+    replaced_ = loose_count_ = 0;
+    for (std::size_t j = count_; j % group_size != 0; ++j) segments_.copy(j, segments_, count_ - 1);
     sort_directions();
     first_new_ = loose_count_;
-    make_boxes();
+    sort_boxes();
 }
 
 std::size_t SegmentIndex::cell_of(const Direction& direction) const {
@@ -69,76 +136,93 @@ void SegmentIndex::sort_directions() {
     double sum = 0;
     std::size_t finite = 0;
     for (std::size_t j = 0; j < count_; ++j)
-        if (segments_[j].from != no_bead && direction_[j].length <= 2)
-            sum += static_cast<double>(direction_[j].length), ++finite;
+        if (segments_.direction(j).length <= 2)
+            sum += static_cast<double>(segments_.direction(j).length), ++finite;
     shortest_ = finite > 0 ? least_of_mean * static_cast<float>(sum / static_cast<double>(finite)) : 1;
     shortest_ = std::clamp(shortest_, 0x1p-60F, least_of_frame);
     edge_ = cells_along_edge(count_);
 
-    const auto has_cell = [&](std::size_t j) {
-        const Direction& d = direction_[j];
-        return segments_[j].from != no_bead && d.length >= shortest_ && d.length <= 2 &&
-               std::fabs(d.v) <= 1 && std::fabs(d.w) <= 1;
+    const auto has_cell = [&](const Direction& d) {
+        return d.length >= shortest_ && d.length <= 2 && std::fabs(d.v) <= 1 && std::fabs(d.w) <= 1;
     };
-    std::fill(cells_.begin(), cells_.end(), 0);
+    const auto none = static_cast<std::uint32_t>(3 * edge_ * edge_);
     for (std::size_t j = 0; j < count_; ++j) {
-        if (has_cell(j))
-            ++cells_[cell_of(direction_[j])];
-        else if (segments_[j].from != no_bead)
-            add_loose(j);
+        const Direction& d = segments_.direction(j);
+        keys_[j] = has_cell(d) ? static_cast<std::uint32_t>(cell_of(d)) : none;
+        if (keys_[j] == none) loose_.copy(loose_count_++, segments_, j);
     }
-    std::uint32_t end = 0;
-    for (std::uint32_t& cell : cells_) end += cell, cell = end;
-    for (std::size_t j = count_; j-- > 0;) {
-        if (!has_cell(j)) continue;
-        const std::uint32_t to = --cells_[cell_of(direction_[j])];
-        sorted_[to] = static_cast<std::uint32_t>(j);
-        directions_.row[0][to] = direction_[j].v;
-        directions_.row[1][to] = direction_[j].w;
-    }
+    sort_by_key(std::span(keys_).first(count_), std::span(cells_).first(none + 1),
+                [&](std::size_t to, std::size_t j) {
+                    sorted_[to] = static_cast<std::uint32_t>(j);
+                    directions_[to / group_size].v[to % group_size] = segments_.direction(j).v;
+                    directions_[to / group_size].w[to % group_size] = segments_.direction(j).w;
+                });
 }
 
-void SegmentIndex::add_loose(std::size_t j) {
-    for (std::size_t i = 0; i < 3; ++i) {
-        loose_.row[i][2 * loose_count_] = positions_.row[i][j];
-        loose_.row[i][2 * loose_count_ + 1] = positions_.row[i][j + 1];
+SegmentIndex::Box SegmentIndex::box_around(const SegmentGroup& group) {
+    const std::array<const GroupRow*, 6> row{&group.x0, &group.y0, &group.z0,
+                                             &group.x1, &group.y1, &group.z1};
+    Box box{};
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        Range range;
+        for (const GroupRow* const ends : {row[axis], row[axis + 3]})
+            for (const float x : *ends)
+                if (std::fabs(x) <= 1) range.widen(x, x); // what is not finite is loose
+        if (!range.is_empty()) box.put(axis, range);
     }
-    loose_segments_[loose_count_++] = segments_[j];
+    return box;
 }
 
-void SegmentIndex::replace(Number gone, Ends ends, PointR3 start, PointR3 end) {
-    next_[ends.from] = ends.to;
-    next_[gone] = no_bead;
-    ++replaced_;
-    std::uint32_t& slot = loose_of_[ends.from];
-    if (slot == no_bead) slot = static_cast<std::uint32_t>(loose_count_++);
-    loose_.put(2 * slot, start);
-    loose_.put(2 * slot + 1, end);
-    loose_segments_[slot] = ends;
+std::uint32_t SegmentIndex::place_of(const Box& box, std::uint32_t bits) {
+    const float cells = static_cast<float>(1U << bits);
+    std::uint32_t place = 0;
+    float largest = 0;
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        const float cell = std::min((box.sum[axis] + 2) / 4 * cells, cells - 1);
+        place |= spread_bits(static_cast<std::uint32_t>(cell), bits) << axis;
+        largest = std::max(largest, box.difference[axis]);
+    }
+    std::uint32_t size = 0;
+    for (float side = 0.5F; size + 1 < sizes_of_boxes && largest <= side; side /= 2) ++size;
+    return size << 3 * bits | place;
 }
 
-void SegmentIndex::make_boxes() {
-    const std::size_t count = (count_ + group - 1) / group;
-    constexpr float infinity = std::numeric_limits<float>::infinity();
-    for (std::size_t row = 0; row < 3; ++row) {
-        const std::vector<float>& x = positions_.row[row];
-        float large_least = infinity, large_most = -infinity;
-        const auto put = [&](std::size_t level, std::size_t box, float least, float most) {
-            boxes_[level].row[row][box] = least <= most ? least + most : 0;
-            boxes_[level].row[row + 3][box] = least <= most ? most - least : 0;
-        };
-        for (std::size_t box = 0; box < count; ++box) {
-            float least = infinity, most = -infinity;
-            // The last position is that of an end; what is not finite is loose, and neither less nor greater.
-            for (std::size_t j = box * group; j < std::min((box + 1) * group + 1, count_); ++j)
-                if (std::fabs(x[j]) <= 1) least = std::min(least, x[j]), most = std::max(most, x[j]);
-            put(0, box, least, most);
-            large_least = std::min(large_least, least), large_most = std::max(large_most, most);
-            if (box % group != group - 1 && box + 1 != count) continue;
-            put(1, box / group, large_least, large_most);
-            large_least = infinity, large_most = -infinity;
+void SegmentIndex::sort_boxes() {
+    const std::size_t count = groups_for(count_), large = groups_for(count);
+    const std::uint32_t bits = bits_of_place(count);
+    for (std::size_t g = 0; g < count; ++g) {
+        box_[g] = box_around(segments_.groups()[g]);
+        keys_[g] = place_of(box_[g], bits);
+    }
+    sort_by_key(std::span(keys_).first(count), std::span(places_).first(sizes_of_boxes << 3 * bits),
+                [&](std::size_t to, std::size_t g) {
+                    group_in_[to] = static_cast<std::uint32_t>(g);
+                    put_box(boxes_, to, box_[g]);
+                });
+    for (std::size_t i = count; i % group_size != 0; ++i) put_box(boxes_, i, outside);
+
+    for (std::size_t i = 0; i < large; ++i) {
+        Box box{};
+        for (std::size_t axis = 0; axis < 3; ++axis) {
+            Range range;
+            for (std::size_t k = i * group_size; k < std::min((i + 1) * group_size, count); ++k) {
+                const Box& one = box_[group_in_[k]];
+                range.widen((one.sum[axis] - one.difference[axis]) / 2,
+                            (one.sum[axis] + one.difference[axis]) / 2);
+            }
+            box.put(axis, range);
         }
+        put_box(large_boxes_, i, box);
     }
+    for (std::size_t i = large; i % group_size != 0; ++i) put_box(large_boxes_, i, outside);
+}
+
+void SegmentIndex::put_box(std::vector<BoxGroup>& groups, std::size_t i, const Box& box) {
+    BoxGroup& group = groups[i / group_size];
+    const std::size_t lane = i % group_size;
+    group.x[lane] = box.sum[0], group.y[lane] = box.sum[1], group.z[lane] = box.sum[2];
+    group.dx[lane] = box.difference[0], group.dy[lane] = box.difference[1],
+    group.dz[lane] = box.difference[2];
 }
 
 void SegmentIndex::find_runs(std::size_t face, const Turn& turn) {
@@ -153,15 +237,28 @@ void SegmentIndex::find_runs(std::size_t face, const Turn& turn) {
     const float middle = -turn.one / w, reach = (std::fabs(v) + 2 * turn.most) / std::fabs(w) + on_face;
     if (middle - reach > 1 || middle + reach < -1) return;
     const std::size_t last_row = cell(middle + reach);
-    for (std::size_t row = cell(middle - reach); row <= last_row; ++row) {
-        const float at = (2 * static_cast<float>(row) + 1) / edge - 1;
-        const float centre = -(turn.one + turn.w * at) / v;
-        const float width =
-            (std::fabs(turn.w) * (1 / edge + on_face) + 2 * turn.most) / std::fabs(v) + on_face;
-        if (!(centre - width <= 1 && centre + width >= -1)) continue;
-        const std::size_t first = (face * edge_ + row) * edge_;
-        const Run run{cells_[first + cell(centre - width)], cells_[first + cell(centre + width) + 1]};
-        if (run.begin < run.end) runs_.push_back(run);
+    const std::size_t first_row = cell(middle - reach);
+    // In cells: the line goes through a row's middle at start + row * slope.
+    const float slope = -turn.w / v, start = (1 - (turn.one + turn.w * (1 / edge - 1)) / v) / 2 * edge;
+    const float width =
+        ((std::fabs(turn.w) * (1 / edge + on_face) + 2 * turn.most) / std::fabs(v) + on_face) / 2 * edge;
+    for (std::size_t row = first_row; row <= last_row; ++row) {
+        const float at = start + slope * static_cast<float>(static_cast<std::int32_t>(row));
+        const float least = at - width, most = at + width, last = edge - 1;
+        first_cell_[row] = static_cast<std::int32_t>(least < 0 ? 0 : least < edge ? least : edge);
+        last_cell_[row] = static_cast<std::int32_t>(most < -1 ? -1 : most < last ? most : last);
+    }
+    for (std::size_t row = first_row; row <= last_row; ++row) {
+        if (first_cell_[row] > last_cell_[row]) continue;
+        const std::uint32_t* const cells = &cells_[(face * edge_ + row) * edge_];
+        const std::uint32_t begin = cells[first_cell_[row]], end = cells[last_cell_[row] + 1];
+        if (begin == end) continue;
+        runs_.push_back(
+            {begin / static_cast<std::uint32_t>(group_size), static_cast<std::uint32_t>(groups_for(end))});
+        for (std::uint32_t g = runs_.back().begin; g < runs_.back().end; ++g) {
+            __builtin_prefetch(&directions_[g].v);
+            __builtin_prefetch(&directions_[g].w);
+        }
     }
 }
 

@@ -16,7 +16,7 @@ inline Chain eliminated(Chain chain, bool closed, loopwise::InstructionSet set, 
         slots,      positions.data(),  positions.data() + row, positions.data() + 2 * row,
         ids.data(), ids.data() + slots};
     const loopwise::Component component{chain.data(), chain.size(), closed};
-    loopwise::SegmentIndex index(loopwise::kernels(set), chain.size(), 1, chain.size());
+    loopwise::SegmentIndex index(loopwise::kernels(set), chain.size(), chain.size());
     const loopwise::Indexing indexing{indexed ? &index : nullptr, 0};
     chain.resize(loopwise::eliminate(component, memory, loopwise::kernels(set), indexing));
     return chain;
