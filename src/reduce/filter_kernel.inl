@@ -28,8 +28,7 @@ LOOPWISE_TARGET inline Floats signed_by(Floats v, Floats sign) {
 
 LOOPWISE_TARGET inline Floats value(const Affine& f, const Positions3& at, std::size_t j) {
     return FUSED(load(at.x + j), all(f.x),
-                 FUSED(load(at.y + j), all(f.y),
-                       FUSED(load(at.z + j), all(f.z), all(f.constant))));
+                 FUSED(load(at.y + j), all(f.y), FUSED(load(at.z + j), all(f.z), all(f.constant))));
 }
 
 constexpr std::uint32_t all_lanes = (2U << (LANES - 1)) - 1;
@@ -46,8 +45,8 @@ LOOPWISE_TARGET inline Floats following(Floats these, Floats next) {
 
 /// Those of the lanes that the coordinates u, v and u + v do not put out of reach.
 LOOPWISE_TARGET inline std::uint32_t within_edges(const Filter& f, const Positions3& start,
-                                                  const Positions3& end, std::size_t j, Floats h0,
-                                                  Floats h1, Floats q0, Floats q1) {
+                                                  const Positions3& end, std::size_t j, Floats h0, Floats h1,
+                                                  Floats q0, Floats q1) {
     const Floats rise = h1 - h0, drop = size(rise);
     const Floats p0 = value(f.along_b, start, j), p1 = value(f.along_b, end, j);
     const Floats u = signed_by(FUSED(p0, h1, -(p1 * h0)), rise);
@@ -60,15 +59,16 @@ LOOPWISE_TARGET inline std::uint32_t within_edges(const Filter& f, const Positio
 
 /// Those of the lanes whose determinants are not zero and which the height or the slab along the first edge puts
 /// out of reach.
-LOOPWISE_TARGET inline std::uint32_t out_of_slab(const Filter& f, Floats h0, Floats h1, Floats q0, Floats q1) {
+LOOPWISE_TARGET inline std::uint32_t out_of_slab(const Filter& f, Floats h0, Floats h1, Floats q0,
+                                                 Floats q1) {
     const Floats drop = size(h1 - h0);
     return GREATER(drop, all(f.parallel)) &
            (GREATER(size(h0 + h1), FUSED(drop, all(side_factor), all(f.side))) |
             GREATER(size((q0 + q1) - f.squared), FUSED(size(q1 - q0), all(side_factor), all(f.slab_v))));
 }
 
-LOOPWISE_TARGET Candidates find_candidates(const Filter& filter, const Positions3& positions, std::size_t begin,
-                                std::size_t end) {
+LOOPWISE_TARGET Candidates find_candidates(const Filter& filter, const Positions3& positions,
+                                           std::size_t begin, std::size_t end) {
     if (begin >= end) return {end, 0};
     const Filter& f = filter;
     const Positions3 at = positions;
@@ -87,6 +87,49 @@ LOOPWISE_TARGET Candidates find_candidates(const Filter& filter, const Positions
     return {end, 0};
 }
 
+#if LANES == 16
+/// Two atoms, with nothing after x, y, z of each. The scale is a power of two: to round once here is to round the
+/// difference.
+LOOPWISE_TARGET inline __m256 put_two(const ChainAtom* atoms, __m512d scale, __m512d scaled_centre) {
+    constexpr __mmask8 coordinates = 0b01110111;
+    const __m512d both = _mm512_loadu_pd(reinterpret_cast<const double*>(atoms));
+    return __builtin_convertvector(_mm512_maskz_fmsub_pd(coordinates, both, scale, scaled_centre), __m256);
+}
+
+/// Turns atoms to columns, sixteen at a time: how many.
+LOOPWISE_TARGET inline std::size_t put_sixteens(const Frame& frame, std::span<const ChainAtom> atoms,
+                                                float* x, float* y, float* z) {
+    const PointR3 centre = frame.centre;
+    const __m512d scale = frame.scale - __m512d{};
+    const __m512d scaled_centre =
+        __m512d{centre.x, centre.y, centre.z, 0, centre.x, centre.y, centre.z, 0} * scale;
+    std::size_t j = 0;
+    for (; j + 16 <= atoms.size(); j += 16) {
+        Floats four[4], xy[2], zz[2];
+        for (std::size_t k = 0; k < 4; ++k) {
+            const ChainAtom* const from = &atoms[j + 4 * k];
+            four[k] = __builtin_shufflevector(put_two(from, scale, scaled_centre),
+                                              put_two(from + 2, scale, scaled_centre), 0, 1, 2, 3, 4, 5, 6, 7,
+                                              8, 9, 10, 11, 12, 13, 14, 15);
+        }
+        for (std::size_t k = 0; k < 2; ++k) {
+            const Floats a = four[2 * k], b = four[2 * k + 1];
+            xy[k] = __builtin_shufflevector(a, b, 0, 4, 8, 12, 16, 20, 24, 28, 1, 5, 9, 13, 17, 21, 25, 29);
+            zz[k] = __builtin_shufflevector(a, b, 2, 6, 10, 14, 18, 22, 26, 30, 2, 6, 10, 14, 18, 22, 26, 30);
+        }
+        const Floats columns[] = {
+            __builtin_shufflevector(xy[0], xy[1], 0, 1, 2, 3, 4, 5, 6, 7, 16, 17, 18, 19, 20, 21, 22, 23),
+            __builtin_shufflevector(xy[0], xy[1], 8, 9, 10, 11, 12, 13, 14, 15, 24, 25, 26, 27, 28, 29, 30,
+                                    31),
+            __builtin_shufflevector(zz[0], zz[1], 0, 1, 2, 3, 4, 5, 6, 7, 16, 17, 18, 19, 20, 21, 22, 23)};
+        __builtin_memcpy(x + j, &columns[0], sizeof(Floats));
+        __builtin_memcpy(y + j, &columns[1], sizeof(Floats));
+        __builtin_memcpy(z + j, &columns[2], sizeof(Floats));
+    }
+    return j;
+}
+#endif
+
 /// Four atoms at a time: rows of x, y, z and what follows them are turned to columns.
 LOOPWISE_TARGET void put_positions(const Frame& frame, std::span<const ChainAtom> atoms, float* x, float* y,
                                    float* z) {
@@ -98,6 +141,9 @@ LOOPWISE_TARGET void put_positions(const Frame& frame, std::span<const ChainAtom
     const Doubles4 centre{frame.centre.x, frame.centre.y, frame.centre.z, 0};
     Floats4 p[4];
     std::size_t j = 0;
+#if LANES == 16
+    j = put_sixteens(frame, atoms, x, y, z);
+#endif
     for (; j + 4 <= atoms.size(); j += 4) {
         for (std::size_t k = 0; k < 4; ++k) {
             Bits4 bits;

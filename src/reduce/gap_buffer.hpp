@@ -270,10 +270,10 @@ template <class Id> class GapBuffer {
     /// The first slot of those that were put in question.
     std::size_t question_within(std::size_t from, std::size_t to, Id first, Id second) {
         const Id* const blocker = s_.blocker;
-        bool any = false;
+        Id any = 0; // of the size of what is compared, or it would be done one by one
         for (std::size_t slot = from; slot < to; ++slot)
-            any |= (blocker[slot] == first) | (blocker[slot] == second);
-        if (!any) return to;
+            any = static_cast<Id>(any | (blocker[slot] == first) | (blocker[slot] == second));
+        if (any == 0) return to;
         std::size_t found = to;
         for (std::size_t slot = to; slot-- > from;)
             if (blocker[slot] == first || blocker[slot] == second)

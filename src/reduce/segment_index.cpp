@@ -242,11 +242,13 @@ void SegmentIndex::find_runs(std::size_t face, const Turn& turn) {
     const float slope = -turn.w / v, start = (1 - (turn.one + turn.w * (1 / edge - 1)) / v) / 2 * edge;
     const float width =
         ((std::fabs(turn.w) * (1 / edge + on_face) + 2 * turn.most) / std::fabs(v) + on_face) / 2 * edge;
-    for (std::size_t row = first_row; row <= last_row; ++row) {
-        const float at = start + slope * static_cast<float>(static_cast<std::int32_t>(row));
+    const auto rows = static_cast<std::int32_t>(edge_);
+    std::int32_t *const first_cell = first_cell_.data(), *const last_cell = last_cell_.data();
+    for (std::int32_t row = 0; row < rows; ++row) {
+        const float at = start + slope * static_cast<float>(row);
         const float least = at - width, most = at + width, last = edge - 1;
-        first_cell_[row] = static_cast<std::int32_t>(least < 0 ? 0 : least < edge ? least : edge);
-        last_cell_[row] = static_cast<std::int32_t>(most < -1 ? -1 : most < last ? most : last);
+        first_cell[row] = static_cast<std::int32_t>(least < 0 ? 0 : least < edge ? least : edge);
+        last_cell[row] = static_cast<std::int32_t>(most < -1 ? -1 : most < last ? most : last);
     }
     for (std::size_t row = first_row; row <= last_row; ++row) {
         if (first_cell_[row] > last_cell_[row]) continue;
