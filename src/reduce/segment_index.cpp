@@ -8,7 +8,7 @@ namespace {
 
 /// Cells along an edge of the cube, so that the runs of cells that a line crosses fill a group or two.
 std::size_t cells_along_edge(std::size_t segments) {
-    return std::max<std::size_t>(1, static_cast<std::size_t>(std::sqrt(static_cast<double>(segments)) / 12));
+    return std::max<std::size_t>(1, static_cast<std::size_t>(std::sqrt(static_cast<double>(segments)) / 16));
 }
 
 /// A segment that is shorter than this part of the mean is loose, unless it is as long as this part of the frame:
@@ -257,10 +257,6 @@ void SegmentIndex::find_runs(std::size_t face, const Turn& turn) {
         if (begin == end) continue;
         runs_.push_back(
             {begin / static_cast<std::uint32_t>(group_size), static_cast<std::uint32_t>(groups_for(end))});
-        for (std::uint32_t g = runs_.back().begin; g < runs_.back().end; ++g) {
-            __builtin_prefetch(&directions_[g].v);
-            __builtin_prefetch(&directions_[g].w);
-        }
     }
 }
 
