@@ -67,7 +67,8 @@ template <class Id> class Elimination {
         for (std::size_t c = 0; c < components_.size();) {
             GapBuffer<Id>& component = components_[c];
             if (component.count() > fewest_beads && component.seek()) {
-                if (!is_blocked(c)) c = remove_middle(c);
+                const Corners corners = corners_behind_gap(c);
+                if (!is_blocked(corners)) c = remove_middle(corners);
             } else if (component.count() <= fewest_beads || !remove_free_in_rear(c)) {
                 component.bridge_gap();
                 ++c;
@@ -129,10 +130,10 @@ template <class Id> class Elimination {
         return {c, before, component.bead(first), component.bead(middle), component.bead(last)};
     }
 
-    bool is_blocked(std::size_t c) {
-        const Corners corners = corners_behind_gap(c);
+    bool is_blocked(const Corners& corners) {
+        GapBuffer<Id>& component = components_[corners.component];
         const Triangle triangle = triangle_of(corners);
-        Id& remembered = components_[c].blocker(components_[c].left() - 1);
+        Id& remembered = component.blocker(component.left() - 1);
         const Id blocker = find_blocker(corners, triangle, remembered);
         blocked_in_a_row_ = blocker == none ? 0 : blocked_in_a_row_ + 1;
         if (blocker == none) return false;
@@ -140,7 +141,7 @@ template <class Id> class Elimination {
         if (blocked_in_a_row_ >= often) {
             const bool again = is_recent(blocker);
             if (!again) make_recent(blocker);
-            if (again || !is_placed_) look_ahead(components_[c]);
+            if (again || !is_placed_) look_ahead(component);
         }
         return true;
     }
@@ -370,9 +371,8 @@ template <class Id> class Elimination {
     }
 
     /// The first component that may have a free triangle now.
-    std::size_t remove_middle(std::size_t c) {
-        const Corners corners = corners_behind_gap(c);
-        components_[c].remove_middle();
+    std::size_t remove_middle(const Corners& corners) {
+        components_[corners.component].remove_middle();
         if (indexing_.index != nullptr) {
             const Triangle triangle = triangle_of(corners);
             indexing_.index->replace(static_cast<SegmentIndex::Number>(corners.middle),
@@ -381,7 +381,7 @@ template <class Id> class Elimination {
                                      frame_(triangle.t0), frame_(triangle.t2));
             if (indexing_.index->is_stale()) fill_index();
         }
-        return reconsider(c, corners.first, corners.middle);
+        return reconsider(corners.component, corners.first, corners.middle);
     }
 
     /// The segments from two beads are one now, which begins at the first of them; what they blocked may be free.
