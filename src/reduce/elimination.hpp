@@ -84,6 +84,8 @@ template <class Id> class Elimination {
     static constexpr std::size_t fewest_beads = 3;
     /// So many blocked triangles in a row, and the next is likely to be blocked by what blocked the last two.
     static constexpr int often = 2;
+    /// A chain of so few beads has no runs of blocked triangles that are worth a look ahead.
+    static constexpr std::size_t most_without_runs = 6;
     /// A chain of so few beads is searched without the filter: it is not worth its constants then. One that was
     /// longer has the positions already.
     static constexpr std::size_t most_unfiltered = 16, most_unfiltered_later = 5;
@@ -138,7 +140,7 @@ template <class Id> class Elimination {
         blocked_in_a_row_ = blocker == none ? 0 : blocked_in_a_row_ + 1;
         if (blocker == none) return false;
         remembered = blocker;
-        if (blocked_in_a_row_ >= often) {
+        if (blocked_in_a_row_ >= often && component.count() > most_without_runs) {
             const bool again = is_recent(blocker);
             if (!again) make_recent(blocker);
             if (again || !is_placed_) look_ahead(component);

@@ -26,10 +26,19 @@ LOOPWISE_TARGET inline Floats signed_by(Floats v, Floats sign) {
     return reinterpret_cast<Floats>(reinterpret_cast<Ints>(v) ^ (reinterpret_cast<Ints>(sign) & only_sign));
 }
 
-LOOPWISE_TARGET inline Floats value(const Affine& f, const Positions3& at, std::size_t j) {
-    return FUSED(load(at.x + j), all(f.x),
-                 FUSED(load(at.y + j), all(f.y),
-                       FUSED(load(at.z + j), all(f.z), all(f.constant))));
+struct Points {
+    Floats x, y, z;
+};
+
+/// GCC would read them anew for each function of them, mostly across two lines of the cache.
+LOOPWISE_TARGET inline Points points(const Positions3& at, std::size_t j) {
+    Points p{load(at.x + j), load(at.y + j), load(at.z + j)};
+    asm("" : "+v"(p.x), "+v"(p.y), "+v"(p.z));
+    return p;
+}
+
+LOOPWISE_TARGET inline Floats value(const Affine& f, const Points& p) {
+    return FUSED(p.x, all(f.x), FUSED(p.y, all(f.y), FUSED(p.z, all(f.z), all(f.constant))));
 }
 
 constexpr std::uint32_t all_lanes = (2U << (LANES - 1)) - 1;
@@ -48,7 +57,7 @@ LOOPWISE_TARGET inline Floats following(Floats these, Floats next) {
 LOOPWISE_TARGET inline std::uint32_t within_edges(const Filter& f, const Positions3& at, std::size_t j, Floats h0,
                                                   Floats h1, Floats q0, Floats q1) {
     const Floats rise = h1 - h0, drop = size(rise);
-    const Floats p0 = value(f.along_b, at, j), p1 = value(f.along_b, at, j + 1);
+    const Floats p0 = value(f.along_b, points(at, j)), p1 = value(f.along_b, points(at, j + 1));
     const Floats u = signed_by(FUSED(p0, h1, -(p1 * h0)), rise);
     const Floats v = signed_by(FUSED(q0, h1, -(q1 * h0)), rise);
     const std::uint32_t parallel = ~GREATER(drop, all(f.parallel));
@@ -62,9 +71,11 @@ LOOPWISE_TARGET Candidates find_candidates(const Filter& filter, const Positions
     if (begin >= end) return {end, 0};
     const Filter& f = filter;
     const Positions3 at = positions;
-    Floats h0 = value(f.height, at, begin), q0 = value(f.along_c, at, begin);
+    const Points first = points(at, begin);
+    Floats h0 = value(f.height, first), q0 = value(f.along_c, first);
     for (std::size_t j = begin; j < end; j += LANES) {
-        const Floats h_next = value(f.height, at, j + LANES), q_next = value(f.along_c, at, j + LANES);
+        const Points next = points(at, j + LANES);
+        const Floats h_next = value(f.height, next), q_next = value(f.along_c, next);
         const Floats h1 = following(h0, h_next), q1 = following(q0, q_next);
         const Floats drop = size(h1 - h0);
         const std::uint32_t out =
