@@ -27,9 +27,19 @@ struct Segments {
 
     std::vector<std::size_t> candidates(loopwise::FindCandidates find, const loopwise::Filter& filter,
                                         std::size_t begin, std::size_t end) const {
+        return all_of(
+            [&](std::size_t from) {
+                return find(filter, {x.data(), y.data(), z.data()}, from, end);
+            },
+            begin, end);
+    }
+
+    /// Of all that `find` has from somewhere on.
+    template <class Find>
+    static std::vector<std::size_t> all_of(Find find, std::size_t begin, std::size_t end) {
         std::vector<std::size_t> all;
         while (begin < end) {
-            const loopwise::Candidates found = find(filter, {x.data(), y.data(), z.data()}, begin, end);
+            const loopwise::Candidates found = find(begin);
             begin = found.first;
             for (std::uint32_t lanes = found.lanes; lanes != 0; lanes &= lanes - 1) {
                 begin = found.first + static_cast<std::size_t>(std::countr_zero(lanes));
@@ -81,9 +91,15 @@ Frame around(const std::vector<PointR3>& points) {
     return extent.frame();
 }
 
-std::vector<float> rows(loopwise::PutPositions put, const Frame& frame, const std::vector<PointR3>& points) {
+/// What follows the coordinates is no number.
+Chain atoms_at(const std::vector<PointR3>& points) {
     Chain chain;
     for (const PointR3& p : points) chain.push_back({p.x, p.y, p.z, -1});
+    return chain;
+}
+
+std::vector<float> rows(loopwise::PutPositions put, const Frame& frame, const std::vector<PointR3>& points) {
+    const Chain chain = atoms_at(points);
     std::vector<float> row(3 * chain.size());
     put(frame, chain, &row[0], &row[chain.size()], &row[2 * chain.size()]);
     return row;
@@ -120,6 +136,7 @@ TEST(Filter, NeverDropsWhatMeetsTheTriangle) {
         const Frame frame = around(points);
         const loopwise::Filter filter = filter_of(t, frame);
         const Segments segments(frame, points);
+        const Chain atoms = atoms_at(points);
         const std::size_t begin = static_cast<std::size_t>(random.below(20)), end = 126 - begin / 2;
         for (const loopwise::InstructionSet set : loopwise::available_instruction_sets()) {
             ASSERT_EQ(rows(loopwise::kernels(set).put_positions, frame, points),
@@ -130,6 +147,12 @@ TEST(Filter, NeverDropsWhatMeetsTheTriangle) {
             ASSERT_EQ(candidates,
                       segments.candidates(loopwise::statement(set).find_candidates, filter, begin, end))
                 << name(set);
+            const auto in_atoms = [&](loopwise::FindInAtoms find) {
+                return Segments::all_of(
+                    [&](std::size_t from) { return find(filter, frame, atoms, from, end); }, begin, end);
+            };
+            ASSERT_EQ(candidates, in_atoms(loopwise::kernels(set).find_in_atoms)) << name(set);
+            ASSERT_EQ(candidates, in_atoms(loopwise::statement(set).find_in_atoms)) << name(set);
             for (std::size_t j = begin; j < end; ++j) {
                 const bool candidate = std::binary_search(candidates.begin(), candidates.end(), j);
                 ++(candidate ? kept : dropped);

@@ -67,7 +67,8 @@ template <class Id> class Elimination {
         for (std::size_t c = 0; c < components_.size();) {
             GapBuffer<Id>& component = components_[c];
             if (component.count() > fewest_beads && component.seek()) {
-                if (!is_blocked(c)) c = remove_middle(c);
+                const Corners corners = corners_behind_gap(c);
+                if (!is_blocked(corners)) c = remove_middle(corners);
             } else if (component.count() <= fewest_beads || !remove_free_in_rear(c)) {
                 component.bridge_gap();
                 ++c;
@@ -83,6 +84,8 @@ template <class Id> class Elimination {
     static constexpr std::size_t fewest_beads = 3;
     /// So many blocked triangles in a row, and the next is likely to be blocked by what blocked the last two.
     static constexpr int often = 2;
+    /// A chain of so few beads has no runs of blocked triangles that are worth a look ahead.
+    static constexpr std::size_t most_without_runs = 6;
     /// A chain of so few beads is searched without the filter: it is not worth its constants then. One that was
     /// longer has the positions already.
     static constexpr std::size_t most_unfiltered = 16, most_unfiltered_later = 5;
@@ -96,21 +99,6 @@ template <class Id> class Elimination {
         bool touch(std::size_t number) const {
             return number == before || number == first || number == middle || number == last;
         }
-    };
-
-    /// A part of a rear as positions.
-    struct Piece {
-        static constexpr std::size_t most = 256;
-        std::array<float, most + 1 + position_padding> x, y, z; // not initialised
-        void put(std::size_t j, PointR3 p) {
-            x[j] = static_cast<float>(p.x), y[j] = static_cast<float>(p.y), z[j] = static_cast<float>(p.z);
-        }
-        /// What a kernel reads beyond the last position.
-        void pad(std::size_t j) {
-            for (float* const row : {x.data(), y.data(), z.data()})
-                std::fill_n(row + j, position_padding, 0.0F);
-        }
-        Positions3 positions() const { return {x.data(), y.data(), z.data()}; }
     };
 
     Triangle triangle_of(const Corners& corners) const {
@@ -129,18 +117,18 @@ template <class Id> class Elimination {
         return {c, before, component.bead(first), component.bead(middle), component.bead(last)};
     }
 
-    bool is_blocked(std::size_t c) {
-        const Corners corners = corners_behind_gap(c);
+    bool is_blocked(const Corners& corners) {
+        GapBuffer<Id>& component = components_[corners.component];
         const Triangle triangle = triangle_of(corners);
-        Id& remembered = components_[c].blocker(components_[c].left() - 1);
+        Id& remembered = component.blocker(component.left() - 1);
         const Id blocker = find_blocker(corners, triangle, remembered);
         blocked_in_a_row_ = blocker == none ? 0 : blocked_in_a_row_ + 1;
         if (blocker == none) return false;
         remembered = blocker;
-        if (blocked_in_a_row_ >= often) {
+        if (blocked_in_a_row_ >= often && component.count() > most_without_runs) {
             const bool again = is_recent(blocker);
             if (!again) make_recent(blocker);
-            if (again || !is_placed_) look_ahead(components_[c]);
+            if (again || !is_placed_) look_ahead(component);
         }
         return true;
     }
@@ -273,12 +261,11 @@ template <class Id> class Elimination {
         return none;
     }
 
-    /// Where the first segment begins that meets the triangle among candidates of a range of positions.
-    template <class Meets>
-    Id search(const Filter& filter, const Positions3& positions, std::size_t begin, std::size_t end,
-              Meets number_if_it_meets) const {
+    /// Where the first segment begins that meets the triangle among the candidates of a range.
+    template <class Find, class Meets>
+    static Id search(Find find, std::size_t begin, std::size_t end, Meets number_if_it_meets) {
         while (begin < end) {
-            const Candidates candidates = kernels_.find_candidates(filter, positions, begin, end);
+            const Candidates candidates = find(begin, end);
             begin = candidates.first;
             for (std::uint32_t lanes = candidates.lanes; lanes != 0; lanes &= lanes - 1) {
                 const std::size_t j = candidates.first + static_cast<std::size_t>(std::countr_zero(lanes));
@@ -290,33 +277,34 @@ template <class Id> class Elimination {
         return none;
     }
 
+    template <class Meets>
+    Id search_positions(const Filter& filter, std::size_t begin, std::size_t end,
+                        Meets number_if_it_meets) const {
+        const auto find = [&](std::size_t from, std::size_t to) {
+            return kernels_.find_candidates(filter, positions_, from, to);
+        };
+        return search(find, begin, end, number_if_it_meets);
+    }
+
     Id search_slots(const GapBuffer<Id>& component, const Filter& filter, const Triangle& triangle,
                     std::size_t begin, std::size_t end) const {
-        return search(filter, positions_, begin, end, [&](std::size_t slot) {
+        return search_positions(filter, begin, end, [&](std::size_t slot) {
             return meets(component, triangle, slot) ? component.bead(slot) : none;
         });
     }
 
-    /// The beads of the rear as positions, piece by piece.
     Id search_rear(const Corners& corners, const Filter& filter, const Triangle& triangle) const {
         const GapBuffer<Id>& component = components_[corners.component];
         const std::span<const ChainAtom> rear = component.rear();
-        for (std::size_t from = 0; from < rear.size(); from += Piece::most) {
-            const std::size_t beads = std::min(Piece::most + 1, rear.size() - from);
-            const bool at_end = from + Piece::most >= rear.size();
-            Piece piece;
-            kernels_.put_positions(frame_, rear.subspan(from, beads), piece.x.data(), piece.y.data(),
-                                   piece.z.data());
-            if (at_end) piece.put(beads, frame_(component.at_number(component.first_number())));
-            piece.pad(std::min(beads + at_end, Piece::most + 1));
-            const std::size_t segments = at_end ? beads - !component.closed() : Piece::most;
-            const Id found = search(filter, piece.positions(), 0, segments, [&](std::size_t j) {
-                const std::size_t number = component.rear_number() + from + j;
-                return still_meets(corners, triangle, number) ? static_cast<Id>(number) : none;
-            });
-            if (found != none) return found;
-        }
-        return none;
+        const auto find = [&](std::size_t from, std::size_t to) {
+            return kernels_.find_in_atoms(filter, frame_, rear, from, to);
+        };
+        const auto number_if_it_meets = [&](std::size_t j) {
+            const std::size_t number = component.rear_number() + j;
+            return still_meets(corners, triangle, number) ? static_cast<Id>(number) : none;
+        };
+        const Id found = search(find, 0, rear.size() - 1, number_if_it_meets);
+        return found == none && component.closed() ? number_if_it_meets(rear.size() - 1) : found;
     }
 
     /// Whether the segment that begins at a bead is there, shares no bead with a triangle and meets it.
@@ -369,9 +357,8 @@ template <class Id> class Elimination {
     }
 
     /// The first component that may have a free triangle now.
-    std::size_t remove_middle(std::size_t c) {
-        const Corners corners = corners_behind_gap(c);
-        components_[c].remove_middle();
+    std::size_t remove_middle(const Corners& corners) {
+        components_[corners.component].remove_middle();
         if (indexing_.index != nullptr) {
             const Triangle triangle = triangle_of(corners);
             indexing_.index->replace(static_cast<SegmentIndex::Number>(corners.middle),
@@ -380,7 +367,7 @@ template <class Id> class Elimination {
                                      frame_(triangle.t0), frame_(triangle.t2));
             if (indexing_.index->size() < indexing_.fewest_beads) indexing_.index = nullptr;
         }
-        return reconsider(c, corners.first, corners.middle);
+        return reconsider(corners.component, corners.first, corners.middle);
     }
 
     /// The segments from two beads are one now, which begins at the first of them; what they blocked may be free.
@@ -423,10 +410,9 @@ template <class Id> class Elimination {
         const Triangle triangle = triangle_of(corners);
         if (!is_placed_) place();
         const Filter filter = filter_of(triangle, frame_);
-        const Id found =
-            search(filter, positions_, component.begin(), component.end(), [&](std::size_t slot) {
-                return still_meets(corners, triangle, component.bead(slot)) ? component.bead(slot) : none;
-            });
+        const Id found = search_positions(filter, component.begin(), component.end(), [&](std::size_t slot) {
+            return still_meets(corners, triangle, component.bead(slot)) ? component.bead(slot) : none;
+        });
         return found != none || search_rear(corners, filter, triangle) != none;
     }
 

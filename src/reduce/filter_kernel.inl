@@ -26,9 +26,19 @@ LOOPWISE_TARGET inline Floats signed_by(Floats v, Floats sign) {
     return reinterpret_cast<Floats>(reinterpret_cast<Ints>(v) ^ (reinterpret_cast<Ints>(sign) & only_sign));
 }
 
-LOOPWISE_TARGET inline Floats value(const Affine& f, const Positions3& at, std::size_t j) {
-    return FUSED(load(at.x + j), all(f.x),
-                 FUSED(load(at.y + j), all(f.y), FUSED(load(at.z + j), all(f.z), all(f.constant))));
+struct Points {
+    Floats x, y, z;
+};
+
+/// GCC would read them anew for each function of them, mostly across two lines of the cache.
+LOOPWISE_TARGET inline Points points(const Positions3& at, std::size_t j) {
+    Points p{load(at.x + j), load(at.y + j), load(at.z + j)};
+    asm("" : "+v"(p.x), "+v"(p.y), "+v"(p.z));
+    return p;
+}
+
+LOOPWISE_TARGET inline Floats value(const Affine& f, const Points& p) {
+    return FUSED(p.x, all(f.x), FUSED(p.y, all(f.y), FUSED(p.z, all(f.z), all(f.constant))));
 }
 
 constexpr std::uint32_t all_lanes = (2U << (LANES - 1)) - 1;
@@ -44,11 +54,10 @@ LOOPWISE_TARGET inline Floats following(Floats these, Floats next) {
 }
 
 /// Those of the lanes that the coordinates u, v and u + v do not put out of reach.
-LOOPWISE_TARGET inline std::uint32_t within_edges(const Filter& f, const Positions3& start,
-                                                  const Positions3& end, std::size_t j, Floats h0, Floats h1,
-                                                  Floats q0, Floats q1) {
+LOOPWISE_TARGET inline std::uint32_t within_edges(const Filter& f, const Points& start, const Points& end,
+                                                  Floats h0, Floats h1, Floats q0, Floats q1) {
     const Floats rise = h1 - h0, drop = size(rise);
-    const Floats p0 = value(f.along_b, start, j), p1 = value(f.along_b, end, j);
+    const Floats p0 = value(f.along_b, start), p1 = value(f.along_b, end);
     const Floats u = signed_by(FUSED(p0, h1, -(p1 * h0)), rise);
     const Floats v = signed_by(FUSED(q0, h1, -(q1 * h0)), rise);
     const std::uint32_t parallel = ~GREATER(drop, all(f.parallel));
@@ -72,14 +81,16 @@ LOOPWISE_TARGET Candidates find_candidates(const Filter& filter, const Positions
     if (begin >= end) return {end, 0};
     const Filter& f = filter;
     const Positions3 at = positions;
-    Floats h0 = value(f.height, at, begin), q0 = value(f.along_c, at, begin);
+    const Points first = points(at, begin);
+    Floats h0 = value(f.height, first), q0 = value(f.along_c, first);
     for (std::size_t j = begin; j < end; j += LANES) {
-        const Floats h_next = value(f.height, at, j + LANES), q_next = value(f.along_c, at, j + LANES);
+        const Points next = points(at, j + LANES);
+        const Floats h_next = value(f.height, next), q_next = value(f.along_c, next);
         const Floats h1 = following(h0, h_next), q1 = following(q0, q_next);
         std::uint32_t lanes = ~out_of_slab(f, h0, h1, q0, q1) & all_lanes;
         if (__builtin_expect(lanes != 0, 0)) {
             lanes &= up_to(end - j);
-            if (lanes != 0) lanes &= within_edges(f, at, {at.x + 1, at.y + 1, at.z + 1}, j, h0, h1, q0, q1);
+            if (lanes != 0) lanes &= within_edges(f, points(at, j), points(at, j + 1), h0, h1, q0, q1);
             if (lanes != 0) return {j, lanes};
         }
         h0 = h_next, q0 = q_next;
@@ -90,80 +101,124 @@ LOOPWISE_TARGET Candidates find_candidates(const Filter& filter, const Positions
 #if LANES == 16
 /// Two atoms, with nothing after x, y, z of each. The scale is a power of two: to round once here is to round the
 /// difference.
-LOOPWISE_TARGET inline __m256 put_two(const ChainAtom* atoms, __m512d scale, __m512d scaled_centre) {
+LOOPWISE_TARGET inline __m256 two_atoms(const double* from, __m512d scale, __m512d scaled_centre) {
     constexpr __mmask8 coordinates = 0b01110111;
-    const __m512d both = _mm512_loadu_pd(reinterpret_cast<const double*>(atoms));
-    return __builtin_convertvector(_mm512_maskz_fmsub_pd(coordinates, both, scale, scaled_centre), __m256);
+    return __builtin_convertvector(
+        _mm512_maskz_fmsub_pd(coordinates, _mm512_loadu_pd(from), scale, scaled_centre), __m256);
 }
 
-/// Turns atoms to columns, sixteen at a time: how many.
-LOOPWISE_TARGET inline std::size_t put_sixteens(const Frame& frame, std::span<const ChainAtom> atoms,
-                                                float* x, float* y, float* z) {
+/// Atoms in a frame, their rows turned to columns.
+LOOPWISE_TARGET inline Points place(const Frame& frame, const ChainAtom* atoms) {
+    const double* const from = reinterpret_cast<const double*>(atoms);
     const PointR3 centre = frame.centre;
     const __m512d scale = frame.scale - __m512d{};
     const __m512d scaled_centre =
         __m512d{centre.x, centre.y, centre.z, 0, centre.x, centre.y, centre.z, 0} * scale;
-    std::size_t j = 0;
-    for (; j + 16 <= atoms.size(); j += 16) {
-        Floats four[4], xy[2], zz[2];
-        for (std::size_t k = 0; k < 4; ++k) {
-            const ChainAtom* const from = &atoms[j + 4 * k];
-            four[k] = __builtin_shufflevector(put_two(from, scale, scaled_centre),
-                                              put_two(from + 2, scale, scaled_centre), 0, 1, 2, 3, 4, 5, 6, 7,
-                                              8, 9, 10, 11, 12, 13, 14, 15);
-        }
-        for (std::size_t k = 0; k < 2; ++k) {
-            const Floats a = four[2 * k], b = four[2 * k + 1];
-            xy[k] = __builtin_shufflevector(a, b, 0, 4, 8, 12, 16, 20, 24, 28, 1, 5, 9, 13, 17, 21, 25, 29);
-            zz[k] = __builtin_shufflevector(a, b, 2, 6, 10, 14, 18, 22, 26, 30, 2, 6, 10, 14, 18, 22, 26, 30);
-        }
-        const Floats columns[] = {
-            __builtin_shufflevector(xy[0], xy[1], 0, 1, 2, 3, 4, 5, 6, 7, 16, 17, 18, 19, 20, 21, 22, 23),
-            __builtin_shufflevector(xy[0], xy[1], 8, 9, 10, 11, 12, 13, 14, 15, 24, 25, 26, 27, 28, 29, 30,
-                                    31),
-            __builtin_shufflevector(zz[0], zz[1], 0, 1, 2, 3, 4, 5, 6, 7, 16, 17, 18, 19, 20, 21, 22, 23)};
-        __builtin_memcpy(x + j, &columns[0], sizeof(Floats));
-        __builtin_memcpy(y + j, &columns[1], sizeof(Floats));
-        __builtin_memcpy(z + j, &columns[2], sizeof(Floats));
+    Floats four[4], xy[2], zz[2];
+    for (std::size_t k = 0; k < 4; ++k) {
+        const __m256 low = two_atoms(from + 16 * k, scale, scaled_centre);
+        const __m256 high = two_atoms(from + 16 * k + 8, scale, scaled_centre);
+        // Of a shuffle GCC would clear the upper half first.
+        four[k] = reinterpret_cast<Floats>(_mm512_maskz_insertf64x4(
+            0xFF, _mm512_castps_pd(_mm512_castps256_ps512(low)), _mm256_castps_pd(high), 1));
     }
-    return j;
+    for (std::size_t k = 0; k < 2; ++k) {
+        const Floats a = four[2 * k], b = four[2 * k + 1];
+        xy[k] = __builtin_shufflevector(a, b, 0, 4, 8, 12, 16, 20, 24, 28, 1, 5, 9, 13, 17, 21, 25, 29);
+        zz[k] = __builtin_shufflevector(a, b, 2, 6, 10, 14, 18, 22, 26, 30, 2, 6, 10, 14, 18, 22, 26, 30);
+    }
+    return {
+        __builtin_shufflevector(xy[0], xy[1], 0, 1, 2, 3, 4, 5, 6, 7, 16, 17, 18, 19, 20, 21, 22, 23),
+        __builtin_shufflevector(xy[0], xy[1], 8, 9, 10, 11, 12, 13, 14, 15, 24, 25, 26, 27, 28, 29, 30, 31),
+        __builtin_shufflevector(zz[0], zz[1], 0, 1, 2, 3, 4, 5, 6, 7, 16, 17, 18, 19, 20, 21, 22, 23)};
 }
-#endif
+#else
+using Floats4 = float __attribute__((vector_size(16)));
 
-/// Four atoms at a time: rows of x, y, z and what follows them are turned to columns.
-LOOPWISE_TARGET void put_positions(const Frame& frame, std::span<const ChainAtom> atoms, float* x, float* y,
-                                   float* z) {
+struct Points4 {
+    Floats4 x, y, z;
+};
+
+/// Four atoms in a frame: rows of x, y, z and what follows them are turned to columns.
+LOOPWISE_TARGET inline Points4 place_four(const Frame& frame, const ChainAtom* atoms) {
     using Doubles4 = double __attribute__((vector_size(32)));
     using Bits4 = std::int64_t __attribute__((vector_size(32)));
-    using Floats4 = float __attribute__((vector_size(16)));
-    static_assert(sizeof(ChainAtom) == sizeof(Doubles4));
     const Bits4 coordinates{-1, -1, -1, 0};
     const Doubles4 centre{frame.centre.x, frame.centre.y, frame.centre.z, 0};
     Floats4 p[4];
-    std::size_t j = 0;
-#if LANES == 16
-    j = put_sixteens(frame, atoms, x, y, z);
+    for (std::size_t k = 0; k < 4; ++k) {
+        Bits4 bits;
+        __builtin_memcpy(&bits, &atoms[k], sizeof bits);
+        const Doubles4 d = reinterpret_cast<Doubles4>(bits & coordinates) - centre;
+        p[k] = __builtin_convertvector(d * frame.scale, Floats4);
+    }
+    const Floats4 xy01 = __builtin_shufflevector(p[0], p[1], 0, 4, 1, 5);
+    const Floats4 xy23 = __builtin_shufflevector(p[2], p[3], 0, 4, 1, 5);
+    const Floats4 z01 = __builtin_shufflevector(p[0], p[1], 2, 6, 3, 7);
+    const Floats4 z23 = __builtin_shufflevector(p[2], p[3], 2, 6, 3, 7);
+    return {__builtin_shufflevector(xy01, xy23, 0, 1, 4, 5), __builtin_shufflevector(xy01, xy23, 2, 3, 6, 7),
+            __builtin_shufflevector(z01, z23, 0, 1, 4, 5)};
+}
+
+LOOPWISE_TARGET inline Points place(const Frame& frame, const ChainAtom* atoms) {
+    const Points4 a = place_four(frame, atoms);
+#if LANES == 4
+    return {a.x, a.y, a.z};
+#else
+    const Points4 b = place_four(frame, atoms + 4);
+    return {__builtin_shufflevector(a.x, b.x, 0, 1, 2, 3, 4, 5, 6, 7),
+            __builtin_shufflevector(a.y, b.y, 0, 1, 2, 3, 4, 5, 6, 7),
+            __builtin_shufflevector(a.z, b.z, 0, 1, 2, 3, 4, 5, 6, 7)};
 #endif
-    for (; j + 4 <= atoms.size(); j += 4) {
-        for (std::size_t k = 0; k < 4; ++k) {
-            Bits4 bits;
-            __builtin_memcpy(&bits, &atoms[j + k], sizeof bits);
-            const Doubles4 d = reinterpret_cast<Doubles4>(bits & coordinates) - centre;
-            p[k] = __builtin_convertvector(d * frame.scale, Floats4);
-        }
-        const Floats4 xy01 = __builtin_shufflevector(p[0], p[1], 0, 4, 1, 5);
-        const Floats4 xy23 = __builtin_shufflevector(p[2], p[3], 0, 4, 1, 5);
-        const Floats4 z01 = __builtin_shufflevector(p[0], p[1], 2, 6, 3, 7);
-        const Floats4 z23 = __builtin_shufflevector(p[2], p[3], 2, 6, 3, 7);
-        const Floats4 column[] = {__builtin_shufflevector(xy01, xy23, 0, 1, 4, 5),
-                                  __builtin_shufflevector(xy01, xy23, 2, 3, 6, 7),
-                                  __builtin_shufflevector(z01, z23, 0, 1, 4, 5)};
-        __builtin_memcpy(x + j, &column[0], sizeof(Floats4));
-        __builtin_memcpy(y + j, &column[1], sizeof(Floats4));
-        __builtin_memcpy(z + j, &column[2], sizeof(Floats4));
+}
+#endif
+
+static_assert(sizeof(ChainAtom) == 4 * sizeof(double));
+
+LOOPWISE_TARGET void put_positions(const Frame& frame, std::span<const ChainAtom> atoms, float* x, float* y,
+                                   float* z) {
+    const Frame here = frame; // which no row can alias
+    std::size_t j = 0;
+    for (; j + LANES <= atoms.size(); j += LANES) {
+        const Points p = place(here, &atoms[j]);
+        __builtin_memcpy(x + j, &p.x, sizeof p.x);
+        __builtin_memcpy(y + j, &p.y, sizeof p.y);
+        __builtin_memcpy(z + j, &p.z, sizeof p.z);
     }
     for (; j < atoms.size(); ++j) {
-        const PointR3 at = frame(position(atoms[j]));
+        const PointR3 at = here(position(atoms[j]));
         x[j] = static_cast<float>(at.x), y[j] = static_cast<float>(at.y), z[j] = static_cast<float>(at.z);
     }
+}
+
+/// The atoms from j on, and nothing beyond the last.
+LOOPWISE_TARGET inline Points place_from(const Frame& frame, std::span<const ChainAtom> atoms,
+                                         std::size_t j) {
+    if (__builtin_expect(j + LANES <= atoms.size(), 1)) return place(frame, &atoms[j]);
+    std::array<ChainAtom, LANES> last{};
+    for (std::size_t k = 0; j + k < atoms.size(); ++k) last[k] = ChainAtom(atoms[j + k]);
+    return place(frame, last.data());
+}
+
+LOOPWISE_TARGET Candidates find_in_atoms(const Filter& filter, const Frame& frame,
+                                         std::span<const ChainAtom> atoms, std::size_t begin,
+                                         std::size_t end) {
+    if (begin >= end) return {end, 0};
+    const Filter& f = filter;
+    Points start = place_from(frame, atoms, begin);
+    Floats h0 = value(f.height, start), q0 = value(f.along_c, start);
+    for (std::size_t j = begin; j < end; j += LANES) {
+        const Points next = place_from(frame, atoms, j + LANES);
+        const Floats h_next = value(f.height, next), q_next = value(f.along_c, next);
+        const Floats h1 = following(h0, h_next), q1 = following(q0, q_next);
+        std::uint32_t lanes = ~out_of_slab(f, h0, h1, q0, q1) & all_lanes;
+        if (__builtin_expect(lanes != 0, 0)) {
+            const Points stop{following(start.x, next.x), following(start.y, next.y),
+                              following(start.z, next.z)};
+            lanes &= up_to(end - j) & within_edges(f, start, stop, h0, h1, q0, q1);
+            if (lanes != 0) return {j, lanes};
+        }
+        start = next, h0 = h_next, q0 = q_next;
+    }
+    return {end, 0};
 }

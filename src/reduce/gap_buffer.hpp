@@ -14,9 +14,10 @@ namespace loopwise {
 /// Arrays over slots; a slot holds a bead.
 template <class Id> struct Slots {
     std::size_t count;
-    float *x, *y, *z; ///< positions in units of the frame, with position_padding more; 0 until place()
-    Id* bead;         ///< which bead it is: beads are numbered through all components
-    Id* blocker;      ///< of the triangle that begins here: see GapBuffer
+    float *x, *y,
+        *z;      ///< positions in units of the frame, with position_padding more; not there until place()
+    Id* bead;    ///< which bead it is: beads are numbered through all components
+    Id* blocker; ///< of the triangle that begins here: see GapBuffer
 };
 
 /// The beads that are left of a component, in a gap buffer.
@@ -109,9 +110,12 @@ template <class Id> class GapBuffer {
             visit(slot);
     }
 
-    /// Puts the beads at their positions in a frame.
+    /// Puts the beads at their positions in a frame, and zeros where a kernel reads but no bead is. Components are
+    /// placed in their order.
     void place(const Frame& frame, PutPositions put_positions) {
         frame_ = frame;
+        for (float* const row : {s_.x, s_.y, s_.z})
+            std::fill(row + begin_, row + end_ + 1 + position_padding, 0.0F);
         if (count() == atoms_.size()) {
             const std::size_t slots = end_ - begin_;
             put_positions(frame, atoms_.first(slots), s_.x + begin_, s_.y + begin_, s_.z + begin_);
@@ -231,7 +235,7 @@ template <class Id> class GapBuffer {
         for (std::size_t slot = right_; slot < end_; ++slot) move(slot, to++);
         right_ = left_;
         for (; rear_ < atoms_.size() && to + 1 < s_.count; ++rear_, ++to) {
-            if (frame_.scale != 0) put(to, atoms_[rear_]);
+            if (is_placed()) put(to, atoms_[rear_]);
             s_.bead[to] = static_cast<Id>(rear_number());
             s_.blocker[to] = unknown;
         }
@@ -244,11 +248,14 @@ template <class Id> class GapBuffer {
     /// Repeats the position that follows that of the last slot.
     void close_end() {
         if (has_rear()) {
-            put(end_, atoms_[rear_]);
+            if (is_placed()) put(end_, atoms_[rear_]);
         } else if (begin_ < end_) {
             copy_position(begin_ < left_ ? begin_ : right_, end_);
         }
     }
+
+    /// Where the scale is 0, all positions are, and stay so.
+    bool is_placed() const { return frame_.scale != 0; }
 
     void put(std::size_t slot, const ChainAtom& atom) {
         const PointR3 p = frame_(position(atom));
@@ -258,6 +265,7 @@ template <class Id> class GapBuffer {
     }
 
     void copy_position(std::size_t from, std::size_t to) {
+        if (!is_placed()) return;
         s_.x[to] = s_.x[from], s_.y[to] = s_.y[from], s_.z[to] = s_.z[from];
     }
 

@@ -14,11 +14,12 @@
     }
 
 LOOPWISE_TARGET inline std::uint32_t segments_of(const Filter& f, const SegmentGroup& g, std::size_t j) {
-    const Positions3 start{g.x0.data(), g.y0.data(), g.z0.data()}, end{g.x1.data(), g.y1.data(), g.z1.data()};
-    const Floats h0 = value(f.height, start, j), h1 = value(f.height, end, j);
-    const Floats q0 = value(f.along_c, start, j), q1 = value(f.along_c, end, j);
+    const Points start = points({g.x0.data(), g.y0.data(), g.z0.data()}, j);
+    const Points end = points({g.x1.data(), g.y1.data(), g.z1.data()}, j);
+    const Floats h0 = value(f.height, start), h1 = value(f.height, end);
+    const Floats q0 = value(f.along_c, start), q1 = value(f.along_c, end);
     const std::uint32_t lanes = ~out_of_slab(f, h0, h1, q0, q1) & all_lanes;
-    return lanes == 0 ? 0 : lanes & within_edges(f, start, end, j, h0, h1, q0, q1);
+    return lanes == 0 ? 0 : lanes & within_edges(f, start, end, h0, h1, q0, q1);
 }
 FIND_IN_GROUPS(find_segments, Filter, SegmentGroup, segments_of)
 

@@ -14,11 +14,6 @@ namespace {
 /// Outside these bounds products of coordinates could overflow or underflow in contact().
 constexpr double least_reach = 1e-30, most_reach = 1e30;
 
-/// With what is read beyond the last position.
-template <class Id> void clear_positions(const Slots<Id>& slots, std::size_t used) {
-    for (float* const row : {slots.x, slots.y, slots.z}) std::fill_n(row, used + position_padding, 0.0F);
-}
-
 /// Whether a chain is a loop stored with its first atom once more at its end.
 bool has_repeated_end(const Chain& chain) {
     return !chain.empty() && chain.front().id == chain.back().id &&
@@ -64,7 +59,6 @@ class HeapSlots {
 template <class Id>
 std::size_t eliminate(const Component& component, const Slots<Id>& slots, const Kernels& kernels,
                       const Indexing& indexing) {
-    clear_positions(slots, std::min(component.count + 1, slots.count));
     GapBuffer<Id> beads({component.atoms, component.count}, component.closed, 0, slots);
     Elimination<Id>({&beads, 1}, {slots.x, slots.y, slots.z}, kernels, indexing).run();
     beads.pack();
@@ -157,7 +151,6 @@ std::size_t reduce(Structure& structure, bool closed, std::size_t fewest_beads) 
     }
     HeapSlots memory(count);
     const Slots<std::uint32_t> slots = memory.get();
-    clear_positions(slots, count);
     std::size_t first = 0;
     for (const Component& c : components) {
         buffers.emplace_back(std::span(c.atoms, c.count), c.closed, first, slots);
