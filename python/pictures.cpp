@@ -28,8 +28,8 @@ Loop loop_at(const Chain& closed, const std::vector<std::size_t>& positions, std
     return loop;
 }
 
-/// As much of a result as its picture shows. Each component is the chain's name, its labels, the knots, the closed chain
-/// of the typical closure, and the positions that are left of it.
+/// As much of a result as its picture shows. Each component is the chain's name, its labels, the knots, the closed
+/// chain of the typical closure, and the positions that are left of it.
 Result result_of(const py::sequence& components, Method method, const py::dict& whole) {
     Result result;
     result.plan.method = method;
