@@ -1,7 +1,11 @@
 // What the files of the module add to it.
 #pragma once
 
+#include "survey/plan.hpp"
+
 #include <pybind11/pybind11.h>
+
+#include <string>
 
 namespace loopwise {
 
@@ -10,5 +14,9 @@ void bind_operations(pybind11::module_& module);
 void bind_survey(pybind11::module_& module);
 void bind_fingerprint(pybind11::module_& module);
 void bind_knots(pybind11::module_& module);
+void bind_pictures(pybind11::module_& module);
+
+/// Raises ValueError for another name.
+Method method_of(const std::string& name);
 
 } // namespace loopwise

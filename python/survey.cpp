@@ -45,13 +45,6 @@ Survey surveyed(const Molecule& molecule, const Plan& plan, Job& job) {
     return survey;
 }
 
-Method method_of(const std::string& name) {
-    for (const Method method : {Method::directions, Method::point, Method::direction, Method::two_points,
-                                Method::outside, Method::ring})
-        if (name == name_of(method)) return method;
-    throw py::value_error("there is no method '" + name + "'");
-}
-
 Plan plan_of(const py::dict& given) {
     Plan plan;
     plan.method = method_of(given["method"].cast<std::string>());
@@ -189,6 +182,13 @@ py::list survey_frames(const py::sequence& frames, const py::dict& given, const 
 }
 
 } // namespace
+
+Method method_of(const std::string& name) {
+    for (const Method method : {Method::directions, Method::point, Method::direction, Method::two_points,
+                                Method::outside, Method::ring})
+        if (name == name_of(method)) return method;
+    throw py::value_error("there is no method '" + name + "'");
+}
 
 void bind_survey(py::module_& module) {
     module.def("survey", survey_molecule);

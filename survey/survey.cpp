@@ -14,16 +14,20 @@
 namespace loopwise {
 namespace {
 
-/// So many loops are held at once: few enough for the memory to be used again while it is in the cache.
-constexpr std::size_t batch_size = 64;
+/// So many closures of a thread wait at most to be counted, and so many beads where a thread has a few closures: few
+/// enough for the memory to be used again while it is in the cache, enough to go on while closures are counted.
+constexpr std::size_t fewest_held = 4, most_held = 64, most_held_beads = 1 << 14;
 
+/// A closure from its making until it is counted. The memory of an earlier one is used again.
 struct Outcome {
     bool closed = false;
-    Structure loops;
-    Structure reduced;
-    std::vector<std::string> knots;
-    std::string link;
-    std::vector<int> linking;
+    Specimen specimen;
+};
+
+/// What a thread works with.
+struct Bench {
+    Structure loops, reduced;
+    KnotNamer namer;
 };
 
 Closing close_structure(Structure& structure, const Plan& plan, std::size_t closure) {
@@ -51,48 +55,49 @@ void number_by_position(Chain& chain) {
     for (ChainAtom& bead : chain) bead.id = position++;
 }
 
-Outcome outcome_of(const Structure& open, const Plan& plan, std::size_t closure) {
-    Outcome outcome{false, open, {}, {}, {}, {}};
-    const Closing closing = plan.together ? close_structure(outcome.loops, plan, closure)
-                                          : close_chain(outcome.loops.front(), plan, closure);
-    outcome.closed = closing == Closing::closed;
-    if (!outcome.closed) return outcome;
-    for (Chain& loop : outcome.loops) number_by_position(loop);
-    outcome.reduced = outcome.loops;
-    if (plan.together)
-        reduce(outcome.reduced, true);
-    else
-        reduce(outcome.reduced.front(), true);
-    return outcome;
+void name_knots(const Structure& reduced, KnotNamer& namer, Specimen& specimen) {
+    specimen.knots.resize(reduced.size());
+    for (std::size_t i = 0; i < reduced.size(); ++i) specimen.knots[i] = namer.name(reduced[i]).text();
+    if (reduced.size() == 2) specimen.link = link_of(reduced[0], reduced[1]).text();
+    if (reduced.size() > 1 && reduced.size() <= most_linked_chains)
+        specimen.linking =
+            linking_of(std::vector<std::span<const ChainAtom>>(reduced.begin(), reduced.end())).numbers;
 }
 
-void name_knots(Outcome& outcome, KnotNamer& namer) {
-    for (const Chain& loop : outcome.reduced) outcome.knots.push_back(namer.name(loop).text());
-    const Structure& loops = outcome.reduced;
-    if (loops.size() == 2) outcome.link = link_of(loops[0], loops[1]).text();
-    if (loops.size() > 1 && loops.size() <= most_linked_chains)
-        outcome.linking =
-            linking_of(std::vector<std::span<const ChainAtom>>(loops.begin(), loops.end())).numbers;
-}
-
-/// Those of the chain's own beads that are left come first.
-Loop loop_of(Chain beads, std::size_t beads_of_chain) {
-    const auto appended = std::partition_point(beads.begin(), beads.end(), [&](const ChainAtom& bead) {
+/// How many of the beads are the chain's own, which come first.
+std::size_t own_beads(const Chain& loop, std::size_t beads_of_chain) {
+    const auto appended = std::partition_point(loop.begin(), loop.end(), [&](const ChainAtom& bead) {
         return static_cast<std::size_t>(bead.id) < beads_of_chain;
     });
-    const auto own = static_cast<std::size_t>(appended - beads.begin());
-    return {std::move(beads), own};
+    return static_cast<std::size_t>(appended - loop.begin());
 }
 
-Specimen specimen_of(Outcome& outcome, const Result& result, std::size_t closure) {
-    Specimen specimen{
-        closure, {}, {}, std::move(outcome.knots), std::move(outcome.link), std::move(outcome.linking)};
-    for (std::size_t i = 0; i < outcome.loops.size(); ++i) {
-        const std::size_t beads = result.components[i].beads;
-        specimen.closed.push_back(loop_of(std::move(outcome.loops[i]), beads));
-        specimen.reduced.push_back(loop_of(std::move(outcome.reduced[i]), beads));
+/// Closes, reduces and names in the memory of the outcome's and the bench's last closures.
+void make(Outcome& outcome, const Structure& open, const Plan& plan, std::size_t closure, Bench& bench) {
+    Specimen& specimen = outcome.specimen;
+    specimen.closure = closure;
+    specimen.closed.resize(open.size());
+    specimen.reduced.resize(open.size());
+    bench.loops.resize(open.size());
+    for (std::size_t i = 0; i < open.size(); ++i) bench.loops[i].swap(specimen.closed[i].beads);
+    bench.loops = open;
+    const Closing closing = plan.together ? close_structure(bench.loops, plan, closure)
+                                          : close_chain(bench.loops.front(), plan, closure);
+    outcome.closed = closing == Closing::closed;
+    if (!outcome.closed) return;
+    for (Chain& loop : bench.loops) number_by_position(loop);
+    bench.reduced = bench.loops;
+    if (plan.together)
+        reduce(bench.reduced, true);
+    else
+        reduce(bench.reduced.front(), true);
+    if (plan.name_knots) name_knots(bench.reduced, bench.namer, specimen);
+    for (std::size_t i = 0; i < open.size(); ++i) {
+        specimen.closed[i].beads.swap(bench.loops[i]);
+        specimen.closed[i].own = open[i].size();
+        specimen.reduced[i].beads = bench.reduced[i];
+        specimen.reduced[i].own = own_beads(bench.reduced[i], open[i].size());
     }
-    return specimen;
 }
 
 std::size_t total(const std::vector<Loop>& loops) {
@@ -116,14 +121,10 @@ void count(ComponentTally& tally, const Loop& reduced, std::size_t closure) {
         tally.smallest = {closure, reduced};
 }
 
-void count(Result& result, Outcome& outcome, std::size_t closure, Watcher& watcher) {
-    if (!outcome.closed) {
-        ++result.failed;
-        return;
-    }
-    Specimen specimen = specimen_of(outcome, result, closure);
+/// The result may take the specimen.
+void count(Result& result, Specimen& specimen, Watcher& watcher) {
     for (std::size_t i = 0; i < specimen.reduced.size(); ++i)
-        count(result.components[i], specimen.reduced[i], closure);
+        count(result.components[i], specimen.reduced[i], specimen.closure);
     for (std::size_t i = 0; i < specimen.knots.size(); ++i)
         count(result.components[i].knots, specimen.knots[i]);
     if (!specimen.link.empty()) count(result.whole.knots, specimen.link);
@@ -229,18 +230,24 @@ Result survey(const Molecule& given, const Plan& plan, Watcher& watcher) {
     Structure open;
     for (const NamedChain& named : molecule.chains) open.push_back(named.beads);
 
-    std::vector<KnotNamer> namers(std::max(plan.threads, 1U));
-    std::vector<Outcome> batch;
-    for (std::size_t first = 0; first < plan.closures; first += batch_size) {
-        batch.resize(std::min(batch_size, plan.closures - first));
-        in_parallel(batch.size(), plan.threads, [&](std::size_t i, std::size_t worker) {
-            watcher.closure_at(first + i, 0.0);
-            batch[i] = outcome_of(open, plan, first + i);
-            if (plan.name_knots) name_knots(batch[i], namers[worker]);
-            watcher.closure_at(first + i, 1.0);
+    const std::size_t threads = std::max(plan.threads, 1U);
+    std::vector<Bench> benches(threads);
+    std::vector<Outcome> outcomes(
+        std::min(plan.closures, std::clamp(most_held_beads / result.whole.beads, fewest_held * threads,
+                                           most_held * threads)));
+    in_parallel_and_in_order(
+        plan.closures, plan.threads, outcomes.size(),
+        [&](std::size_t closure, std::size_t place, std::size_t worker) {
+            watcher.closure_at(closure, 0.0);
+            make(outcomes[place], open, plan, closure, benches[worker]);
+            watcher.closure_at(closure, 1.0);
+        },
+        [&](std::size_t, std::size_t place) {
+            if (outcomes[place].closed)
+                count(result, outcomes[place].specimen, watcher);
+            else
+                ++result.failed;
         });
-        for (std::size_t i = 0; i < batch.size(); ++i) count(result, batch[i], first + i, watcher);
-    }
     sort(result.whole.knots);
     for (ComponentTally& tally : result.components) sort(tally.knots);
     return result;

@@ -1,7 +1,7 @@
 # The compiled module: see its callers in the package for what they mean.
 from typing import Any, Callable, Sequence
 
-from numpy import float64, int32, int64
+from numpy import float64, int32, int64, uint16
 from numpy.typing import NDArray
 
 _Xyz = NDArray[float64]
@@ -54,3 +54,14 @@ def linking_numbers(polygons: _Components) -> dict[tuple[int, int], int]: ...
 def fingerprint(xyz: _Xyz, plan: dict[str, Any], progress: _Teller) -> dict[str, Any]: ...
 def survey(components: _Components, plan: dict[str, Any], progress: _Teller) -> dict[str, Any]: ...
 def survey_frames(frames: Sequence[_Components], plan: dict[str, Any], progress: _Teller) -> list[dict[str, Any]]: ...
+def survey_picture(
+    components: Sequence[tuple[str, Sequence[str], dict[str, int], _Xyz, NDArray[int64]]],
+    method: str,
+    whole: dict[str, Any],
+) -> str: ...
+def fingerprint_picture(
+    numbers: NDArray[uint16],
+    counts: NDArray[uint16],
+    given: dict[str, Any],
+    places: Sequence[tuple[str, int, int, bool]],
+) -> str: ...

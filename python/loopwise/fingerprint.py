@@ -12,7 +12,7 @@ from . import _core
 from .chain import Chain, ChainLike, as_chain
 from .operations import within
 from .progress import Progress, teller
-from .results import data_frame, html_table
+from .results import data_frame, html_table, svg_image
 from .survey import threads_for
 
 if TYPE_CHECKING:
@@ -122,13 +122,31 @@ class Fingerprint:
 
         return fingerprint_figure(self)
 
+    def to_svg(self) -> str:
+        """The same as the text of an SVG picture, for which nothing is needed; the last beads upwards."""
+        given = {
+            "chain": self.chain.name or "chain",
+            "labels": self.chain.labels,
+            "names": self.names,
+            "closures": self.closures,
+            "step": self.step,
+            "knot": self.knot,
+            "share": self.share,
+        }
+        places = [(place.knot, *place.core, place.slipknot) for place in self.places if place.core]
+        return _core.fingerprint_picture(self.numbers, self.counts, given, places)
+
+    def _repr_svg_(self) -> str:
+        return self.to_svg()
+
     def _repr_html_(self) -> str:
         rows = [
             (p.knot, f"{p.share:.2f}", f"{p.greatest_share:.2f}", "-".join(self._labels(p.core) or []), p.slipknot)
             for p in self.places
         ]
         head = ("knot", "share", "greatest share", "core", "slipknot")
-        return html_table(head, rows, f"{self.knot} in {100 * self.share:.0f} % of {self.closures} closures")
+        table = html_table(head, rows, f"{self.knot} in {100 * self.share:.0f} % of {self.closures} closures")
+        return table + svg_image(self.to_svg())
 
 
 def fingerprint(

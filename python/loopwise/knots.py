@@ -67,7 +67,8 @@ def knot(polygon: Any) -> Knot:
     first, see :func:`close` and :func:`survey`.
 
     Fewer than three beads, two beads at one place and polygons that meet themselves get the status "bad polygon".
-    Raises ValueError for coordinates that are not finite, and for more than two polygons.
+    Raises ValueError for coordinates that are not finite, and for more than two polygons. Ctrl-C is obeyed, even though
+    the work then goes on unseen until it is done.
 
     >>> import loopwise as lw
     >>> found = lw.knot(lw.close(lw.sample("figure_eight"), direction=0))

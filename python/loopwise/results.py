@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import base64
 import html
 from typing import TYPE_CHECKING, Any, Iterable, Sequence
 
@@ -24,6 +25,14 @@ def html_table(head: Sequence[str], rows: Iterable[Sequence[object]], caption: s
 
     body = "".join(line("td", row) for row in rows)
     return f"<table><caption>{html.escape(caption)}</caption>{line('th', head)}{body}</table>"
+
+
+def svg_image(svg: str | None) -> str:
+    """The picture in the page of a notebook; its styles stay its own."""
+    if svg is None:
+        return ""
+    data = base64.b64encode(svg.encode()).decode()
+    return f'<img style="width: 100%; max-width: 56em" src="data:image/svg+xml;base64,{data}">'
 
 
 def percent(part: int, whole: int) -> str:

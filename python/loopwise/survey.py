@@ -14,7 +14,7 @@ from . import _core
 from .chain import Chain, ChainLike, Coordinates, Positions, as_chain, is_structure
 from .operations import default_scales, method_named, random_methods, scale_for, within
 from .progress import Progress, teller
-from .results import data_frame, html_table, percent
+from .results import data_frame, html_table, percent, svg_image
 
 if TYPE_CHECKING:
     import pandas
@@ -24,7 +24,7 @@ unknot = "0_1"
 not_named = "not named"
 _largest_count = 100_000_000
 _most_threads = 1024
-_frames_a_thread = 16
+_frames_a_thread = 64
 
 
 @dataclasses.dataclass(frozen=True, repr=False)
@@ -196,13 +196,30 @@ class Survey:
 
         return specimen_figure(self)
 
+    def to_svg(self) -> str:
+        """The same as the text of an SVG picture, for which nothing is needed.
+
+        Raises ValueError when every closure failed."""
+        if self.typical is None:
+            raise ValueError("every closure failed: there is nothing to draw")
+        components = [
+            (c.chain.name, c.chain.labels, c.knots, closed, kept)
+            for c, closed, kept in zip(self.components, self.typical.closed, self.typical.kept)
+        ]
+        whole = {"left": self.left, "bare": self.bare, "links": self.links, "closure": self.typical.closure}
+        return _core.survey_picture(components, self.method.replace("_", "-"), whole)
+
+    def _repr_svg_(self) -> str | None:
+        return None if self.typical is None else self.to_svg()
+
     def _repr_html_(self) -> str:
         rows = [
             (c.chain.name, knot, closures, percent(closures, self.counted))
             for c in self.components
             for knot, closures in c.knots.items()
         ]
-        return html_table(("chain", "knot", "closures", "share"), rows, f"{self.closures} closures by {self.method}")
+        table = html_table(("chain", "knot", "closures", "share"), rows, f"{self.closures} closures by {self.method}")
+        return table + svg_image(self._repr_svg_())
 
 
 @dataclasses.dataclass(frozen=True, repr=False)

@@ -2,11 +2,13 @@
 
 import json
 import os
+import pickle
 import signal
 import subprocess
 import sys
 import threading
 import time
+import xml.etree.ElementTree
 
 import numpy as np
 import pytest
@@ -46,6 +48,11 @@ def test_results_show_themselves(trefoil):
         assert shown.plot().axes
         pytest.importorskip("pandas")
         assert "-3_1" in set(shown.to_dataframe()["knot"])
+    for shown in (pickle.loads(pickle.dumps(result)), pair):
+        drawn = "".join(xml.etree.ElementTree.fromstring(shown._repr_svg_()).itertext())
+        assert all(label in drawn for label in shown.components[0].smallest.labels)
+        assert f"{shown.counted - shown.bare} of {shown.counted} closures" in drawn
+        assert f"{len(shown.components) * 60} beads" in drawn and "data:image/svg" in shown._repr_html_()
     assert len(result.to_dataframe()) == 20 and len(pair.to_dataframe()) == 40
     with pytest.raises(ValueError, match="2 chains"):
         pair.knots
@@ -70,6 +77,8 @@ def test_a_fingerprint_finds_the_core_where_the_closures_change(trefoil):
     assert coarse.core == found.core and coarse.stretches < found.stretches
     pytest.importorskip("matplotlib")
     assert found.plot().axes
+    drawn = "".join(xml.etree.ElementTree.fromstring(found._repr_svg_()).itertext())
+    assert f"-3_1 core {first + 1}-{last + 1}" in drawn and "every stretch was closed" in drawn
     pytest.importorskip("pandas")
     frame = found.to_dataframe()
     assert set(frame["knot"]) <= set(found.names) and len(frame) == np.count_nonzero(found.tested)
