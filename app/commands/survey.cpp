@@ -49,7 +49,7 @@ Examples:
   loopwise survey --chain A,B entry.cif.gz            two chains of an mmCIF file
   loopwise survey --atom "C4'" rna.pdb                a nucleic acid
   loopwise survey --structure --seed 7 complex.pdb    all chains of a file as one structure
-  loopwise survey --method point --count 1000 --csv *.txt > survey.csv)";
+  loopwise survey --csv *.txt > survey.csv            a table of many chains)";
 
 struct Arguments {
     std::vector<std::string> files;
