@@ -20,7 +20,8 @@ class HelpLayout final : public CLI::Formatter {
   public:
     HelpLayout() { label("Positionals", "Arguments"); }
     std::string make_option_name(const CLI::Option* option, bool is_positional) const override {
-        return CLI::detail::find_and_replace(CLI::Formatter::make_option_name(option, is_positional), ",", ", ");
+        return CLI::detail::find_and_replace(CLI::Formatter::make_option_name(option, is_positional), ",",
+                                             ", ");
     }
     /// Only what stands for the value; what options exclude or need, an error says.
     std::string make_option_opts(const CLI::Option* option) const override {

@@ -56,7 +56,8 @@ Action declare_close(CLI::App& app) {
     const auto given = std::make_shared<Arguments>();
     given->tells_gaps = true;
     declare(app, static_cast<ChainArguments&>(*given));
-    app.add_option("--method", given->method, "directions (default), direction, point, two-points or outside: see survey")
+    app.add_option("--method", given->method,
+                   "directions (default), direction, point, two-points or outside: see survey")
         ->check(CLI::IsMember(&methods))
         ->option_text("METHOD");
     app.add_option("--closure", given->closure,
