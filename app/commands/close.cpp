@@ -21,7 +21,7 @@ struct Arguments : ChainArguments {
     std::string method;
     std::optional<double> scale;
     std::size_t closure = 0;
-    std::uint64_t seed = 0;
+    std::optional<std::uint64_t> seed;
 };
 
 Plan plan_of(const Arguments& given) {
@@ -33,7 +33,11 @@ Plan plan_of(const Arguments& given) {
     if (!(plan.scale > 1.0)) refuse_usage("--scale must be above 1");
     if (plan.method == Method::directions && given.closure >= uniform_rows)
         refuse_usage("--closure: method directions has the rows 0 to 399");
-    plan.seed = given.seed;
+    if (plan.method == Method::outside && given.closure > 0)
+        refuse_usage("--closure: method outside has one closure, 0");
+    if (given.seed && !is_random(plan.method))
+        refuse_usage(std::string("--seed: method ") + name_of(plan.method) + " is not random");
+    plan.seed = given.seed.value_or(0);
     return plan;
 }
 
