@@ -1,6 +1,7 @@
 #!/bin/sh
 # The program in the README is examples/first_steps.cpp to the letter, as is the job script in docs/scaling.md; the
-# links of the documents lead somewhere; every exported function has an example; the reference comes out without a warning, where doxygen is there to make it.
+# links of the documents lead somewhere; every exported function has an example; the reference comes out without a warning,
+# where doxygen is there to make it.
 # usage: readme.sh TOUR, from the root of the repository
 set -eu
 sed -n '/^```cpp$/,/^```$/p' README.md | sed '1d;$d' | diff - examples/first_steps.cpp

@@ -66,10 +66,13 @@ Action declare_close(CLI::App& app) {
         ->option_text("METHOD");
     app.add_option("--closure", given->closure,
                    "Which closure of a survey: the row for directions (default 0)")
+        ->check(not_negative())
         ->option_text("N");
     app.add_option("--scale", given->scale, "How far out (default 10 for point, 2 for arcs)")
         ->option_text("X");
-    app.add_option("--seed", given->seed, "Seed of a random method (default 0)")->option_text("N");
+    app.add_option("--seed", given->seed, "Seed of a random method (default 0)")
+        ->check(not_negative())
+        ->option_text("N");
     return [given] {
         const Plan plan = plan_of(*given);
         return edit_chain(*given, [&](Chain& chain) {

@@ -73,6 +73,7 @@ void declare(CLI::App& app, Arguments& into) {
         ->option_text("N");
     app.add_option("--scale", into.scale, "How far out (default 10 for point, 2 for arcs)")->option_text("X");
     app.add_option("--seed", into.seed, "Seed of a random method (default: from the clock, reported)")
+        ->check(not_negative())
         ->option_text("N");
     declare_selecting(app, into.selecting);
     app.add_flag("--closed", into.closed, "Every chain is a ring: reduce it as it is");
