@@ -3,6 +3,9 @@
 #include "draw/matrix.hpp"
 
 #include <algorithm>
+#include <charconv>
+#include <map>
+#include <optional>
 
 namespace loopwise {
 namespace {
@@ -64,8 +67,41 @@ std::string head(const ChainFingerprint& of, const std::string& how) {
                    ", by loopwise fingerprint. " + how);
 }
 
-/// A minus sign in front of a residue number is not one between two.
-std::string pymol_residue(const std::string& label) { return label.starts_with('-') ? "\\" + label : label; }
+/// How a viewer writes residues.
+struct Notation {
+    const char* between;  ///< two entries of a list
+    const char* negative; ///< in front of a minus that does not stand between two numbers
+};
+constexpr Notation pymol{"+", "\\"}, chimerax{",", ""};
+
+/// Without the insertion code; none for what is no number.
+std::optional<int> number_of_residue(const std::string& label) {
+    int number = 0;
+    const auto [end, error] = std::from_chars(label.data(), label.data() + label.size(), number);
+    return error == std::errc() ? std::optional(number) : std::nullopt;
+}
+
+/// Viewers take ranges by number alone, insertion codes left out, wherever in the chain the number stands. So a range
+/// holds numbers that follow each other, and residues that share their number stand by themselves.
+std::string residues(const std::vector<std::string>& labels, Stretch stretch, Notation notation) {
+    std::map<std::optional<int>, int> sharing;
+    for (const std::string& label : labels) ++sharing[number_of_residue(label)];
+    const auto follows = [&](std::size_t i) {
+        const std::optional<int> before = number_of_residue(labels[i - 1]),
+                                 here = number_of_residue(labels[i]);
+        return before && here && *here == *before + 1 && sharing[before] == 1 && sharing[here] == 1;
+    };
+    const auto entry = [&](std::size_t i) {
+        return (labels[i].starts_with('-') ? notation.negative : "") + labels[i];
+    };
+    std::string list;
+    for (std::size_t i = stretch.first; i <= stretch.last; ++i) {
+        const std::size_t from = i;
+        while (i < stretch.last && follows(i + 1)) ++i;
+        list += (list.empty() ? "" : notation.between) + entry(from) + (i > from ? "-" + entry(i) : "");
+    }
+    return list;
+}
 
 } // namespace
 
@@ -75,8 +111,7 @@ std::string pymol_script(const ChainFingerprint& of, const std::vector<KnotPlace
                          ", " + chain + "\n";
     for (const Part& part : parts_of(of, places))
         script += comment(part.note) + "select " + part.name + ", " + chain + " and resi " +
-                  pymol_residue(of.labels[part.stretch.first]) + "-" +
-                  pymol_residue(of.labels[part.stretch.last]) + "\ncolor 0x" + part.colour.substr(1) + ", " +
+                  residues(of.labels, part.stretch, pymol) + "\ncolor 0x" + part.colour.substr(1) + ", " +
                   part.name + "\n";
     return script + "deselect\n";
 }
@@ -87,8 +122,8 @@ std::string chimerax_script(const ChainFingerprint& of, const std::vector<KnotPl
                          (chain.empty() ? "protein" : chain) + " " + rest_colour + "\n";
     for (const Part& part : parts_of(of, places))
         script += comment(part.note) + "name " + part.name + " " + chain + ":" +
-                  of.labels[part.stretch.first] + "-" + of.labels[part.stretch.last] + "\ncolor " +
-                  part.name + " " + part.colour + "\n";
+                  residues(of.labels, part.stretch, chimerax) + "\ncolor " + part.name + " " + part.colour +
+                  "\n";
     return script;
 }
 

@@ -38,7 +38,16 @@ foreach(component IN LISTS documented)
   install(FILES ${PROJECT_BINARY_DIR}/changelog.gz DESTINATION ${${component}_docs} COMPONENT ${component})
 endforeach()
 
-# The program holds what it needs of the library.
+# The program holds what it needs of the library. Its manual pages are made from its help.
 if(TARGET loopwise_program)
   install(TARGETS loopwise_program RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
+  set(manual ${PROJECT_BINARY_DIR}/manual)
+  add_custom_command(OUTPUT ${manual}/loopwise.1.gz
+    COMMAND ${PROJECT_SOURCE_DIR}/cmake/manual.sh $<TARGET_FILE:loopwise_program> ${PROJECT_VERSION}
+      ${PROJECT_SOURCE_DIR}/cmake/changelog ${manual}
+    DEPENDS loopwise_program ${PROJECT_SOURCE_DIR}/cmake/manual.sh ${PROJECT_SOURCE_DIR}/cmake/changelog VERBATIM)
+  add_custom_target(loopwise_manual ALL DEPENDS ${manual}/loopwise.1.gz)
+  install(DIRECTORY ${manual}/ DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
+  install(FILES ${PROJECT_SOURCE_DIR}/app/completion.bash RENAME loopwise COMPONENT tools
+    DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/bash-completion/completions)
 endif()

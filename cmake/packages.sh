@@ -2,7 +2,7 @@
 # Sourced by ./demo and ./check: looks for the Debian packages that a build needs and installs those that
 # are missing, or prints the one line that does. cmake/packages.cmake knows those that CMake looks for, too.
 build_packages="g++ cmake ninja-build"
-product_packages="libcli11-dev nlohmann-json3-dev gemmi-dev tao-pegtl-dev zlib1g-dev libjs-three
+product_packages="libcli11-dev nlohmann-json3-dev gemmi-dev tao-pegtl-dev zlib1g-dev libjs-three help2man
     python3-dev python3-numpy pybind11-dev"
 check_packages="clang libgtest-dev libbenchmark-dev abigail-tools binutils pkg-config dpkg-dev file doxygen
     python3-pytest python3-hypothesis mypy python3-matplotlib python3-pandas

@@ -99,8 +99,16 @@ Section: science
 Maintainer: The libloopwise authors <maintainers@loopwise.example>
 Depends: libc6 (>=), libgcc-s1 (>=), libstdc++6 (>=), zlib1g (>=)
 -rwxr-xr-x root/root ./usr/bin/loopwise
+-rw-r--r-- root/root ./usr/share/bash-completion/completions/loopwise
 -rw-r--r-- root/root ./usr/share/doc/loopwise-tools/changelog.gz
 -rw-r--r-- root/root ./usr/share/doc/loopwise-tools/copyright
+-rw-r--r-- root/root ./usr/share/man/man1/loopwise-check.1.gz
+-rw-r--r-- root/root ./usr/share/man/man1/loopwise-close.1.gz
+-rw-r--r-- root/root ./usr/share/man/man1/loopwise-fingerprint.1.gz
+-rw-r--r-- root/root ./usr/share/man/man1/loopwise-knot.1.gz
+-rw-r--r-- root/root ./usr/share/man/man1/loopwise-reduce.1.gz
+-rw-r--r-- root/root ./usr/share/man/man1/loopwise-survey.1.gz
+-rw-r--r-- root/root ./usr/share/man/man1/loopwise.1.gz
 Package: python3-loopwise
 Version: $version
 Section: python

@@ -1,9 +1,11 @@
 #!/bin/sh
-# The program in the README is examples/first_steps.cpp to the letter; the links of the documents lead somewhere; every
-# exported function has an example; the reference comes out without a warning, where doxygen is there to make it.
+# The program in the README is examples/first_steps.cpp to the letter, as is the job script in docs/scaling.md; the
+# links of the documents lead somewhere; every exported function has an example; the reference comes out without a warning,
+# where doxygen is there to make it.
 # usage: readme.sh TOUR, from the root of the repository
 set -eu
 sed -n '/^```cpp$/,/^```$/p' README.md | sed '1d;$d' | diff - examples/first_steps.cpp
+sed -n '/^#!\/bin\/sh$/,/^```$/p' docs/scaling.md | sed '$d' | diff - examples/scaling/survey.sbatch
 for document in README.md CONTRIBUTING.md docs/*.md; do
     grep -o '](\([^)#]*\))' "$document" | sed 's/](//; s/)//' | grep -v '^http' | while read -r link; do
         [ -e "$(dirname "$document")/$link" ] || { echo "$document: no $link"; exit 1; }

@@ -21,7 +21,7 @@ struct Arguments : ChainArguments {
     std::string method;
     std::optional<double> scale;
     std::size_t closure = 0;
-    std::uint64_t seed = 0;
+    std::optional<std::uint64_t> seed;
 };
 
 Plan plan_of(const Arguments& given) {
@@ -33,7 +33,11 @@ Plan plan_of(const Arguments& given) {
     if (!(plan.scale > 1.0)) refuse_usage("--scale must be above 1");
     if (plan.method == Method::directions && given.closure >= uniform_rows)
         refuse_usage("--closure: method directions has the rows 0 to 399");
-    plan.seed = given.seed;
+    if (plan.method == Method::outside && given.closure > 0)
+        refuse_usage("--closure: method outside has one closure, 0");
+    if (given.seed && !is_random(plan.method))
+        refuse_usage(std::string("--seed: method ") + name_of(plan.method) + " is not random");
+    plan.seed = given.seed.value_or(0);
     return plan;
 }
 
@@ -56,15 +60,19 @@ Action declare_close(CLI::App& app) {
     const auto given = std::make_shared<Arguments>();
     given->tells_gaps = true;
     declare(app, static_cast<ChainArguments&>(*given));
-    app.add_option("--method", given->method, "How, as for survey (default directions)")
+    app.add_option("--method", given->method,
+                   "directions (default), direction, point, two-points or outside: see survey")
         ->check(CLI::IsMember(&methods))
         ->option_text("METHOD");
     app.add_option("--closure", given->closure,
                    "Which closure of a survey: the row for directions (default 0)")
+        ->check(not_negative())
         ->option_text("N");
     app.add_option("--scale", given->scale, "How far out (default 10 for point, 2 for arcs)")
         ->option_text("X");
-    app.add_option("--seed", given->seed, "Seed of a random method (default 0)")->option_text("N");
+    app.add_option("--seed", given->seed, "Seed of a random method (default 0)")
+        ->check(not_negative())
+        ->option_text("N");
     return [given] {
         const Plan plan = plan_of(*given);
         return edit_chain(*given, [&](Chain& chain) {

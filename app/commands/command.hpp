@@ -28,6 +28,11 @@ std::span<const Command> commands();
 /// Ends the program as for a command line that does not parse.
 [[noreturn]] void refuse_usage(const std::string& reason);
 
+/// For an option with a number that has no sign: the parser would wrap a negative one around.
+inline CLI::Validator not_negative() {
+    return {[](std::string& value) { return value.starts_with('-') ? value + " is below 0" : ""; }, ""};
+}
+
 // The subcommands.
 Action declare_knot(CLI::App& command);
 Action declare_survey(CLI::App& command);

@@ -7,10 +7,14 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
+#include <filesystem>
 #include <iostream>
 
 namespace loopwise {
 namespace {
+
+constexpr double longest_end_bond = 4.2; ///< of a C-alpha trace
 
 bool same(const ChainAtom& a, const ChainAtom& b) {
     return a.id == b.id && a.x == b.x && a.y == b.y && a.z == b.z;
@@ -56,6 +60,19 @@ void tell_gaps(const std::string& file, const NamedChain& chain) {
     if (!warning.empty()) std::cerr << "loopwise: " << file << ": note: " << warning << '\n';
 }
 
+/// A protein's trace as it stands in its file, with an ordinary bond at its end, where a closure leaves a long one.
+void tell_open_ends(const std::string& file, const NamedChain& chain) {
+    const Chain& beads = chain.beads;
+    if (beads.size() < 3) return;
+    const auto is_bond = [](const ChainAtom& a, const ChainAtom& b) {
+        return std::hypot(a.x - b.x, a.y - b.y, a.z - b.z) < longest_end_bond;
+    };
+    if (is_bond(beads[beads.size() - 2], beads.back()) && !is_bond(beads.back(), beads.front()))
+        std::cerr << "loopwise: " << file
+                  << ": note: taken as a loop: a straight line joins its ends; loopwise close closes a chain"
+                     ", --open leaves it open\n";
+}
+
 /// A closure numbers what it appends after the beads that are there, so these get the numbers of their labels.
 void number_by_labels(NamedChain& chain) {
     for (std::size_t i = 0; i < chain.beads.size(); ++i) {
@@ -66,8 +83,24 @@ void number_by_labels(NamedChain& chain) {
     }
 }
 
+std::string extension_of(const std::string& path) {
+    std::string extension = std::filesystem::path(path).extension().string();
+    std::transform(extension.begin(), extension.end(), extension.begin(),
+                   [](unsigned char c) { return std::tolower(c); });
+    return extension;
+}
+
 bool is_pdb(const ChainArguments& given) {
-    return given.pdb || given.output.ends_with(".pdb") || given.output.ends_with(".ent");
+    const std::string extension = extension_of(given.output);
+    return given.pdb || extension == ".pdb" || extension == ".ent";
+}
+
+/// A file is what its name says.
+void refuse_other_formats(const std::string& output) {
+    const std::string extension = extension_of(output);
+    for (const char* const other : {".cif", ".mmcif", ".gz", ".xyz", ".svg", ".html", ".json", ".csv"})
+        if (extension == other)
+            refuse_usage("--output: chain text or PDB is written, no " + std::string(other) + " file");
 }
 
 } // namespace
@@ -83,12 +116,14 @@ void declare(CLI::App& app, ChainArguments& into) {
 }
 
 int edit_chain(const ChainArguments& given, const std::function<bool(Chain&)>& edit) {
+    refuse_other_formats(given.output);
     refuse_harmful_outputs({given.file}, {{given.output, ""}});
     Progress progress(1);
     Complaints complaints(progress);
     complaints.attempt(given.file, [&] {
         NamedChain before = only_chain(given);
         if (given.tells_gaps) tell_gaps(given.file, before);
+        if (given.tells_open_ends) tell_open_ends(given.file, before);
         number_by_labels(before);
         NamedChain after{before.name, before.beads, {}, before.kind, {}};
         const bool loop = edit(after.beads);

@@ -11,7 +11,8 @@ struct ChainArguments {
     std::string file, output;
     Selecting selecting;
     bool pdb = false;
-    bool tells_gaps = false; ///< whether gaps of the chain matter for what is done
+    bool tells_gaps = false;      ///< whether gaps of the chain matter for what is done
+    bool tells_open_ends = false; ///< whether the chain should be a loop
 };
 
 void declare(CLI::App& app, ChainArguments& into);

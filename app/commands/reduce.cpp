@@ -11,8 +11,9 @@ Action declare_reduce(CLI::App& app) {
     const auto given = std::make_shared<Arguments>();
     declare(app, static_cast<ChainArguments&>(*given));
     app.add_flag("--open", given->open, "No segment joins the last atom to the first, and both stay");
-    app.footer("Example:\n  loopwise close chain.txt | loopwise reduce -o loop.pdb -");
+    app.footer("Examples:\n  loopwise close chain.txt | loopwise reduce -o loop.pdb -");
     return [given] {
+        given->tells_open_ends = !given->open;
         return edit_chain(*given, [&](Chain& chain) {
             reduce(chain, !given->open);
             return !given->open;

@@ -49,7 +49,7 @@ Examples:
   loopwise survey --chain A,B entry.cif.gz            two chains of an mmCIF file
   loopwise survey --atom "C4'" rna.pdb                a nucleic acid
   loopwise survey --structure --seed 7 complex.pdb    all chains of a file as one structure
-  loopwise survey --method point --count 1000 --csv *.txt > survey.csv)";
+  loopwise survey --csv *.txt > survey.csv            a table of many chains)";
 
 struct Arguments {
     std::vector<std::string> files;
@@ -73,6 +73,7 @@ void declare(CLI::App& app, Arguments& into) {
         ->option_text("N");
     app.add_option("--scale", into.scale, "How far out (default 10 for point, 2 for arcs)")->option_text("X");
     app.add_option("--seed", into.seed, "Seed of a random method (default: from the clock, reported)")
+        ->check(not_negative())
         ->option_text("N");
     declare_selecting(app, into.selecting);
     app.add_flag("--closed", into.closed, "Every chain is a ring: reduce it as it is");

@@ -25,3 +25,11 @@ loopwise knot - - <trefoil.txt
 cp trefoil.txt mine.txt
 loopwise close - -o mine.txt <mine.txt
 cmp trefoil.txt mine.txt && sed '40,60d' trefoil.txt | loopwise knot --open 0 -
+# What a new user gets wrong.
+loopwise reduce trefoil.txt | wc -l
+try close --seed 3 trefoil.txt
+try close --method outside --closure 5 trefoil.txt
+try close --method point --closure -1 trefoil.txt
+try survey --method point --seed -1 trefoil.txt
+try reduce -o core.CIF trefoil.txt
+loopwise reduce -o core.ENT trefoil.txt 2>&1 && grep -c CONECT core.ENT
