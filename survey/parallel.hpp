@@ -12,8 +12,8 @@
 
 namespace loopwise {
 
-/// Runs work(worker) on the calling thread, which is worker 0, and on threads - 1 more, or as many as the system starts.
-/// What one of them throws reaches the caller after all have ended.
+/// Runs work(worker) on the calling thread, which is worker 0, and on threads - 1 more, or as many as can be
+/// started. What one of them throws reaches the caller after all have ended.
 template <class Work> void on_threads(std::size_t threads, const Work& work) {
     std::vector<std::future<void>> running;
     try {

@@ -33,6 +33,8 @@ def test_a_survey_tells_what_became_of_each_closure(trefoil):
     assert np.array_equal(core.kept, lw.reduce(loop)) and np.array_equal(core.xyz, loop.xyz[core.kept])
     assert core.labels == [str(i + 1) if i < len(trefoil) else f"+{i - 59}" for i in core.kept.tolist()]
     assert result.to_dict() == lw.survey(trefoil, closures=100, threads=1).to_dict()
+    many = [lw.survey(trefoil, method="point", closures=8000, threads=threads) for threads in (1, 3)]
+    assert many[0].to_dict() == many[1].to_dict() and np.array_equal(many[1].table[0], np.arange(8000))
     assert json.loads(json.dumps(result.to_dict()))["chains"][0]["knots"] == result.knots
     drawn = lw.survey(trefoil, method="point", closures=5, seed=7)
     loop = lw.close(trefoil, "point", seed=7, closure=4)
@@ -51,7 +53,7 @@ def test_results_show_themselves(trefoil):
     for shown in (pickle.loads(pickle.dumps(result)), pair):
         drawn = "".join(xml.etree.ElementTree.fromstring(shown._repr_svg_()).itertext())
         assert all(label in drawn for label in shown.components[0].smallest.labels)
-        assert f"{shown.counted - shown.bare} of {shown.counted} closures" in drawn
+        assert f"{shown.counted - shown.bare} of {shown.counted} closures" in drawn and "last 60" in drawn
         assert f"{len(shown.components) * 60} beads" in drawn and "data:image/svg" in shown._repr_html_()
     assert len(result.to_dataframe()) == 20 and len(pair.to_dataframe()) == 40
     with pytest.raises(ValueError, match="2 chains"):
