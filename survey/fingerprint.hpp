@@ -39,10 +39,10 @@ struct FingerprintPlan {
     std::size_t closures = 100; ///< of every stretch: the first so many of spread_rows()
     std::size_t step = 0;       ///< of the coarse grid, in beads; 0 takes default_step()
     bool full = false;          ///< every stretch, whatever the step
-    /// Borders are followed as far as a fixed amount of work goes, cores and depth first.
-    bool bounded = false;
     unsigned threads = 1;
     std::size_t most_memory = SIZE_MAX; ///< in bytes, for the matrix
+    /// Borders are followed as far as a fixed amount of work goes, cores and depth first.
+    bool bounded = false;
 };
 
 /// The rows of the table of 400 directions from which any first few are spread evenly: row 0, then always the
