@@ -58,6 +58,7 @@ void Progress::begin(const std::string& what, std::size_t file, std::size_t clos
     closures_ = closures;
     done_ = 0;
     in_hand_.clear();
+    part_ = largest_part_ = 0;
     begun_ = Clock::now();
     at_work_ = true;
 }
@@ -73,11 +74,12 @@ void Progress::closure_at(std::size_t closure, double part) {
     }
 }
 
-void Progress::show(std::size_t done, std::size_t steps) {
+void Progress::show_part(std::size_t done, double part) {
     if (!terminal_) return;
     const std::lock_guard lock(mutex_);
     done_ = std::max(done_, done); // threads may tell in another order
-    closures_ = steps;
+    part_ = std::min(part, 1.0);
+    largest_part_ = std::max(largest_part_, part_);
 }
 
 /// Many short steps are seen to be alive, too: the quiet at first is that of the whole run.
@@ -99,13 +101,17 @@ std::string Progress::line() const {
     const double elapsed = std::chrono::duration<double>(Clock::now() - begun_).count();
     const std::string place =
         files_ > 1 ? ", file " + std::to_string(file_) + " of " + std::to_string(files_) : "";
-    if (closures_ == 0) return what_ + place + ": " + duration(elapsed);
-    double done = static_cast<double>(done_);
-    for (const auto& [closure, part] : in_hand_) done += part;
-    const double part = std::min(1.0, done / static_cast<double>(closures_));
-    const std::string filled(static_cast<std::size_t>(static_cast<double>(bar_width) * part), '#');
+    if (closures_ == 0 && largest_part_ == 0) return what_ + place + ": " + duration(elapsed);
+    double part = part_, bar = largest_part_;
+    if (closures_ > 0) {
+        double done = static_cast<double>(done_);
+        for (const auto& [closure, of_it] : in_hand_) done += of_it;
+        part = bar = std::min(1.0, done / static_cast<double>(closures_));
+    }
+    const std::string filled(static_cast<std::size_t>(static_cast<double>(bar_width) * bar), '#');
     std::string text = "[" + filled + std::string(bar_width - filled.size(), ' ') + "] ";
-    text += std::to_string(done_) + "/" + std::to_string(closures_) + " " + unit_ + ", " + duration(elapsed);
+    text += std::to_string(done_) + (closures_ > 0 ? "/" + std::to_string(closures_) : "") + " " + unit_ +
+            ", " + duration(elapsed);
     if (part > 0.0) text += ", " + duration(elapsed * (1.0 - part) / part) + " to go";
     return text + place + ": " + what_;
 }

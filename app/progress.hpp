@@ -27,8 +27,9 @@ class Progress final : public Watcher {
     /// A molecule is being surveyed.
     void begin(const std::string& what, std::size_t file, std::size_t closures);
     void closure_at(std::size_t closure, double part) override;
-    /// So many steps are done of those that are known so far. Any thread may say so.
-    void show(std::size_t done, std::size_t steps);
+    /// So many steps are done, and so large a part of the work, as far as is known. What is drawn never goes
+    /// back. Any thread may say so.
+    void show_part(std::size_t done, double part);
     /// Takes the line away, so that something can be printed, until the next step begins.
     void clear();
 
@@ -44,6 +45,7 @@ class Progress final : public Watcher {
     std::string what_;
     std::size_t file_ = 0, closures_ = 0, done_ = 0;
     std::map<std::size_t, double> in_hand_; // closures that are begun, and how far each is
+    double part_ = 0, largest_part_ = 0;    // where steps are of different length: as told, and the bar
     Clock::time_point begun_;
     bool at_work_ = false, drawn_ = false, over_ = false;
     std::condition_variable changed_;

@@ -9,6 +9,8 @@
 #include "survey/parallel.hpp"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 #include <limits>
 #include <map>
 #include <mutex>
@@ -22,7 +24,19 @@ namespace {
 
 using Cell = FingerprintMatrix::Cell;
 
-constexpr std::size_t grid_lines = 40;
+constexpr std::size_t grid_lines = 40, fewest_grid_lines = 8;
+
+/// Some 12 seconds of work on one processor at 1,500 beads with 100 closures, of which the grid takes half. A grid
+/// for very long chains may take more, and borders there, whose stretches are longer, in proportion to the beads.
+constexpr double most_grid_work = 8e8, most_border_work = 2.5e8, usual_beads = 1500;
+
+double border_work(std::size_t beads) {
+    return most_border_work * std::max(1.0, static_cast<double>(beads) / usual_beads);
+}
+/// A quartered block has so many new corners, at most.
+constexpr double new_corners = 5;
+/// About so many stretches are closed for each bead along which a border goes.
+constexpr double stretches_per_border_bead = 3;
 
 std::array<int, uniform_rows> make_spread_rows() {
     std::array<int, uniform_rows> rows{};
@@ -86,6 +100,34 @@ bool has_name(const KnotName& name) {
     return name.status != KnotStatus::bad_polygon && name.status != KnotStatus::too_complex;
 }
 
+/// Whether a stretch of the block could be a core instead of the last of these: it is no longer and meets none
+/// before it.
+bool may_replace_last(const Block& b, std::span<const Stretch> cores) {
+    // What all stretches of the block have in common is one of them, or nothing.
+    const bool common = b.first_high <= b.last_low;
+    const Stretch shortest{b.first_high, std::max(b.first_high, b.last_low)};
+    const auto met = [&](const Stretch& core) { return common && core.meets(shortest); };
+    return std::none_of(cores.begin(), cores.end() - 1, met) &&
+           (!common || shortest.size() <= cores.back().size());
+}
+
+/// How many beads come off one end until a tested stretch is another knot than the chain.
+std::size_t beads_to_another_knot(const FingerprintMatrix& matrix, bool front) {
+    const std::size_t beads = matrix.beads();
+    const std::uint16_t knot = matrix.at({0, beads - 1}).knot;
+    for (std::size_t off = 1; off < beads; ++off) {
+        const Stretch s = front ? Stretch{off, beads - 1} : Stretch{0, beads - 1 - off};
+        if (matrix.is_tested(s) && matrix.at(s).knot != knot) return off;
+    }
+    return beads;
+}
+
+/// Whether the depth, which is known to be less than `end`, could end in the block.
+bool may_end_depth(const Block& b, std::size_t beads, bool front, std::size_t end) {
+    return front ? b.last_high == beads - 1 && b.first_low < end
+                 : b.first_low == 0 && beads - 1 - b.last_high < end;
+}
+
 /// What one thread works with.
 struct Bench {
     Chain stretch, loop;
@@ -97,6 +139,7 @@ class Testing {
     Testing(const NamedChain& chain, const FingerprintPlan& plan, FingerprintWatcher& watcher)
         : chain_(chain.beads), plan_(plan), watcher_(watcher), benches_(std::max(plan.threads, 1U)),
           matrix_(chain_.size(), plan.most_memory) {
+        if (chain_.size() < fewest_knotted) whole_[unknot_name] = plan_.closures;
         // Too short for a knot.
         for (std::size_t first = 0; first < chain_.size(); ++first)
             for (std::size_t last = first; last < std::min(first + fewest_knotted - 1, chain_.size()); ++last)
@@ -108,6 +151,10 @@ class Testing {
         const std::size_t beads = chain_.size();
         planned_ =
             beads < fewest_knotted ? 0 : (beads - fewest_knotted + 1) * (beads - fewest_knotted + 2) / 2;
+        planned_work_ = 0;
+        for (std::size_t size = fewest_knotted; size <= beads; ++size)
+            planned_work_ += static_cast<double>(beads - size + 1) * work_of({0, size - 1});
+        watcher_.all_begin(planned_work_);
         // A row at a time: the list of all would be larger than the matrix. Rows are taken from both ends in
         // turn, so that the time which is left can be told from the time which is gone.
         for (std::size_t row = 0; row < beads; ++row) {
@@ -121,26 +168,35 @@ class Testing {
 
     void by_grid(std::size_t step) {
         StretchGrid grid(chain_.size(), step);
-        const auto same_kind = [this](const Cell& a, const Cell& b) {
-            return a.knot == b.knot && is_half(a) == is_half(b);
-        };
-        do {
-            const std::vector<Stretch> corners = grid.corners_to_test(matrix_);
+        double left = plan_.bounded ? border_work(chain_.size()) : std::numeric_limits<double>::infinity();
+        std::vector<Stretch> corners = grid.corners_to_test(matrix_);
+        planned_work_ = 2 * work_of_all(corners); // borders may take as much again
+        for (bool is_grid = true;; is_grid = false) {
             planned_ += corners.size();
             test(corners);
-        } while (grid.refine(matrix_, same_kind));
+            if (!is_grid) left -= work_of_all(corners);
+            const std::vector<std::size_t> mixed = grid.mixed(matrix_, [this](const Cell& x, const Cell& y) {
+                return x.knot == y.knot && is_half(x) == is_half(y);
+            });
+            const std::vector<std::size_t> chosen = plan_.bounded ? affordable(grid, mixed, left) : mixed;
+            if (chosen.empty()) {
+                for (const std::size_t i : mixed) open_.push_back(grid.blocks()[i]);
+                break;
+            }
+            double expected = 0;
+            for (const std::size_t i : mixed) expected += border_work_in(grid.blocks()[i]);
+            planned_work_ = done_work_ + std::min(expected, left);
+            grid.refine(chosen);
+            corners = grid.corners_to_test(matrix_);
+        }
         for (const Block& block : grid.blocks()) fill(block);
+        for (const Block& block : open_) fill_from_corners(block);
     }
 
     /// Of the whole chain.
-    Counts whole() {
-        Counts counts;
-        if (chain_.size() < fewest_knotted)
-            counts[unknot_name] = plan_.closures;
-        else
-            counts = close({0, chain_.size() - 1}, benches_.front());
-        return counts;
-    }
+    const Counts& whole() const { return whole_; }
+    /// Where borders were not followed.
+    const std::vector<Block>& open() const { return open_; }
 
     std::vector<std::string> take_names() {
         auto [names, place] = names_.sorted();
@@ -153,15 +209,100 @@ class Testing {
   private:
     bool is_half(const Cell& cell) const { return 2 * std::size_t{cell.closures} >= plan_.closures; }
 
+    static double work_of_all(const std::vector<Stretch>& stretches) {
+        return std::accumulate(stretches.begin(), stretches.end(), 0.0,
+                               [](double sum, const Stretch& s) { return sum + work_of(s); });
+    }
+    static double border_work_in(const Block& b) {
+        return stretches_per_border_bead * static_cast<double>(b.span()) * work_of(b.longest());
+    }
+
+    /// Those of the mixed blocks that may change a core or a depth, the cheapest first; once there are none, of all
+    /// the largest first. As many as the work that is left allows.
+    std::vector<std::size_t> affordable(const StretchGrid& grid, const std::vector<std::size_t>& mixed,
+                                        double left) const {
+        const Cores cores = cores_so_far();
+        const bool is_knot = halves_.contains(matrix_.at({0, chain_.size() - 1}).knot);
+        const std::array ends{beads_to_another_knot(matrix_, true), beads_to_another_knot(matrix_, false)};
+        std::vector<std::size_t> wanted;
+        for (const std::size_t i : mixed) {
+            const Block& b = grid.blocks()[i];
+            if (may_change(b, cores) || (is_knot && (may_end_depth(b, chain_.size(), true, ends[0]) ||
+                                                     may_end_depth(b, chain_.size(), false, ends[1]))))
+                wanted.push_back(i);
+        }
+        const bool by_span = wanted.empty();
+        if (by_span) wanted = mixed;
+        std::stable_sort(wanted.begin(), wanted.end(), [&](std::size_t i, std::size_t j) {
+            const Block &a = grid.blocks()[i], &b = grid.blocks()[j];
+            if (by_span && a.span() != b.span()) return a.span() > b.span();
+            return a.longest().size() < b.longest().size();
+        });
+        std::size_t count = 0;
+        for (; count < wanted.size(); ++count) {
+            left -= new_corners * work_of(grid.blocks()[wanted[count]].longest());
+            if (left < 0) break;
+        }
+        wanted.resize(count);
+        std::sort(wanted.begin(), wanted.end());
+        return wanted;
+    }
+
+    using Cores = std::map<std::uint16_t, std::vector<Stretch>>;
+
+    /// As Places finds them among what has been tested.
+    Cores cores_so_far() const {
+        Cores cores;
+        for (const auto& [knot, halves] : halves_) {
+            std::vector<std::pair<Stretch, std::uint16_t>> sorted = halves;
+            std::sort(sorted.begin(), sorted.end(), [](const auto& a, const auto& b) {
+                const auto key = [](const auto& tested) {
+                    return std::tuple{tested.first.size(), -int{tested.second}, tested.first.first};
+                };
+                return key(a) < key(b);
+            });
+            std::vector<Stretch>& found = cores[knot];
+            for (const auto& [stretch, closures] : sorted)
+                if (std::none_of(found.begin(), found.end(),
+                                 [s = stretch](const Stretch& core) { return core.meets(s); }))
+                    found.push_back(stretch);
+        }
+        return cores;
+    }
+
+    /// Whether a stretch of the block could be a core, or one more.
+    bool may_change(const Block& b, const Cores& all) const {
+        return any_on_rim(b, [&](Stretch s) {
+            if (!matrix_.is_tested(s) || !is_half(matrix_.at(s))) return false;
+            const auto entry = all.find(matrix_.at(s).knot);
+            if (entry == all.end()) return false;
+            const std::span<const Stretch> cores = entry->second;
+            for (std::size_t count = 1; count <= cores.size(); ++count)
+                if (may_replace_last(b, cores.first(count))) return true;
+            const Stretch shortest{b.first_high, std::max(b.first_high, b.last_low)};
+            return std::none_of(cores.begin(), cores.end(),
+                                [&](const Stretch& core) { return core.meets(shortest); });
+        });
+    }
+
     void test(const std::vector<Stretch>& stretches) {
         std::vector<Cell> cells(stretches.size());
+        std::vector<char> is_knot(stretches.size());
         in_parallel(stretches.size(), plan_.threads, [&](std::size_t i, std::size_t worker) {
-            const Counts counts = close(stretches[i], benches_[worker]);
+            Counts counts = close(stretches[i], benches_[worker]);
             const auto most = most_frequent(counts);
             cells[i] = {names_.number_of(most->first), static_cast<std::uint16_t>(most->second)};
+            is_knot[i] = most->first != unknot_name && most->first != unnamed;
+            if (stretches[i].size() == chain_.size()) whole_ = std::move(counts);
+            const double work = done_work_ += work_of(stretches[i]);
             watcher_.stretch_done(++done_, planned_);
+            watcher_.part_done(work / planned_work_);
         });
-        for (std::size_t i = 0; i < stretches.size(); ++i) matrix_.test(stretches[i], cells[i]);
+        for (std::size_t i = 0; i < stretches.size(); ++i) {
+            matrix_.test(stretches[i], cells[i]);
+            if (plan_.bounded && is_knot[i] && is_half(cells[i]))
+                halves_[cells[i].knot].emplace_back(stretches[i], cells[i].closures);
+        }
     }
 
     Counts close(const Stretch& s, Bench& bench) const {
@@ -170,6 +311,7 @@ class Testing {
         const double diameter = DiameterOfChain(bench.stretch);
         Counts counts;
         for (const int row : spread_rows().first(plan_.closures)) {
+            watcher_.closure_begins();
             bench.loop = bench.stretch;
             close_in_direction(bench.loop, row, diameter);
             reduce(bench.loop, true);
@@ -187,6 +329,22 @@ class Testing {
                 if (!matrix_.is_tested({first, last})) matrix_.infer({first, last}, matrix_.at(longest));
     }
 
+    /// What was not tested in a block with a border is as the nearest corner.
+    void fill_from_corners(const Block& b) {
+        const auto apart = [](std::size_t x, std::size_t y) { return x > y ? x - y : y - x; };
+        for (std::size_t first = b.first_low; first <= b.first_high; ++first)
+            for (std::size_t last = std::max(first, b.last_low); last <= b.last_high; ++last) {
+                if (matrix_.is_tested({first, last})) continue;
+                Stretch nearest = b.longest();
+                const auto distance = [&](const Stretch& s) {
+                    return apart(s.first, first) + apart(s.last, last);
+                };
+                for (const Stretch& corner : b.corners())
+                    if (corner.first <= corner.last && distance(corner) < distance(nearest)) nearest = corner;
+                matrix_.infer({first, last}, matrix_.at(nearest));
+            }
+    }
+
     const Chain& chain_;
     const FingerprintPlan& plan_;
     FingerprintWatcher& watcher_;
@@ -195,12 +353,19 @@ class Testing {
     Names names_;
     std::atomic<std::size_t> done_ = 0;
     std::size_t planned_ = 0;
+    std::atomic<double> done_work_ = 0;
+    double planned_work_ = 1;
+    Counts whole_;
+    /// By knot, the stretches of at least one half; only kept for bounded work.
+    std::map<std::uint16_t, std::vector<std::pair<Stretch, std::uint16_t>>> halves_;
+    std::vector<Block> open_;
 };
 
 /// Finds the places of knots in a matrix.
 class Places {
   public:
-    Places(const ChainFingerprint& of, const Counts& whole) : of_(of), whole_(whole) {
+    Places(const ChainFingerprint& of, const Counts& whole, const std::vector<Block>& open)
+        : of_(of), whole_(whole), open_(open) {
         of.matrix.for_each_tested([&](Stretch s, const Cell& cell) {
             if (of.is_knot(cell.knot)) cells_[cell.knot].emplace_back(s, cell.closures);
         });
@@ -230,14 +395,33 @@ class Places {
     void add_places(std::uint16_t knot, const std::vector<Tested>& cells,
                     std::vector<KnotPlace>& places) const {
         const std::size_t before = places.size();
+        std::vector<Stretch> cores;
         for (const auto& [stretch, closures] : cells) {
             if (2 * std::size_t{closures} < of_.closures) continue;
             const bool is_new =
                 std::none_of(places.begin() + static_cast<std::ptrdiff_t>(before), places.end(),
                              [&, s = stretch](const KnotPlace& p) { return p.core->meets(s); });
-            if (is_new) places.push_back(place_of(knot, cells, stretch));
+            if (!is_new) continue;
+            cores.push_back(stretch);
+            places.push_back(place_of(knot, cells, stretch));
+            places.back().core_within = core_within(knot, cores);
         }
         if (places.size() == before) places.push_back(place_of(knot, cells, std::nullopt));
+    }
+
+    /// Of the last of these cores of a knot.
+    std::size_t core_within(std::uint16_t knot, std::span<const Stretch> cores) const {
+        std::size_t within = 1;
+        for (const Block& b : open_) {
+            if (b.span() <= within || !may_replace_last(b, cores)) continue;
+            if (any_on_rim(b, [&](Stretch s) {
+                    const Cell& cell = of_.matrix.at(s);
+                    return of_.matrix.is_tested(s) && cell.knot == knot &&
+                           2 * std::size_t{cell.closures} >= of_.closures;
+                }))
+                within = b.span();
+        }
+        return within;
     }
 
     KnotPlace place_of(std::uint16_t knot, const std::vector<Tested>& cells,
@@ -290,6 +474,7 @@ class Places {
 
     const ChainFingerprint& of_;
     const Counts& whole_;
+    const std::vector<Block>& open_;
     std::map<std::uint16_t, std::vector<Tested>> cells_;
 };
 
@@ -313,7 +498,13 @@ std::span<const int> spread_rows() {
     return rows;
 }
 
-std::size_t default_step(std::size_t beads) { return std::max<std::size_t>(1, beads / grid_lines); }
+/// A grid of L lines has L^2 / 2 stretches of the squared size n^2 / 6 on average.
+std::size_t default_step(std::size_t beads) {
+    const double affordable = std::sqrt(12 * most_grid_work) / static_cast<double>(beads);
+    const auto lines =
+        static_cast<std::size_t>(std::clamp<double>(affordable, fewest_grid_lines, grid_lines));
+    return std::max<std::size_t>(1, beads / lines);
+}
 
 FingerprintMatrix::FingerprintMatrix(std::size_t beads, std::size_t most_memory) : beads_(beads) {
     constexpr double bytes_per_cell = sizeof(Cell) + 1.0 / 8.0, megabyte = 1e6;
@@ -359,7 +550,6 @@ ChainFingerprint fingerprint_of(const std::string& file, const NamedChain& chain
         testing.every_stretch();
     else
         testing.by_grid(step);
-    const Counts whole = testing.whole();
 
     std::vector<std::string> names = testing.take_names();
     ChainFingerprint result{file,
@@ -380,7 +570,16 @@ ChainFingerprint fingerprint_of(const std::string& file, const NamedChain& chain
     result.knot = result.names[cell.knot];
     result.share = result.share_of(cell);
     if (result.is_knot(cell.knot)) result.depth = {depth_of(result, true), depth_of(result, false)};
-    result.places = Places(result, whole).all();
+    const std::array ends{beads_to_another_knot(result.matrix, true),
+                          beads_to_another_knot(result.matrix, false)};
+    for (const Block& b : testing.open()) {
+        result.borders_within = std::max(result.borders_within, b.span());
+        for (const bool front : {true, false}) {
+            std::size_t& within = result.depth_within[front ? 0 : 1];
+            if (may_end_depth(b, beads, front, ends[front ? 0 : 1])) within = std::max(within, b.span());
+        }
+    }
+    result.places = Places(result, testing.whole(), testing.open()).all();
     return result;
 }
 

@@ -41,6 +41,8 @@ struct FingerprintPlan {
     bool full = false;          ///< every stretch, whatever the step
     unsigned threads = 1;
     std::size_t most_memory = SIZE_MAX; ///< in bytes, for the matrix
+    /// Borders are followed as far as a fixed amount of work goes, cores and depth first.
+    bool bounded = false;
 };
 
 /// The rows of the table of 400 directions from which any first few are spread evenly: row 0, then always the
@@ -48,7 +50,15 @@ struct FingerprintPlan {
 /// minimize the maximum intercluster distance", Theor. Comput. Sci. 38, 1985).
 std::span<const int> spread_rows();
 
-/// A grid of some eight hundred stretches.
+/// What closing a stretch costs, up to a factor: its reductions take most of the time, and theirs grows nearly with
+/// the square of the beads.
+inline double work_of(const Stretch& s) {
+    return static_cast<double>(s.size()) * static_cast<double>(s.size());
+}
+/// Seconds that one closure takes for each unit of it on a common processor.
+inline constexpr double seconds_per_work = 2e-10;
+
+/// A grid of some eight hundred stretches; of fewer where these are too long for that.
 std::size_t default_step(std::size_t beads);
 
 /// What most closures of each stretch gave.
@@ -66,7 +76,7 @@ class FingerprintMatrix {
 
     std::size_t beads() const { return beads_; }
     /// Whether the stretch was closed, or is too short for a knot. Otherwise its cell is that of stretches
-    /// around it that agree.
+    /// around it that agree, or of the nearest of them where a border was not followed.
     bool is_tested(Stretch s) const { return tested_[index(s)]; }
     const Cell& at(Stretch s) const { return cells_[index(s)]; }
 
@@ -96,6 +106,8 @@ struct KnotPlace {
     double greatest_share = 0;   ///< among the stretches that hold the core and are this knot most often
     Stretch greatest;            ///< the shortest with that share
     std::optional<Stretch> core; ///< the shortest stretch with a share of at least one half
+    /// The first and the last residue of the core are known up to so many residues; 1 is to the residue.
+    std::size_t core_within = 1;
     /// The chain is another knot or none, or a stretch around the knot clearly is: see clear_share.
     bool slipknot = false;
 };
@@ -123,6 +135,9 @@ struct ChainFingerprint {
     /// stretch with a share of one half has one place without a core.
     std::vector<KnotPlace> places;
     std::string model{}; ///< of the file, where it has several
+    /// Up to how many residues the depths are known, and the borders between knots anywhere; 1 is to the residue.
+    std::array<std::size_t, 2> depth_within{1, 1};
+    std::size_t borders_within = 1;
 
     bool is_knot(std::size_t number) const { return number != 0 && names[number] != unnamed; }
     double share_of(const FingerprintMatrix::Cell& cell) const {
@@ -136,6 +151,12 @@ class FingerprintWatcher {
     virtual ~FingerprintWatcher() = default;
     /// So many stretches are done of those that are planned so far; refining plans more.
     virtual void stretch_done(std::size_t done, std::size_t planned) = 0;
+    /// This part of the work is done, as far as can be told: how long borders are is seen on the way.
+    virtual void part_done(double) {}
+    /// A closure begins. Called often: long chains take their time for each stretch.
+    virtual void closure_begins() {}
+    /// Every stretch will be closed, which takes so much work_of() in all, times the closures.
+    virtual void all_begin(double) {}
 };
 
 /// The fingerprint of a chain. Closes a stretch in each direction, reduces the loop and names its knot.
@@ -144,6 +165,10 @@ class FingerprintWatcher {
 /// tested stretches differ (in the knot, or in whether its share is at least one half) are quartered until the
 /// blocks are of one bead. Every border that the grid meets is thereby followed to the residue, and a core is the
 /// shortest stretch within such borders. What fits between the lines of the grid is not seen.
+///
+/// With `bounded`, blocks are quartered only until an amount of work is spent that depends on the number of beads
+/// alone: first those that may hold a core, or the end of a depth, then the largest. What that leaves open is said
+/// in core_within, depth_within and borders_within.
 ///
 /// The same for any number of threads. Throws std::invalid_argument for a chain without beads, or more closures
 /// than the table has rows or none; std::length_error for a matrix that is too large; what the watcher throws.

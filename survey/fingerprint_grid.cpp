@@ -1,8 +1,5 @@
 #include "survey/fingerprint_grid.hpp"
 
-#include <algorithm>
-#include <array>
-
 namespace loopwise {
 namespace {
 
@@ -38,11 +35,21 @@ void StretchGrid::quarter(const Block& b, std::vector<Block>& into) const {
     add_row(in_last ? last : b.last_low, b.last_high);
 }
 
+void StretchGrid::refine(std::span<const std::size_t> numbers) {
+    std::vector<Block> refined;
+    auto next = numbers.begin();
+    for (std::size_t i = 0; i < blocks_.size(); ++i)
+        if (next != numbers.end() && *next == i)
+            ++next, quarter(blocks_[i], refined);
+        else
+            refined.push_back(blocks_[i]);
+    blocks_ = std::move(refined);
+}
+
 std::vector<Stretch> StretchGrid::corners_to_test(const FingerprintMatrix& matrix) {
     std::vector<Stretch> corners;
     for (const Block& b : blocks_)
-        for (const Stretch s : {Stretch{b.first_low, b.last_low}, Stretch{b.first_low, b.last_high},
-                                Stretch{b.first_high, b.last_low}, Stretch{b.first_high, b.last_high}})
+        for (const Stretch s : b.corners())
             if (s.first <= s.last && !matrix.is_tested(s)) corners.push_back(s);
     const auto key = [](Stretch s) { return std::array{s.first, s.last}; };
     std::sort(corners.begin(), corners.end(), [&](Stretch a, Stretch b) { return key(a) < key(b); });

@@ -3,6 +3,9 @@
 
 #include "survey/fingerprint.hpp"
 
+#include <algorithm>
+#include <array>
+#include <span>
 #include <vector>
 
 namespace loopwise {
@@ -11,6 +14,13 @@ namespace loopwise {
 /// share a side. Some may end before they begin: those are no stretches.
 struct Block {
     std::size_t first_low, first_high, last_low, last_high;
+
+    Stretch longest() const { return {first_low, last_high}; }
+    std::size_t span() const { return std::max(first_high - first_low, last_high - last_low); }
+    std::array<Stretch, 4> corners() const {
+        return {Stretch{first_low, last_low}, Stretch{first_low, last_high}, Stretch{first_high, last_low},
+                Stretch{first_high, last_high}};
+    }
 };
 
 class StretchGrid {
@@ -21,14 +31,17 @@ class StretchGrid {
     /// The stretches at the corners that were not given before.
     std::vector<Stretch> corners_to_test(const FingerprintMatrix& matrix);
 
-    /// Quarters the blocks on whose rim two tested stretches are of a different kind, where same_kind(a, b)
-    /// says for two cells whether they are of one. Returns whether there were any.
-    template <class SameKind> bool refine(const FingerprintMatrix& matrix, const SameKind& same_kind);
+    /// The numbers of the blocks of more than a bead on whose rim two tested stretches are of a different kind,
+    /// where same_kind(a, b) says for two cells whether they are of one.
+    template <class SameKind>
+    std::vector<std::size_t> mixed(const FingerprintMatrix& matrix, const SameKind& same_kind) const;
+
+    /// Quarters the blocks of these numbers, which are sorted.
+    void refine(std::span<const std::size_t> numbers);
 
     const std::vector<Block>& blocks() const { return blocks_; }
 
   private:
-    template <class Body> static bool any_on_rim(const Block& block, const Body& body);
     void quarter(const Block& block, std::vector<Block>& into) const;
     void add(const Block& block, std::vector<Block>& into) const;
 
@@ -36,7 +49,7 @@ class StretchGrid {
 };
 
 /// Whether body(stretch) is true for a stretch on the rim of the block.
-template <class Body> bool StretchGrid::any_on_rim(const Block& b, const Body& body) {
+template <class Body> bool any_on_rim(const Block& b, const Body& body) {
     const auto check = [&](std::size_t first, std::size_t last) {
         return first <= last && body({first, last});
     };
@@ -48,22 +61,18 @@ template <class Body> bool StretchGrid::any_on_rim(const Block& b, const Body& b
 }
 
 template <class SameKind>
-bool StretchGrid::refine(const FingerprintMatrix& matrix, const SameKind& same_kind) {
-    std::vector<Block> refined;
-    bool any = false;
-    for (const Block& block : blocks_) {
-        const bool is_single =
-            block.first_high - block.first_low <= 1 && block.last_high - block.last_low <= 1;
-        // The longest stretch of the block is one of its corners.
-        const FingerprintMatrix::Cell& corner = matrix.at({block.first_low, block.last_high});
-        const bool differs = !is_single && any_on_rim(block, [&](Stretch s) {
-            return matrix.is_tested(s) && !same_kind(matrix.at(s), corner);
-        });
-        any |= differs;
-        differs ? quarter(block, refined) : refined.push_back(block);
+std::vector<std::size_t> StretchGrid::mixed(const FingerprintMatrix& matrix,
+                                            const SameKind& same_kind) const {
+    std::vector<std::size_t> numbers;
+    for (std::size_t i = 0; i < blocks_.size(); ++i) {
+        const Block& block = blocks_[i];
+        if (block.span() <= 1) continue;
+        const FingerprintMatrix::Cell& corner = matrix.at(block.longest());
+        if (any_on_rim(block,
+                       [&](Stretch s) { return matrix.is_tested(s) && !same_kind(matrix.at(s), corner); }))
+            numbers.push_back(i);
     }
-    blocks_ = std::move(refined);
-    return any;
+    return numbers;
 }
 
 } // namespace loopwise

@@ -106,6 +106,19 @@ TEST_P(OfAChain, EveryStretchIsAsSpelledOutAlsoThoseTooShortForAKnot) {
         }
 }
 
+TEST_P(OfAChain, IsTheSameWithBoundedWorkThatSuffices) {
+    const NamedChain chain = GetParam()();
+    Silent silent;
+    const ChainFingerprint grid = fingerprint(chain, 7),
+                           bounded =
+                               fingerprint_of("", chain, {closures, 7, false, 2, SIZE_MAX, true}, silent);
+    EXPECT_EQ(bounded.tested, grid.tested);
+    EXPECT_EQ(bounded.borders_within, 1);
+    ASSERT_EQ(bounded.places.size(), grid.places.size());
+    for (std::size_t i = 0; i < grid.places.size(); ++i)
+        EXPECT_EQ(bounded.places[i].core, grid.places[i].core);
+}
+
 TEST_P(OfAChain, TheGridFindsWhatEveryStretchShowsWithAnyNumberOfThreads) {
     const NamedChain chain = GetParam()();
     const ChainFingerprint full = fingerprint(chain, 1), grid = fingerprint(chain, 7),

@@ -9,6 +9,7 @@
 #include "report/fingerprint_report.hpp"
 #include "viewers.hpp"
 
+#include <atomic>
 #include <cmath>
 #include <fstream>
 #include <iostream>
@@ -26,7 +27,8 @@ constexpr const char* footer =
 its knot named. The core of a knot is the shortest stretch of which at least half the closures give it;
 a slipknot is knotted although the chain, or clearly a longer stretch around it, is not, or otherwise.
 
-Without --full a grid of stretches is closed, and refined to every residue where neighbours differ.
+Without --full a grid of stretches is closed, and refined where neighbours differ: to the residue, cores
+first, as far as an amount of work goes that is fixed by the chain's length. The report says where it ended.
 Files are written for the first chain, each whole or not at all.
 
 Examples:
@@ -48,10 +50,11 @@ void declare(CLI::App& app, Arguments& into) {
     FingerprintPlan& plan = into.plan;
     plan.threads = std::max(1U, std::thread::hardware_concurrency());
     app.add_option("FILE", into.files, readable_formats())->required()->option_text("...");
-    auto* step =
-        app.add_option("--step", plan.step, "Residues from line to line of the grid (default: 40 lines)")
-            ->check(CLI::Range(std::size_t{1}, largest_step))
-            ->option_text("N");
+    auto* step = app.add_option("--step", plan.step,
+                                "Residues from line to line of the grid, and every border to the residue\n"
+                                "(default: 40 lines, fewer from 2,500 residues on, and what seconds allow)")
+                     ->check(CLI::Range(std::size_t{1}, largest_step))
+                     ->option_text("N");
     app.add_flag("--full", plan.full, "Close every stretch")->excludes(step);
     app.add_option("--closures", plan.closures, "Closures of each stretch, spread evenly (default 100)")
         ->check(CLI::Range(std::size_t{1}, spread_rows().size()))
@@ -79,14 +82,28 @@ void declare(CLI::App& app, Arguments& into) {
 /// Shows the work and ends it when the user asks for that.
 class Watch final : public FingerprintWatcher {
   public:
-    explicit Watch(Progress& progress) : progress_(progress) {}
-    void stretch_done(std::size_t done, std::size_t planned) override {
-        stop_if_interrupted();
-        progress_.show(done, planned);
+    Watch(Progress& progress, const FingerprintPlan& plan, const std::string& label, std::size_t file_number)
+        : progress_(progress), plan_(plan), label_(label), file_number_(file_number) {}
+    void stretch_done(std::size_t done, std::size_t) override { done_ = done; }
+    void part_done(double part) override { progress_.show_part(done_, part); }
+    void closure_begins() override { stop_if_interrupted(); }
+    void all_begin(double work) override {
+        const double seconds = work * static_cast<double>(plan_.closures) * seconds_per_work / plan_.threads;
+        if (seconds < long_work) return;
+        progress_.clear();
+        std::cerr << "loopwise: note: " << label_ << ": every stretch takes some "
+                  << std::llround(std::max(1.0, seconds / seconds_per_hour))
+                  << " h; without --full it is far less\n";
+        progress_.begin(label_, file_number_);
     }
 
   private:
+    static constexpr double long_work = 1800, seconds_per_hour = 3600;
     Progress& progress_;
+    const FingerprintPlan& plan_;
+    const std::string& label_;
+    std::size_t file_number_;
+    std::atomic<std::size_t> done_ = 0;
 };
 
 class Run {
@@ -98,6 +115,7 @@ class Run {
                                                       : Format::text,
                                           std::cout, plan_, given.least_share)) {
         plan_.most_memory = available_memory();
+        plan_.bounded = plan_.step == 0 && !plan_.full;
     }
 
     int all_files() {
@@ -134,7 +152,7 @@ class Run {
         cut(chain, given_.selecting.first, given_.selecting.last);
         if (is_ring(chain)) throw std::runtime_error("is a ring, which has no ends to take residues off");
         progress_.begin(label, file_number_);
-        Watch watch(progress_);
+        Watch watch(progress_, plan_, label, file_number_);
         ChainFingerprint fingerprint = fingerprint_of(molecule.file, chain, plan_, watch);
         fingerprint.model = molecule.model;
         progress_.clear();

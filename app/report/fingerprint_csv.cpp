@@ -7,14 +7,12 @@ class CsvFingerprints final : public FingerprintReport {
   public:
     CsvFingerprints(std::ostream& out, double least_share) : out_(out), least_share_(least_share) {
         out_ << "file,model,chain,residues,gaps,chain_knot,chain_share,knot,share,greatest_share,core_first,"
-                "core_"
-                "last,"
-                "tail_before,tail_after,slipknot\n";
+                "core_last,tail_before,tail_after,slipknot,core_within,borders_within\n";
     }
 
     void add(const ChainFingerprint& of) override {
         const std::vector<KnotPlace> places = places_shown(of, least_share_);
-        if (places.empty()) out_ << start(of) << ",,,,,,,,\n";
+        if (places.empty()) out_ << start(of) << ",,,,,,,,,," << of.borders_within << '\n';
         for (const KnotPlace& place : places) {
             out_ << start(of) << ',' << csv_field(place.knot) << ',' << fixed(place.share, 4) << ','
                  << fixed(place.greatest_share, 4) << ',';
@@ -24,7 +22,8 @@ class CsvFingerprints final : public FingerprintReport {
                      << csv_field(of.labels[place.core->last]) << ',' << before << ',' << after;
             } else
                 out_ << ",,,";
-            out_ << ',' << (place.slipknot ? "yes" : "no") << '\n';
+            out_ << ',' << (place.slipknot ? "yes" : "no") << ','
+                 << (place.core ? std::to_string(place.core_within) : "") << ',' << of.borders_within << '\n';
         }
         out_.flush();
     }

@@ -22,6 +22,7 @@ Json json_of(const KnotPlace& place, const ChainFingerprint& of) {
     } else {
         json["core"] = json["tails"] = nullptr;
     }
+    json["core_within"] = place.core ? Json(place.core_within) : Json(nullptr);
     json["slipknot"] = place.slipknot;
     return json;
 }
@@ -49,6 +50,8 @@ class JsonFingerprints final : public FingerprintReport {
                             {"knot", of.knot},
                             {"share", of.share},
                             {"depth", of.depth ? Json(*of.depth) : Json(nullptr)},
+                            {"depth_within", of.depth ? Json(of.depth_within) : Json(nullptr)},
+                            {"borders_within", of.borders_within},
                             {"knots", std::move(knots)}};
         results_.add(entry);
     }

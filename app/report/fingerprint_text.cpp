@@ -11,6 +11,11 @@ std::string counted(std::size_t count, const std::string& what) {
     return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
+/// Nothing where it is exact.
+std::string within(std::size_t residues) {
+    return residues > 1 ? ", to within " + std::to_string(residues) + " residues" : "";
+}
+
 class TextFingerprints final : public FingerprintReport {
   public:
     TextFingerprints(std::ostream& out, const FingerprintPlan& plan, double least_share)
@@ -34,7 +39,8 @@ class TextFingerprints final : public FingerprintReport {
         if (!warning.empty()) out_ << "  " << warning << '\n';
         if (of.depth)
             out_ << "  depth: it stays when up to " << (*of.depth)[0] << " beads are taken off the front, or "
-                 << (*of.depth)[1] << " off the back\n";
+                 << (*of.depth)[1] << " off the back"
+                 << within(std::max(of.depth_within[0], of.depth_within[1])) << '\n';
         const std::vector<KnotPlace> places = places_shown(of, least_share_);
         if (places.empty())
             out_ << "  no stretch has a knot in " << percent(least_share_) << " of its closures\n";
@@ -44,6 +50,9 @@ class TextFingerprints final : public FingerprintReport {
              << (of.step == 1 ? "every one"
                               : "on a grid of " + std::to_string(of.step) + ", refined at borders")
              << '\n';
+        if (of.borders_within > 1)
+            out_ << "  other borders are followed" << within(of.borders_within).substr(1)
+                 << " only; --step N follows all to the residue, and takes longer\n";
         out_.flush();
     }
 
@@ -60,7 +69,7 @@ class TextFingerprints final : public FingerprintReport {
                      << std::setw(8) << place.core->size() << "  " << before << " and " << after;
             } else
                 out_ << "none with one half";
-            out_ << (place.slipknot ? ", slipknot" : "") << '\n';
+            out_ << within(place.core_within) << (place.slipknot ? ", slipknot" : "") << '\n';
         }
     }
 
