@@ -170,6 +170,12 @@ constexpr Kernels stated{find_one<is_candidate<Arithmetic>, Filter, Positions3>,
 //   roundings of numbers below 4 N^2 C: 148 e N^2 C. edge_v alike, with B for C.
 //   edge_w: both, a rounding of their sum, and |n|^2 <= 2 N min(B, C) <= N (B + C) times the error of the
 //   drop, 32 e N: 188 e N^2 (B + C).
+//
+// Boxes. A coordinate errs by e, a sum or difference of two by 4 e, a side of a box around boxes by 5 e, a sum or
+// difference of two such by 12 e. The value in the middle and the spread err by 37 e N + 20 e N, for p and q by
+// 49 e N B + 27 e N B, where a sum and a difference of two values come to 56 and 80 above: the margins suffice.
+// Along an axis it is 12 e twice, and less than 20 e for the triangle's sides and for comparing.
+//
 // Numbers that are only wrong by a factor, |n|^2 in `slack` and `whole` or a product that is rounded again,
 // are within 20 e of what they should be, which the last quarter of `beyond` covers two hundred times over.
 //
@@ -181,7 +187,6 @@ constexpr Kernels stated{find_one<is_candidate<Arithmetic>, Filter, Positions3>,
 // Underflow: N >= 2^-30 makes every margin at least 2^-16 * 2^-90, and what underflows is below 2^-126 * 16.
 constexpr float e = 0x1p-24F;
 constexpr float parallel_margin = 64 * e, side_margin = 128 * e, slab_margin = 128 * e, edge_margin = 256 * e;
-/// Of sums of two coordinates.
 constexpr float box_margin = 64 * e;
 constexpr float least_determinant = 2e-8F;
 
@@ -214,9 +219,9 @@ Filter filter_of(const Triangle& triangle, const Frame& frame) {
     return f;
 }
 
-// Two boxes. Where contact() finds something, the line of the segment meets the plane of the triangle in one point, with
-// t, u, v and u + v beyond [0, 1] by two tolerances at most: that far, in parts of its sides, the box around the
-// segment and that around the triangle are made larger, so that both hold this point.
+// Two boxes. Where contact() finds something, the line of the segment meets the plane of the triangle in one point,
+// with t, u, v and u + v beyond [0, 1] by two tolerances at most. `side_factor` makes the box around the segment and
+// that around the triangle larger by more than this, in parts of their sides, so that both hold the point.
 BoxFilter::BoxFilter(const Filter& f, const Triangle& in_frame)
     : Filter(f), along_both{along_b.x + along_c.x, along_b.y + along_c.y, along_b.z + along_c.z, 0},
       slab_u(squared * side_factor + slab_margin * n_size * c_size),

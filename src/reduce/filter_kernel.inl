@@ -1,5 +1,5 @@
-// What filter.cpp says of one segment, box, direction or atom, for LANES at a time: the same operations in the same order, so that
-// the answer is the same to the last bit. Included once per instruction set, with LOOPWISE_TARGET as the
+// What filter.cpp says of one segment, box, direction or atom, for LANES at a time: the same operations in the same
+// order, so that the answer is the same to the last bit. Included once per instruction set, with LOOPWISE_TARGET as the
 // attribute that allows the instructions, GREATER(a, b) for the lanes where a > b as bits, FUSED(a, b, c)
 // for a * b + c, rounded once where there is an instruction for it, and FOLLOWING as the numbers of the
 // lanes after the first.
