@@ -5,6 +5,7 @@
 #include "knots/knot.hpp"
 #include "model/points.hpp"
 #include "reduce/reduction.hpp"
+#include "survey/before_closing.hpp"
 #include "survey/fingerprint_grid.hpp"
 #include "survey/parallel.hpp"
 
@@ -309,8 +310,11 @@ class Testing {
         const auto begin = chain_.begin() + static_cast<std::ptrdiff_t>(s.first);
         bench.stretch.assign(begin, begin + static_cast<std::ptrdiff_t>(s.size()));
         const double diameter = DiameterOfChain(bench.stretch);
+        const std::span<const int> rows = spread_rows().first(plan_.closures);
+        watcher_.closure_begins();
+        reduce_before_closing(bench.stretch, rows, diameter);
         Counts counts;
-        for (const int row : spread_rows().first(plan_.closures)) {
+        for (const int row : rows) {
             watcher_.closure_begins();
             bench.loop = bench.stretch;
             close_in_direction(bench.loop, row, diameter);
