@@ -27,12 +27,12 @@ using Cell = FingerprintMatrix::Cell;
 
 constexpr std::size_t grid_lines = 40, fewest_grid_lines = 8;
 
-/// Some 12 seconds of work on one processor at 1,500 beads with 100 closures, of which the grid takes half. A grid
-/// for very long chains may take more, and borders there, whose stretches are longer, in proportion to the beads.
-constexpr double most_grid_work = 8e8, most_border_work = 2.5e8, usual_beads = 1500;
+/// Of work_of(), each for the grid and for borders: together up to some 12 seconds on one processor at 1,500 beads with
+/// 100 closures, and often less than five. Longer stretches are worth more, in proportion to the beads.
+constexpr double most_work = 8e8, usual_beads = 1500;
 
-double border_work(std::size_t beads) {
-    return most_border_work * std::max(1.0, static_cast<double>(beads) / usual_beads);
+double affordable_work(std::size_t beads) {
+    return most_work * std::max(1.0, static_cast<double>(beads) / usual_beads);
 }
 /// A quartered block has so many new corners, at most.
 constexpr double new_corners = 5;
@@ -169,7 +169,8 @@ class Testing {
 
     void by_grid(std::size_t step) {
         StretchGrid grid(chain_.size(), step);
-        double left = plan_.bounded ? border_work(chain_.size()) : std::numeric_limits<double>::infinity();
+        double left =
+            plan_.bounded ? affordable_work(chain_.size()) : std::numeric_limits<double>::infinity();
         std::vector<Stretch> corners = grid.corners_to_test(matrix_);
         planned_work_ = 2 * work_of_all(corners); // borders may take as much again
         for (bool is_grid = true;; is_grid = false) {
@@ -504,7 +505,7 @@ std::span<const int> spread_rows() {
 
 /// A grid of L lines has L^2 / 2 stretches of the squared size n^2 / 6 on average.
 std::size_t default_step(std::size_t beads) {
-    const double affordable = std::sqrt(12 * most_grid_work) / static_cast<double>(beads);
+    const double affordable = std::sqrt(12 * affordable_work(beads)) / static_cast<double>(beads);
     const auto lines =
         static_cast<std::size_t>(std::clamp<double>(affordable, fewest_grid_lines, grid_lines));
     return std::max<std::size_t>(1, beads / lines);
