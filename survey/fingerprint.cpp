@@ -169,8 +169,9 @@ class Testing {
 
     void by_grid(std::size_t step) {
         StretchGrid grid(chain_.size(), step);
-        double left =
-            plan_.bounded ? affordable_work(chain_.size()) : std::numeric_limits<double>::infinity();
+        double left = !plan_.bounded          ? std::numeric_limits<double>::infinity()
+                      : plan_.border_work > 0 ? plan_.border_work
+                                              : affordable_work(chain_.size());
         std::vector<Stretch> corners = grid.corners_to_test(matrix_);
         planned_work_ = 2 * work_of_all(corners); // borders may take as much again
         for (bool is_grid = true;; is_grid = false) {
@@ -586,6 +587,13 @@ ChainFingerprint fingerprint_of(const std::string& file, const NamedChain& chain
     }
     result.places = Places(result, testing.whole(), testing.open()).all();
     return result;
+}
+
+std::string ChainFingerprint::way() const {
+    if (step == 1) return "every stretch was closed";
+    return "grid of " + std::to_string(step) +
+           (borders_within > 1 ? ", borders to within " + std::to_string(borders_within) + " residues"
+                               : ", refined at borders");
 }
 
 TypicalClosure typical_closure(const Chain& chain, Stretch stretch, const std::string& knot,

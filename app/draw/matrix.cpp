@@ -212,9 +212,7 @@ std::string heading(const ChainFingerprint& of) {
     const std::string title = file.stem().string() + (of.chain.empty() ? "" : ", chain " + of.chain);
     const std::string below = std::to_string(of.matrix.beads()) + " residues; the whole chain is " + of.knot +
                               " in " + number(100.0 * of.share) + " % of " + std::to_string(of.closures) +
-                              " closures; " +
-                              (of.step == 1 ? "every stretch was closed"
-                                            : "grid of " + std::to_string(of.step) + ", refined at borders");
+                              " closures; " + of.way();
     return words({0.5 * page_width, 42.0}, title,
                  "text-anchor=\"middle\" font-size=\"26\" font-weight=\"bold\" fill=\"" + std::string(ink) +
                      "\"") +
