@@ -39,6 +39,7 @@ py::list list_of(const std::vector<KnotPlace>& places) {
         dict["greatest_share"] = place.greatest_share;
         dict["greatest"] = pair_of(place.greatest);
         dict["core"] = place.core ? py::cast(pair_of(*place.core)) : py::none();
+        dict["core_within"] = place.core_within;
         dict["slipknot"] = place.slipknot;
         result.append(dict);
     }
@@ -52,6 +53,7 @@ py::dict fingerprint(const Doubles& xyz, const py::dict& given, const py::object
     plan.closures = given["closures"].cast<std::size_t>();
     plan.step = given["step"].cast<std::size_t>();
     plan.full = given["full"].cast<bool>();
+    plan.bounded = plan.step == 0 && !plan.full;
     plan.threads = given["threads"].cast<unsigned>();
     plan.most_memory = given["most_memory"].cast<std::size_t>();
     const auto found = in_background<ChainFingerprint>(
@@ -69,6 +71,8 @@ py::dict fingerprint(const Doubles& xyz, const py::dict& given, const py::object
     result["knot"] = found.knot;
     result["share"] = found.share;
     result["depth"] = found.depth;
+    result["depth_within"] = std::pair{found.depth_within[0], found.depth_within[1]};
+    result["borders_within"] = found.borders_within;
     result["places"] = list_of(found.places);
     result["numbers"] = square<std::uint16_t>(matrix, [&](Stretch s) { return matrix.at(s).knot; });
     result["counts"] = square<std::uint16_t>(matrix, [&](Stretch s) { return matrix.at(s).closures; });

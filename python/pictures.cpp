@@ -106,6 +106,7 @@ std::string fingerprint_picture(const Stretches& numbers, const Stretches& count
                            given["share"].cast<double>(),
                            {},
                            {}};
+    found.borders_within = given["borders_within"].cast<std::size_t>();
     for (const py::handle place : places) {
         const auto [knot, first, last, slipknot] =
             place.cast<std::tuple<std::string, std::size_t, std::size_t, bool>>();

@@ -5,6 +5,7 @@
 #include "knots/knot.hpp"
 #include "model/points.hpp"
 #include "reduce/reduction.hpp"
+#include "survey/before_closing.hpp"
 #include "survey/fingerprint_grid.hpp"
 #include "survey/parallel.hpp"
 
@@ -26,12 +27,12 @@ using Cell = FingerprintMatrix::Cell;
 
 constexpr std::size_t grid_lines = 40, fewest_grid_lines = 8;
 
-/// Some 12 seconds of work on one processor at 1,500 beads with 100 closures, of which the grid takes half. A grid
-/// for very long chains may take more, and borders there, whose stretches are longer, in proportion to the beads.
-constexpr double most_grid_work = 8e8, most_border_work = 2.5e8, usual_beads = 1500;
+/// Of work_of(), each for the grid and for borders: together up to some 12 seconds on one processor at 1,500 beads with
+/// 100 closures, and often less than five. Longer stretches are worth more, in proportion to the beads.
+constexpr double most_work = 8e8, usual_beads = 1500;
 
-double border_work(std::size_t beads) {
-    return most_border_work * std::max(1.0, static_cast<double>(beads) / usual_beads);
+double affordable_work(std::size_t beads) {
+    return most_work * std::max(1.0, static_cast<double>(beads) / usual_beads);
 }
 /// A quartered block has so many new corners, at most.
 constexpr double new_corners = 5;
@@ -168,7 +169,9 @@ class Testing {
 
     void by_grid(std::size_t step) {
         StretchGrid grid(chain_.size(), step);
-        double left = plan_.bounded ? border_work(chain_.size()) : std::numeric_limits<double>::infinity();
+        double left = !plan_.bounded          ? std::numeric_limits<double>::infinity()
+                      : plan_.border_work > 0 ? plan_.border_work
+                                              : affordable_work(chain_.size());
         std::vector<Stretch> corners = grid.corners_to_test(matrix_);
         planned_work_ = 2 * work_of_all(corners); // borders may take as much again
         for (bool is_grid = true;; is_grid = false) {
@@ -309,8 +312,11 @@ class Testing {
         const auto begin = chain_.begin() + static_cast<std::ptrdiff_t>(s.first);
         bench.stretch.assign(begin, begin + static_cast<std::ptrdiff_t>(s.size()));
         const double diameter = DiameterOfChain(bench.stretch);
+        const std::span<const int> rows = spread_rows().first(plan_.closures);
+        watcher_.closure_begins();
+        reduce_before_closing(bench.stretch, rows, diameter);
         Counts counts;
-        for (const int row : spread_rows().first(plan_.closures)) {
+        for (const int row : rows) {
             watcher_.closure_begins();
             bench.loop = bench.stretch;
             close_in_direction(bench.loop, row, diameter);
@@ -500,7 +506,7 @@ std::span<const int> spread_rows() {
 
 /// A grid of L lines has L^2 / 2 stretches of the squared size n^2 / 6 on average.
 std::size_t default_step(std::size_t beads) {
-    const double affordable = std::sqrt(12 * most_grid_work) / static_cast<double>(beads);
+    const double affordable = std::sqrt(12 * affordable_work(beads)) / static_cast<double>(beads);
     const auto lines =
         static_cast<std::size_t>(std::clamp<double>(affordable, fewest_grid_lines, grid_lines));
     return std::max<std::size_t>(1, beads / lines);
@@ -581,6 +587,13 @@ ChainFingerprint fingerprint_of(const std::string& file, const NamedChain& chain
     }
     result.places = Places(result, testing.whole(), testing.open()).all();
     return result;
+}
+
+std::string ChainFingerprint::way() const {
+    if (step == 1) return "every stretch was closed";
+    return "grid of " + std::to_string(step) +
+           (borders_within > 1 ? ", borders to within " + std::to_string(borders_within) + " residues"
+                               : ", refined at borders");
 }
 
 TypicalClosure typical_closure(const Chain& chain, Stretch stretch, const std::string& knot,

@@ -43,6 +43,8 @@ struct FingerprintPlan {
     std::size_t most_memory = SIZE_MAX; ///< in bytes, for the matrix
     /// Borders are followed as far as a fixed amount of work goes, cores and depth first.
     bool bounded = false;
+    /// The amount, of work_of(); 0 takes one that depends on the number of beads alone.
+    double border_work = 0;
 };
 
 /// The rows of the table of 400 directions from which any first few are spread evenly: row 0, then always the
@@ -139,6 +141,8 @@ struct ChainFingerprint {
     std::array<std::size_t, 2> depth_within{1, 1};
     std::size_t borders_within = 1;
 
+    /// How the stretches were chosen, in words.
+    std::string way() const;
     bool is_knot(std::size_t number) const { return number != 0 && names[number] != unnamed; }
     double share_of(const FingerprintMatrix::Cell& cell) const {
         return static_cast<double>(cell.closures) / static_cast<double>(closures);
@@ -167,7 +171,7 @@ class FingerprintWatcher {
 /// shortest stretch within such borders. What fits between the lines of the grid is not seen.
 ///
 /// With `bounded`, blocks are quartered only until an amount of work is spent that depends on the number of beads
-/// alone: first those that may hold a core, or the end of a depth, then the largest. What that leaves open is said
+/// alone, unless border_work says it: first those that may hold a core, or the end of a depth, then the largest. What that leaves open is said
 /// in core_within, depth_within and borders_within.
 ///
 /// The same for any number of threads. Throws std::invalid_argument for a chain without beads, or more closures

@@ -119,6 +119,40 @@ TEST_P(OfAChain, IsTheSameWithBoundedWorkThatSuffices) {
         EXPECT_EQ(bounded.places[i].core, grid.places[i].core);
 }
 
+TEST_P(OfAChain, SaysHowFarItIsOffWhereBoundedWorkEndsEarly) {
+    const NamedChain chain = GetParam()();
+    const ChainFingerprint full = fingerprint(chain, 1), grid = fingerprint(chain, 7);
+    const auto apart = [](std::size_t x, std::size_t y) { return x > y ? x - y : y - x; };
+    std::set<std::size_t> cores_within;
+    for (const double work : {1.0, 1e4, 3e4, 6e4}) {
+        Silent silent;
+        const auto with_threads = [&](unsigned threads) {
+            return fingerprint_of("", chain, {closures, 7, false, threads, SIZE_MAX, true, work}, silent);
+        };
+        const ChainFingerprint found = with_threads(1), other = with_threads(3);
+        EXPECT_LT(found.tested, grid.tested) << work;
+        EXPECT_GT(found.borders_within, 1) << work;
+        ASSERT_FALSE(found.places.empty());
+        const KnotPlace& place = found.places.front();
+        ASSERT_TRUE(place.core);
+        cores_within.insert(place.core_within);
+        const Stretch &core = *place.core, &exact = *full.places.front().core;
+        EXPECT_LE(apart(core.first, exact.first), place.core_within) << work;
+        EXPECT_LE(apart(core.last, exact.last), place.core_within) << work;
+        ASSERT_EQ(found.depth.has_value(), full.depth.has_value());
+        for (std::size_t end = 0; found.depth && end < 2; ++end)
+            EXPECT_LE(apart((*found.depth)[end], (*full.depth)[end]), found.depth_within[end]) << work;
+
+        EXPECT_EQ(other.tested, found.tested);
+        EXPECT_EQ(other.borders_within, found.borders_within);
+        EXPECT_EQ(other.depth, found.depth);
+        ASSERT_EQ(other.places.size(), found.places.size());
+        EXPECT_EQ(other.places.front().core, core);
+        EXPECT_EQ(other.places.front().core_within, place.core_within);
+    }
+    EXPECT_GT(cores_within.size(), 1) << "more work tells more";
+}
+
 TEST_P(OfAChain, TheGridFindsWhatEveryStretchShowsWithAnyNumberOfThreads) {
     const NamedChain chain = GetParam()();
     const ChainFingerprint full = fingerprint(chain, 1), grid = fingerprint(chain, 7),

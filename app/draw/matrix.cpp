@@ -44,6 +44,12 @@ std::string mixed(const std::string& from, const std::string& to, double part) {
     return text;
 }
 
+/// Polynomials can be longer than the page is wide.
+std::string shortened(const std::string& knot) {
+    constexpr std::size_t most = 27;
+    return knot.size() <= most ? knot : knot.substr(0, knot.find_last_of(' ', most)) + " ...";
+}
+
 /// Where stretches are in the picture.
 class Frame {
   public:
@@ -161,7 +167,7 @@ std::string cores(const ChainFingerprint& of, const std::vector<KnotPlace>& plac
         const Spot spot{0.5 * (frame.across(place.core->first) + frame.across(place.core->first + 1)),
                         0.5 * (frame.up(place.core->last) + frame.up(place.core->last + 1))};
         svg += labels.beside(spot, 9.0,
-                             place.knot + (place.slipknot ? " slipknot " : " core ") +
+                             shortened(place.knot) + (place.slipknot ? " slipknot " : " core ") +
                                  of.labels[place.core->first] + "-" + of.labels[place.core->last],
                              17.0,
                              "font-weight=\"600\" fill=\"" + std::string(ink) +
@@ -194,7 +200,7 @@ std::string legend(const ChainFingerprint& of) {
             svg += "<rect x=\"" + number(left + i * box) + "\" y=\"" + number(y) + "\" width=\"" +
                    number(box) + "\" height=\"" + number(box) + "\" fill=\"" +
                    knot_colour(of, knot, (i + 0.5) / shades) + "\"/>\n";
-        svg += words({left + shades * box + 12.0, y + 16.0}, of.names[knot], text);
+        svg += words({left + shades * box + 12.0, y + 16.0}, shortened(of.names[knot]), text);
         y += row;
     };
     for (const std::size_t knot : shown) entry(knot);
@@ -210,11 +216,9 @@ std::string heading(const ChainFingerprint& of) {
     std::filesystem::path file = std::filesystem::path(of.file).filename();
     if (file.extension() == ".gz") file = file.stem();
     const std::string title = file.stem().string() + (of.chain.empty() ? "" : ", chain " + of.chain);
-    const std::string below = std::to_string(of.matrix.beads()) + " residues; the whole chain is " + of.knot +
-                              " in " + number(100.0 * of.share) + " % of " + std::to_string(of.closures) +
-                              " closures; " +
-                              (of.step == 1 ? "every stretch was closed"
-                                            : "grid of " + std::to_string(of.step) + ", refined at borders");
+    const std::string below = std::to_string(of.matrix.beads()) + " residues; the whole chain is " +
+                              shortened(of.knot) + " in " + number(100.0 * of.share) + " % of " +
+                              std::to_string(of.closures) + " closures; " + of.way();
     return words({0.5 * page_width, 42.0}, title,
                  "text-anchor=\"middle\" font-size=\"26\" font-weight=\"bold\" fill=\"" + std::string(ink) +
                      "\"") +

@@ -135,7 +135,7 @@ std::string fingerprint_page(const ChainFingerprint& of, const std::vector<KnotP
                              const Chain& beads) {
     Json data = page_of(of.file, of.chain, of.labels, beads);
     data["about"] = std::to_string(beads.size()) + " residues; the whole chain is " + of.knot + " in " +
-                    percent(of.share) + " of " + std::to_string(of.closures) + " closures";
+                    percent(of.share) + " of " + std::to_string(of.closures) + " closures; " + of.way();
     data["columns"] = {"knot", "share on the whole chain", "greatest share", "core", "tails", ""};
     data["places"] = Json::array();
     for (const KnotPlace& place : places) {

@@ -33,6 +33,8 @@ class Place:
     """The shortest stretch with that share."""
     core: tuple[int, int] | None
     """The shortest stretch with a share of at least one half."""
+    core_within: int
+    """Either end of the core is known up to so many beads; 1 is to the bead."""
     slipknot: bool
     """Whether the chain, or a stretch around the knot, is clearly something else."""
 
@@ -54,6 +56,10 @@ class Fingerprint:
     """Its share of the whole chain's closures."""
     depth: tuple[int, int] | None
     """How many beads can be taken off the front, or off the back, and the knot is there all the way."""
+    depth_within: tuple[int, int]
+    """Up to how many beads each depth is known; 1 is to the bead."""
+    borders_within: int
+    """Up to how many beads the borders between knots are known anywhere; 1 is to the bead."""
     places: list[Place]
     """The chain's own knot first, then by greatest share."""
     names: list[str]
@@ -63,7 +69,7 @@ class Fingerprint:
     counts: NDArray[np.uint16]
     """(n, n): the closures that gave it."""
     tested: NDArray[np.bool_]
-    """(n, n): whether the stretch was closed or is too short for a knot; others are as those around them, which agree."""
+    """(n, n): whether the stretch was closed or is too short for a knot; others are as those around them, which agree, or as the nearest where a border was not followed."""
 
     @property
     def shares(self) -> NDArray[np.float64]:
@@ -97,11 +103,23 @@ class Fingerprint:
                 "greatest_share": p.greatest_share,
                 "core": self._labels(p.core),
                 "tails": self._tails(p.core),
+                "core_within": None if p.core is None else p.core_within,
                 "slipknot": p.slipknot,
             }
             for p in self.places
         ]
-        return {"chain": self.chain.name, "residues": len(self.chain), "knot": self.knot, "knots": knots}
+        return {
+            "chain": self.chain.name,
+            "residues": len(self.chain),
+            "step": self.step,
+            "stretches": self.stretches,
+            "knot": self.knot,
+            "share": self.share,
+            "depth": None if self.depth is None else list(self.depth),
+            "depth_within": None if self.depth is None else list(self.depth_within),
+            "borders_within": self.borders_within,
+            "knots": knots,
+        }
 
     def to_dataframe(self) -> "pandas.DataFrame":
         """A row for each stretch that was closed or is too short for a knot: first, last, knot, share; the ends by labels. Needs pandas."""
@@ -130,6 +148,7 @@ class Fingerprint:
             "names": self.names,
             "closures": self.closures,
             "step": self.step,
+            "borders_within": self.borders_within,
             "knot": self.knot,
             "share": self.share,
         }
@@ -161,8 +180,10 @@ def fingerprint(
 ) -> Fingerprint:
     """Finds the knot of every stretch of a chain (King, Yeates and Yeates 2007), and from it cores, depth and slipknots.
 
-    A grid of stretches every ``step`` beads, by default some eight hundred of them, is closed in ``closures`` directions
-    each and refined to the bead along the borders between different knots; with ``full``, every stretch is closed.
+    A grid of stretches every ``step`` beads is closed in ``closures`` directions each and refined to the bead along the
+    borders between different knots; with ``full``, every stretch is closed. Without either, as in the program, the grid
+    has some eight hundred stretches and the work is bounded by the chain's length: cores and depths first, and the
+    result says to within how many beads it is known.
     The matrix may take ``most_memory`` bytes. ``threads`` and ``progress`` are as in :func:`survey`.
 
     Raises ValueError for values out of range, coordinates that are not finite, a chain without beads and a matrix that

@@ -86,6 +86,16 @@ def test_a_fingerprint_finds_the_core_where_the_closures_change(trefoil):
     assert set(frame["knot"]) <= set(found.names) and len(frame) == np.count_nonzero(found.tested)
 
 
+def test_a_fingerprint_of_a_long_chain_says_how_far_it_is_known():
+    chain = walk(1500)
+    found = lw.fingerprint(chain, closures=1, threads=2)
+    told = found.to_dict()
+    assert found.borders_within > 1 and told["borders_within"] == found.borders_within
+    assert [knot["core_within"] for knot in told["knots"]] == [p.core and p.core_within for p in found.places]
+    assert told == lw.fingerprint(chain, closures=1, threads=1).to_dict()
+    assert f"borders to within {found.borders_within} residues" in found.to_svg()
+
+
 def test_progress_is_told_and_may_stop_the_work():
     def stop(done, planned):
         raise RuntimeError(f"{done} of {planned}")
