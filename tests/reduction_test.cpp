@@ -1,8 +1,10 @@
+#include "reduce/reduction.hpp"
 #include "support/capture.hpp"
 #include "support/chains.hpp"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -57,6 +59,30 @@ TEST(ChainReduction, OfALongChainIsThatOfAStructureOfOneChain) {
         Structure structure{chain};
         EXPECT_EQ(ChainReduce(chain, true), ChainsReduce(structure, true));
         EXPECT_TRUE(chains::same_bits(chain, structure[0])) << length;
+    }
+}
+
+/// Long enough for cells of directions and boxes around boxes. Of coordinates that are multiples of a sixteenth some
+/// triangles are parallel to a segment far away and to none that is near.
+TEST(StructureReduction, OfLongChainsIsThatWithoutTheIndex) {
+    chains::Random random(33);
+    for (const double step : {0.0, 1.0 / 16, 1.0 / 4}) {
+        Structure start(3);
+        for (Chain& chain : start) {
+            chain = chains::make(chains::Kind::compact, 3000, random);
+            if (step == 0) continue;
+            for (ChainAtom& atom : chain) {
+                atom.x = std::round(atom.x / step) * step;
+                atom.y = std::round(atom.y / step) * step;
+                atom.z = std::round(atom.z / step) * step;
+            }
+        }
+        for (const bool closed : {false, true}) {
+            constexpr std::size_t always = 0, never = 1U << 30;
+            Structure with = start, without = start;
+            EXPECT_EQ(loopwise::reduce(with, closed, always), loopwise::reduce(without, closed, never));
+            for (std::size_t i = 0; i < with.size(); ++i) EXPECT_EQ(ids(with[i]), ids(without[i])) << step;
+        }
     }
 }
 
