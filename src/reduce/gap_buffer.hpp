@@ -14,10 +14,9 @@ namespace loopwise {
 /// Arrays over slots; a slot holds a bead.
 template <class Id> struct Slots {
     std::size_t count;
-    float *x, *y,
-        *z;      ///< positions in units of the frame, with position_padding more; not there until place()
-    Id* bead;    ///< which bead it is: beads are numbered through all components
-    Id* blocker; ///< of the triangle that begins here: see GapBuffer
+    float *x, *y, *z; ///< positions in units of the frame, with position_padding more, from place() on
+    Id* bead;         ///< which bead it is: beads are numbered through all components
+    Id* blocker;      ///< of the triangle that begins here: see GapBuffer
 };
 
 /// The beads that are left of a component, in a gap buffer.

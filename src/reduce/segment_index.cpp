@@ -6,7 +6,8 @@
 namespace loopwise {
 namespace {
 
-/// Cells along an edge of the cube, so that the runs of cells that a line crosses fill a group or two.
+/// Cells along an edge of the cube, so that what a line crosses of a row fills some groups: more rows take longer
+/// than they save.
 std::size_t cells_along_edge(std::size_t segments) {
     return std::max<std::size_t>(1, static_cast<std::size_t>(std::sqrt(static_cast<double>(segments)) / 16));
 }
@@ -55,7 +56,7 @@ SegmentIndex::SegmentIndex(const Kernels& kernels, std::size_t segments, std::si
     boxes_.resize(groups_for(groups)), large_boxes_.resize(groups_for(boxes_.size()));
     places_.resize(std::size_t{sizes_of_boxes} << 3 * bits_of_place(groups));
     cells_.resize(3 * edge * edge + 1);
-    runs_.reserve(edge), first_cell_.resize(edge), last_cell_.resize(edge);
+    runs_.reserve(edge);
     loose_.reserve(segments + segments / segments_per_new + 2);
     loose_of_.assign(numbers, no_bead), next_.assign(numbers, no_bead);
 }
@@ -236,24 +237,17 @@ void SegmentIndex::find_runs(std::size_t face, const Turn& turn) {
     const float v = divisor(turn.v), w = divisor(turn.w);
     const float middle = -turn.one / w, reach = (std::fabs(v) + 2 * turn.most) / std::fabs(w) + on_face;
     if (middle - reach > 1 || middle + reach < -1) return;
-    const std::size_t last_row = cell(middle + reach);
-    const std::size_t first_row = cell(middle - reach);
-    // In cells: the line goes through a row's middle at start + row * slope.
+    // In cells: the line goes through the middle of a row at start + row * slope.
     const float slope = -turn.w / v, start = (1 - (turn.one + turn.w * (1 / edge - 1)) / v) / 2 * edge;
     const float width =
         ((std::fabs(turn.w) * (1 / edge + on_face) + 2 * turn.most) / std::fabs(v) + on_face) / 2 * edge;
-    const auto rows = static_cast<std::int32_t>(edge_);
-    std::int32_t *const first_cell = first_cell_.data(), *const last_cell = last_cell_.data();
-    for (std::int32_t row = 0; row < rows; ++row) {
-        const float at = start + slope * static_cast<float>(row);
-        const float least = at - width, most = at + width, last = edge - 1;
-        first_cell[row] = static_cast<std::int32_t>(least < 0 ? 0 : least < edge ? least : edge);
-        last_cell[row] = static_cast<std::int32_t>(most < -1 ? -1 : most < last ? most : last);
-    }
-    for (std::size_t row = first_row; row <= last_row; ++row) {
-        if (first_cell_[row] > last_cell_[row]) continue;
+    const std::size_t last_row = cell(middle + reach);
+    for (std::size_t row = cell(middle - reach); row <= last_row; ++row) {
+        const float at = start + slope * static_cast<float>(row), least = at - width, most = at + width;
+        if (least >= edge || most < 0) continue;
         const std::uint32_t* const cells = &cells_[(face * edge_ + row) * edge_];
-        const std::uint32_t begin = cells[first_cell_[row]], end = cells[last_cell_[row] + 1];
+        const std::uint32_t begin = cells[static_cast<std::size_t>(std::max(0.0F, least))];
+        const std::uint32_t end = cells[static_cast<std::size_t>(std::min(edge - 1, most)) + 1];
         if (begin == end) continue;
         runs_.push_back(
             {begin / static_cast<std::uint32_t>(group_size), static_cast<std::uint32_t>(groups_for(end))});

@@ -145,7 +145,6 @@ class SegmentIndex {
     struct Run {
         std::uint32_t begin, end;
     };
-    std::vector<std::int32_t> first_cell_, last_cell_; ///< of the rows of a face
     std::vector<Run> runs_;
 
     std::size_t loose_count_ = 0, first_new_ = 0;
