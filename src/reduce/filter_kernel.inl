@@ -188,35 +188,3 @@ LOOPWISE_TARGET void put_positions(const Frame& frame, std::span<const ChainAtom
         x[j] = static_cast<float>(at.x), y[j] = static_cast<float>(at.y), z[j] = static_cast<float>(at.z);
     }
 }
-
-/// The atoms from j on, and nothing beyond the last.
-LOOPWISE_TARGET inline Points place_from(const Frame& frame, std::span<const ChainAtom> atoms,
-                                         std::size_t j) {
-    if (__builtin_expect(j + LANES <= atoms.size(), 1)) return place(frame, &atoms[j]);
-    std::array<ChainAtom, LANES> last{};
-    for (std::size_t k = 0; j + k < atoms.size(); ++k) last[k] = ChainAtom(atoms[j + k]);
-    return place(frame, last.data());
-}
-
-LOOPWISE_TARGET Candidates find_in_atoms(const Filter& filter, const Frame& frame,
-                                         std::span<const ChainAtom> atoms, std::size_t begin,
-                                         std::size_t end) {
-    if (begin >= end) return {end, 0};
-    const Filter& f = filter;
-    Points start = place_from(frame, atoms, begin);
-    Floats h0 = value(f.height, start), q0 = value(f.along_c, start);
-    for (std::size_t j = begin; j < end; j += LANES) {
-        const Points next = place_from(frame, atoms, j + LANES);
-        const Floats h_next = value(f.height, next), q_next = value(f.along_c, next);
-        const Floats h1 = FOLLOWING(h0, h_next), q1 = FOLLOWING(q0, q_next);
-        std::uint32_t lanes = ~out_of_slab(f, h0, h1, q0, q1) & all_lanes;
-        if (__builtin_expect(lanes != 0, 0)) {
-            const Points stop{FOLLOWING(start.x, next.x), FOLLOWING(start.y, next.y),
-                              FOLLOWING(start.z, next.z)};
-            lanes &= up_to(end - j) & within_edges(f, start, stop, h0, h1, q0, q1);
-            if (lanes != 0) return {j, lanes};
-        }
-        start = next, h0 = h_next, q0 = q_next;
-    }
-    return {end, 0};
-}

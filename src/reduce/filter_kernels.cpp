@@ -62,10 +62,7 @@ namespace avx512 {
 } // namespace
 
 #define LOOPWISE_KERNELS(set)                                                                                \
-    {                                                                                                        \
-        set::find_candidates, set::find_in_atoms, set::find_segments, set::find_boxes, set::find_directions, \
-            set::put_positions                                                                               \
-    }
+    { set::find_candidates, set::find_segments, set::find_boxes, set::find_directions, set::put_positions }
 
 Kernels kernels(InstructionSet set) {
     static const Versions<Kernels> versions{{statement(InstructionSet::plain), LOOPWISE_KERNELS(sse2),
