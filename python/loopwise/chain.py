@@ -111,6 +111,9 @@ class Chain:
         """What the beads are called: residue numbers with insertion letters, or the identifiers."""
         return tuple(map(str, self.ids.tolist())) if self._labels is None else self._labels
 
+    def _label(self, position: int) -> str:
+        return str(self.ids[position]) if self._labels is None else self._labels[position]
+
     def __len__(self) -> int:
         return len(self._xyz)
 
@@ -141,7 +144,7 @@ class Chain:
 
     def __repr__(self) -> str:
         name = f" {self.name}" if self.name else ""
-        ends = f", {self.labels[0]} to {self.labels[-1]}" if len(self) else ""
+        ends = f", {self._label(0)} to {self._label(-1)}" if len(self) else ""
         return f"Chain{name} of {len(self)} bead{'' if len(self) == 1 else 's'}{ends}"
 
     def __reduce__(self) -> Any:
