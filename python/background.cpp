@@ -1,12 +1,14 @@
 #include "background.hpp"
 
-#include <chrono>
-#include <thread>
+#include <algorithm>
 
 namespace loopwise {
 namespace {
 
 constexpr std::chrono::milliseconds between_looks{25};
+/// Where others keep the GIL for long, waiting for it takes a tenth of the time at most, as long as that is prompt.
+constexpr std::chrono::milliseconds longest_between_looks{50};
+constexpr int between_looks_to_wait = 10;
 constexpr std::chrono::seconds patience_at_exit{2};
 
 struct Abandoned {};
@@ -24,8 +26,31 @@ Running& running() {
 
 } // namespace
 
-void Job::look() const {
+void Job::look() {
     if (abandoned_) throw Abandoned();
+    if (std::this_thread::get_id() == worker_ && Clock::now() >= next_look_) attend_between_steps();
+}
+
+/// Holding the GIL. What is raised ends the work, too.
+void Job::attend(const py::object& progress) {
+    try {
+        if (PyErr_CheckSignals() != 0) throw py::error_already_set();
+        if (progress.is_none() || done_ == told_) return;
+        told_ = done_;
+        progress(told_, planned_.load());
+    } catch (...) {
+        abandoned_ = true;
+        throw;
+    }
+}
+
+void Job::attend_between_steps() {
+    const auto start = Clock::now();
+    const py::gil_scoped_acquire python;
+    const auto waited = Clock::now() - start;
+    attend(*progress_);
+    next_look_ = Clock::now() + std::clamp<Clock::duration>(between_looks_to_wait * waited, between_looks,
+                                                            longest_between_looks);
 }
 
 void Job::reach(std::size_t done, std::size_t planned) {
@@ -70,24 +95,27 @@ void Background::run(std::function<void(Job&)> work, const py::object& progress)
         --running().threads;
         throw;
     }
-    try {
-        std::size_t told = 0;
-        for (bool over = false; !over;) {
-            {
-                const py::gil_scoped_release others;
-                std::unique_lock lock(job->mutex_);
-                over = job->ended_.wait_for(lock, between_looks, [&] { return job->over_; });
-            }
-            if (PyErr_CheckSignals() != 0) throw py::error_already_set();
-            if (progress.is_none() || job->done_ == told) continue;
-            told = job->done_;
-            progress(told, job->planned_.load());
+    for (bool over = false; !over;) {
+        {
+            const py::gil_scoped_release others;
+            std::unique_lock lock(job->mutex_);
+            over = job->ended_.wait_for(lock, between_looks, [&] { return job->over_; });
         }
-    } catch (...) {
-        job->abandoned_ = true;
-        throw;
+        job->attend(progress);
     }
     if (job->failure_) std::rethrow_exception(job->failure_);
+}
+
+void Background::run_here(const std::function<void(Job&)>& work, const py::object& progress) {
+    Job job;
+    job.worker_ = std::this_thread::get_id();
+    job.progress_ = &progress;
+    job.next_look_ = Job::Clock::now() + between_looks;
+    {
+        const py::gil_scoped_release others;
+        work(job);
+    }
+    job.attend(progress);
 }
 
 void Background::wait_at_exit() {

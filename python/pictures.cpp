@@ -72,6 +72,15 @@ std::string survey_picture(const py::sequence& components, const std::string& me
     return picture(result, std::nullopt);
 }
 
+std::string chain_picture(const std::string& name, const Doubles& xyz,
+                          const std::vector<std::string>& labels) {
+    const NamedChain chain{name, chain_of(xyz, std::nullopt), labels};
+    if (labels.size() != chain.beads.size() || labels.size() < 2)
+        throw py::value_error("a chain of " + std::to_string(labels.size()) + " beads cannot be drawn");
+    const py::gil_scoped_release others;
+    return picture(chain);
+}
+
 using Stretches = py::array_t<std::uint16_t, py::array::forcecast>;
 
 /// Of each stretch the number of its knot and the closures that gave it, as in the package.
@@ -123,6 +132,7 @@ std::string fingerprint_picture(const Stretches& numbers, const Stretches& count
 } // namespace
 
 void bind_pictures(py::module_& module) {
+    module.def("chain_picture", chain_picture);
     module.def("survey_picture", survey_picture);
     module.def("fingerprint_picture", fingerprint_picture);
 }

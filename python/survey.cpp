@@ -7,35 +7,39 @@
 
 #include <algorithm>
 #include <map>
+#include <unordered_map>
 
 namespace loopwise {
 namespace {
 
-/// What a closure left of each component, and of which knot.
-struct Row {
-    std::size_t closure;
-    std::vector<std::size_t> left;
-    std::vector<std::string> knots;
+/// What each closure left of every component, and the numbers of the knots, by row. Knots are numbered as they come.
+struct Rows {
+    std::vector<std::int64_t> closures, left, knots;
+    std::unordered_map<std::string, std::int64_t> numbers;
 };
 
 struct Survey {
     Result result;
-    std::vector<Row> rows;
+    Rows rows;
 };
 
 class SurveyWatcher final : public Watcher {
   public:
-    SurveyWatcher(Job& job, std::vector<Row>& rows) : job_(job), rows_(rows) {}
+    SurveyWatcher(Job& job, Rows& rows) : job_(job), rows_(rows) {}
     void closure_at(std::size_t, double part) override { part < 1.0 ? job_.look() : job_.step(); }
     void closure_counted(const Specimen& specimen) override {
-        Row row{specimen.closure, {}, specimen.knots};
-        for (const Loop& loop : specimen.reduced) row.left.push_back(loop.beads.size());
-        rows_.push_back(std::move(row));
+        rows_.closures.push_back(static_cast<std::int64_t>(specimen.closure));
+        for (const Loop& loop : specimen.reduced)
+            rows_.left.push_back(static_cast<std::int64_t>(loop.beads.size()));
+        for (const std::string& knot : specimen.knots) {
+            const auto next = static_cast<std::int64_t>(rows_.numbers.size());
+            rows_.knots.push_back(rows_.numbers.try_emplace(knot, next).first->second);
+        }
     }
 
   private:
     Job& job_;
-    std::vector<Row>& rows_;
+    Rows& rows_;
 };
 
 Survey surveyed(const Molecule& molecule, const Plan& plan, Job& job) {
@@ -105,27 +109,27 @@ py::object tuple_of(const Specimen* specimen) {
 
 using Table = py::array_t<std::int64_t>;
 
-/// Arrays of the closures, of what they left of each component and of its knot's number among the names.
-py::tuple table_of(const std::vector<Row>& rows, const Result& result) {
-    std::map<std::string, std::int64_t> numbers;
-    for (const ComponentTally& tally : result.components)
-        for (const KnotCount& count : tally.knots) numbers[count.knot] = 0;
-    std::vector<std::string> names;
-    for (auto& [name, number] : numbers) {
-        number = static_cast<std::int64_t>(names.size());
-        names.push_back(name);
+Table table_of(const std::vector<std::int64_t>& numbers, std::size_t height, std::size_t width) {
+    Table table({static_cast<py::ssize_t>(height), static_cast<py::ssize_t>(width)});
+    std::copy(numbers.begin(), numbers.end(), table.mutable_data());
+    return table;
+}
+
+/// Arrays of the closures, of what they left of each component and of its knot's number among the names in order.
+py::tuple tables_of(const Rows& rows, std::size_t width) {
+    const std::map<std::string, std::int64_t> sorted(rows.numbers.begin(), rows.numbers.end());
+    std::vector<std::int64_t> place(sorted.size());
+    py::list names;
+    for (const auto& [name, number] : sorted) {
+        place[static_cast<std::size_t>(number)] = static_cast<std::int64_t>(names.size());
+        names.append(name);
     }
-    const auto height = static_cast<py::ssize_t>(rows.size());
-    const auto width = static_cast<py::ssize_t>(result.components.size());
-    Table closures(height), left({height, width}), knots({height, names.empty() ? 0 : width});
-    std::int64_t *to_closure = closures.mutable_data(), *to_left = left.mutable_data(),
-                 *to_knot = knots.mutable_data();
-    for (const Row& row : rows) {
-        *to_closure++ = static_cast<std::int64_t>(row.closure);
-        for (const std::size_t beads : row.left) *to_left++ = static_cast<std::int64_t>(beads);
-        for (const std::string& knot : row.knots) *to_knot++ = numbers.at(knot);
-    }
-    return py::make_tuple(closures, left, knots, names);
+    std::vector<std::int64_t> knots = rows.knots;
+    for (std::int64_t& knot : knots) knot = place[static_cast<std::size_t>(knot)];
+    const std::size_t height = rows.closures.size();
+    const Table closures(static_cast<py::ssize_t>(height), rows.closures.data());
+    return py::make_tuple(closures, table_of(rows.left, height, width),
+                          table_of(knots, height, knots.empty() ? 0 : width), names);
 }
 
 py::dict dict_of(const Survey& survey) {
@@ -143,18 +147,28 @@ py::dict dict_of(const Survey& survey) {
     dict["failed"] = result.failed;
     dict["counted"] = result.counted();
     dict["typical"] = tuple_of(result.typical());
-    dict["table"] = table_of(survey.rows, result);
+    dict["table"] = tables_of(survey.rows, result.components.size());
     return dict;
+}
+
+/// Closures of so few beads are short steps.
+constexpr std::size_t few_beads = 500;
+
+bool is_small(const Molecule& molecule) {
+    std::size_t beads = 0;
+    for (const NamedChain& named : molecule.chains) beads += named.beads.size();
+    return beads <= few_beads;
 }
 
 py::dict survey_molecule(const py::sequence& components, const py::dict& given, const py::object& progress) {
     const Plan plan = plan_of(given);
-    return dict_of(in_background<Survey>(
-        [molecule = molecule_of(components), plan](Job& job) {
-            job.plan(plan.closures);
-            return surveyed(molecule, plan, job);
-        },
-        progress));
+    Molecule molecule = molecule_of(components);
+    const bool here = is_small(molecule);
+    const auto work = [molecule = std::move(molecule), plan](Job& job) {
+        job.plan(plan.closures);
+        return surveyed(molecule, plan, job);
+    };
+    return dict_of(here ? in_steps<Survey>(work, progress) : in_background<Survey>(work, progress));
 }
 
 /// Threads take frames first; those that find none help with the closures of a frame.

@@ -22,6 +22,14 @@ constexpr double least_apart = 0.08;
 constexpr std::size_t long_chain = 3000;
 constexpr int few_views = 4;
 
+std::size_t beads_of(const std::vector<Loop>& loops) {
+    std::size_t beads = 0;
+    for (const Loop& loop : loops) beads += loop.beads.size();
+    return beads;
+}
+
+int step_of_views(std::size_t beads) { return beads > long_chain ? views / few_views : 1; }
+
 /// Whether the chain has a gap between two of its beads, the second the next that is left.
 bool has_gap(const ComponentTally& chain, std::size_t from, std::size_t to) {
     return std::any_of(chain.bonds.gaps.begin(), chain.bonds.gaps.end(), [&](const OddBond& gap) {
@@ -29,21 +37,20 @@ bool has_gap(const ComponentTally& chain, std::size_t from, std::size_t to) {
     });
 }
 
-Bond bond_of(const Loop& loop, std::size_t edge, const ComponentTally& chain, bool ring) {
+Bond bond_of(const Loop& loop, std::size_t edge, const ComponentTally& chain, Ends ends) {
     const std::size_t next = (edge + 1) % loop.beads.size();
-    if (!ring && edge + 1 >= loop.own) return Bond::closing;
+    if (ends != Ends::bond && edge + 1 >= loop.own) return ends == Ends::closure ? Bond::closing : Bond::none;
     return has_gap(chain, loop.position(edge), loop.position(next)) ? Bond::gap : Bond::ordinary;
 }
 
-Drawing strands_of(const std::vector<Loop>& loops, const Result& result, int view) {
+Drawing strands_of(const std::vector<Loop>& loops, const Result& result, int view, Ends ends) {
     Drawing drawing;
-    const bool ring = result.plan.method == Method::ring;
     for (std::size_t i = 0; i < loops.size(); ++i) {
         std::vector<Edge> edges = project(loops[i].beads, view, true);
         for (std::size_t j = 0; j < edges.size(); ++j) {
             edges[j].tag = static_cast<std::int32_t>(i);
             drawing.edges.push_back(std::move(edges[j]));
-            drawing.bonds.push_back(bond_of(loops[i], j, result.components[i], ring));
+            drawing.bonds.push_back(bond_of(loops[i], j, result.components[i], ends));
         }
     }
     return drawing;
@@ -118,7 +125,11 @@ bool from_the_side(const Drawing& drawing, const std::vector<Loop>& loops) {
 } // namespace
 
 Drawing drawing_of(const std::vector<Loop>& loops, const Result& result, int view) {
-    Drawing drawing = strands_of(loops, result, view);
+    return drawing_of(loops, result, view, result.plan.method == Method::ring ? Ends::bond : Ends::closure);
+}
+
+Drawing drawing_of(const std::vector<Loop>& loops, const Result& result, int view, Ends ends) {
+    Drawing drawing = strands_of(loops, result, view, ends);
     const std::vector<Edge>& edges = drawing.edges;
     const auto left = [&](std::size_t i) { return std::min(edges[i].start.x, edges[i].end.x); };
     const auto right = [&](std::size_t i) { return std::max(edges[i].start.x, edges[i].end.x); };
@@ -128,16 +139,15 @@ Drawing drawing_of(const std::vector<Loop>& loops, const Result& result, int vie
     for (std::size_t a = 0; a < order.size(); ++a)
         for (std::size_t b = a + 1; b < order.size() && left(order[b]) <= right(order[a]); ++b) {
             const auto [i, j] = std::minmax(order[a], order[b]);
+            if (drawing.bonds[i] == Bond::none || drawing.bonds[j] == Bond::none) continue;
             if (meet(edges[i], edges[j]) && !are_neighbours(edges[i], edges[j])) mark_crossing(drawing, i, j);
         }
     return drawing;
 }
 
 int clearest_view(const Specimen& specimen, const Result& result) {
-    std::size_t beads = 0, left = 0;
-    for (const Loop& loop : specimen.closed) beads += loop.beads.size();
-    for (const Loop& loop : specimen.reduced) left += loop.beads.size();
-    const int step = beads > long_chain ? views / few_views : 1;
+    const std::size_t left = beads_of(specimen.reduced);
+    const int step = step_of_views(beads_of(specimen.closed));
     const double apart = least_apart * core_diameter(specimen);
     int clearest = 0;
     auto best = std::pair{false, std::numeric_limits<std::size_t>::max()};
@@ -149,6 +159,18 @@ int clearest_view(const Specimen& specimen, const Result& result) {
         const auto rank = std::pair{!from_the_side(closed, specimen.closed), clutter};
         if (view > 0 && rank >= best) continue;
         best = rank;
+        clearest = view;
+    }
+    return clearest;
+}
+
+int clearest_view(const std::vector<Loop>& chains, const Result& result, Ends ends) {
+    int clearest = 0;
+    std::size_t fewest = std::numeric_limits<std::size_t>::max();
+    for (int view = 0; view < views; view += step_of_views(beads_of(chains))) {
+        const std::size_t crossings = drawing_of(chains, result, view, ends).crossings;
+        if (crossings >= fewest) continue;
+        fewest = crossings;
         clearest = view;
     }
     return clearest;

@@ -9,8 +9,11 @@ namespace loopwise {
 
 inline constexpr int views = 60; ///< the directions of ProjectChain()
 
-/// What an edge of a drawing stands for.
-enum class Bond { ordinary, gap, closing };
+/// What an edge of a drawing stands for; none is seen of the one from an open chain's last bead to its first.
+enum class Bond { ordinary, gap, closing, none };
+
+/// What joins the last bead of a chain to its first.
+enum class Ends { closure, bond, nothing };
 
 struct Drawing {
     /// The edges of all loops, one after another; the tag of each is its loop's number. It carries an
@@ -23,10 +26,14 @@ struct Drawing {
 
 /// The loops are those of the result's chains, reduced or not.
 Drawing drawing_of(const std::vector<Loop>& loops, const Result& result, int view);
+Drawing drawing_of(const std::vector<Loop>& loops, const Result& result, int view, Ends ends);
 
 /// The view with the fewest crossings among those that see the closure from the side; crossings of the
 /// reduced loops, and beads that seem to lie on a stick, count several times. Of long chains only a few views
 /// are tried.
 int clearest_view(const Specimen& specimen, const Result& result);
+
+/// The view of chains by themselves with the fewest crossings.
+int clearest_view(const std::vector<Loop>& chains, const Result& result, Ends ends);
 
 } // namespace loopwise

@@ -14,6 +14,7 @@ namespace {
 
 constexpr double page_width = 1400.0, page_height = 800.0, panel_top = 122.0;
 constexpr double left_panel = 25.0, right_panel = page_width - left_panel - panel_width;
+constexpr double narrow_page_width = panel_width + 2.0 * left_panel;
 constexpr double legend_top = panel_top + panel_height + 46.0;
 constexpr double strand_thickness = 0.6; // in the unit of the chain
 constexpr double thinnest_strand = 3.0, thickest_strand = 6.0;
@@ -27,7 +28,8 @@ constexpr const char* label_halo =
 Labels labels_around(const std::vector<Path>& paths) {
     Labels labels(panel_width, panel_height);
     for (const Path& path : paths)
-        for (std::size_t i = 0; i < path.edges.size(); ++i) labels.avoid(path.spots[i], path.spots[i + 1]);
+        for (std::size_t i = 0; i < path.edges.size(); ++i)
+            if (path.bonds[i] != Bond::none) labels.avoid(path.spots[i], path.spots[i + 1]);
     return labels;
 }
 
@@ -142,12 +144,12 @@ std::string knot_shown(const Result& result) {
            " % of closures";
 }
 
-std::string title(const Result& result) {
+std::string title(const Result& result, double width) {
     std::filesystem::path file = std::filesystem::path(result.file).filename();
     if (file == "-") file = "standard input";
     if (file.extension() == ".gz") file = file.stem();
     const std::string model = result.model.empty() ? "" : ", model " + result.model;
-    return words({0.5 * page_width, 38.0},
+    return words({0.5 * width, 38.0},
                  file.stem().string() + model + chains_in_title(result) + ": " +
                      counted(result.whole.beads, noun(result)) + knot_shown(result),
                  "text-anchor=\"middle\" font-size=\"26\" font-weight=\"bold\" fill=\"" + std::string(ink) +
@@ -166,8 +168,8 @@ std::string what_is_shown(const Result& result) {
            (bare ? ", the first that comes down to three" : ", which leaves the fewest of them");
 }
 
-std::string subtitle(const Result& result, int view) {
-    return words({0.5 * page_width, 67.0}, what_is_shown(result) + ", view " + std::to_string(view),
+std::string subtitle(const std::string& shown, int view, double width) {
+    return words({0.5 * width, 67.0}, shown + ", view " + std::to_string(view),
                  "text-anchor=\"middle\" font-size=\"17\" fill=\"#666666\"");
 }
 
@@ -228,25 +230,31 @@ bool has_gaps(const Result& result) {
                        [](const ComponentTally& chain) { return !chain.bonds.gaps.empty(); });
 }
 
+constexpr double keys_middle = legend_top - 7.0;
+constexpr const char* key_text = "font-size=\"15\" fill=\"#444444\"";
+
+std::string key_of_gaps(double x) {
+    return line({x, keys_middle}, {x + 50.0, keys_middle}, dotted(colour_along(0.4), 3.0)) +
+           words({x + 60.0, keys_middle + 5.0}, "gap", key_text);
+}
+
 std::string keys(const Result& result) {
-    const double y = legend_top - 7.0;
-    const std::string text = "font-size=\"15\" fill=\"#444444\"";
+    const double y = keys_middle;
+    const std::string text = key_text;
     const std::string pale = "stroke=\"" + std::string(ghost) + "\" stroke-width=\"3\"";
     std::string svg;
     if (result.plan.method != Method::ring)
         svg += line({640.0, y}, {696.0, y}, dashed()) +
                words({706.0, y + 5.0}, "closure: added to the chain", text);
-    if (has_gaps(result))
-        svg += line({916.0, y}, {966.0, y}, dotted(colour_along(0.4), 3.0)) +
-               words({976.0, y + 5.0}, "gap", text);
+    if (has_gaps(result)) svg += key_of_gaps(916.0);
     return svg + line({1026.0, y}, {1076.0, y}, pale) + words({1086.0, y + 5.0}, "before", text) +
            disc({1172.0, y}, 8.0, "fill=\"" + colour_along(0.4) + "\"") +
            words({1188.0, y + 5.0},
                  "bead left, its " + (noun(result) == "bead" ? std::string("label") : "residue"), text);
 }
 
-std::string head() {
-    const std::string width = number(page_width), height = number(page_height);
+std::string head(double wide) {
+    const std::string width = number(wide), height = number(page_height);
     return "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + width + "\" height=\"" + height +
            "\" viewBox=\"0 0 " + width + " " + height +
            "\" font-family=\"Helvetica, Arial, 'Liberation Sans', 'DejaVu Sans', sans-serif\">\n"
@@ -257,6 +265,25 @@ std::string head() {
            number(panel_height - 48.0) +
            "\" fill=\"#ffffff\" filter=\"url(#blur)\"/></mask>\n</defs>\n"
            "<rect width=\"100%\" height=\"100%\" fill=\"#ffffff\"/>\n";
+}
+
+/// As wide as the unit of the chain says, but neither a hair nor a beam.
+double strand_width(const Camera& camera) {
+    return std::clamp(camera.pixels(strand_thickness), thinnest_strand, thickest_strand);
+}
+
+/// What a picture shows of a chain that nothing was done with.
+Result result_of(const NamedChain& chain, Method method) {
+    ComponentTally tally;
+    tally.labels = chain.labels;
+    tally.bonds = bonds_of(chain);
+    tally.kind = chain.kind;
+    Result result;
+    result.file = chain.name.empty() ? "chain" : chain.name;
+    result.plan.method = method;
+    result.whole.beads = chain.beads.size();
+    result.components.push_back(std::move(tally));
+    return result;
 }
 
 } // namespace
@@ -270,7 +297,6 @@ std::string picture(const Result& result, std::optional<int> asked_view) {
     std::vector<Path> chain = paths_of(before, shown.closed, shown.closed, camera);
     std::vector<Path> rest = paths_of(after, shown.reduced, shown.closed, camera);
 
-    const double strand_width = std::clamp(camera.pixels(strand_thickness), thinnest_strand, thickest_strand);
     std::size_t left = 0;
     for (const Loop& loop : shown.reduced) left += loop.beads.size();
     const std::string given = result.plan.method == Method::ring ? "as given: " : "as given, closed: ";
@@ -278,12 +304,34 @@ std::string picture(const Result& result, std::optional<int> asked_view) {
                                 counted(after.crossings, "crossing") +
                                 (left > most_labels ? ", not all labelled" : "");
     const double sticks = left > most_labels ? thin_stick_width : stick_width;
-    const std::string before_svg = strands(before, chain, {strand_width, false}) + ends(chain, result);
+    const std::string before_svg =
+        strands(before, chain, {strand_width(camera), false}) + ends(chain, result);
     const std::string after_svg =
         shadow(chain) + strands(after, rest, {sticks, left <= most_labels}) + beads(rest, result, left);
-    return head() + title(result) + subtitle(result, view) +
+    return head(page_width) + title(result, page_width) + subtitle(what_is_shown(result), view, page_width) +
            panel(left_panel, given + counted(before.crossings, "crossing"), before_svg) +
            panel(right_panel, heading, after_svg) + colours(result) + keys(result) + "</svg>\n";
+}
+
+std::string picture(const NamedChain& given) {
+    NamedChain chain = given;
+    const bool ring = is_ring(chain);
+    if (ring) drop_repeated_end(chain);
+    const Result result = result_of(chain, ring ? Method::ring : Method::directions);
+    const Ends joined_by = ring ? Ends::bond : Ends::nothing;
+    std::vector<Loop> loops{{chain.beads, chain.beads.size()}};
+    std::int32_t position = 0;
+    for (ChainAtom& bead : loops.front().beads) bead.id = position++;
+
+    const int view = clearest_view(loops, result, joined_by);
+    const Drawing drawing = drawing_of(loops, result, view, joined_by);
+    const Camera camera(drawing, loops);
+    std::vector<Path> paths = paths_of(drawing, loops, loops, camera);
+    const std::string svg = strands(drawing, paths, {strand_width(camera), false}) + ends(paths, result);
+    return head(narrow_page_width) + title(result, narrow_page_width) +
+           subtitle(ring ? what_is_shown(result) : "an open chain, as it is", view, narrow_page_width) +
+           panel(left_panel, counted(drawing.crossings, "crossing"), svg) + colours(result) +
+           (has_gaps(result) ? key_of_gaps(bar_left + bar_width + 40.0) : "") + "</svg>\n";
 }
 
 } // namespace loopwise

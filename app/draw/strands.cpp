@@ -118,7 +118,7 @@ std::string gradient(const Path& path, std::size_t edge, const std::string& id) 
 void draw_chain(std::vector<Piece>& pieces, const Path& path, const Style& style) {
     const std::string width = "stroke-width=\"" + number(style.width) + "\"";
     for (std::size_t i = 0; i < path.edges.size(); ++i) {
-        if (path.bonds[i] == Bond::closing) continue;
+        if (path.bonds[i] == Bond::closing || path.bonds[i] == Bond::none) continue;
         const bool gap = path.bonds[i] == Bond::gap;
         std::string svg, stroke = path.colour(0.5 * (path.shades[i] + shade_after(path, i)));
         if (style.gradual && !gap) {

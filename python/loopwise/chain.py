@@ -7,7 +7,7 @@ from typing import Any, Iterator, Sequence, Union, overload
 import numpy as np
 from numpy.typing import ArrayLike, NDArray
 
-from . import foreign
+from . import _core, foreign
 
 Coordinates = NDArray[np.float64]
 Identifiers = NDArray[np.int32]
@@ -54,6 +54,10 @@ def _read_only(array: Any) -> Any:
     view = array.view()
     view.flags.writeable = False
     return view
+
+
+_most_shown_beads = 3000
+"""Of longer chains notebooks show no picture unasked: it takes long, and nobody can follow it."""
 
 
 class Chain:
@@ -111,6 +115,9 @@ class Chain:
         """What the beads are called: residue numbers with insertion letters, or the identifiers."""
         return tuple(map(str, self.ids.tolist())) if self._labels is None else self._labels
 
+    def _label(self, position: int) -> str:
+        return str(self.ids[position]) if self._labels is None else self._labels[position]
+
     def __len__(self) -> int:
         return len(self._xyz)
 
@@ -141,8 +148,25 @@ class Chain:
 
     def __repr__(self) -> str:
         name = f" {self.name}" if self.name else ""
-        ends = f", {self.labels[0]} to {self.labels[-1]}" if len(self) else ""
+        ends = f", {self._label(0)} to {self._label(-1)}" if len(self) else ""
         return f"Chain{name} of {len(self)} bead{'' if len(self) == 1 else 's'}{ends}"
+
+    def to_svg(self) -> str:
+        """The text of an SVG picture: the beads' trace, coloured from the first to the last, along the direction with the
+        fewest crossings of the 60 of :func:`project` (of 4 of them beyond 3,000 beads). A chain that ends where it begins
+        is drawn as a ring.
+
+        Raises ValueError for coordinates that are not finite and fewer than two beads.
+
+        >>> import loopwise as lw
+        >>> "an open chain" in lw.sample("trefoil").to_svg()
+        True
+        """
+        return _core.chain_picture(self.name, self._xyz, self.labels)
+
+    def _repr_svg_(self) -> str | None:
+        shown = 2 <= len(self) <= _most_shown_beads and np.isfinite(self._xyz).all()
+        return self.to_svg() if shown else None
 
     def __reduce__(self) -> Any:
         return _unpickled, (np.array(self._xyz), self._ids, self._labels, self.name)

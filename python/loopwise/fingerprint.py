@@ -82,7 +82,7 @@ class Fingerprint:
         return next((place.core for place in self.places if place.knot == self.knot), None)
 
     def _labels(self, stretch: tuple[int, int] | None) -> list[str] | None:
-        return None if stretch is None else [self.chain.labels[i] for i in stretch]
+        return None if stretch is None else [self.chain._label(i) for i in stretch]
 
     def _tails(self, stretch: tuple[int, int] | None) -> list[int] | None:
         return None if stretch is None else [stretch[0], len(self.chain) - 1 - stretch[1]]

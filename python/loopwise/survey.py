@@ -288,8 +288,8 @@ def _component(chain: Chain, found: dict[str, Any]) -> Component:
     core = None
     if found["smallest"] is not None:
         closure, kept, xyz = found["smallest"]
-        names, own = chain.labels, len(chain)
-        labels = [names[i] if i < own else f"+{i - own + 1}" for i in kept.tolist()]
+        own = len(chain)
+        labels = [chain._label(i) if i < own else f"+{i - own + 1}" for i in kept.tolist()]
         core = Core(closure, kept, xyz, labels)
     return Component(chain, found["left"], found["bare"], found["knots"], core)
 

@@ -2,6 +2,7 @@
 
 import gzip
 import pickle
+import xml.etree.ElementTree
 
 import numpy as np
 import pytest
@@ -109,3 +110,26 @@ def test_chains_of_other_libraries_are_taken_by_their_arrays(tmp_path, trefoil):
     twice = universe.atoms + universe.atoms
     with pytest.raises(ValueError, match="select one"):
         lw.Chain(twice)
+
+
+def crossings(chain, view, closed):
+    edges = lw.project(chain, view, closed)[:, :, :2]
+    pairs = ((i, j) for i in range(len(edges)) for j in range(i + 2, len(edges) - (closed and i == 0)))
+    return sum(lw.segments_cross(*edges[i], *edges[j]) for i, j in pairs)
+
+
+def test_a_chain_is_drawn_from_where_it_crosses_itself_least(trefoil):
+    ring = lw.Chain(np.vstack([trefoil.xyz, trefoil.xyz[:1]]), name="a & b")
+    for chain, beads, shown in ((trefoil, trefoil, "an open chain"), (ring, trefoil, "a ring")):
+        counts = [crossings(beads, view, chain is ring) for view in range(60)]
+        drawn = xml.etree.ElementTree.fromstring(chain._repr_svg_())
+        words = [text for text in drawn.itertext() if text.strip()]
+        assert f"{min(counts)} crossings" in words and f"{shown}, as it is, view {np.argmin(counts)}" in words
+        assert f"{chain.name or 'chain'}: 60 beads" in words and ("last 60" in words) == (chain is trefoil)
+        lines = drawn.find("{*}svg").findall("{*}line")
+        bonds = 59 + (chain is ring)
+        assert bonds <= len(lines) <= bonds + min(counts)  # each pass under another cuts a bond, some near its end
+    for xyz in (trefoil.xyz[:1], np.full((4, 3), np.nan)):
+        assert lw.Chain(xyz)._repr_svg_() is None
+        with pytest.raises(ValueError, match="cannot be drawn|finite"):
+            lw.Chain(xyz).to_svg()

@@ -100,16 +100,26 @@ def test_progress_is_told_and_may_stop_the_work():
     def stop(done, planned):
         raise RuntimeError(f"{done} of {planned}")
 
-    with pytest.raises(RuntimeError, match="of 1000000"):
-        lw.survey(walk(300), method="direction", closures=1_000_000, progress=stop)
+    for beads in (300, 600):
+        with pytest.raises(RuntimeError, match="of 1000000"):
+            lw.survey(walk(beads), method="direction", closures=1_000_000, threads=2, progress=stop)
     with pytest.raises(TypeError, match="int"):
         lw.survey(walk(30), progress=3)
 
 
-@pytest.mark.parametrize("work", ["survey(walk(500), method='point', closures=10**8)", "reduce(walk(150_000), False)"])
+@pytest.mark.parametrize(
+    "work",
+    [
+        "survey(walk(300), method='point', closures=10**8, threads=1)",
+        "survey(walk(300), method='point', closures=10**8, threads=2)",
+        "survey(walk(600), method='point', closures=10**8)",
+        "reduce(walk(150_000), False)",
+    ],
+)
 def test_an_interrupt_stops_within_a_tenth_of_a_second(work):
     script = f"""
-import time, numpy as np, loopwise as lw
+import signal, time, numpy as np, loopwise as lw
+signal.alarm(20)
 def walk(beads): return np.cumsum(np.random.default_rng(1).normal(size=(beads, 3)), axis=0)
 print("ready", flush=True)
 try:
@@ -124,6 +134,7 @@ except KeyboardInterrupt:
         process.send_signal(signal.SIGINT)
         assert float(process.stdout.readline()) - sent < (0.1 if len(os.sched_getaffinity(0)) > 1 else 1)
         assert process.wait(20) == 0
+        assert "reduce" in work or time.time() - sent < 1.5  # Python waits two seconds for work that goes on
 
 
 def test_other_threads_run_meanwhile():
