@@ -101,9 +101,7 @@ template <class Id> class Elimination {
         bool touch(std::size_t number) const {
             return number == before || number == first || number == middle || number == last;
         }
-        bool is_triangle(const Corners& other) const {
-            return first == other.first && middle == other.middle && last == other.last;
-        }
+        bool operator==(const Corners&) const = default;
     };
 
     Triangle triangle_of(const Corners& corners) const {
@@ -290,8 +288,8 @@ template <class Id> class Elimination {
         });
     }
 
-    /// What mostly comes after a triangle behind the gap that is free: that of its other corners and the next bead, since
-    /// its neighbour on the left was blocked before.
+    /// What mostly comes after a triangle behind the gap that is free: that of its other corners and the next bead,
+    /// since its neighbour on the left was blocked before.
     std::optional<Corners> follower_of(const Corners& corners) const {
         const GapBuffer<Id>& own = components_[corners.component];
         if (own.end() < own.right() + 3) return std::nullopt;
@@ -305,28 +303,28 @@ template <class Id> class Elimination {
         const GapBuffer<Id>& own = components_[corners.component];
         const std::span<const ChainAtom> rear = own.rear();
         const std::size_t closing = rear.size() - 1;
-        const auto meets_from = [&](const Corners& of, const Triangle& t, std::size_t from) {
-            return [&, from](std::size_t j) {
-                const std::size_t number = own.rear_number() + from + j;
-                return still_meets(of, t, number) ? static_cast<Id>(number) : none;
-            };
+        const auto number_if_it_meets = [&](const Corners& of, const Triangle& t, std::size_t j) {
+            const std::size_t number = own.rear_number() + j;
+            return still_meets(of, t, number) ? static_cast<Id>(number) : none;
         };
 
-        const bool is_known = free_in_rear_ && free_in_rear_->is_triangle(corners);
-        if (is_known) follower.reset();
-        const Triangle next = triangle_of(follower.value_or(corners));
-        const Filter next_filter = follower ? filter_of(next, frame_) : filter;
-        for (std::size_t from = is_known ? closing : 0; from < closing; from += RearPart::most) {
-            const RearPart part(rear.subspan(from), frame_, kernels_.put_positions);
-            const auto search_part = [&](const Corners& of, const Triangle& t, const Filter& f) {
-                return search_positions(f, part.positions(), 0, part.segments(), meets_from(of, t, from));
-            };
-            const Id found = search_part(corners, triangle, filter);
-            if (found != none) return found;
-            if (follower && search_part(*follower, next, next_filter) != none) follower.reset();
+        if (free_in_rear_ != corners) {
+            const Triangle next = triangle_of(follower.value_or(corners));
+            const Filter next_filter = follower ? filter_of(next, frame_) : filter;
+            for (std::size_t from = 0; from < closing; from += RearPart::most) {
+                const RearPart part(rear.subspan(from), frame_, kernels_.put_positions);
+                const auto search_part = [&](const Corners& of, const Triangle& t, const Filter& f) {
+                    return search_positions(f, part.positions(), 0, part.segments(), [&](std::size_t j) {
+                        return number_if_it_meets(of, t, from + j);
+                    });
+                };
+                const Id found = search_part(corners, triangle, filter);
+                if (found != none) return found;
+                if (follower && search_part(*follower, next, next_filter) != none) follower.reset();
+            }
+            free_in_rear_ = follower;
         }
-        free_in_rear_ = follower;
-        return own.closed() ? meets_from(corners, triangle, closing)(0) : none;
+        return own.closed() ? number_if_it_meets(corners, triangle, closing) : none;
     }
 
     /// Whether the segment that begins at a bead is there, shares no bead with a triangle and meets it.
@@ -448,8 +446,8 @@ template <class Id> class Elimination {
     bool is_placed_ = false;
     std::array<Recent, 2> recent_;
     int blocked_in_a_row_ = 0;
-    std::optional<Corners>
-        free_in_rear_; ///< a triangle that meets no segment there, but for that which closes it
+    /// A triangle that meets no segment of the rear but perhaps the closing one.
+    std::optional<Corners> free_in_rear_;
 };
 
 } // namespace loopwise
