@@ -2,10 +2,12 @@
 #pragma once
 
 #include "reduce/gap_buffer.hpp"
+#include "reduce/rear_part.hpp"
 #include "reduce/segment_index.hpp"
 
 #include <array>
 #include <bit>
+#include <optional>
 #include <span>
 
 namespace loopwise {
@@ -99,6 +101,7 @@ template <class Id> class Elimination {
         bool touch(std::size_t number) const {
             return number == before || number == first || number == middle || number == last;
         }
+        bool operator==(const Corners&) const = default;
     };
 
     Triangle triangle_of(const Corners& corners) const {
@@ -211,7 +214,7 @@ template <class Id> class Elimination {
         };
         const auto [left, right] = apart_from_triangle(own);
         if (search(own, left.begin, left.end) || search(own, right.begin, right.end)) return found;
-        if (own.has_rear()) return search_rear(corners, filter, triangle);
+        if (own.has_rear()) return search_rear(corners, filter, triangle, follower_of(corners));
 
         for (const GapBuffer<Id>& other : components_) {
             if (&other == &own || other.count() == 0) continue;
@@ -261,11 +264,12 @@ template <class Id> class Elimination {
         return none;
     }
 
-    /// Where the first segment begins that meets the triangle among the candidates of a range.
-    template <class Find, class Meets>
-    static Id search(Find find, std::size_t begin, std::size_t end, Meets number_if_it_meets) {
+    /// What is said of the first segment that meets the triangle among the candidates of a range.
+    template <class Meets>
+    Id search_positions(const Filter& filter, const Positions3& positions, std::size_t begin, std::size_t end,
+                        Meets number_if_it_meets) const {
         while (begin < end) {
-            const Candidates candidates = find(begin, end);
+            const Candidates candidates = kernels_.find_candidates(filter, positions, begin, end);
             begin = candidates.first;
             for (std::uint32_t lanes = candidates.lanes; lanes != 0; lanes &= lanes - 1) {
                 const std::size_t j = candidates.first + static_cast<std::size_t>(std::countr_zero(lanes));
@@ -277,34 +281,50 @@ template <class Id> class Elimination {
         return none;
     }
 
-    template <class Meets>
-    Id search_positions(const Filter& filter, std::size_t begin, std::size_t end,
-                        Meets number_if_it_meets) const {
-        const auto find = [&](std::size_t from, std::size_t to) {
-            return kernels_.find_candidates(filter, positions_, from, to);
-        };
-        return search(find, begin, end, number_if_it_meets);
-    }
-
     Id search_slots(const GapBuffer<Id>& component, const Filter& filter, const Triangle& triangle,
                     std::size_t begin, std::size_t end) const {
-        return search_positions(filter, begin, end, [&](std::size_t slot) {
+        return search_positions(filter, positions_, begin, end, [&](std::size_t slot) {
             return meets(component, triangle, slot) ? component.bead(slot) : none;
         });
     }
 
-    Id search_rear(const Corners& corners, const Filter& filter, const Triangle& triangle) const {
-        const GapBuffer<Id>& component = components_[corners.component];
-        const std::span<const ChainAtom> rear = component.rear();
-        const auto find = [&](std::size_t from, std::size_t to) {
-            return kernels_.find_in_atoms(filter, frame_, rear, from, to);
+    /// What mostly comes after a triangle behind the gap that is free: that of its other corners and the next bead,
+    /// since its neighbour on the left was blocked before.
+    std::optional<Corners> follower_of(const Corners& corners) const {
+        const GapBuffer<Id>& own = components_[corners.component];
+        if (own.end() < own.right() + 3) return std::nullopt;
+        return Corners{corners.component, corners.before, corners.first, corners.last,
+                       own.bead(own.right() + 2)};
+    }
+
+    /// The rear is read once for two triangles, since to place its atoms takes longer than to search them.
+    [[gnu::noinline]] Id search_rear(const Corners& corners, const Filter& filter, const Triangle& triangle,
+                                     std::optional<Corners> follower) {
+        const GapBuffer<Id>& own = components_[corners.component];
+        const std::span<const ChainAtom> rear = own.rear();
+        const std::size_t closing = rear.size() - 1;
+        const auto number_if_it_meets = [&](const Corners& of, const Triangle& t, std::size_t j) {
+            const std::size_t number = own.rear_number() + j;
+            return still_meets(of, t, number) ? static_cast<Id>(number) : none;
         };
-        const auto number_if_it_meets = [&](std::size_t j) {
-            const std::size_t number = component.rear_number() + j;
-            return still_meets(corners, triangle, number) ? static_cast<Id>(number) : none;
-        };
-        const Id found = search(find, 0, rear.size() - 1, number_if_it_meets);
-        return found == none && component.closed() ? number_if_it_meets(rear.size() - 1) : found;
+
+        if (free_in_rear_ != corners) {
+            const Triangle next = triangle_of(follower.value_or(corners));
+            const Filter next_filter = follower ? filter_of(next, frame_) : filter;
+            for (std::size_t from = 0; from < closing; from += RearPart::most) {
+                const RearPart part(rear.subspan(from), frame_, kernels_.put_positions);
+                const auto search_part = [&](const Corners& of, const Triangle& t, const Filter& f) {
+                    return search_positions(f, part.positions(), 0, part.segments(), [&](std::size_t j) {
+                        return number_if_it_meets(of, t, from + j);
+                    });
+                };
+                const Id found = search_part(corners, triangle, filter);
+                if (found != none) return found;
+                if (follower && search_part(*follower, next, next_filter) != none) follower.reset();
+            }
+            free_in_rear_ = follower;
+        }
+        return own.closed() ? number_if_it_meets(corners, triangle, closing) : none;
     }
 
     /// Whether the segment that begins at a bead is there, shares no bead with a triangle and meets it.
@@ -400,6 +420,7 @@ template <class Id> class Elimination {
             recent_ = {};
             component.question_blocked_by(static_cast<Id>(corners.first), static_cast<Id>(corners.middle));
             component.remove_from_rear(corners.middle);
+            free_in_rear_.reset();
             return true;
         }
         return false;
@@ -410,10 +431,11 @@ template <class Id> class Elimination {
         const Triangle triangle = triangle_of(corners);
         if (!is_placed_) place();
         const Filter filter = filter_of(triangle, frame_);
-        const Id found = search_positions(filter, component.begin(), component.end(), [&](std::size_t slot) {
-            return still_meets(corners, triangle, component.bead(slot)) ? component.bead(slot) : none;
-        });
-        return found != none || search_rear(corners, filter, triangle) != none;
+        const Id found =
+            search_positions(filter, positions_, component.begin(), component.end(), [&](std::size_t slot) {
+                return still_meets(corners, triangle, component.bead(slot)) ? component.bead(slot) : none;
+            });
+        return found != none || search_rear(corners, filter, triangle, std::nullopt) != none;
     }
 
     std::span<GapBuffer<Id>> components_;
@@ -424,6 +446,8 @@ template <class Id> class Elimination {
     bool is_placed_ = false;
     std::array<Recent, 2> recent_;
     int blocked_in_a_row_ = 0;
+    /// A triangle that meets no segment of the rear but perhaps the closing one.
+    std::optional<Corners> free_in_rear_;
 };
 
 } // namespace loopwise

@@ -112,16 +112,6 @@ Candidates find_one(const What& what, const Where& where, std::size_t begin, std
     return {end, 0};
 }
 
-template <class Arithmetic>
-Candidates find_in_atoms(const Filter& filter, const Frame& frame, std::span<const ChainAtom> atoms,
-                         std::size_t begin, std::size_t end) {
-    for (; begin < end; ++begin) {
-        const Vector p = narrow(frame(position(atoms[begin]))), q = narrow(frame(position(atoms[begin + 1])));
-        if (meets<Arithmetic>(filter, {&p.x, &p.y, &p.z}, {&q.x, &q.y, &q.z}, 0)) return {begin, 1};
-    }
-    return {end, 0};
-}
-
 template <auto is_kept, class What, class Group>
 Candidates find_one_group(const What& what, const Group* groups, std::size_t begin, std::size_t end) {
     for (; begin < end; ++begin) {
@@ -142,11 +132,9 @@ void put_positions(const Frame& frame, std::span<const ChainAtom> atoms, float* 
 
 template <class Arithmetic>
 constexpr Kernels stated{find_one<is_candidate<Arithmetic>, Filter, Positions3>,
-                         find_in_atoms<Arithmetic>,
                          find_one_group<is_candidate_of<Arithmetic>, Filter, SegmentGroup>,
                          find_one_group<may_hold_candidates<Arithmetic>, BoxFilter, BoxGroup>,
-                         find_one_group<may_be_parallel<Arithmetic>, Turn, DirectionGroup>,
-                         put_positions};
+                         find_one_group<may_be_parallel<Arithmetic>, Turn, DirectionGroup>, put_positions};
 
 } // namespace
 

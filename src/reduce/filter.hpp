@@ -90,10 +90,6 @@ struct Candidates {
 using FindCandidates = Candidates (*)(const Filter& filter, const Positions3& positions, std::size_t begin,
                                       std::size_t end);
 
-/// The same for segments between atoms in a row, which have no positions: segment j runs from atom j to j + 1.
-using FindInAtoms = Candidates (*)(const Filter& filter, const Frame& frame, std::span<const ChainAtom> atoms,
-                                   std::size_t begin, std::size_t end);
-
 /// What an index of segments is searched by: sixteen of a kind in one place, their first coordinates first.
 constexpr std::size_t group_size = 16;
 using GroupRow = std::array<float, group_size>;
@@ -139,7 +135,6 @@ using PutPositions = void (*)(const Frame& frame, std::span<const ChainAtom> ato
 /// The versions of an instruction set.
 struct Kernels {
     FindCandidates find_candidates;
-    FindInAtoms find_in_atoms;
     FindInGroups<Filter, SegmentGroup> find_segments;
     FindInGroups<BoxFilter, BoxGroup> find_boxes;
     FindInGroups<Turn, DirectionGroup> find_directions;

@@ -1,8 +1,8 @@
 // What filter.cpp says of one segment, box, direction or atom, for LANES at a time: the same operations in the same
 // order, so that the answer is the same to the last bit. Included once per instruction set, with LOOPWISE_TARGET as the
 // attribute that allows the instructions, GREATER(a, b) for the lanes where a > b as bits, FUSED(a, b, c)
-// for a * b + c, rounded once where there is an instruction for it, and FOLLOWING as the numbers of the
-// lanes after the first.
+// for a * b + c, rounded once where there is an instruction for it, and FOLLOWING(these, next) for the lanes after the
+// first of these and the first of the next.
 
 using Floats = float __attribute__((vector_size(4 * LANES)));
 using Ints = std::int32_t __attribute__((vector_size(4 * LANES)));
@@ -30,11 +30,12 @@ struct Points {
     Floats x, y, z;
 };
 
-/// GCC would read them anew for each function of them, mostly across two lines of the cache.
+/// GCC would read them anew for each function of them, mostly across two lines of the cache, and as members write them
+/// to memory first.
 LOOPWISE_TARGET inline Points points(const Positions3& at, std::size_t j) {
-    Points p{load(at.x + j), load(at.y + j), load(at.z + j)};
-    asm("" : "+v"(p.x), "+v"(p.y), "+v"(p.z));
-    return p;
+    Floats x = load(at.x + j), y = load(at.y + j), z = load(at.z + j);
+    asm("" : "+v"(x), "+v"(y), "+v"(z));
+    return {x, y, z};
 }
 
 LOOPWISE_TARGET inline Floats value(const Affine& f, const Points& p) {
@@ -46,11 +47,6 @@ constexpr std::uint32_t all_lanes = (2U << (LANES - 1)) - 1;
 /// The lanes that belong to a range with so many left.
 LOOPWISE_TARGET inline std::uint32_t up_to(std::size_t left) {
     return left < LANES ? (1U << left) - 1 : all_lanes;
-}
-
-/// Every bead is looked at once: the other ends of the segments are the lanes after theirs.
-LOOPWISE_TARGET inline Floats following(Floats these, Floats next) {
-    return __builtin_shufflevector(these, next, FOLLOWING);
 }
 
 /// Those of the lanes that the coordinates u, v and u + v do not put out of reach.
@@ -83,10 +79,12 @@ LOOPWISE_TARGET Candidates find_candidates(const Filter& filter, const Positions
     const Positions3 at = positions;
     const Points first = points(at, begin);
     Floats h0 = value(f.height, first), q0 = value(f.along_c, first);
+    // Every bead is looked at once: the other ends of the segments are the lanes after theirs.
+#pragma GCC unroll 2
     for (std::size_t j = begin; j < end; j += LANES) {
         const Points next = points(at, j + LANES);
         const Floats h_next = value(f.height, next), q_next = value(f.along_c, next);
-        const Floats h1 = following(h0, h_next), q1 = following(q0, q_next);
+        const Floats h1 = FOLLOWING(h0, h_next), q1 = FOLLOWING(q0, q_next);
         std::uint32_t lanes = ~out_of_slab(f, h0, h1, q0, q1) & all_lanes;
         if (__builtin_expect(lanes != 0, 0)) {
             lanes &= up_to(end - j);
@@ -189,36 +187,4 @@ LOOPWISE_TARGET void put_positions(const Frame& frame, std::span<const ChainAtom
         const PointR3 at = here(position(atoms[j]));
         x[j] = static_cast<float>(at.x), y[j] = static_cast<float>(at.y), z[j] = static_cast<float>(at.z);
     }
-}
-
-/// The atoms from j on, and nothing beyond the last.
-LOOPWISE_TARGET inline Points place_from(const Frame& frame, std::span<const ChainAtom> atoms,
-                                         std::size_t j) {
-    if (__builtin_expect(j + LANES <= atoms.size(), 1)) return place(frame, &atoms[j]);
-    std::array<ChainAtom, LANES> last{};
-    for (std::size_t k = 0; j + k < atoms.size(); ++k) last[k] = ChainAtom(atoms[j + k]);
-    return place(frame, last.data());
-}
-
-LOOPWISE_TARGET Candidates find_in_atoms(const Filter& filter, const Frame& frame,
-                                         std::span<const ChainAtom> atoms, std::size_t begin,
-                                         std::size_t end) {
-    if (begin >= end) return {end, 0};
-    const Filter& f = filter;
-    Points start = place_from(frame, atoms, begin);
-    Floats h0 = value(f.height, start), q0 = value(f.along_c, start);
-    for (std::size_t j = begin; j < end; j += LANES) {
-        const Points next = place_from(frame, atoms, j + LANES);
-        const Floats h_next = value(f.height, next), q_next = value(f.along_c, next);
-        const Floats h1 = following(h0, h_next), q1 = following(q0, q_next);
-        std::uint32_t lanes = ~out_of_slab(f, h0, h1, q0, q1) & all_lanes;
-        if (__builtin_expect(lanes != 0, 0)) {
-            const Points stop{following(start.x, next.x), following(start.y, next.y),
-                              following(start.z, next.z)};
-            lanes &= up_to(end - j) & within_edges(f, start, stop, h0, h1, q0, q1);
-            if (lanes != 0) return {j, lanes};
-        }
-        start = next, h0 = h_next, q0 = q_next;
-    }
-    return {end, 0};
 }

@@ -13,7 +13,7 @@ namespace {
 
 namespace sse2 {
 #define LANES 4
-#define FOLLOWING 1, 2, 3, 4
+#define FOLLOWING(these, next) __builtin_shufflevector(these, next, 1, 2, 3, 4)
 #define LOOPWISE_TARGET
 #define GREATER(a, b) static_cast<std::uint32_t>(_mm_movemask_ps(_mm_cmpgt_ps(a, b)))
 #define FUSED(a, b, c) ((a) * (b) + (c))
@@ -28,7 +28,7 @@ namespace sse2 {
 
 namespace avx2 {
 #define LANES 8
-#define FOLLOWING 1, 2, 3, 4, 5, 6, 7, 8
+#define FOLLOWING(these, next) __builtin_shufflevector(these, next, 1, 2, 3, 4, 5, 6, 7, 8)
 #define LOOPWISE_TARGET __attribute__((target("avx2,fma")))
 #define GREATER(a, b) static_cast<std::uint32_t>(_mm256_movemask_ps(_mm256_cmp_ps(a, b, _CMP_GT_OQ)))
 #define FUSED(a, b, c) _mm256_fmadd_ps(a, b, c)
@@ -43,7 +43,10 @@ namespace avx2 {
 
 namespace avx512 {
 #define LANES 16
-#define FOLLOWING 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16
+// Of a shuffle GCC makes one that needs a row of numbers and overwrites one of the two.
+#define FOLLOWING(these, next)                                                                               \
+    reinterpret_cast<Floats>(_mm512_maskz_alignr_epi32(0xFFFF, reinterpret_cast<__m512i>(next),              \
+                                                       reinterpret_cast<__m512i>(these), 1))
 #define LOOPWISE_TARGET __attribute__((target("avx512f")))
 #define GREATER(a, b) static_cast<std::uint32_t>(_mm512_cmp_ps_mask(a, b, _CMP_GT_OQ))
 #define FUSED(a, b, c) _mm512_fmadd_ps(a, b, c)
@@ -59,10 +62,7 @@ namespace avx512 {
 } // namespace
 
 #define LOOPWISE_KERNELS(set)                                                                                \
-    {                                                                                                        \
-        set::find_candidates, set::find_in_atoms, set::find_segments, set::find_boxes, set::find_directions, \
-            set::put_positions                                                                               \
-    }
+    { set::find_candidates, set::find_segments, set::find_boxes, set::find_directions, set::put_positions }
 
 Kernels kernels(InstructionSet set) {
     static const Versions<Kernels> versions{{statement(InstructionSet::plain), LOOPWISE_KERNELS(sse2),

@@ -28,8 +28,8 @@ template <class Id, std::size_t most> struct StackSlots {
 
 /// The calls around them take the rest of 64 KiB.
 using ShortChainSlots = StackSlots<std::uint16_t, 3456>;
-using LongChainSlots = StackSlots<std::uint32_t, 2816>;
-static_assert(sizeof(ShortChainSlots) < 58 * 1024 && sizeof(LongChainSlots) < 58 * 1024);
+using LongChainSlots = StackSlots<std::uint32_t, 2560>;
+static_assert(sizeof(ShortChainSlots) < 58 * 1024 && sizeof(LongChainSlots) + sizeof(RearPart) < 58 * 1024);
 
 /// Reduces one component: how many beads are left. With fewer slots than its beads and one more it takes longer.
 template <class Id>
