@@ -65,19 +65,20 @@ TEST(ChainReduction, OfALongChainIsThatOfAStructureOfOneChain) {
     }
 }
 
-/// In a smooth trefoil one segment alone blocks a triangle that has grown large, wherever in the rear it is.
+/// Where a loop runs round twice, nearly the same way, one segment alone blocks many a triangle, wherever in the rear
+/// it is.
 TEST(ChainReduction, MissesNoSegmentOfTheRear) {
     constexpr std::size_t slots = 64;
     const loopwise::InstructionSet set = loopwise::available_instruction_sets().back();
     chains::Random random(5);
-    for (int round = 0; round < 600 / effort::less; ++round) {
-        const int length = round % 2 == 0 ? 600 + random.below(600) : 66 + random.below(24);
+    for (int round = 0; round < 40 / effort::less; ++round) {
+        const int length = round % 2 == 0 ? 750 + random.below(100) : 66 + random.below(24);
         const double phase = random.between(0, 7);
         Chain chain;
         for (int i = 0; i < length; ++i) {
-            const double a = phase + 2 * std::numbers::pi * i / length, noise = random.between(0, 1e-3);
-            const double out = 2 + std::cos(3 * a) + noise;
-            chain.push_back({out * std::cos(2 * a), out * std::sin(2 * a), std::sin(3 * a), i});
+            const double a = phase + 4 * std::numbers::pi * i / length;
+            const double out = 2 + std::cos(a) + random.between(0, 1e-3);
+            chain.push_back({out * std::cos(a), out * std::sin(a), std::sin(a), i});
         }
         ASSERT_TRUE(chains::same_bits(eliminated(chain, true, set, slots),
                                       eliminated(chain, true, set, chain.size() + 1)));

@@ -80,7 +80,9 @@ LOOPWISE_TARGET Candidates find_candidates(const Filter& filter, const Positions
     const Points first = points(at, begin);
     Floats h0 = value(f.height, first), q0 = value(f.along_c, first);
     // Every bead is looked at once: the other ends of the segments are the lanes after theirs.
+#if !defined(__clang__) // which warns of loops that it does not unroll
 #pragma GCC unroll 2
+#endif
     for (std::size_t j = begin; j < end; j += LANES) {
         const Points next = points(at, j + LANES);
         const Floats h_next = value(f.height, next), q_next = value(f.along_c, next);

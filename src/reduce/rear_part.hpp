@@ -12,7 +12,7 @@ namespace loopwise {
 /// The positions of the first atoms of a rear, on the stack.
 class RearPart {
   public:
-    /// The most segments between them.
+    /// So many segments are between them at most.
     static constexpr std::size_t most = 512;
 
     RearPart(std::span<const ChainAtom> rear, const Frame& frame, PutPositions put_positions)

@@ -38,7 +38,7 @@ void reduces(const Chain& input, bool closed) {
                                 "nie zawsze ChainsReduce?, EPS=1e-05\n");
     if (literal::repeats_end(input)) return; // which the engine by itself does not know
     for (const loopwise::InstructionSet set : loopwise::available_instruction_sets()) {
-        for (std::size_t slots = 64; slots == 64 || slots / 8 < input.size(); slots *= 8)
+        for (std::size_t slots = 8; slots == 8 || slots / 8 < input.size(); slots *= 8)
             HOLDS(chains::same_bits(eliminated(input, closed, set, slots), theirs));
         HOLDS(chains::same_bits(eliminated(input, closed, set, input.size() + 1, true), theirs));
     }
