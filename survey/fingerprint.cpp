@@ -27,12 +27,14 @@ using Cell = FingerprintMatrix::Cell;
 
 constexpr std::size_t grid_lines = 40, fewest_grid_lines = 8;
 
-/// Of work_of(), each for the grid and for borders: together up to some 12 seconds on one processor at 1,500 beads with
-/// 100 closures, and often less than five. Longer stretches are worth more, in proportion to the beads.
-constexpr double most_work = 8e8, usual_beads = 1500;
+/// For grid and borders together: some 7 seconds on one processor at 1,500 beads with 100 closures, of which proteins
+/// take less than two. Longer stretches are worth more, but less than in proportion to the beads.
+constexpr double most_work = 2e6, usual_beads = 1500;
+/// The part of it that the grid may take.
+constexpr double grid_part = 2.0 / 3.0;
 
 double affordable_work(std::size_t beads) {
-    return most_work * std::max(1.0, static_cast<double>(beads) / usual_beads);
+    return most_work * std::sqrt(std::max(1.0, static_cast<double>(beads) / usual_beads));
 }
 /// A quartered block has so many new corners, at most.
 constexpr double new_corners = 5;
@@ -112,6 +114,13 @@ bool may_replace_last(const Block& b, std::span<const Stretch> cores) {
            (!common || shortest.size() <= cores.back().size());
 }
 
+/// How far the ends of the stretches of a block can be from those of a stretch.
+std::size_t farthest_off(const Block& b, const Stretch& s) {
+    const auto apart = [](std::size_t x, std::size_t y) { return x > y ? x - y : y - x; };
+    return std::max({apart(b.first_low, s.first), apart(b.first_high, s.first), apart(b.last_low, s.last),
+                     apart(b.last_high, s.last)});
+}
+
 /// How many beads come off one end until a tested stretch is another knot than the chain.
 std::size_t beads_to_another_knot(const FingerprintMatrix& matrix, bool front) {
     const std::size_t beads = matrix.beads();
@@ -129,6 +138,60 @@ bool may_end_depth(const Block& b, std::size_t beads, bool front, std::size_t en
                  : b.first_low == 0 && beads - 1 - b.last_high < end;
 }
 
+/// Of a closure whose loop comes down to so many beads, and of its part in preparing the stretch: seconds_per_work.
+double loop_work(std::size_t beads) {
+    constexpr double for_each_bead = 25;
+    return static_cast<double>(beads) * (static_cast<double>(beads) + for_each_bead);
+}
+double stretch_work(std::size_t beads) {
+    constexpr double for_each_bead = 0.7, for_each_pair = 0.0005;
+    return static_cast<double>(beads) * (for_each_bead + for_each_pair * static_cast<double>(beads));
+}
+
+/// What closing a stretch takes, told from a few of different lengths.
+class ExpectedWork {
+  public:
+    ExpectedWork(const Chain& chain, FingerprintWatcher& watcher) : beads_(chain.size()) {
+        for (std::size_t i = 1; i <= samples; ++i) {
+            const std::size_t size = std::max<std::size_t>(1, i * beads_ / samples),
+                              first = (beads_ - size) / 2;
+            watcher.closure_begins();
+            work_[i] = sampled(Chain(chain.begin() + static_cast<std::ptrdiff_t>(first),
+                                     chain.begin() + static_cast<std::ptrdiff_t>(first + size)));
+        }
+    }
+    double of(std::size_t size) const {
+        const double at = static_cast<double>(samples * size) / static_cast<double>(beads_);
+        const std::size_t below = std::min(static_cast<std::size_t>(at), samples - 1);
+        return work_[below] + (at - static_cast<double>(below)) * (work_[below + 1] - work_[below]);
+    }
+    double of(const Stretch& s) const { return of(s.size()); }
+    double of(const std::vector<Stretch>& all) const {
+        return std::accumulate(all.begin(), all.end(), 0.0,
+                               [this](double sum, const Stretch& s) { return sum + of(s); });
+    }
+
+  private:
+    static double sampled(Chain stretch) {
+        constexpr std::size_t closures = 5;
+        const std::span<const int> rows = spread_rows().first(closures);
+        const double diameter = DiameterOfChain(stretch);
+        double work = stretch_work(stretch.size());
+        reduce_before_closing(stretch, rows, diameter);
+        for (const int row : rows) {
+            Chain loop = stretch;
+            close_in_direction(loop, row, diameter);
+            reduce(loop, true);
+            work += loop_work(loop.size()) / closures;
+        }
+        return work;
+    }
+
+    static constexpr std::size_t samples = 8;
+    std::size_t beads_;
+    std::array<double, samples + 1> work_{}; ///< of that many parts of the chain
+};
+
 /// What one thread works with.
 struct Bench {
     Chain stretch, loop;
@@ -139,7 +202,7 @@ class Testing {
   public:
     Testing(const NamedChain& chain, const FingerprintPlan& plan, FingerprintWatcher& watcher)
         : chain_(chain.beads), plan_(plan), watcher_(watcher), benches_(std::max(plan.threads, 1U)),
-          matrix_(chain_.size(), plan.most_memory) {
+          matrix_(chain_.size(), plan.most_memory), expected_(chain_, watcher) {
         if (chain_.size() < fewest_knotted) whole_[unknot_name] = plan_.closures;
         // Too short for a knot.
         for (std::size_t first = 0; first < chain_.size(); ++first)
@@ -154,7 +217,7 @@ class Testing {
             beads < fewest_knotted ? 0 : (beads - fewest_knotted + 1) * (beads - fewest_knotted + 2) / 2;
         planned_work_ = 0;
         for (std::size_t size = fewest_knotted; size <= beads; ++size)
-            planned_work_ += static_cast<double>(beads - size + 1) * work_of({0, size - 1});
+            planned_work_ += static_cast<double>(beads - size + 1) * expected_.of(size);
         watcher_.all_begin(planned_work_);
         // A row at a time: the list of all would be larger than the matrix. Rows are taken from both ends in
         // turn, so that the time which is left can be told from the time which is gone.
@@ -167,17 +230,27 @@ class Testing {
         }
     }
 
+    /// A step no shorter than this with which a grid can be afforded, or of the fewest lines.
+    std::size_t affordable_step(std::size_t step) {
+        const std::size_t longest = std::max(step, chain_.size() / fewest_grid_lines);
+        const double most = grid_part * affordable_work(chain_.size());
+        while (step < longest &&
+               expected_.of(StretchGrid(chain_.size(), step).corners_to_test(matrix_)) > most)
+            step = std::min(longest, step + std::max<std::size_t>(1, step / 4));
+        return step;
+    }
+
     void by_grid(std::size_t step) {
         StretchGrid grid(chain_.size(), step);
         double left = !plan_.bounded          ? std::numeric_limits<double>::infinity()
                       : plan_.border_work > 0 ? plan_.border_work
                                               : affordable_work(chain_.size());
         std::vector<Stretch> corners = grid.corners_to_test(matrix_);
-        planned_work_ = 2 * work_of_all(corners); // borders may take as much again
+        planned_work_ = 2 * expected_.of(corners); // borders may take as much again
         for (bool is_grid = true;; is_grid = false) {
             planned_ += corners.size();
-            test(corners);
-            if (!is_grid) left -= work_of_all(corners);
+            const double taken = test(corners);
+            if (!is_grid || plan_.border_work == 0) left -= taken;
             const std::vector<std::size_t> mixed = grid.mixed(matrix_, [this](const Cell& x, const Cell& y) {
                 return x.knot == y.knot && is_half(x) == is_half(y);
             });
@@ -212,12 +285,8 @@ class Testing {
   private:
     bool is_half(const Cell& cell) const { return 2 * std::size_t{cell.closures} >= plan_.closures; }
 
-    static double work_of_all(const std::vector<Stretch>& stretches) {
-        return std::accumulate(stretches.begin(), stretches.end(), 0.0,
-                               [](double sum, const Stretch& s) { return sum + work_of(s); });
-    }
-    static double border_work_in(const Block& b) {
-        return stretches_per_border_bead * static_cast<double>(b.span()) * work_of(b.longest());
+    double border_work_in(const Block& b) const {
+        return stretches_per_border_bead * static_cast<double>(b.span()) * expected_.of(b.longest());
     }
 
     /// Those of the mixed blocks that may change a core or a depth, the cheapest first; once there are none, of all
@@ -243,7 +312,7 @@ class Testing {
         });
         std::size_t count = 0;
         for (; count < wanted.size(); ++count) {
-            left -= new_corners * work_of(grid.blocks()[wanted[count]].longest());
+            left -= new_corners * expected_.of(grid.blocks()[wanted[count]].longest());
             if (left < 0) break;
         }
         wanted.resize(count);
@@ -288,27 +357,31 @@ class Testing {
         });
     }
 
-    void test(const std::vector<Stretch>& stretches) {
+    /// Returns the work that it took.
+    double test(const std::vector<Stretch>& stretches) {
+        std::vector<double> works(stretches.size());
         std::vector<Cell> cells(stretches.size());
         std::vector<char> is_knot(stretches.size());
         in_parallel(stretches.size(), plan_.threads, [&](std::size_t i, std::size_t worker) {
-            Counts counts = close(stretches[i], benches_[worker]);
+            auto [counts, work] = close(stretches[i], benches_[worker]);
             const auto most = most_frequent(counts);
             cells[i] = {names_.number_of(most->first), static_cast<std::uint16_t>(most->second)};
             is_knot[i] = most->first != unknot_name && most->first != unnamed;
             if (stretches[i].size() == chain_.size()) whole_ = std::move(counts);
-            const double work = done_work_ += work_of(stretches[i]);
+            works[i] = work;
             watcher_.stretch_done(++done_, planned_);
-            watcher_.part_done(work / planned_work_);
+            watcher_.part_done((done_work_ += work) / planned_work_);
         });
         for (std::size_t i = 0; i < stretches.size(); ++i) {
             matrix_.test(stretches[i], cells[i]);
             if (plan_.bounded && is_knot[i] && is_half(cells[i]))
                 halves_[cells[i].knot].emplace_back(stretches[i], cells[i].closures);
         }
+        return std::accumulate(works.begin(), works.end(), 0.0);
     }
 
-    Counts close(const Stretch& s, Bench& bench) const {
+    /// And the work that it took.
+    std::pair<Counts, double> close(const Stretch& s, Bench& bench) const {
         const auto begin = chain_.begin() + static_cast<std::ptrdiff_t>(s.first);
         bench.stretch.assign(begin, begin + static_cast<std::ptrdiff_t>(s.size()));
         const double diameter = DiameterOfChain(bench.stretch);
@@ -316,15 +389,17 @@ class Testing {
         watcher_.closure_begins();
         reduce_before_closing(bench.stretch, rows, diameter);
         Counts counts;
+        double work = 0;
         for (const int row : rows) {
             watcher_.closure_begins();
             bench.loop = bench.stretch;
             close_in_direction(bench.loop, row, diameter);
             reduce(bench.loop, true);
+            work += loop_work(bench.loop.size());
             const KnotName& name = bench.namer.name(bench.loop);
             ++counts[has_name(name) ? name.text() : unnamed];
         }
-        return counts;
+        return {std::move(counts), stretch_work(s.size()) + work / static_cast<double>(rows.size())};
     }
 
     /// What was not tested in a block is as its corners, which agree; the share is between theirs.
@@ -356,6 +431,7 @@ class Testing {
     FingerprintWatcher& watcher_;
     std::vector<Bench> benches_;
     FingerprintMatrix matrix_;
+    ExpectedWork expected_;
     Names names_;
     std::atomic<std::size_t> done_ = 0;
     std::size_t planned_ = 0;
@@ -419,13 +495,14 @@ class Places {
     std::size_t core_within(std::uint16_t knot, std::span<const Stretch> cores) const {
         std::size_t within = 1;
         for (const Block& b : open_) {
-            if (b.span() <= within || !may_replace_last(b, cores)) continue;
+            const std::size_t off = farthest_off(b, cores.back());
+            if (off <= within || !may_replace_last(b, cores)) continue;
             if (any_on_rim(b, [&](Stretch s) {
                     const Cell& cell = of_.matrix.at(s);
                     return of_.matrix.is_tested(s) && cell.knot == knot &&
                            2 * std::size_t{cell.closures} >= of_.closures;
                 }))
-                within = b.span();
+                within = off;
         }
         return within;
     }
@@ -504,13 +581,7 @@ std::span<const int> spread_rows() {
     return rows;
 }
 
-/// A grid of L lines has L^2 / 2 stretches of the squared size n^2 / 6 on average.
-std::size_t default_step(std::size_t beads) {
-    const double affordable = std::sqrt(12 * affordable_work(beads)) / static_cast<double>(beads);
-    const auto lines =
-        static_cast<std::size_t>(std::clamp<double>(affordable, fewest_grid_lines, grid_lines));
-    return std::max<std::size_t>(1, beads / lines);
-}
+std::size_t default_step(std::size_t beads) { return std::max<std::size_t>(1, beads / grid_lines); }
 
 FingerprintMatrix::FingerprintMatrix(std::size_t beads, std::size_t most_memory) : beads_(beads) {
     constexpr double bytes_per_cell = sizeof(Cell) + 1.0 / 8.0, megabyte = 1e6;
@@ -547,11 +618,11 @@ ChainFingerprint fingerprint_of(const std::string& file, const NamedChain& chain
     if (plan.closures == 0 || plan.closures > spread_rows().size())
         throw std::invalid_argument("between 1 and 400 closures of a stretch can be made");
     const std::size_t beads = chain.beads.size();
-    const std::size_t step = plan.full        ? 1
-                             : plan.step == 0 ? default_step(beads)
-                                              : std::min(plan.step, beads);
-
     Testing testing(chain, plan, watcher);
+    const std::size_t step = plan.full       ? 1
+                             : plan.step > 0 ? std::min(plan.step, beads)
+                             : plan.bounded  ? testing.affordable_step(default_step(beads))
+                                             : default_step(beads);
     if (step == 1)
         testing.every_stretch();
     else

@@ -7,9 +7,11 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cmath>
 #include <map>
 #include <numbers>
+#include <random>
 #include <set>
 
 using namespace loopwise;
@@ -124,7 +126,7 @@ TEST_P(OfAChain, SaysHowFarItIsOffWhereBoundedWorkEndsEarly) {
     const ChainFingerprint full = fingerprint(chain, 1), grid = fingerprint(chain, 7);
     const auto apart = [](std::size_t x, std::size_t y) { return x > y ? x - y : y - x; };
     std::set<std::size_t> cores_within;
-    for (const double work : {1.0, 1e4, 3e4, 6e4}) {
+    for (const double work : {1.0, 1500.0, 3000.0, 4500.0, 6000.0, 7000.0}) {
         Silent silent;
         const auto with_threads = [&](unsigned threads) {
             return fingerprint_of("", chain, {closures, 7, false, threads, SIZE_MAX, true, work}, silent);
@@ -220,6 +222,79 @@ TEST(Fingerprint, TakesRowsThatAreSpread) {
         EXPECT_LE(away, apart) << "a row is farther from those taken than these are from each other";
         EXPECT_LE(away, widest);
     }
+}
+
+/// A random walk in a ball of that radius, with bonds of one.
+NamedChain walk_in_a_ball(std::size_t beads, double radius) {
+    std::mt19937 engine(20260113);
+    const auto draw = [&] { return static_cast<double>(engine()) / 0x1p31 - 1; };
+    Chain chain;
+    append(chain, 0, 0, 0);
+    while (chain.size() < beads) {
+        const double x = draw(), y = draw(), z = draw(), size = std::hypot(x, y, z);
+        if (size > 1 || size < 0.1) continue;
+        const ChainAtom& at = chain.back();
+        const PointR3 to{at.x + x / size, at.y + y / size, at.z + z / size};
+        if (std::hypot(to.x, to.y, to.z) < radius) append(chain, to.x, to.y, to.z);
+    }
+    return named(chain);
+}
+
+NamedChain stretched(NamedChain chain) {
+    for (ChainAtom& bead : chain.beads) bead.x += bead.id;
+    return chain;
+}
+
+/// How much work all stretches were said to take, and whether that came first.
+struct Listener : Silent {
+    void all_begin(double work) override { told.push_back(done == 0 ? work : 0); }
+    void stretch_done(std::size_t so_far, std::size_t) override { done = so_far; }
+    std::vector<double> told;
+    std::atomic<std::size_t> done = 0;
+};
+
+TEST(Fingerprint, TakesLessOfADenseChainAndTellsTheWorkFirst) {
+    constexpr std::size_t beads = 1000, few = 3;
+    constexpr double dense_radius = 7.0;
+    const auto bounded = [](const NamedChain& chain) {
+        Silent silent;
+        return fingerprint_of("", chain, {few, 0, false, 2, SIZE_MAX, true}, silent);
+    };
+    const ChainFingerprint dense = bounded(walk_in_a_ball(beads, dense_radius)),
+                           loose = bounded(stretched(walk_in_a_ball(beads, 1e3)));
+    EXPECT_EQ(loose.step, default_step(beads));
+    EXPECT_GT(dense.step, loose.step);
+    EXPECT_LT(dense.tested, loose.tested);
+    EXPECT_GE(dense.borders_within, dense.step) << "what was left out is said";
+
+    const auto told = [](double radius) {
+        Listener listener;
+        fingerprint_of("", walk_in_a_ball(120, radius), {few, 0, true, 2, SIZE_MAX}, listener);
+        EXPECT_EQ(listener.told.size(), 1);
+        EXPECT_EQ(listener.done, 117 * 118 / 2);
+        return listener.told.empty() ? 0 : listener.told.front();
+    };
+    // A stretch of n beads is worth 0.7 n and more, on average of all over 28; loops come down to some beads.
+    EXPECT_GT(told(1e3), 28.0 * 117 * 118 / 2);
+    EXPECT_GT(told(2.0), 2 * told(1e3));
+}
+
+TEST(Fingerprint, OfAStretchedChainIsAsSpelledOut) {
+    // Far longer than wide: paths leave the box around it soon. They pass the trefoil at its end, too.
+    Chain chain;
+    append_trefoil(chain, 30, 0, false);
+    for (int i = 1; i <= 150; ++i)
+        append(chain, chain[29].x + 4 * i, chain[29].y + std::sin(2.0 * i), chain[29].z + std::cos(2.0 * i));
+    const ChainFingerprint found = fingerprint(named(chain), 40);
+    std::set<std::string> knots;
+    found.matrix.for_each_tested([&](Stretch s, const FingerprintMatrix::Cell& cell) {
+        if (s.size() < fewest_knotted) return;
+        const auto [knot, count] = judged(chain, s);
+        EXPECT_EQ(found.names[cell.knot], knot) << s.first << ' ' << s.last;
+        EXPECT_EQ(cell.closures, count) << s.first << ' ' << s.last;
+        knots.insert(knot);
+    });
+    EXPECT_GE(knots.size(), 2);
 }
 
 TEST(Fingerprint, RefusesWhatCannotBeAndStopsWhenAsked) {

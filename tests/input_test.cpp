@@ -1,4 +1,5 @@
 // The files of the reviewed runs, whole, packed and cut off: what the program takes of them is sound.
+#include "draw/canvas.hpp"
 #include "input/bytes.hpp"
 #include "support/input_properties.hpp"
 
@@ -48,6 +49,23 @@ TEST(Input, IsUnpackedWholeOrRefused) {
         }
         EXPECT_EQ(unpacked, whole) << at;
     }
+}
+
+TEST(Labels, KeepOffBoxesAndGoNowhereRatherThanInto) {
+    const auto middle = [](const std::string& label) {
+        constexpr std::string_view before = "x=\"";
+        return std::stod(label.substr(label.find(before) + before.size()));
+    };
+    // 60 wide, beside a spot 2 to the left of a box or as far to the right of one.
+    for (const double side : {-1.0, 1.0}) {
+        loopwise::Labels labels(400, 100);
+        labels.keep_off({200 + std::min(0.0, -200 * side), 0}, {200 + std::max(0.0, -200 * side), 100});
+        const double at = middle(labels.beside({200 + 2 * side, 50}, 1, "ten digits", 10, ""));
+        EXPECT_GT(side * (at - 200), 30);
+    }
+    loopwise::Labels full(400, 100);
+    full.keep_off({0, 0}, {400, 100});
+    EXPECT_EQ(full.beside({200, 50}, 1, "ten digits", 10, ""), "");
 }
 
 } // namespace

@@ -52,7 +52,7 @@ void declare(CLI::App& app, Arguments& into) {
     app.add_option("FILE", into.files, readable_formats())->required()->option_text("...");
     auto* step = app.add_option("--step", plan.step,
                                 "Residues from line to line of the grid, and every border to the residue\n"
-                                "(default: 40 lines, fewer from 4,000 residues on, and what seconds allow)")
+                                "(default: 40 lines, fewer where these take long, and what seconds allow)")
                      ->check(CLI::Range(std::size_t{1}, largest_step))
                      ->option_text("N");
     app.add_flag("--full", plan.full, "Close every stretch")->excludes(step);

@@ -80,6 +80,12 @@ void Labels::avoid(Spot from, Spot to) {
     }
 }
 
+void Labels::keep_off(Spot upper_left, Spot lower_right) {
+    placed_.push_back({{0.5 * (upper_left.x + lower_right.x), 0.5 * (upper_left.y + lower_right.y)},
+                       0.5 * (lower_right.x - upper_left.x),
+                       0.5 * (lower_right.y - upper_left.y)});
+}
+
 double Labels::cost(const Box& box) const {
     double sum = 0.0;
     for (const Spot& spot : drawn_)

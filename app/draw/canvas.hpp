@@ -29,6 +29,8 @@ class Labels {
 
     /// Later labels keep away from this line.
     void avoid(Spot from, Spot to);
+    /// No label goes where this box is.
+    void keep_off(Spot upper_left, Spot lower_right);
     /// The label's text, put beside the spot, which a disc of the radius covers; nothing where there is no
     /// place that no other label has.
     std::string beside(Spot spot, double radius, const std::string& text, double size,

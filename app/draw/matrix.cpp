@@ -145,12 +145,11 @@ std::string axes(const ChainFingerprint& of) {
 }
 
 /// Every core: the stretches that hold it are up and to the left of it.
-std::string cores(const ChainFingerprint& of, const std::vector<KnotPlace>& places) {
+std::string cores(const ChainFingerprint& of, const std::vector<KnotPlace>& places, Labels& labels) {
     const Frame frame(of.matrix.beads());
     const std::string dashes =
         "stroke=\"" + std::string(ink) + "\" stroke-width=\"1.5\" stroke-dasharray=\"5 5\"";
     std::string svg;
-    Labels labels(page_width, page_height);
     for (const KnotPlace& place : places) {
         if (!place.core) continue;
         const Spot spot{0.5 * (frame.across(place.core->first) + frame.across(place.core->first + 1)),
@@ -177,9 +176,9 @@ std::string cores(const ChainFingerprint& of, const std::vector<KnotPlace>& plac
     return svg;
 }
 
-/// In the half of the square that holds no stretch: the knots by area, each with its shades.
-std::string legend(const ChainFingerprint& of) {
-    constexpr double right = plot_right, box = 22.0, row = 30.0, widest = 190.0;
+/// In the half of the square that holds no stretch: the knots by area, each with its shades. Labels keep off.
+std::string legend(const ChainFingerprint& of, Labels& labels) {
+    constexpr double right = plot_right, box = 22.0, row = 30.0, widest = 190.0, letter = 9.6, above = 26.0;
     constexpr std::size_t most_rows = 10;
     std::vector<std::size_t> area(of.names.size());
     of.matrix.for_each_tested([&](Stretch, const FingerprintMatrix::Cell& cell) { ++area[cell.knot]; });
@@ -195,7 +194,10 @@ std::string legend(const ChainFingerprint& of) {
     double y = bottom - row * static_cast<double>(shown.size() + (more ? 2 : 1));
     std::string svg = words({left, y - 10.0}, "share:  0", small) +
                       words({left + shades * box, y - 10.0}, "1", small + " text-anchor=\"end\"");
+    const double top = y - above;
+    std::size_t longest = 0;
     const auto entry = [&](std::size_t knot) {
+        longest = std::max(longest, shortened(of.names[knot]).size());
         for (int i = 0; i < shades; ++i)
             svg += "<rect x=\"" + number(left + i * box) + "\" y=\"" + number(y) + "\" width=\"" +
                    number(box) + "\" height=\"" + number(box) + "\" fill=\"" +
@@ -209,6 +211,7 @@ std::string legend(const ChainFingerprint& of) {
         y += row;
     }
     entry(0);
+    labels.keep_off({left, top}, {left + shades * box + 12.0 + letter * static_cast<double>(longest), y});
     return svg;
 }
 
@@ -219,10 +222,15 @@ std::string heading(const ChainFingerprint& of) {
     const std::string below = std::to_string(of.matrix.beads()) + " residues; the whole chain is " +
                               shortened(of.knot) + " in " + number(100.0 * of.share) + " % of " +
                               std::to_string(of.closures) + " closures; " + of.way();
+    // As large as usual, or so that it fits.
+    constexpr double usual_size = 17.0, margins = 40.0, letter_width = 0.56;
+    const double size =
+        std::min(usual_size, (page_width - margins) / (letter_width * static_cast<double>(below.size())));
     return words({0.5 * page_width, 42.0}, title,
                  "text-anchor=\"middle\" font-size=\"26\" font-weight=\"bold\" fill=\"" + std::string(ink) +
                      "\"") +
-           words({0.5 * page_width, 70.0}, below, "text-anchor=\"middle\" font-size=\"17\" fill=\"#666666\"");
+           words({0.5 * page_width, 70.0}, below,
+                 "text-anchor=\"middle\" font-size=\"" + number(size) + "\" fill=\"#666666\"");
 }
 
 } // namespace
@@ -253,12 +261,14 @@ std::size_t number_of(const KnotPlace& place, const ChainFingerprint& of) {
 }
 
 std::string matrix_picture(const ChainFingerprint& of, const std::vector<KnotPlace>& places) {
+    Labels labels(page_width, page_height);
+    const std::string key = legend(of, labels);
     const std::string size = "width=\"" + number(page_width) + "\" height=\"" + number(page_height) + "\"";
     return "<svg xmlns=\"http://www.w3.org/2000/svg\" " + size + " viewBox=\"0 0 " + number(page_width) +
            " " + number(page_height) +
            "\" font-family=\"Helvetica, Arial, 'Liberation Sans', 'DejaVu Sans', sans-serif\">\n"
            "<rect width=\"100%\" height=\"100%\" fill=\"#ffffff\"/>\n" +
-           heading(of) + triangle() + dots(of) + axes(of) + legend(of) + cores(of, places) + "</svg>\n";
+           heading(of) + triangle() + dots(of) + axes(of) + key + cores(of, places, labels) + "</svg>\n";
 }
 
 } // namespace loopwise
