@@ -282,7 +282,7 @@ TEST(Fingerprint, TakesLessOfADenseChainAndTellsTheWorkFirst) {
 
 TEST(Fingerprint, GridsHaveNoBlockLongerThanTheStep) {
     for (std::size_t beads = 5; beads < 40; ++beads)
-        for (const std::size_t step : {2, 3, 7}) {
+        for (const std::size_t step : {2U, 3U, 7U}) {
             const StretchGrid grid(beads, step);
             EXPECT_EQ(grid.blocks().front().longest(), (Stretch{0, beads - 1}));
             for (const Block& b : grid.blocks()) ASSERT_LE(b.span(), step) << beads;
