@@ -4,6 +4,7 @@
 #include "closure/point_tables.hpp"
 #include "knots/knot.hpp"
 #include "reduce/reduction.hpp"
+#include "survey/fingerprint_grid.hpp"
 
 #include <gtest/gtest.h>
 
@@ -277,6 +278,15 @@ TEST(Fingerprint, TakesLessOfADenseChainAndTellsTheWorkFirst) {
     // A stretch of n beads is worth 0.7 n and more, on average of all over 28; loops come down to some beads.
     EXPECT_GT(told(1e3), 28.0 * 117 * 118 / 2);
     EXPECT_GT(told(2.0), 2 * told(1e3));
+}
+
+TEST(Fingerprint, GridsHaveNoBlockLongerThanTheStep) {
+    for (std::size_t beads = 5; beads < 40; ++beads)
+        for (const std::size_t step : {2U, 3U, 7U}) {
+            const StretchGrid grid(beads, step);
+            EXPECT_EQ(grid.blocks().front().longest(), (Stretch{0, beads - 1}));
+            for (const Block& b : grid.blocks()) ASSERT_LE(b.span(), step) << beads;
+        }
 }
 
 TEST(Fingerprint, OfAStretchedChainIsAsSpelledOut) {
