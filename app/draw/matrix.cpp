@@ -262,6 +262,8 @@ std::size_t number_of(const KnotPlace& place, const ChainFingerprint& of) {
 
 std::string matrix_picture(const ChainFingerprint& of, const std::vector<KnotPlace>& places) {
     Labels labels(page_width, page_height);
+    labels.keep_off({0.0, 0.0}, {plot_left, page_height});
+    labels.keep_off({0.0, plot_bottom}, {page_width, page_height});
     const std::string key = legend(of, labels);
     const std::string size = "width=\"" + number(page_width) + "\" height=\"" + number(page_height) + "\"";
     return "<svg xmlns=\"http://www.w3.org/2000/svg\" " + size + " viewBox=\"0 0 " + number(page_width) +
