@@ -59,7 +59,7 @@ std::span<const int> spread_rows();
 /// 300, 1,000 and 1,500: from 2.1e-8 to 6.7e-8, the most where many loops are hard to name.
 inline constexpr double seconds_per_work = 3.5e-8;
 
-/// A grid of some eight hundred stretches; of fewer where these are long.
+/// A grid of some eight hundred stretches, which bounded work may thin out.
 std::size_t default_step(std::size_t beads);
 
 /// What most closures of each stretch gave.
