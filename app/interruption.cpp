@@ -1,9 +1,9 @@
-#include "interruption.hpp"
+#include "app/interruption.hpp"
 
 #include <atomic>
 #include <csignal>
 
-namespace loopwise {
+namespace loopwise::app {
 namespace {
 
 std::atomic<int> interrupted = 0;
@@ -25,4 +25,4 @@ void stop_if_interrupted() {
     if (interrupted != 0) throw Interrupted();
 }
 
-} // namespace loopwise
+} // namespace loopwise::app

@@ -3,7 +3,7 @@
 
 #include <stdexcept>
 
-namespace loopwise {
+namespace loopwise::app {
 
 /// Thrown out of work that the user stopped.
 struct Interrupted : std::runtime_error {
@@ -18,4 +18,4 @@ void note_interruptions();
 /// Throws Interrupted once an interruption was noted. Any thread may ask.
 void stop_if_interrupted();
 
-} // namespace loopwise
+} // namespace loopwise::app

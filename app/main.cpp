@@ -1,9 +1,9 @@
 // The program `loopwise`: finds the subcommand, runs it, and turns what it throws into one line.
-#include "commands/command.hpp"
+#include "app/commands/command.hpp"
 
 #include <iostream>
 
-using namespace loopwise;
+using namespace loopwise::app;
 
 namespace {
 

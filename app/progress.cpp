@@ -1,4 +1,4 @@
-#include "progress.hpp"
+#include "app/progress.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -7,7 +7,7 @@
 #include <unistd.h>
 #include <utility>
 
-namespace loopwise {
+namespace loopwise::app {
 namespace {
 
 using namespace std::chrono_literals;
@@ -125,4 +125,4 @@ void Progress::clear() {
     }
 }
 
-} // namespace loopwise
+} // namespace loopwise::app

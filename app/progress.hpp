@@ -11,11 +11,11 @@
 #include <string>
 #include <thread>
 
-namespace loopwise {
+namespace loopwise::app {
 
 /// Draws on stderr, and only when that is a terminal and the work takes a while. A thread of its own draws
 /// again and again, so that it is seen to be alive while one long step says nothing.
-class Progress final : public Watcher {
+class Progress final : public survey::Watcher {
   public:
     explicit Progress(std::size_t files, std::string unit = "closures");
     ~Progress() override;
@@ -52,4 +52,4 @@ class Progress final : public Watcher {
     std::thread drawer_;
 };
 
-} // namespace loopwise
+} // namespace loopwise::app

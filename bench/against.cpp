@@ -2,7 +2,7 @@
 // `against` beside this file makes the older build. Results are compared before anything is measured.
 //
 //     against OLD.so NEW.so [part of the names of rows]
-#include "reduce/reduction.hpp"
+#include "src/reduce/reduction.hpp"
 #include "support/chains.hpp"
 #include "support/literal.hpp"
 
@@ -144,7 +144,7 @@ template <class Visit> void for_each_row(void* old_library, void* new_library, V
                     return Row{"",
                                {made(kind.kind, length)},
                                [=](Structure& s) { literal::reduce(s[0], closed); },
-                               [=](Structure& s) { loopwise::reduce(s[0], closed); }};
+                               [=](Structure& s) { loopwise::reduce::reduce(s[0], closed); }};
                 });
             }
 }

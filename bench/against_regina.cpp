@@ -19,7 +19,7 @@
 
 namespace {
 
-using loopwise::Diagram, loopwise::Laurent;
+using loopwise::knots::Diagram, loopwise::knots::Laurent;
 
 struct Count {
     int diagrams = 0, different = 0, most_crossings = 0;
@@ -30,9 +30,9 @@ regina::Link their_link(const Diagram& diagram) {
     std::vector<long> strand(diagram.mate.size(), 0);
     long next = 0;
     for (std::size_t start = 0; start < strand.size(); ++start)
-        for (auto d = static_cast<loopwise::Dart>(start);
+        for (auto d = static_cast<loopwise::knots::Dart>(start);
              diagram.is_out(d) && strand[static_cast<std::size_t>(d)] == 0;
-             d = loopwise::opposite(diagram.across(d))) {
+             d = loopwise::knots::opposite(diagram.across(d))) {
             strand[static_cast<std::size_t>(d)] = ++next;
             strand[static_cast<std::size_t>(diagram.across(d))] = next;
         }
@@ -74,7 +74,7 @@ Laurent alexander_by(const regina::Link& link) {
         power = std::move(higher);
     }
     Laurent result{1 - static_cast<int>(sum.size()), std::move(sum)};
-    loopwise::trim(result);
+    loopwise::knots::trim(result);
     return result;
 }
 
@@ -83,12 +83,12 @@ void compare(const std::string& name, const Diagram& drawn, bool homfly, Count& 
     count.most_crossings = std::max(count.most_crossings, drawn.size());
     const regina::Link link = their_link(drawn);
     Diagram diagram = drawn;
-    loopwise::simplify(diagram, 0);
-    std::optional<Laurent> jones = loopwise::jones(diagram);
+    loopwise::knots::simplify(diagram, 0);
+    std::optional<Laurent> jones = loopwise::knots::jones(diagram);
     if (jones && drawn.loops == 2) jones->twice_lowest += 3 * diagram.linking_number(0, 1);
     const bool same_jones = jones == jones_by(link);
     const bool same_alexander =
-        !homfly || drawn.loops != 1 || loopwise::alexander(diagram) == alexander_by(link);
+        !homfly || drawn.loops != 1 || loopwise::knots::alexander(diagram) == alexander_by(link);
     if (same_jones && same_alexander) return;
     ++count.different;
     std::cout << name << ": " << (jones ? text(*jones) : "none") << " here, " << text(jones_by(link))
@@ -103,8 +103,8 @@ Count say(const char* what, Count count) {
 
 Count braids() {
     Count count;
-    for (const loopwise::BraidRow& row : loopwise::braid_rows)
-        compare(row.name, loopwise::closed_braid(row.strands, row.word), true, count);
+    for (const loopwise::knots::BraidRow& row : loopwise::knots::braid_rows)
+        compare(row.name, loopwise::knots::closed_braid(row.strands, row.word), true, count);
     return say("Jones and Alexander polynomials of the table's braids", count);
 }
 
@@ -118,7 +118,7 @@ Count random_braids() {
             word.push_back(
                 static_cast<signed char>((1 + random.below(strands - 1)) * (random.below(2) == 0 ? 1 : -1)));
         for (int k = 1; k < strands; ++k) word.push_back(static_cast<signed char>(k)); // no strand by itself
-        const Diagram diagram = loopwise::closed_braid(strands, word);
+        const Diagram diagram = loopwise::knots::closed_braid(strands, word);
         if (diagram.loops <= 2) compare("braid", diagram, true, count);
     }
     return say("Jones and Alexander polynomials of random braids of one or two loops", count);
@@ -130,7 +130,7 @@ Count polygons() {
     while (count.diagrams < 500) {
         const Chain ring = chains::make(chains::Kind::tangle, 12 + random.below(20), random);
         const std::array<std::span<const ChainAtom>, 1> loops{ring};
-        const loopwise::View view = loopwise::look_at(loops);
+        const loopwise::knots::View view = loopwise::knots::look_at(loops);
         if (view.diagram.size() >= 3 && view.diagram.size() <= 70)
             compare("polygon", view.diagram, false, count);
     }

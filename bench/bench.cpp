@@ -1,7 +1,7 @@
 // Every operation that was made fast, beside its plain version, in one run. Where both are measured the
 // results are compared first. Run it from the repository's root; --smoke leaves out the long ones.
-#include "closure/point_tables.hpp"
 #include "libloopwise.h"
+#include "src/closure/point_tables.hpp"
 #include "support/chains.hpp"
 #include "support/literal.hpp"
 
@@ -152,9 +152,9 @@ void add_survey(const char* name) {
 int close_in_directions(Structure& structure) {
     std::set<int> used;
     for (Chain& chain : structure) {
-        int row = std::rand() % loopwise::uniform_rows;
-        while (!used.insert(row).second) row = std::rand() % loopwise::uniform_rows;
-        const auto [x, y, z] = loopwise::uniform[static_cast<std::size_t>(row)];
+        int row = std::rand() % loopwise::closure::uniform_rows;
+        while (!used.insert(row).second) row = std::rand() % loopwise::closure::uniform_rows;
+        const auto [x, y, z] = loopwise::closure::uniform[static_cast<std::size_t>(row)];
         const double shift = 1.02 * literal::diameter(structure), size = std::sqrt(x * x + y * y + z * z);
         for (ChainAtom end : {chain.back(), chain.front()}) {
             end.x += x * shift / size, end.y += y * shift / size, end.z += z * shift / size;

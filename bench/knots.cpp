@@ -71,12 +71,12 @@ Chain lattice_tangle(int beads, int box) {
 
 void name(benchmark::State& state, const Rings& rings) {
     std::size_t i = 0;
-    for (auto _ : state) benchmark::DoNotOptimize(loopwise::knot_of(rings[i++ % rings.size()]));
+    for (auto _ : state) benchmark::DoNotOptimize(loopwise::knots::knot_of(rings[i++ % rings.size()]));
     state.counters["rings"] = static_cast<double>(rings.size());
 }
 
 void name_with_memory(benchmark::State& state, const Rings& rings) {
-    loopwise::KnotNamer namer;
+    loopwise::knots::KnotNamer namer;
     std::size_t i = 0;
     for (auto _ : state) benchmark::DoNotOptimize(&namer.name(rings[i++ % rings.size()]));
 }
@@ -90,7 +90,7 @@ void add(const std::string& what, Rings rings) {
 } // namespace
 
 int main(int argc, char** argv) {
-    loopwise::knot_table();
+    loopwise::knots::knot_table();
     for (int beads = 6; beads <= 12; ++beads) add("core_of_" + std::to_string(beads), rings_of(beads));
     add("whole_closure", rings_of(0));
     add("lattice_tangle_of_500", {lattice_tangle(500, 8)});

@@ -18,12 +18,12 @@ add_library(loopwise_objects OBJECT
   src/model/instruction_sets.cpp
   src/model/measures.cpp
   src/model/points.cpp
+  src/projection/planar.cpp
+  src/projection/projection.cpp
   src/reduce/filter.cpp
   src/reduce/filter_kernels.cpp
   src/reduce/intersection.cpp
-  src/reduce/planar.cpp
-  src/reduce/projection.cpp
-  src/reduce/reduction.cpp
+    src/reduce/reduction.cpp
   src/reduce/segment_index.cpp
   src/textio/break_check.cpp
   src/textio/number_fields.cpp
@@ -31,7 +31,7 @@ add_library(loopwise_objects OBJECT
   src/textio/reader.cpp
   src/textio/writer.cpp)
 target_compile_features(loopwise_objects PUBLIC cxx_std_20)
-target_include_directories(loopwise_objects PUBLIC ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/src)
+target_include_directories(loopwise_objects PUBLIC ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR})
 # A sign decides whether a chain stays knotted: no fused multiply-add may change one.
 target_compile_options(loopwise_objects PRIVATE -ffp-contract=off)
 # Debug information is what tests/interface.sh reads. It names no folder of the machine that built it, and

@@ -1,9 +1,9 @@
-#include "arrays.hpp"
+#include "python/arrays.hpp"
 
 #include <cmath>
 #include <cstring>
 
-namespace loopwise {
+namespace loopwise::python {
 namespace {
 
 constexpr py::ssize_t coordinates = 3;
@@ -101,4 +101,4 @@ py::array_t<double> array_of(PointR3 point) {
     return array;
 }
 
-} // namespace loopwise
+} // namespace loopwise::python

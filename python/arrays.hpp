@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-namespace loopwise {
+namespace loopwise::python {
 
 namespace py = pybind11;
 
@@ -44,4 +44,4 @@ py::array_t<double> array_of(PointR3 point);
 /// As "(4, 2)".
 std::string shape_of(const py::array& array);
 
-} // namespace loopwise
+} // namespace loopwise::python

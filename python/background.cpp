@@ -1,8 +1,8 @@
-#include "background.hpp"
+#include "python/background.hpp"
 
 #include <algorithm>
 
-namespace loopwise {
+namespace loopwise::python {
 namespace {
 
 constexpr std::chrono::milliseconds between_looks{25};
@@ -124,4 +124,4 @@ void Background::wait_at_exit() {
     running().fewer.wait_for(lock, patience_at_exit, [] { return running().threads == 0; });
 }
 
-} // namespace loopwise
+} // namespace loopwise::python

@@ -2,7 +2,7 @@
 // tells how far it is; or the caller's does, and looks between two steps.
 #pragma once
 
-#include "arrays.hpp"
+#include "python/arrays.hpp"
 
 #include <atomic>
 #include <chrono>
@@ -13,7 +13,7 @@
 #include <mutex>
 #include <thread>
 
-namespace loopwise {
+namespace loopwise::python {
 
 /// What the work and its caller share.
 class Job {
@@ -74,4 +74,4 @@ template <class Result, class Work> Result in_steps(const Work& work, const py::
     return *std::move(result);
 }
 
-} // namespace loopwise
+} // namespace loopwise::python

@@ -1,19 +1,19 @@
 // Chains from and to text, their check and their cut.
-#include "arrays.hpp"
-#include "input/input.hpp"
-#include "model/cut.hpp"
-#include "module.hpp"
+#include "python/arrays.hpp"
+#include "python/module.hpp"
+#include "read/input.hpp"
+#include "src/model/cut.hpp"
 
 #include <algorithm>
 #include <charconv>
 
-namespace loopwise {
+namespace loopwise::python {
 namespace {
 
 constexpr double shortest_bond = 3.4, longest_bond = 4.2; // as CheckDistancesBetweenAtoms()
 
 /// Readers number beads by position. Here they have the numbers that their labels begin with, if all do.
-void number_by_label(NamedChain& named) {
+void number_by_label(polymer::NamedChain& named) {
     std::vector<std::int32_t> numbers;
     for (const std::string& label : named.labels) {
         std::int32_t number = 0;
@@ -25,10 +25,10 @@ void number_by_label(NamedChain& named) {
         named.beads[i].id = all ? numbers[i] : static_cast<std::int32_t>(i + 1);
 }
 
-py::list list_of(const std::vector<Molecule>& molecules) {
+py::list list_of(const std::vector<polymer::Molecule>& molecules) {
     py::list result;
-    for (const Molecule& molecule : molecules)
-        for (const NamedChain& named : molecule.chains) {
+    for (const polymer::Molecule& molecule : molecules)
+        for (const polymer::NamedChain& named : molecule.chains) {
             const py::tuple arrays = arrays_of(named.beads);
             std::vector<std::string> notes = molecule.notes;
             notes.insert(notes.end(), named.notes.begin(), named.notes.end());
@@ -39,12 +39,12 @@ py::list list_of(const std::vector<Molecule>& molecules) {
 
 /// What cannot be read is refused with the reason.
 template <class Read> py::list chains_of(const Read& read) {
-    std::vector<Molecule> molecules;
+    std::vector<polymer::Molecule> molecules;
     try {
         const py::gil_scoped_release others;
         molecules = read();
-        for (Molecule& molecule : molecules)
-            for (NamedChain& named : molecule.chains) number_by_label(named);
+        for (polymer::Molecule& molecule : molecules)
+            for (polymer::NamedChain& named : molecule.chains) number_by_label(named);
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& refusal) {
@@ -56,8 +56,8 @@ template <class Read> py::list chains_of(const Read& read) {
     return list_of(molecules);
 }
 
-Selection selection_of(const std::string& model, const std::string& atom) {
-    Selection selection;
+read::Selection selection_of(const std::string& model, const std::string& atom) {
+    read::Selection selection;
     selection.model = model;
     selection.atom = atom;
     return selection;
@@ -65,18 +65,18 @@ Selection selection_of(const std::string& model, const std::string& atom) {
 
 py::list read(const py::bytes& path, const std::string& model, const std::string& atom) {
     return chains_of([name = std::string(path), selection = selection_of(model, atom)] {
-        return read_molecules(name, selection);
+        return read::read_molecules(name, selection);
     });
 }
 
 py::list parse(const std::string& text) {
-    return chains_of([&text] { return molecules_in("", text, Selection{}); });
+    return chains_of([&text] { return read::molecules_in("", text, read::Selection{}); });
 }
 
 py::object cut_positions(const Doubles& xyz, const Ids& ids, int first, int last) {
     Chain chain = chain_of(xyz, ids, Finite::any);
     const Chain whole = chain;
-    if (!cut(chain, first, last)) return py::none();
+    if (!model::cut(chain, first, last)) return py::none();
     const auto inside = [from = std::min(first, last), to = std::max(first, last)](const ChainAtom& atom) {
         return from <= atom.id && atom.id <= to;
     };
@@ -108,7 +108,7 @@ void bind_chain(py::module_& module) {
     });
     module.def("cut", cut_positions);
     module.def("check", check);
-    module.def("readable_formats", readable_formats);
+    module.def("readable_formats", read::readable_formats);
 }
 
-} // namespace loopwise
+} // namespace loopwise::python

@@ -1,13 +1,13 @@
 // Which knot every stretch of a chain is.
-#include "survey/fingerprint.hpp"
+#include "fingerprint/fingerprint.hpp"
 
-#include "background.hpp"
-#include "module.hpp"
+#include "python/background.hpp"
+#include "python/module.hpp"
 
-namespace loopwise {
+namespace loopwise::python {
 namespace {
 
-class JobWatcher final : public FingerprintWatcher {
+class JobWatcher final : public fingerprint::FingerprintWatcher {
   public:
     explicit JobWatcher(Job& job) : job_(job) {}
     void stretch_done(std::size_t done, std::size_t planned) override { job_.reach(done, planned); }
@@ -18,21 +18,23 @@ class JobWatcher final : public FingerprintWatcher {
 
 /// A square of one number for each stretch, first beads down and last beads across; 0 below the diagonal.
 template <class Number, class Value>
-py::array_t<Number> square(const FingerprintMatrix& matrix, const Value& value) {
+py::array_t<Number> square(const fingerprint::FingerprintMatrix& matrix, const Value& value) {
     const auto beads = static_cast<py::ssize_t>(matrix.beads());
     py::array_t<Number> result({beads, beads});
     Number* to = result.mutable_data();
     for (std::size_t first = 0; first < matrix.beads(); ++first)
         for (std::size_t last = 0; last < matrix.beads(); ++last)
-            *to++ = last < first ? Number{} : static_cast<Number>(value(Stretch{first, last}));
+            *to++ = last < first ? Number{} : static_cast<Number>(value(fingerprint::Stretch{first, last}));
     return result;
 }
 
-std::pair<std::size_t, std::size_t> pair_of(const Stretch& stretch) { return {stretch.first, stretch.last}; }
+std::pair<std::size_t, std::size_t> pair_of(const fingerprint::Stretch& stretch) {
+    return {stretch.first, stretch.last};
+}
 
-py::list list_of(const std::vector<KnotPlace>& places) {
+py::list list_of(const std::vector<fingerprint::KnotPlace>& places) {
     py::list result;
-    for (const KnotPlace& place : places) {
+    for (const fingerprint::KnotPlace& place : places) {
         py::dict dict;
         dict["knot"] = place.knot;
         dict["share"] = place.share;
@@ -47,22 +49,22 @@ py::list list_of(const std::vector<KnotPlace>& places) {
 }
 
 py::dict fingerprint(const Doubles& xyz, const py::dict& given, const py::object& progress) {
-    NamedChain named{"", chain_of(xyz, std::nullopt), {}};
-    named.labels = labels_of(named.beads);
-    FingerprintPlan plan;
+    polymer::NamedChain named{"", chain_of(xyz, std::nullopt), {}};
+    named.labels = polymer::labels_of(named.beads);
+    fingerprint::FingerprintPlan plan;
     plan.closures = given["closures"].cast<std::size_t>();
     plan.step = given["step"].cast<std::size_t>();
     plan.full = given["full"].cast<bool>();
     plan.bounded = plan.step == 0 && !plan.full;
     plan.threads = given["threads"].cast<unsigned>();
     plan.most_memory = given["most_memory"].cast<std::size_t>();
-    const auto found = in_background<ChainFingerprint>(
+    const auto found = in_background<fingerprint::ChainFingerprint>(
         [named = std::move(named), plan](Job& job) {
             JobWatcher watcher(job);
-            return fingerprint_of("", named, plan, watcher);
+            return fingerprint::fingerprint_of("", named, plan, watcher);
         },
         progress);
-    const FingerprintMatrix& matrix = found.matrix;
+    const fingerprint::FingerprintMatrix& matrix = found.matrix;
     py::dict result;
     result["closures"] = found.closures;
     result["step"] = found.step;
@@ -74,9 +76,11 @@ py::dict fingerprint(const Doubles& xyz, const py::dict& given, const py::object
     result["depth_within"] = std::pair{found.depth_within[0], found.depth_within[1]};
     result["borders_within"] = found.borders_within;
     result["places"] = list_of(found.places);
-    result["numbers"] = square<std::uint16_t>(matrix, [&](Stretch s) { return matrix.at(s).knot; });
-    result["counts"] = square<std::uint16_t>(matrix, [&](Stretch s) { return matrix.at(s).closures; });
-    result["tested"] = square<bool>(matrix, [&](Stretch s) { return matrix.is_tested(s); });
+    result["numbers"] =
+        square<std::uint16_t>(matrix, [&](fingerprint::Stretch s) { return matrix.at(s).knot; });
+    result["counts"] =
+        square<std::uint16_t>(matrix, [&](fingerprint::Stretch s) { return matrix.at(s).closures; });
+    result["tested"] = square<bool>(matrix, [&](fingerprint::Stretch s) { return matrix.is_tested(s); });
     return result;
 }
 
@@ -84,4 +88,4 @@ py::dict fingerprint(const Doubles& xyz, const py::dict& given, const py::object
 
 void bind_fingerprint(py::module_& module) { module.def("fingerprint", fingerprint); }
 
-} // namespace loopwise
+} // namespace loopwise::python

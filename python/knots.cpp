@@ -1,34 +1,34 @@
 // Names of closed polygons, and how they are linked.
-#include "background.hpp"
 #include "knots/links.hpp"
-#include "module.hpp"
+#include "python/background.hpp"
+#include "python/module.hpp"
 
 #include <map>
 
-namespace loopwise {
+namespace loopwise::python {
 namespace {
 
 /// Naming a polygon of more beads is worth a thread, so that it can be interrupted.
 constexpr std::size_t many_beads = 300;
 
-const char* name_of(KnotStatus status) {
+const char* name_of(knots::KnotStatus status) {
     switch (status) {
-    case KnotStatus::named:
+    case knots::KnotStatus::named:
         return "named";
-    case KnotStatus::several:
+    case knots::KnotStatus::several:
         return "several";
-    case KnotStatus::unknown:
+    case knots::KnotStatus::unknown:
         return "unknown";
-    case KnotStatus::too_complex:
+    case knots::KnotStatus::too_complex:
         return "too complex";
-    case KnotStatus::bad_polygon:
+    case knots::KnotStatus::bad_polygon:
         break;
     }
     return "bad polygon";
 }
 
 /// Exponents and their coefficients, those that are not 0.
-std::map<double, std::int64_t> terms_of(const Laurent& polynomial) {
+std::map<double, std::int64_t> terms_of(const knots::Laurent& polynomial) {
     std::map<double, std::int64_t> terms;
     double exponent = polynomial.twice_lowest / 2.0;
     for (const std::int64_t coefficient : polynomial.coefficients) {
@@ -39,8 +39,9 @@ std::map<double, std::int64_t> terms_of(const Laurent& polynomial) {
 }
 
 /// A knot, or the link of two polygons.
-KnotName named(const Structure& polygons) {
-    return polygons.size() == 1 ? knot_of(polygons.front()) : link_of(polygons.front(), polygons.back());
+knots::KnotName named(const Structure& polygons) {
+    return polygons.size() == 1 ? knots::knot_of(polygons.front())
+                                : knots::link_of(polygons.front(), polygons.back());
 }
 
 template <class Result, class Work> Result maybe_in_background(Structure polygons, const Work& work) {
@@ -53,7 +54,7 @@ template <class Result, class Work> Result maybe_in_background(Structure polygon
 }
 
 py::dict knot(const py::sequence& polygons) {
-    const KnotName name = maybe_in_background<KnotName>(structure_of(polygons), named);
+    const knots::KnotName name = maybe_in_background<knots::KnotName>(structure_of(polygons), named);
     py::dict result;
     result["status"] = name_of(name.status);
     result["text"] = name.text();
@@ -65,15 +66,15 @@ py::dict knot(const py::sequence& polygons) {
     return result;
 }
 
-Linking linking(const Structure& polygons) {
+knots::Linking linking(const Structure& polygons) {
     std::vector<std::span<const ChainAtom>> loops(polygons.begin(), polygons.end());
-    return linking_of(loops);
+    return knots::linking_of(loops);
 }
 
 py::dict linking_numbers(const py::sequence& polygons) {
     const std::size_t count = polygons.size();
-    const Linking linked = maybe_in_background<Linking>(structure_of(polygons), linking);
-    if (linked.fault != PolygonFault::none)
+    const knots::Linking linked = maybe_in_background<knots::Linking>(structure_of(polygons), linking);
+    if (linked.fault != knots::PolygonFault::none)
         throw py::value_error("the polygons meet, or one has fewer than three beads or two at one place");
     py::dict numbers;
     auto number = linked.numbers.begin();
@@ -90,4 +91,4 @@ void bind_knots(py::module_& module) {
     module.def("linking_numbers", linking_numbers);
 }
 
-} // namespace loopwise
+} // namespace loopwise::python

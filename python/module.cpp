@@ -1,11 +1,11 @@
 // The compiled half of the Python package `loopwise`: what its functions do, on arrays and tuples. Their names,
 // defaults and documentation are in the package.
-#include "module.hpp"
+#include "python/module.hpp"
 
-#include "background.hpp"
+#include "python/background.hpp"
 
 PYBIND11_MODULE(_core, module) {
-    using namespace loopwise;
+    using namespace loopwise::python;
     module.attr("version") = LOOPWISE_VERSION;
     bind_chain(module);
     bind_operations(module);

@@ -7,7 +7,7 @@
 
 #include <string>
 
-namespace loopwise {
+namespace loopwise::python {
 
 void bind_chain(pybind11::module_& module);
 void bind_operations(pybind11::module_& module);
@@ -17,6 +17,6 @@ void bind_knots(pybind11::module_& module);
 void bind_pictures(pybind11::module_& module);
 
 /// Raises ValueError for another name.
-Method method_of(const std::string& name);
+survey::Method method_of(const std::string& name);
 
-} // namespace loopwise
+} // namespace loopwise::python

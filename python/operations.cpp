@@ -1,15 +1,15 @@
 // Measures, closures, reductions, projections and predicates.
-#include "background.hpp"
-#include "closure/circle_arc.hpp"
-#include "closure/closures.hpp"
-#include "closure/point_tables.hpp"
-#include "module.hpp"
-#include "reduce/projection.hpp"
-#include "reduce/reduction.hpp"
-#include "survey/draws.hpp"
+#include "python/background.hpp"
+#include "python/module.hpp"
+#include "src/closure/circle_arc.hpp"
+#include "src/closure/closures.hpp"
+#include "src/closure/point_tables.hpp"
+#include "src/projection/projection.hpp"
+#include "src/reduce/reduction.hpp"
+#include "survey/closure_rng.hpp"
 #include "survey/plan.hpp"
 
-namespace loopwise {
+namespace loopwise::python {
 namespace {
 
 /// Reductions of more beads are worth a thread, so that they can be interrupted.
@@ -18,18 +18,18 @@ constexpr std::size_t many_beads = 4000;
 /// A row of the table; drawn with the seed when there is none.
 using Row = std::optional<int>;
 
-template <class What> What closed(What what, Closing closing, const std::string& method) {
+template <class What> What closed(What what, closure::Closing closing, const std::string& method) {
     switch (closing) {
-    case Closing::closed:
+    case closure::Closing::closed:
         return what;
-    case Closing::nothing_to_close:
+    case closure::Closing::nothing_to_close:
         throw py::value_error("a chain without beads cannot be closed");
-    case Closing::no_such_row:
-        throw py::value_error("direction must be from 0 to " + std::to_string(uniform_rows - 1));
-    case Closing::too_many_components:
+    case closure::Closing::no_such_row:
+        throw py::value_error("direction must be from 0 to " + std::to_string(closure::uniform_rows - 1));
+    case closure::Closing::too_many_components:
         throw py::value_error("too many chains to be closed together by method '" + method + "'");
-    case Closing::no_direction:
-    case Closing::no_arc:
+    case closure::Closing::no_direction:
+    case closure::Closing::no_arc:
         break;
     }
     throw py::value_error("method '" + method + "' finds no way around: centre and ends span no plane");
@@ -38,20 +38,21 @@ template <class What> What closed(What what, Closing closing, const std::string&
 py::tuple close_chain(const Doubles& xyz, const Ids& ids, const std::string& method, const Row& row,
                       double scale, std::uint64_t seed, std::uint64_t closure) {
     Chain chain = chain_of(xyz, ids);
-    Draw draw = Draws(seed, closure);
-    if (row && (*row < 0 || *row >= uniform_rows)) closed(chain, Closing::no_such_row, method);
+    closure::Draw draw = survey::Draws(seed, closure);
+    if (row && (*row < 0 || *row >= closure::uniform_rows))
+        closed(chain, closure::Closing::no_such_row, method);
     if (row) draw = [row] { return *row; };
-    Closing closing = Closing::closed;
+    closure::Closing closing = closure::Closing::closed;
     {
         const py::gil_scoped_release others;
-        if (method == name_of(Method::point))
-            closing = close_through_point(chain, scale, draw);
-        else if (method == name_of(Method::direction))
-            closing = close_in_random_direction(chain, draw);
-        else if (method == name_of(Method::two_points))
-            closing = close_by_arc(chain, scale, draw);
+        if (method == survey::name_of(survey::Method::point))
+            closing = closure::close_through_point(chain, scale, draw);
+        else if (method == survey::name_of(survey::Method::direction))
+            closing = closure::close_in_random_direction(chain, draw);
+        else if (method == survey::name_of(survey::Method::two_points))
+            closing = closure::close_by_arc(chain, scale, draw);
         else
-            closing = close_outside(chain, scale);
+            closing = closure::close_outside(chain, scale);
     }
     return arrays_of(closed(std::move(chain), closing, method));
 }
@@ -59,18 +60,18 @@ py::tuple close_chain(const Doubles& xyz, const Ids& ids, const std::string& met
 py::list close_structure(const py::sequence& components, const std::string& method, double scale,
                          std::uint64_t seed, std::uint64_t closure) {
     Structure structure = structure_of(components);
-    const Draw draw = Draws(seed, closure);
-    Closing closing = Closing::closed;
+    const closure::Draw draw = survey::Draws(seed, closure);
+    closure::Closing closing = closure::Closing::closed;
     {
         const py::gil_scoped_release others;
-        if (method == name_of(Method::point))
-            closing = close_through_points(structure, scale, draw);
-        else if (method == name_of(Method::direction))
-            closing = close_in_random_directions(structure, draw);
-        else if (method == name_of(Method::two_points))
-            closing = close_by_arcs(structure, scale, draw);
+        if (method == survey::name_of(survey::Method::point))
+            closing = closure::close_through_points(structure, scale, draw);
+        else if (method == survey::name_of(survey::Method::direction))
+            closing = closure::close_in_random_directions(structure, draw);
+        else if (method == survey::name_of(survey::Method::two_points))
+            closing = closure::close_by_arcs(structure, scale, draw);
         else
-            closing = close_outside(structure, scale);
+            closing = closure::close_outside(structure, scale);
     }
     return arrays_of(closed(std::move(structure), closing, method));
 }
@@ -97,11 +98,11 @@ std::size_t beads_of(const Structure& structure) {
 template <class What> What reduced(What what, bool closed) {
     if (beads_of(what) > many_beads)
         return in_background<What>([what = std::move(what), closed](Job&) mutable {
-            reduce(what, closed);
+            reduce::reduce(what, closed);
             return std::move(what);
         });
     const py::gil_scoped_release others;
-    reduce(what, closed);
+    reduce::reduce(what, closed);
     return what;
 }
 
@@ -120,7 +121,7 @@ py::list reduce_structure(const py::sequence& components, bool closed) {
 }
 
 py::array_t<double> project_chain(const Doubles& xyz, const Ids& ids, int direction, bool closed) {
-    const std::vector<Edge> edges = project(chain_of(xyz, ids), direction, closed);
+    const std::vector<Edge> edges = projection::project(chain_of(xyz, ids), direction, closed);
     py::array_t<double> result({static_cast<py::ssize_t>(edges.size()), py::ssize_t{2}, py::ssize_t{3}});
     double* to = result.mutable_data();
     for (const Edge& edge : edges)
@@ -190,11 +191,11 @@ void bind_operations(py::module_& module) {
     module.def("arc", [](const Doubles& start, const Doubles& end, const Doubles& centre, double radius,
                          std::int32_t id) {
         const auto one = [](const Doubles& point) { return points_of(point, 1).front(); };
-        return arrays_of(circle_arc(one(start), one(end), one(centre), radius, id).atoms);
+        return arrays_of(closure::circle_arc(one(start), one(end), one(centre), radius, id).atoms);
     });
     module.def("reduce", reduce_chain);
     module.def("reduce_together", reduce_structure);
     module.def("project", project_chain);
 }
 
-} // namespace loopwise
+} // namespace loopwise::python

@@ -2,24 +2,24 @@
 #include "draw/matrix.hpp"
 #include "draw/picture.hpp"
 
-#include "arrays.hpp"
-#include "module.hpp"
+#include "python/arrays.hpp"
+#include "python/module.hpp"
 
 #include <algorithm>
 
-namespace loopwise {
+namespace loopwise::python {
 namespace {
 
-std::vector<KnotCount> counts_of(const py::handle& knots) {
-    std::vector<KnotCount> counts;
+std::vector<survey::KnotCount> counts_of(const py::handle& knots) {
+    std::vector<survey::KnotCount> counts;
     for (const auto& [knot, closures] : knots.cast<py::dict>())
         counts.push_back({knot.cast<std::string>(), closures.cast<std::size_t>()});
     return counts;
 }
 
 /// The beads at these positions of a closed chain, of which the first are its own.
-Loop loop_at(const Chain& closed, const std::vector<std::size_t>& positions, std::size_t own) {
-    Loop loop;
+survey::Loop loop_at(const Chain& closed, const std::vector<std::size_t>& positions, std::size_t own) {
+    survey::Loop loop;
     for (const std::size_t position : positions) {
         loop.beads.push_back(closed.at(position));
         loop.beads.back().id = static_cast<std::int32_t>(position);
@@ -30,13 +30,13 @@ Loop loop_at(const Chain& closed, const std::vector<std::size_t>& positions, std
 
 /// As much of a result as its picture shows. Each component is the chain's name, its labels, the knots, the closed
 /// chain of the typical closure, and the positions that are left of it.
-Result result_of(const py::sequence& components, Method method, const py::dict& whole) {
-    Result result;
+survey::Result result_of(const py::sequence& components, survey::Method method, const py::dict& whole) {
+    survey::Result result;
     result.plan.method = method;
     result.whole.left = whole["left"].cast<std::map<std::size_t, std::size_t>>();
     result.whole.bare = whole["bare"].cast<std::size_t>();
     result.whole.knots = counts_of(whole["links"]);
-    Specimen typical;
+    survey::Specimen typical;
     typical.closure = whole["closure"].cast<std::size_t>();
     for (const py::handle component : components) {
         const auto [name, labels, knots, xyz, kept] = component.cast<
@@ -47,7 +47,7 @@ Result result_of(const py::sequence& components, Method method, const py::dict& 
         typical.closed.push_back(loop_at(closed, all, labels.size()));
         typical.reduced.push_back(loop_at(closed, kept, labels.size()));
 
-        ComponentTally tally;
+        survey::ComponentTally tally;
         tally.name =
             name.empty() && components.size() > 1 ? std::to_string(result.components.size() + 1) : name;
         tally.beads = labels.size();
@@ -55,7 +55,7 @@ Result result_of(const py::sequence& components, Method method, const py::dict& 
         tally.knots = counts_of(knots);
         const Chain open(closed.begin(), closed.begin() + static_cast<std::ptrdiff_t>(
                                                               std::min(labels.size(), closed.size())));
-        tally.bonds = bonds_of({name, open, labels});
+        tally.bonds = polymer::bonds_of({name, open, labels});
         result.whole.beads += tally.beads;
         result.components.push_back(std::move(tally));
     }
@@ -67,29 +67,29 @@ Result result_of(const py::sequence& components, Method method, const py::dict& 
 }
 
 std::string survey_picture(const py::sequence& components, const std::string& method, const py::dict& whole) {
-    const Result result = result_of(components, method_of(method), whole);
+    const survey::Result result = result_of(components, method_of(method), whole);
     const py::gil_scoped_release others;
-    return picture(result, std::nullopt);
+    return draw::picture(result, std::nullopt);
 }
 
 std::string chain_picture(const std::string& name, const Doubles& xyz,
                           const std::vector<std::string>& labels) {
-    const NamedChain chain{name, chain_of(xyz, std::nullopt), labels};
+    const polymer::NamedChain chain{name, chain_of(xyz, std::nullopt), labels};
     if (labels.size() != chain.beads.size() || labels.size() < 2)
         throw py::value_error("a chain of " + std::to_string(labels.size()) + " beads cannot be drawn");
     const py::gil_scoped_release others;
-    return picture(chain);
+    return draw::picture(chain);
 }
 
 using Stretches = py::array_t<std::uint16_t, py::array::forcecast>;
 
 /// Of each stretch the number of its knot and the closures that gave it, as in the package.
-FingerprintMatrix matrix_of(const Stretches& numbers, const Stretches& counts) {
+fingerprint::FingerprintMatrix matrix_of(const Stretches& numbers, const Stretches& counts) {
     if (numbers.ndim() != 2 || numbers.shape(0) != numbers.shape(1) || counts.ndim() != 2 ||
         counts.shape(0) != numbers.shape(0) || counts.shape(1) != numbers.shape(1))
         throw py::value_error("a number and a count are needed for every stretch");
     const auto beads = static_cast<std::size_t>(numbers.shape(0));
-    FingerprintMatrix matrix(beads, SIZE_MAX);
+    fingerprint::FingerprintMatrix matrix(beads, SIZE_MAX);
     const auto knot = numbers.unchecked<2>(), closures = counts.unchecked<2>();
     for (std::size_t first = 0; first < beads; ++first)
         for (std::size_t last = first; last < beads; ++last) {
@@ -101,32 +101,32 @@ FingerprintMatrix matrix_of(const Stretches& numbers, const Stretches& counts) {
 
 std::string fingerprint_picture(const Stretches& numbers, const Stretches& counts, const py::dict& given,
                                 const py::list& places) {
-    ChainFingerprint found{given["chain"].cast<std::string>(),
-                           "",
-                           given["labels"].cast<std::vector<std::string>>(),
-                           {},
-                           {},
-                           given["closures"].cast<std::size_t>(),
-                           given["step"].cast<std::size_t>(),
-                           0,
-                           given["names"].cast<std::vector<std::string>>(),
-                           matrix_of(numbers, counts),
-                           given["knot"].cast<std::string>(),
-                           given["share"].cast<double>(),
-                           {},
-                           {}};
+    fingerprint::ChainFingerprint found{given["chain"].cast<std::string>(),
+                                        "",
+                                        given["labels"].cast<std::vector<std::string>>(),
+                                        {},
+                                        {},
+                                        given["closures"].cast<std::size_t>(),
+                                        given["step"].cast<std::size_t>(),
+                                        0,
+                                        given["names"].cast<std::vector<std::string>>(),
+                                        matrix_of(numbers, counts),
+                                        given["knot"].cast<std::string>(),
+                                        given["share"].cast<double>(),
+                                        {},
+                                        {}};
     found.borders_within = given["borders_within"].cast<std::size_t>();
     for (const py::handle place : places) {
         const auto [knot, first, last, slipknot] =
             place.cast<std::tuple<std::string, std::size_t, std::size_t, bool>>();
-        KnotPlace shown;
+        fingerprint::KnotPlace shown;
         shown.knot = knot;
-        shown.core = Stretch{first, last};
+        shown.core = fingerprint::Stretch{first, last};
         shown.slipknot = slipknot;
         found.places.push_back(std::move(shown));
     }
     const py::gil_scoped_release others;
-    return matrix_picture(found, found.places);
+    return draw::matrix_picture(found, found.places);
 }
 
 } // namespace
@@ -137,4 +137,4 @@ void bind_pictures(py::module_& module) {
     module.def("fingerprint_picture", fingerprint_picture);
 }
 
-} // namespace loopwise
+} // namespace loopwise::python

@@ -1,15 +1,15 @@
 // Surveys of chains, of structures and of frames.
 #include "survey/survey.hpp"
 
-#include "background.hpp"
-#include "module.hpp"
+#include "python/background.hpp"
+#include "python/module.hpp"
 #include "survey/parallel.hpp"
 
 #include <algorithm>
 #include <map>
 #include <unordered_map>
 
-namespace loopwise {
+namespace loopwise::python {
 namespace {
 
 /// What each closure left of every component, and the numbers of the knots, by row. Knots are numbered as they come.
@@ -19,17 +19,17 @@ struct Rows {
 };
 
 struct Survey {
-    Result result;
+    survey::Result result;
     Rows rows;
 };
 
-class SurveyWatcher final : public Watcher {
+class SurveyWatcher final : public survey::Watcher {
   public:
     SurveyWatcher(Job& job, Rows& rows) : job_(job), rows_(rows) {}
     void closure_at(std::size_t, double part) override { part < 1.0 ? job_.look() : job_.step(); }
-    void closure_counted(const Specimen& specimen) override {
+    void closure_counted(const survey::Specimen& specimen) override {
         rows_.closures.push_back(static_cast<std::int64_t>(specimen.closure));
-        for (const Loop& loop : specimen.reduced)
+        for (const survey::Loop& loop : specimen.reduced)
             rows_.left.push_back(static_cast<std::int64_t>(loop.beads.size()));
         for (const std::string& knot : specimen.knots) {
             const auto next = static_cast<std::int64_t>(rows_.numbers.size());
@@ -42,15 +42,15 @@ class SurveyWatcher final : public Watcher {
     Rows& rows_;
 };
 
-Survey surveyed(const Molecule& molecule, const Plan& plan, Job& job) {
-    Survey survey;
-    SurveyWatcher watcher(job, survey.rows);
-    survey.result = loopwise::survey(molecule, plan_for(molecule, plan), watcher);
-    return survey;
+Survey surveyed(const polymer::Molecule& molecule, const survey::Plan& plan, Job& job) {
+    Survey made;
+    SurveyWatcher watcher(job, made.rows);
+    made.result = survey::survey(molecule, survey::plan_for(molecule, plan), watcher);
+    return made;
 }
 
-Plan plan_of(const py::dict& given) {
-    Plan plan;
+survey::Plan plan_of(const py::dict& given) {
+    survey::Plan plan;
     plan.method = method_of(given["method"].cast<std::string>());
     plan.closures = given["closures"].cast<std::size_t>();
     plan.scale = given["scale"].cast<double>();
@@ -61,29 +61,29 @@ Plan plan_of(const py::dict& given) {
     return plan;
 }
 
-Molecule molecule_of(const py::sequence& components) {
-    Molecule molecule;
+polymer::Molecule molecule_of(const py::sequence& components) {
+    polymer::Molecule molecule;
     for (Chain& chain : structure_of(components)) {
-        std::vector<std::string> labels = labels_of(chain);
+        std::vector<std::string> labels = polymer::labels_of(chain);
         molecule.chains.push_back({"", std::move(chain), std::move(labels)});
     }
     return molecule;
 }
 
-py::dict dict_of(const std::vector<KnotCount>& counts) {
+py::dict dict_of(const std::vector<survey::KnotCount>& counts) {
     py::dict knots;
-    for (const KnotCount& count : counts) knots[py::str(count.knot)] = count.closures;
+    for (const survey::KnotCount& count : counts) knots[py::str(count.knot)] = count.closures;
     return knots;
 }
 
 /// Two chains -> linking number -> closures.
-py::dict linking_numbers_of(const std::vector<PairTally>& pairs) {
+py::dict linking_numbers_of(const std::vector<survey::PairTally>& pairs) {
     py::dict numbers;
-    for (const PairTally& pair : pairs) numbers[py::make_tuple(pair.one, pair.other)] = pair.numbers;
+    for (const survey::PairTally& pair : pairs) numbers[py::make_tuple(pair.one, pair.other)] = pair.numbers;
     return numbers;
 }
 
-py::dict dict_of(const ComponentTally& tally) {
+py::dict dict_of(const survey::ComponentTally& tally) {
     py::dict result;
     result["beads"] = tally.beads;
     result["left"] = tally.left;
@@ -98,7 +98,7 @@ py::dict dict_of(const ComponentTally& tally) {
 }
 
 /// The closure, and for every component the closed chain and the positions in it that are left.
-py::object tuple_of(const Specimen* specimen) {
+py::object tuple_of(const survey::Specimen* specimen) {
     if (!specimen) return py::none();
     py::list components;
     for (std::size_t i = 0; i < specimen->closed.size(); ++i)
@@ -133,16 +133,16 @@ py::tuple tables_of(const Rows& rows, std::size_t width) {
 }
 
 py::dict dict_of(const Survey& survey) {
-    const Result& result = survey.result;
+    const survey::Result& result = survey.result;
     py::list components;
-    for (const ComponentTally& tally : result.components) components.append(dict_of(tally));
+    for (const survey::ComponentTally& tally : result.components) components.append(dict_of(tally));
     py::dict dict;
     dict["components"] = components;
     dict["left"] = result.whole.left;
     dict["bare"] = result.whole.bare;
     dict["links"] = dict_of(result.whole.knots);
     dict["linking_numbers"] = linking_numbers_of(result.pairs);
-    dict["method"] = name_of(result.plan.method);
+    dict["method"] = survey::name_of(result.plan.method);
     dict["closures"] = result.plan.closures;
     dict["failed"] = result.failed;
     dict["counted"] = result.counted();
@@ -154,15 +154,15 @@ py::dict dict_of(const Survey& survey) {
 /// Closures of so few beads are short steps.
 constexpr std::size_t few_beads = 500;
 
-bool is_small(const Molecule& molecule) {
+bool is_small(const polymer::Molecule& molecule) {
     std::size_t beads = 0;
-    for (const NamedChain& named : molecule.chains) beads += named.beads.size();
+    for (const polymer::NamedChain& named : molecule.chains) beads += named.beads.size();
     return beads <= few_beads;
 }
 
 py::dict survey_molecule(const py::sequence& components, const py::dict& given, const py::object& progress) {
-    const Plan plan = plan_of(given);
-    Molecule molecule = molecule_of(components);
+    const survey::Plan plan = plan_of(given);
+    polymer::Molecule molecule = molecule_of(components);
     const bool here = is_small(molecule);
     const auto work = [molecule = std::move(molecule), plan](Job& job) {
         job.plan(plan.closures);
@@ -173,18 +173,18 @@ py::dict survey_molecule(const py::sequence& components, const py::dict& given, 
 
 /// Threads take frames first; those that find none help with the closures of a frame.
 py::list survey_frames(const py::sequence& frames, const py::dict& given, const py::object& progress) {
-    Plan plan = plan_of(given);
-    std::vector<Molecule> molecules;
+    survey::Plan plan = plan_of(given);
+    std::vector<polymer::Molecule> molecules;
     for (const py::handle frame : frames) molecules.push_back(molecule_of(frame.cast<py::sequence>()));
     const auto surveys = in_background<std::vector<Survey>>(
         [molecules = std::move(molecules), plan](Job& job) {
             const auto threads_over_frames =
                 static_cast<unsigned>(std::min<std::size_t>(std::max(plan.threads, 1U), molecules.size()));
-            Plan plan_of_frame = plan;
+            survey::Plan plan_of_frame = plan;
             plan_of_frame.threads = plan.threads / std::max(threads_over_frames, 1U);
             job.plan(plan.closures * molecules.size());
             std::vector<Survey> done(molecules.size());
-            in_parallel(molecules.size(), threads_over_frames, [&](std::size_t i, std::size_t) {
+            survey::in_parallel(molecules.size(), threads_over_frames, [&](std::size_t i, std::size_t) {
                 done[i] = surveyed(molecules[i], plan_of_frame, job);
             });
             return done;
@@ -197,10 +197,11 @@ py::list survey_frames(const py::sequence& frames, const py::dict& given, const 
 
 } // namespace
 
-Method method_of(const std::string& name) {
-    for (const Method method : {Method::directions, Method::point, Method::direction, Method::two_points,
-                                Method::outside, Method::ring})
-        if (name == name_of(method)) return method;
+survey::Method method_of(const std::string& name) {
+    for (const survey::Method method :
+         {survey::Method::directions, survey::Method::point, survey::Method::direction,
+          survey::Method::two_points, survey::Method::outside, survey::Method::ring})
+        if (name == survey::name_of(method)) return method;
     throw py::value_error("there is no method '" + name + "'");
 }
 
@@ -209,4 +210,4 @@ void bind_survey(py::module_& module) {
     module.def("survey_frames", survey_frames);
 }
 
-} // namespace loopwise
+} // namespace loopwise::python

@@ -1,26 +1,26 @@
 #include "survey/close.hpp"
 
-#include "survey/draws.hpp"
+#include "survey/closure_rng.hpp"
 
-namespace loopwise {
+namespace loopwise::survey {
 
-Closing close_chain(Chain& chain, const Plan& plan, std::size_t closure) {
-    const Draw draw = Draws(plan.seed, closure);
+closure::Closing close_chain(Chain& chain, const Plan& plan, std::size_t closure) {
+    const closure::Draw draw = Draws(plan.seed, closure);
     switch (plan.method) {
     case Method::directions:
-        return close_in_direction(chain, static_cast<int>(closure));
+        return closure::close_in_direction(chain, static_cast<int>(closure));
     case Method::point:
-        return close_through_point(chain, plan.scale, draw);
+        return closure::close_through_point(chain, plan.scale, draw);
     case Method::direction:
-        return close_in_random_direction(chain, draw);
+        return closure::close_in_random_direction(chain, draw);
     case Method::two_points:
-        return close_by_arc(chain, plan.scale, draw);
+        return closure::close_by_arc(chain, plan.scale, draw);
     case Method::outside:
-        return close_outside(chain, plan.scale);
+        return closure::close_outside(chain, plan.scale);
     case Method::ring:
-        return Closing::closed;
+        return closure::Closing::closed;
     }
-    return Closing::no_such_row;
+    return closure::Closing::no_such_row;
 }
 
-} // namespace loopwise
+} // namespace loopwise::survey

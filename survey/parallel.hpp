@@ -10,7 +10,7 @@
 #include <mutex>
 #include <vector>
 
-namespace loopwise {
+namespace loopwise::survey {
 
 /// Runs work(worker) on the calling thread, which is worker 0, and on threads - 1 more, or as many as can be
 /// started. What one of them throws reaches the caller after all have ended.
@@ -155,4 +155,4 @@ void in_parallel_and_in_order(std::size_t count, unsigned threads, std::size_t p
     });
 }
 
-} // namespace loopwise
+} // namespace loopwise::survey

@@ -1,10 +1,10 @@
 #include "survey/plan.hpp"
 
-#include "closure/closures.hpp"
+#include "src/closure/closures.hpp"
 
 #include <cstdint>
 
-namespace loopwise {
+namespace loopwise::survey {
 
 const char* name_of(Method method) {
     switch (method) {
@@ -37,11 +37,11 @@ std::size_t most_components(Method method) {
     case Method::directions:
         return 0;
     case Method::point:
-        return most_components_through_points;
+        return closure::most_components_through_points;
     case Method::direction:
-        return most_components_in_directions;
+        return closure::most_components_in_directions;
     case Method::two_points:
-        return most_components_by_arcs;
+        return closure::most_components_by_arcs;
     case Method::outside:
     case Method::ring:
         break;
@@ -49,4 +49,4 @@ std::size_t most_components(Method method) {
     return SIZE_MAX;
 }
 
-} // namespace loopwise
+} // namespace loopwise::survey

@@ -1,17 +1,17 @@
 #include "survey/survey.hpp"
 
-#include "closure/closures.hpp"
 #include "knots/knot.hpp"
 #include "knots/links.hpp"
-#include "reduce/reduction.hpp"
+#include "src/closure/closures.hpp"
+#include "src/reduce/reduction.hpp"
 #include "survey/close.hpp"
-#include "survey/draws.hpp"
+#include "survey/closure_rng.hpp"
 #include "survey/parallel.hpp"
 
 #include <algorithm>
 #include <stdexcept>
 
-namespace loopwise {
+namespace loopwise::survey {
 namespace {
 
 /// So many closures of a thread wait at most to be counted, and so many beads where a thread has a few closures: few
@@ -27,26 +27,26 @@ struct Outcome {
 /// What a thread works with.
 struct Bench {
     Structure loops, reduced;
-    KnotNamer namer;
+    knots::KnotNamer namer;
 };
 
-Closing close_structure(Structure& structure, const Plan& plan, std::size_t closure) {
-    const Draw draw = Draws(plan.seed, closure);
+closure::Closing close_structure(Structure& structure, const Plan& plan, std::size_t closure) {
+    const closure::Draw draw = Draws(plan.seed, closure);
     switch (plan.method) {
     case Method::directions:
         break;
     case Method::point:
-        return close_through_points(structure, plan.scale, draw);
+        return closure::close_through_points(structure, plan.scale, draw);
     case Method::direction:
-        return close_in_random_directions(structure, draw);
+        return closure::close_in_random_directions(structure, draw);
     case Method::two_points:
-        return close_by_arcs(structure, plan.scale, draw);
+        return closure::close_by_arcs(structure, plan.scale, draw);
     case Method::outside:
-        return close_outside(structure, plan.scale);
+        return closure::close_outside(structure, plan.scale);
     case Method::ring:
-        return Closing::closed;
+        return closure::Closing::closed;
     }
-    return Closing::too_many_components;
+    return closure::Closing::too_many_components;
 }
 
 /// Closed beads are numbered by position: a closure numbers what it appends by rules of its own.
@@ -55,13 +55,14 @@ void number_by_position(Chain& chain) {
     for (ChainAtom& bead : chain) bead.id = position++;
 }
 
-void name_knots(const Structure& reduced, KnotNamer& namer, Specimen& specimen) {
+void name_knots(const Structure& reduced, knots::KnotNamer& namer, Specimen& specimen) {
     specimen.knots.resize(reduced.size());
     for (std::size_t i = 0; i < reduced.size(); ++i) specimen.knots[i] = namer.name(reduced[i]).text();
-    if (reduced.size() == 2) specimen.link = link_of(reduced[0], reduced[1]).text();
+    if (reduced.size() == 2) specimen.link = knots::link_of(reduced[0], reduced[1]).text();
     if (reduced.size() > 1 && reduced.size() <= most_linked_chains)
         specimen.linking =
-            linking_of(std::vector<std::span<const ChainAtom>>(reduced.begin(), reduced.end())).numbers;
+            knots::linking_of(std::vector<std::span<const ChainAtom>>(reduced.begin(), reduced.end()))
+                .numbers;
 }
 
 /// How many of the beads are the chain's own, which come first.
@@ -81,16 +82,16 @@ void make(Outcome& outcome, const Structure& open, const Plan& plan, std::size_t
     bench.loops.resize(open.size());
     for (std::size_t i = 0; i < open.size(); ++i) bench.loops[i].swap(specimen.closed[i].beads);
     bench.loops = open;
-    const Closing closing = plan.together ? close_structure(bench.loops, plan, closure)
-                                          : close_chain(bench.loops.front(), plan, closure);
-    outcome.closed = closing == Closing::closed;
+    const closure::Closing closing = plan.together ? close_structure(bench.loops, plan, closure)
+                                                   : close_chain(bench.loops.front(), plan, closure);
+    outcome.closed = closing == closure::Closing::closed;
     if (!outcome.closed) return;
     for (Chain& loop : bench.loops) number_by_position(loop);
     bench.reduced = bench.loops;
     if (plan.together)
-        reduce(bench.reduced, true);
+        reduce::reduce(bench.reduced, true);
     else
-        reduce(bench.reduced.front(), true);
+        reduce::reduce(bench.reduced.front(), true);
     if (plan.name_knots) name_knots(bench.reduced, bench.namer, specimen);
     for (std::size_t i = 0; i < open.size(); ++i) {
         specimen.closed[i].beads.swap(bench.loops[i]);
@@ -145,17 +146,17 @@ void sort(std::vector<KnotCount>& knots) {
     });
 }
 
-Result empty_result(const Molecule& molecule, const Plan& plan) {
+Result empty_result(const polymer::Molecule& molecule, const Plan& plan) {
     Result result;
     result.file = molecule.file;
     result.model = molecule.model;
     result.notes = molecule.notes;
     result.plan = plan;
-    for (const NamedChain& named : molecule.chains) {
+    for (const polymer::NamedChain& named : molecule.chains) {
         ComponentTally tally;
         tally.name = named.name;
         tally.beads = named.beads.size();
-        tally.bonds = bonds_of(named);
+        tally.bonds = polymer::bonds_of(named);
         tally.kind = named.kind;
         tally.labels = named.labels;
         tally.notes = named.notes;
@@ -173,8 +174,8 @@ Result empty_result(const Molecule& molecule, const Plan& plan) {
     return result;
 }
 
-void refuse_impossible(const Molecule& molecule, const Plan& plan) {
-    const auto is_empty = [](const NamedChain& named) { return named.beads.empty(); };
+void refuse_impossible(const polymer::Molecule& molecule, const Plan& plan) {
+    const auto is_empty = [](const polymer::NamedChain& named) { return named.beads.empty(); };
     if (molecule.chains.empty() || std::any_of(molecule.chains.begin(), molecule.chains.end(), is_empty))
         throw std::invalid_argument("there is no bead to survey");
     if (plan.together && molecule.chains.size() > most_components(plan.method))
@@ -185,8 +186,9 @@ void refuse_impossible(const Molecule& molecule, const Plan& plan) {
         throw std::invalid_argument("several chains are surveyed one by one or together");
     if (plan.method == Method::ring && plan.closures != 1)
         throw std::invalid_argument("a ring is reduced once, as it is");
-    if (plan.method == Method::directions && plan.closures > uniform_rows)
-        throw std::invalid_argument("there are only " + std::to_string(uniform_rows) + " directions");
+    if (plan.method == Method::directions && plan.closures > closure::uniform_rows)
+        throw std::invalid_argument("there are only " + std::to_string(closure::uniform_rows) +
+                                    " directions");
 }
 
 } // namespace
@@ -208,8 +210,8 @@ const Specimen* Result::typical() const {
     return smallest ? &*smallest : nullptr;
 }
 
-Plan plan_for(const Molecule& molecule, const Plan& plan) {
-    const auto rings = std::count_if(molecule.chains.begin(), molecule.chains.end(), is_ring);
+Plan plan_for(const polymer::Molecule& molecule, const Plan& plan) {
+    const auto rings = std::count_if(molecule.chains.begin(), molecule.chains.end(), polymer::is_ring);
     if (rings == 0 || plan.method == Method::ring) return plan;
     const auto all = static_cast<std::ptrdiff_t>(molecule.chains.size());
     if (rings < all)
@@ -221,14 +223,14 @@ Plan plan_for(const Molecule& molecule, const Plan& plan) {
     return as_it_is;
 }
 
-Result survey(const Molecule& given, const Plan& plan, Watcher& watcher) {
+Result survey(const polymer::Molecule& given, const Plan& plan, Watcher& watcher) {
     refuse_impossible(given, plan);
-    Molecule molecule = given;
-    for (NamedChain& named : molecule.chains)
-        if (plan.method == Method::ring && is_ring(named)) drop_repeated_end(named);
+    polymer::Molecule molecule = given;
+    for (polymer::NamedChain& named : molecule.chains)
+        if (plan.method == Method::ring && polymer::is_ring(named)) polymer::drop_repeated_end(named);
     Result result = empty_result(molecule, plan);
     Structure open;
-    for (const NamedChain& named : molecule.chains) open.push_back(named.beads);
+    for (const polymer::NamedChain& named : molecule.chains) open.push_back(named.beads);
 
     const std::size_t threads = std::max(plan.threads, 1U);
     std::vector<Bench> benches(threads);
@@ -253,4 +255,4 @@ Result survey(const Molecule& given, const Plan& plan, Watcher& watcher) {
     return result;
 }
 
-} // namespace loopwise
+} // namespace loopwise::survey

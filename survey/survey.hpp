@@ -2,13 +2,13 @@
 // nothing, reads no file, and leaves the process's generator alone.
 #pragma once
 
-#include "survey/molecule.hpp"
+#include "polymer/molecule.hpp"
 #include "survey/plan.hpp"
 
 #include <map>
 #include <optional>
 
-namespace loopwise {
+namespace loopwise::survey {
 
 /// The beads that the reduction leaves of a loop when nothing holds it.
 inline constexpr std::size_t bare_loop = 3;
@@ -59,8 +59,8 @@ struct PairTally {
 inline constexpr std::size_t most_linked_chains = 100;
 
 struct ComponentTally : Tally {
-    Bonds bonds;
-    BeadKind kind = BeadKind::any;
+    polymer::Bonds bonds;
+    polymer::BeadKind kind = polymer::BeadKind::any;
     std::vector<std::string> labels; ///< of the beads
     std::vector<std::string> notes;  ///< about the chain, see NamedChain
     struct Smallest {
@@ -106,11 +106,11 @@ class Watcher {
 
 /// The plan for this molecule: chains that are stored as rings are reduced as they are. Throws
 /// std::invalid_argument when only some chains of a structure are rings.
-Plan plan_for(const Molecule& molecule, const Plan& plan);
+Plan plan_for(const polymer::Molecule& molecule, const Plan& plan);
 
 /// The same result for any number of threads. Throws std::invalid_argument when the molecule has no chain
 /// or an empty one, more components than the method can close, or, for Method::directions, more closures
 /// than rows; and what the watcher throws.
-Result survey(const Molecule& molecule, const Plan& plan, Watcher& watcher);
+Result survey(const polymer::Molecule& molecule, const Plan& plan, Watcher& watcher);
 
-} // namespace loopwise
+} // namespace loopwise::survey

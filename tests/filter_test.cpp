@@ -1,4 +1,4 @@
-#include "reduce/reduction.hpp"
+#include "src/reduce/reduction.hpp"
 #include "support/chains.hpp"
 #include "support/literal.hpp"
 
@@ -12,8 +12,8 @@
 
 namespace {
 
-using loopwise::Frame;
-using loopwise::Triangle;
+using loopwise::reduce::Frame;
+using loopwise::reduce::Triangle;
 
 /// Points as a kernel reads them: segments from each even one to the next.
 struct Segments {
@@ -23,10 +23,11 @@ struct Segments {
             x[i] = static_cast<float>(p.x), y[i] = static_cast<float>(p.y), z[i] = static_cast<float>(p.z);
         }
     }
-    std::array<float, 128 + loopwise::position_padding> x{}, y{}, z{};
+    std::array<float, 128 + loopwise::reduce::position_padding> x{}, y{}, z{};
 
-    std::vector<std::size_t> candidates(loopwise::FindCandidates find, const loopwise::Filter& filter,
-                                        std::size_t begin, std::size_t end) const {
+    std::vector<std::size_t> candidates(loopwise::reduce::FindCandidates find,
+                                        const loopwise::reduce::Filter& filter, std::size_t begin,
+                                        std::size_t end) const {
         return all_of(
             [&](std::size_t from) {
                 return find(filter, {x.data(), y.data(), z.data()}, from, end);
@@ -39,7 +40,7 @@ struct Segments {
     static std::vector<std::size_t> all_of(Find find, std::size_t begin, std::size_t end) {
         std::vector<std::size_t> all;
         while (begin < end) {
-            const loopwise::Candidates found = find(begin);
+            const loopwise::reduce::Candidates found = find(begin);
             begin = found.first;
             for (std::uint32_t lanes = found.lanes; lanes != 0; lanes &= lanes - 1) {
                 begin = found.first + static_cast<std::size_t>(std::countr_zero(lanes));
@@ -86,7 +87,7 @@ void add_parallel(std::vector<PointR3>& points, const Triangle& t, chains::Rando
 Frame around(const std::vector<PointR3>& points) {
     Chain chain;
     for (const PointR3& p : points) chain.push_back({p.x, p.y, p.z, 0});
-    loopwise::Extent extent;
+    loopwise::reduce::Extent extent;
     extent.widen(chain);
     return extent.frame();
 }
@@ -98,7 +99,8 @@ Chain atoms_at(const std::vector<PointR3>& points) {
     return chain;
 }
 
-std::vector<float> rows(loopwise::PutPositions put, const Frame& frame, const std::vector<PointR3>& points) {
+std::vector<float> rows(loopwise::reduce::PutPositions put, const Frame& frame,
+                        const std::vector<PointR3>& points) {
     const Chain chain = atoms_at(points);
     std::vector<float> row(3 * chain.size());
     put(frame, chain, &row[0], &row[chain.size()], &row[2 * chain.size()]);
@@ -134,17 +136,17 @@ TEST(Filter, NeverDropsWhatMeetsTheTriangle) {
         t = {points[124], points[125], points[126]};
 
         const Frame frame = around(points);
-        const loopwise::Filter filter = filter_of(t, frame);
+        const loopwise::reduce::Filter filter = filter_of(t, frame);
         const Segments segments(frame, points);
         const std::size_t begin = static_cast<std::size_t>(random.below(20)), end = 126 - begin / 2;
-        for (const loopwise::InstructionSet set : loopwise::available_instruction_sets()) {
-            ASSERT_EQ(rows(loopwise::kernels(set).put_positions, frame, points),
-                      rows(loopwise::statement(set).put_positions, frame, points))
+        for (const loopwise::model::InstructionSet set : loopwise::model::available_instruction_sets()) {
+            ASSERT_EQ(rows(loopwise::reduce::kernels(set).put_positions, frame, points),
+                      rows(loopwise::reduce::statement(set).put_positions, frame, points))
                 << name(set);
             const auto candidates =
-                segments.candidates(loopwise::kernels(set).find_candidates, filter, begin, end);
-            ASSERT_EQ(candidates,
-                      segments.candidates(loopwise::statement(set).find_candidates, filter, begin, end))
+                segments.candidates(loopwise::reduce::kernels(set).find_candidates, filter, begin, end);
+            ASSERT_EQ(candidates, segments.candidates(loopwise::reduce::statement(set).find_candidates,
+                                                      filter, begin, end))
                 << name(set);
             for (std::size_t j = begin; j < end; ++j) {
                 const bool candidate = std::binary_search(candidates.begin(), candidates.end(), j);
@@ -154,7 +156,7 @@ TEST(Filter, NeverDropsWhatMeetsTheTriangle) {
             }
         }
     }
-    const int sets = static_cast<int>(loopwise::available_instruction_sets().size());
+    const int sets = static_cast<int>(loopwise::model::available_instruction_sets().size());
     EXPECT_GT(dropped / sets, 60000); // it is of use even here
     EXPECT_GT(kept / sets, 60000);
 }
@@ -172,18 +174,18 @@ TEST(Filter, GroupsMissNothing) {
         };
         const Triangle t{corner(), corner(), corner()};
         std::vector<PointR3> points;
-        for (std::size_t i = 0; i < loopwise::group_size; ++i)
+        for (std::size_t i = 0; i < loopwise::reduce::group_size; ++i)
             whole ? add_parallel(points, t, random) : add_critical(points, t, random.direction(), 3, random);
         const std::size_t segments = points.size() / 2;
         points.insert(points.end(), {t.t0, t.t1, t.t2});
         const PointR3* const corners = &points[2 * segments];
         const Frame frame = around(points);
-        const loopwise::Filter filter = filter_of(t, frame);
+        const loopwise::reduce::Filter filter = filter_of(t, frame);
         if (!filter.has_normal()) continue;
 
-        loopwise::BoxGroup boxes;
-        loopwise::DirectionGroup directions;
-        loopwise::SegmentGroup group;
+        loopwise::reduce::BoxGroup boxes;
+        loopwise::reduce::DirectionGroup directions;
+        loopwise::reduce::SegmentGroup group;
         float shortest = 1;
         for (std::size_t j = 0; j < segments; ++j) {
             const PointR3 p = frame(points[2 * j]), q = frame(points[2 * j + 1]), d = minus(q, p);
@@ -199,17 +201,18 @@ TEST(Filter, GroupsMissNothing) {
             if (!along_x) directions.v[j] = directions.w[j] = NAN; // which is never passed over
             if (along_x) shortest = std::min(shortest, static_cast<float>(std::fabs(d.x)));
         }
-        const loopwise::BoxFilter box_filter(filter, {frame(t.t0), frame(t.t1), frame(t.t2)});
-        const loopwise::Turn turn{filter.height.x, filter.height.y, filter.height.z,
-                                  most_turn(filter, shortest)};
+        const loopwise::reduce::BoxFilter box_filter(filter, {frame(t.t0), frame(t.t1), frame(t.t2)});
+        const loopwise::reduce::Turn turn{filter.height.x, filter.height.y, filter.height.z,
+                                          most_turn(filter, shortest)};
         const auto in = [](auto find, const auto& what,
-                           const auto& where) -> std::bitset<loopwise::group_size> {
-            const loopwise::Candidates candidates = find(what, &where, 0, 1);
+                           const auto& where) -> std::bitset<loopwise::reduce::group_size> {
+            const loopwise::reduce::Candidates candidates = find(what, &where, 0, 1);
             EXPECT_EQ(candidates.first, candidates.lanes == 0 ? 1U : 0U);
-            return std::bitset<loopwise::group_size>(candidates.lanes);
+            return std::bitset<loopwise::reduce::group_size>(candidates.lanes);
         };
-        for (const loopwise::InstructionSet set : loopwise::available_instruction_sets()) {
-            const loopwise::Kernels kernels = loopwise::kernels(set), stated = loopwise::statement(set);
+        for (const loopwise::model::InstructionSet set : loopwise::model::available_instruction_sets()) {
+            const loopwise::reduce::Kernels kernels = loopwise::reduce::kernels(set),
+                                            stated = loopwise::reduce::statement(set);
             const auto near = in(kernels.find_boxes, box_filter, boxes);
             const auto turned = in(kernels.find_directions, turn, directions);
             const auto both_ends = in(kernels.find_segments, filter, group);
@@ -225,7 +228,7 @@ TEST(Filter, GroupsMissNothing) {
             }
         }
     }
-    const int sets = static_cast<int>(loopwise::available_instruction_sets().size());
+    const int sets = static_cast<int>(loopwise::model::available_instruction_sets().size());
     EXPECT_GT(passed_over / sets, 3000);
     EXPECT_GT(parallel / sets, 3000);
 }

@@ -1,10 +1,10 @@
-#include "survey/fingerprint.hpp"
+#include "fingerprint/fingerprint.hpp"
 
-#include "closure/closures.hpp"
-#include "closure/point_tables.hpp"
+#include "fingerprint/grid.hpp"
 #include "knots/knot.hpp"
-#include "reduce/reduction.hpp"
-#include "survey/fingerprint_grid.hpp"
+#include "src/closure/closures.hpp"
+#include "src/closure/point_tables.hpp"
+#include "src/reduce/reduction.hpp"
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,11 @@
 #include <random>
 #include <set>
 
-using namespace loopwise;
+using namespace loopwise::closure;
+using namespace loopwise::reduce;
+using namespace loopwise::knots;
+using namespace loopwise::fingerprint;
+using namespace loopwise::polymer;
 
 namespace {
 

@@ -33,9 +33,9 @@ TEST_P(Traces, StayTheKnotsThatTheyAre) {
     for (int row = 0; row < 400; row += effort::less, ++directions) {
         Chain ring = open;
         ASSERT_EQ(CloseChain_1direction_NoRandom(ring, row), 0);
-        const std::string before = loopwise::knot_of(ring).text();
+        const std::string before = loopwise::knots::knot_of(ring).text();
         const int left = ChainReduce(ring, true);
-        ASSERT_EQ(loopwise::knot_of(ring).text(), before)
+        ASSERT_EQ(loopwise::knots::knot_of(ring).text(), before)
             << GetParam().name << " closed in direction " << row;
         EXPECT_TRUE(left > 3 || before == "0_1");
         as_expected += before == GetParam().knot;
@@ -55,9 +55,9 @@ TEST(Entanglement, OfRandomRingsIsKept) {
         const bool compact = i % 2 == 0;
         Chain ring = chains::make(compact ? chains::Kind::compact : chains::Kind::tangle,
                                   compact ? 60 + i : 10 + i / 8, random);
-        const loopwise::KnotName before = loopwise::knot_of(ring);
+        const loopwise::knots::KnotName before = loopwise::knots::knot_of(ring);
         ChainReduce(ring, true);
-        const loopwise::KnotName after = loopwise::knot_of(ring);
+        const loopwise::knots::KnotName after = loopwise::knots::knot_of(ring);
         ASSERT_EQ(after.jones, before.jones) << "ring " << i;
         ASSERT_EQ(after.alexander, before.alexander) << "ring " << i;
         knotted += before.crossings > 2;
@@ -74,7 +74,7 @@ TEST(Entanglement, OfTwoRingsIsKept) {
         for (ChainAtom& atom : rings[1]) atom.x += 5, atom.y += 0.013;
         const auto numbers = [&rings] {
             const std::vector<std::span<const ChainAtom>> loops(rings.begin(), rings.end());
-            return loopwise::linking_of(loops).numbers;
+            return loopwise::knots::linking_of(loops).numbers;
         };
         const std::vector<int> before = numbers();
         ASSERT_EQ(before.size(), 1U);

@@ -21,7 +21,7 @@
 
 namespace {
 
-using namespace loopwise;
+using namespace loopwise::knots;
 
 template <class Curve> Chain sampled(int beads, Curve curve) {
     Chain chain;
@@ -142,7 +142,7 @@ TEST(Table, HoldsThePublishedKnotsWithBothHands) {
         EXPECT_EQ(v->twice_lowest, 2 * row.lowest);
         EXPECT_EQ(v->twice_highest(), 2 * row.highest);
         EXPECT_EQ(determinant(*delta), row.determinant);
-        EXPECT_EQ(loopwise::mirrored(*delta), *delta);
+        EXPECT_EQ(loopwise::knots::mirrored(*delta), *delta);
         EXPECT_EQ(std::accumulate(delta->coefficients.begin(), delta->coefficients.end(), std::int64_t{0}),
                   1);
 

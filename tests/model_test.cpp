@@ -1,4 +1,4 @@
-#include "model/diameter.hpp"
+#include "src/model/diameter.hpp"
 #include "support/capture.hpp"
 #include "support/chains.hpp"
 
@@ -59,13 +59,13 @@ TEST(Measures, EveryKernelFindsTheFarthest) {
         std::vector<double> x, y, z;
         for (const ChainAtom& atom : chains::make(kind, 64, random))
             x.push_back(atom.x), y.push_back(atom.y), z.push_back(atom.z);
-        for (std::size_t count = 0; count <= 64; count += loopwise::distance_lanes)
-            for (const loopwise::InstructionSet set : loopwise::available_instruction_sets()) {
-                const loopwise::Positions positions{x.data(), y.data(), z.data(), count};
+        for (std::size_t count = 0; count <= 64; count += loopwise::model::distance_lanes)
+            for (const loopwise::model::InstructionSet set : loopwise::model::available_instruction_sets()) {
+                const loopwise::model::Positions positions{x.data(), y.data(), z.data(), count};
                 const double known = count == 64 ? 3.0 : 0.0;
-                EXPECT_EQ(
-                    loopwise::farthest_square(set)(positions, {1, 2, 3}, known),
-                    loopwise::farthest_square(loopwise::InstructionSet::plain)(positions, {1, 2, 3}, known))
+                EXPECT_EQ(loopwise::model::farthest_square(set)(positions, {1, 2, 3}, known),
+                          loopwise::model::farthest_square(loopwise::model::InstructionSet::plain)(
+                              positions, {1, 2, 3}, known))
                     << name(set);
             }
     }
@@ -73,10 +73,10 @@ TEST(Measures, EveryKernelFindsTheFarthest) {
 
 /// The name of the version that runs is printed; LOOPWISE_INSTRUCTIONS chooses another.
 TEST(InstructionSets, PlainComesFirstAndTheChosenIsAmongThem) {
-    const auto available = loopwise::available_instruction_sets();
-    const loopwise::InstructionSet chosen = loopwise::chosen_instruction_set();
+    const auto available = loopwise::model::available_instruction_sets();
+    const loopwise::model::InstructionSet chosen = loopwise::model::chosen_instruction_set();
     std::printf("runs with %s of %zu sets\n", name(chosen), available.size());
-    EXPECT_EQ(available.front(), loopwise::InstructionSet::plain);
+    EXPECT_EQ(available.front(), loopwise::model::InstructionSet::plain);
     EXPECT_TRUE(std::is_sorted(available.begin(), available.end()));
     EXPECT_NE(std::find(available.begin(), available.end(), chosen), available.end());
     const char* const wanted = std::getenv("LOOPWISE_INSTRUCTIONS");

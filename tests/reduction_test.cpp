@@ -1,4 +1,4 @@
-#include "reduce/reduction.hpp"
+#include "src/reduce/reduction.hpp"
 #include "support/capture.hpp"
 #include "support/chains.hpp"
 #include "support/effort.hpp"
@@ -69,7 +69,7 @@ TEST(ChainReduction, OfALongChainIsThatOfAStructureOfOneChain) {
 /// it is.
 TEST(ChainReduction, MissesNoSegmentOfTheRear) {
     constexpr std::size_t slots = 64;
-    const loopwise::InstructionSet set = loopwise::available_instruction_sets().back();
+    const loopwise::model::InstructionSet set = loopwise::model::available_instruction_sets().back();
     chains::Random random(5);
     for (int round = 0; round < 40 / effort::less; ++round) {
         const int length = round % 2 == 0 ? 750 + random.below(100) : 66 + random.below(24);
@@ -103,7 +103,8 @@ TEST(StructureReduction, OfLongChainsIsThatWithoutTheIndex) {
         for (const bool closed : {false, true}) {
             constexpr std::size_t always = 0, never = 1U << 30;
             Structure with = start, without = start;
-            EXPECT_EQ(loopwise::reduce(with, closed, always), loopwise::reduce(without, closed, never));
+            EXPECT_EQ(loopwise::reduce::reduce(with, closed, always),
+                      loopwise::reduce::reduce(without, closed, never));
             for (std::size_t i = 0; i < with.size(); ++i) EXPECT_EQ(ids(with[i]), ids(without[i])) << step;
         }
     }

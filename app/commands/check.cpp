@@ -1,12 +1,12 @@
 // `loopwise check`: looks for gaps.
-#include "commands/command.hpp"
-#include "commands/files.hpp"
-#include "commands/selecting.hpp"
-#include "report/report.hpp"
+#include "app/commands/command.hpp"
+#include "app/commands/files.hpp"
+#include "app/commands/selecting.hpp"
+#include "app/report/report.hpp"
 
 #include <iostream>
 
-namespace loopwise {
+namespace loopwise::app {
 namespace {
 
 struct Arguments {
@@ -15,8 +15,8 @@ struct Arguments {
 };
 
 /// Whether the chain has neither a gap nor two neighbours that are too close.
-bool check(const std::string& label, const NamedChain& chain) {
-    const Bonds bonds = bonds_of(chain);
+bool check(const std::string& label, const polymer::NamedChain& chain) {
+    const polymer::Bonds bonds = polymer::bonds_of(chain);
     std::cout << label << ": " << chain.beads.size() << (chain.beads.size() == 1 ? " bead, " : " beads, ")
               << (bonds.gaps.empty()
                       ? "no gap"
@@ -24,11 +24,12 @@ bool check(const std::string& label, const NamedChain& chain) {
               << '\n';
     for (const std::string& note : chain.notes) std::cout << "  note: " << note << '\n';
     for (const auto& [list, what] : {std::pair{&bonds.gaps, "gap"}, {&bonds.close, "short"}})
-        for (const OddBond& bond : *list) {
+        for (const polymer::OddBond& bond : *list) {
             std::cout << "  " << what << ": " << chain.labels[bond.bead] << " to "
                       << chain.labels[bond.bead + 1] << ", " << scale_text(bond.length);
             if (bond.missing > 0) std::cout << ", " << bond.missing << " missing";
-            if (list == &bonds.close && may_be_cis(bond.length)) std::cout << ", as short as a cis peptide";
+            if (list == &bonds.close && polymer::may_be_cis(bond.length))
+                std::cout << ", as short as a cis peptide";
             std::cout << '\n';
         }
     return bonds.gaps.empty() && bonds.close.empty();
@@ -41,10 +42,10 @@ int run(const Arguments& given) {
     bool sound = true;
     for (const std::string& file : given.files)
         complaints.attempt(file, [&] {
-            for (Molecule& molecule : read_molecules(file, selection_of(given.selecting))) {
+            for (polymer::Molecule& molecule : read::read_molecules(file, selection_of(given.selecting))) {
                 tell_notes_in_chains(molecule);
-                for (NamedChain& chain : molecule.chains) {
-                    cut(chain, given.selecting.first, given.selecting.last);
+                for (polymer::NamedChain& chain : molecule.chains) {
+                    read::cut(chain, given.selecting.first, given.selecting.last);
                     sound &= check(label_of(molecule, chain), chain);
                 }
             }
@@ -57,7 +58,7 @@ int run(const Arguments& given) {
 
 Action declare_check(CLI::App& app) {
     const auto given = std::make_shared<Arguments>();
-    app.add_option("FILE", given->files, readable_formats())->required()->option_text("...");
+    app.add_option("FILE", given->files, read::readable_formats())->required()->option_text("...");
     declare_selecting(app, given->selecting);
     app.footer(
         "Neighbours of a C-alpha trace should be 3.4 to 4.2 apart; any other chain is its own measure.\n"
@@ -65,4 +66,4 @@ Action declare_check(CLI::App& app) {
     return [given] { return run(*given); };
 }
 
-} // namespace loopwise
+} // namespace loopwise::app

@@ -1,21 +1,21 @@
 // `loopwise close`: makes a loop of a chain.
 #include "survey/close.hpp"
-#include "commands/operations.hpp"
+#include "app/commands/operations.hpp"
 
 #include <map>
 #include <optional>
 #include <stdexcept>
 
-namespace loopwise {
+namespace loopwise::app {
 namespace {
 
 constexpr double default_point_scale = 10.0, default_arc_scale = 2.0;
 
-const std::map<std::string, Method> methods = {{"directions", Method::directions},
-                                               {"point", Method::point},
-                                               {"direction", Method::direction},
-                                               {"two-points", Method::two_points},
-                                               {"outside", Method::outside}};
+const std::map<std::string, survey::Method> methods = {{"directions", survey::Method::directions},
+                                                       {"point", survey::Method::point},
+                                                       {"direction", survey::Method::direction},
+                                                       {"two-points", survey::Method::two_points},
+                                                       {"outside", survey::Method::outside}};
 
 struct Arguments : ChainArguments {
     std::string method;
@@ -24,30 +24,31 @@ struct Arguments : ChainArguments {
     std::optional<std::uint64_t> seed;
 };
 
-Plan plan_of(const Arguments& given) {
-    Plan plan;
+survey::Plan plan_of(const Arguments& given) {
+    survey::Plan plan;
     if (!given.method.empty()) plan.method = methods.at(given.method);
-    if (given.scale && !takes_scale(plan.method))
-        refuse_usage(std::string("--scale: method ") + name_of(plan.method) + " takes none");
-    plan.scale = given.scale.value_or(plan.method == Method::point ? default_point_scale : default_arc_scale);
+    if (given.scale && !survey::takes_scale(plan.method))
+        refuse_usage(std::string("--scale: method ") + survey::name_of(plan.method) + " takes none");
+    plan.scale =
+        given.scale.value_or(plan.method == survey::Method::point ? default_point_scale : default_arc_scale);
     if (!(plan.scale > 1.0)) refuse_usage("--scale must be above 1");
-    if (plan.method == Method::directions && given.closure >= uniform_rows)
+    if (plan.method == survey::Method::directions && given.closure >= closure::uniform_rows)
         refuse_usage("--closure: method directions has the rows 0 to 399");
-    if (plan.method == Method::outside && given.closure > 0)
+    if (plan.method == survey::Method::outside && given.closure > 0)
         refuse_usage("--closure: method outside has one closure, 0");
-    if (given.seed && !is_random(plan.method))
-        refuse_usage(std::string("--seed: method ") + name_of(plan.method) + " is not random");
+    if (given.seed && !survey::is_random(plan.method))
+        refuse_usage(std::string("--seed: method ") + survey::name_of(plan.method) + " is not random");
     plan.seed = given.seed.value_or(0);
     return plan;
 }
 
-const char* words(Closing closing) {
+const char* words(closure::Closing closing) {
     switch (closing) {
-    case Closing::nothing_to_close:
+    case closure::Closing::nothing_to_close:
         return "has no atom";
-    case Closing::no_arc:
+    case closure::Closing::no_arc:
         return "the centre and the ends span no plane: no arc closes it";
-    case Closing::no_direction:
+    case closure::Closing::no_direction:
         return "the ends lie where they give no direction";
     default:
         return "cannot be closed in this way";
@@ -74,14 +75,14 @@ Action declare_close(CLI::App& app) {
         ->check(not_negative())
         ->option_text("N");
     return [given] {
-        const Plan plan = plan_of(*given);
+        const survey::Plan plan = plan_of(*given);
         return edit_chain(*given, [&](Chain& chain) {
-            if (is_ring({"", chain, {}})) throw std::runtime_error("is a ring already");
-            const Closing closing = close_chain(chain, plan, given->closure);
-            if (closing != Closing::closed) throw std::runtime_error(words(closing));
+            if (polymer::is_ring({"", chain, {}})) throw std::runtime_error("is a ring already");
+            const closure::Closing closing = survey::close_chain(chain, plan, given->closure);
+            if (closing != closure::Closing::closed) throw std::runtime_error(words(closing));
             return true;
         });
     };
 }
 
-} // namespace loopwise
+} // namespace loopwise::app

@@ -6,7 +6,7 @@
 #include <functional>
 #include <span>
 
-namespace loopwise {
+namespace loopwise::app {
 
 inline constexpr int exit_failure = 1; ///< a file, a chain or an output failed; the rest is done
 inline constexpr int exit_usage = 2;
@@ -41,4 +41,4 @@ Action declare_close(CLI::App& command);
 Action declare_reduce(CLI::App& command);
 Action declare_check(CLI::App& command);
 
-} // namespace loopwise
+} // namespace loopwise::app

@@ -1,7 +1,7 @@
-#include "commands/files.hpp"
+#include "app/commands/files.hpp"
 
-#include "commands/command.hpp"
-#include "input/bytes.hpp"
+#include "app/commands/command.hpp"
+#include "read/bytes.hpp"
 
 #include <algorithm>
 #include <fstream>
@@ -9,20 +9,20 @@
 #include <limits>
 #include <unistd.h>
 
-namespace loopwise {
+namespace loopwise::app {
 
-std::string label_of(const Molecule& molecule, const NamedChain& chain) {
+std::string label_of(const polymer::Molecule& molecule, const polymer::NamedChain& chain) {
     return molecule.file + (molecule.model.empty() ? "" : ", model " + molecule.model) +
            (chain.name.empty() ? "" : ": chain " + chain.name);
 }
 
-void tell_notes_in_chains(Molecule& molecule) {
-    for (NamedChain& chain : molecule.chains)
+void tell_notes_in_chains(polymer::Molecule& molecule) {
+    for (polymer::NamedChain& chain : molecule.chains)
         chain.notes.insert(chain.notes.begin(), molecule.notes.begin(), molecule.notes.end());
 }
 
 void refuse_second_input(const std::vector<std::string>& files) {
-    if (std::count(files.begin(), files.end(), standard_input) > 1)
+    if (std::count(files.begin(), files.end(), read::standard_input) > 1)
         refuse_usage("FILE: the standard input can be read once");
 }
 
@@ -55,4 +55,4 @@ void Complaints::add(const std::string& what, std::string reason) {
     std::cerr << "loopwise: " << (reason.starts_with(what) ? "" : what + ": ") << reason << '\n';
 }
 
-} // namespace loopwise
+} // namespace loopwise::app

@@ -1,20 +1,20 @@
 // What subcommands that go through files have in common.
 #pragma once
 
-#include "input/input.hpp"
-#include "interruption.hpp"
-#include "progress.hpp"
+#include "app/interruption.hpp"
+#include "app/progress.hpp"
+#include "read/input.hpp"
 
 #include <fstream>
 #include <functional>
 
-namespace loopwise {
+namespace loopwise::app {
 
 /// What a chain of a file is called in reports: the file, its model and its name.
-std::string label_of(const Molecule& molecule, const NamedChain& chain);
+std::string label_of(const polymer::Molecule& molecule, const polymer::NamedChain& chain);
 
 /// Notes about a whole file stand at each of its chains where chains are told of one by one.
-void tell_notes_in_chains(Molecule& molecule);
+void tell_notes_in_chains(polymer::Molecule& molecule);
 
 /// Refuses a command line that names the standard input twice.
 void refuse_second_input(const std::vector<std::string>& files);
@@ -47,4 +47,4 @@ class Complaints {
     bool any_ = false;
 };
 
-} // namespace loopwise
+} // namespace loopwise::app

@@ -1,13 +1,13 @@
 // `loopwise fingerprint`: the knot of every stretch of a chain, its core and its slipknots.
-#include "commands/command.hpp"
-#include "commands/files.hpp"
-#include "commands/selecting.hpp"
+#include "app/commands/command.hpp"
+#include "app/commands/files.hpp"
+#include "app/commands/selecting.hpp"
+#include "app/progress.hpp"
+#include "app/report/fingerprint_report.hpp"
 #include "draw/matrix.hpp"
-#include "outputs.hpp"
-#include "page/page.hpp"
-#include "progress.hpp"
-#include "report/fingerprint_report.hpp"
-#include "viewers.hpp"
+#include "draw/page/page.hpp"
+#include "draw/viewers.hpp"
+#include "write/outputs.hpp"
 
 #include <atomic>
 #include <cmath>
@@ -15,7 +15,7 @@
 #include <iostream>
 #include <thread>
 
-namespace loopwise {
+namespace loopwise::app {
 namespace {
 
 constexpr std::size_t largest_step = 1'000'000;
@@ -41,15 +41,15 @@ struct Arguments {
     std::vector<std::string> files;
     Selecting selecting;
     std::string matrix, svg, html, pymol, chimerax;
-    FingerprintPlan plan;
+    fingerprint::FingerprintPlan plan;
     double least_share = half;
     bool json = false, csv = false;
 };
 
 void declare(CLI::App& app, Arguments& into) {
-    FingerprintPlan& plan = into.plan;
+    fingerprint::FingerprintPlan& plan = into.plan;
     plan.threads = std::max(1U, std::thread::hardware_concurrency());
-    app.add_option("FILE", into.files, readable_formats())->required()->option_text("...");
+    app.add_option("FILE", into.files, read::readable_formats())->required()->option_text("...");
     auto* step = app.add_option("--step", plan.step,
                                 "Residues from line to line of the grid, and every border to the residue\n"
                                 "(default: 40 lines, fewer where these take long, and what seconds allow)")
@@ -57,7 +57,7 @@ void declare(CLI::App& app, Arguments& into) {
                      ->option_text("N");
     app.add_flag("--full", plan.full, "Close every stretch")->excludes(step);
     app.add_option("--closures", plan.closures, "Closures of each stretch, spread evenly (default 100)")
-        ->check(CLI::Range(std::size_t{1}, spread_rows().size()))
+        ->check(CLI::Range(std::size_t{1}, fingerprint::spread_rows().size()))
         ->option_text("1..400");
     app.add_option("--min-share", into.least_share, "Report knots that reach this share (default 0.5)")
         ->check(CLI::Range(0.0, 1.0))
@@ -80,15 +80,17 @@ void declare(CLI::App& app, Arguments& into) {
 }
 
 /// Shows the work and ends it when the user asks for that.
-class Watch final : public FingerprintWatcher {
+class Watch final : public fingerprint::FingerprintWatcher {
   public:
-    Watch(Progress& progress, const FingerprintPlan& plan, const std::string& label, std::size_t file_number)
+    Watch(Progress& progress, const fingerprint::FingerprintPlan& plan, const std::string& label,
+          std::size_t file_number)
         : progress_(progress), plan_(plan), label_(label), file_number_(file_number) {}
     void stretch_done(std::size_t done, std::size_t) override { done_ = done; }
     void part_done(double part) override { progress_.show_part(done_, part); }
     void closure_begins() override { stop_if_interrupted(); }
     void all_begin(double work) override {
-        const double seconds = work * static_cast<double>(plan_.closures) * seconds_per_work / plan_.threads;
+        const double seconds =
+            work * static_cast<double>(plan_.closures) * fingerprint::seconds_per_work / plan_.threads;
         if (seconds < long_work) return;
         progress_.clear();
         std::cerr << "loopwise: note: " << label_ << ": every stretch takes some "
@@ -100,7 +102,7 @@ class Watch final : public FingerprintWatcher {
   private:
     static constexpr double long_work = 1800, seconds_per_hour = 3600;
     Progress& progress_;
-    const FingerprintPlan& plan_;
+    const fingerprint::FingerprintPlan& plan_;
     const std::string& label_;
     std::size_t file_number_;
     std::atomic<std::size_t> done_ = 0;
@@ -138,42 +140,45 @@ class Run {
   private:
     void one_file(const std::string& file, Complaints& complaints) {
         progress_.begin("reading " + file, file_number_);
-        for (Molecule& molecule : read_molecules(file, selection_of(given_.selecting))) {
+        for (polymer::Molecule& molecule : read::read_molecules(file, selection_of(given_.selecting))) {
             tell_notes_in_chains(molecule);
-            for (NamedChain& chain : molecule.chains) {
+            for (polymer::NamedChain& chain : molecule.chains) {
                 const std::string label = label_of(molecule, chain);
                 complaints.attempt(label, [&] { one_chain(molecule, label, chain, complaints); });
             }
         }
     }
 
-    void one_chain(const Molecule& molecule, const std::string& label, NamedChain& chain,
+    void one_chain(const polymer::Molecule& molecule, const std::string& label, polymer::NamedChain& chain,
                    Complaints& complaints) {
-        cut(chain, given_.selecting.first, given_.selecting.last);
-        if (is_ring(chain)) throw std::runtime_error("is a ring, which has no ends to take residues off");
+        read::cut(chain, given_.selecting.first, given_.selecting.last);
+        if (polymer::is_ring(chain))
+            throw std::runtime_error("is a ring, which has no ends to take residues off");
         progress_.begin(label, file_number_);
         Watch watch(progress_, plan_, label, file_number_);
-        ChainFingerprint fingerprint = fingerprint_of(molecule.file, chain, plan_, watch);
+        fingerprint::ChainFingerprint fingerprint =
+            fingerprint::fingerprint_of(molecule.file, chain, plan_, watch);
         fingerprint.model = molecule.model;
         progress_.clear();
         report_->add(fingerprint);
         if (!std::exchange(drawn_, true)) write_files(fingerprint, chain.beads, complaints);
     }
 
-    void write_files(const ChainFingerprint& of, const Chain& beads, Complaints& complaints) const {
-        const std::vector<KnotPlace> places = places_shown(of, given_.least_share);
+    void write_files(const fingerprint::ChainFingerprint& of, const Chain& beads,
+                     Complaints& complaints) const {
+        const std::vector<fingerprint::KnotPlace> places = places_shown(of, given_.least_share);
         const auto write = [&](const std::string& path, const auto& text) {
-            if (!path.empty()) complaints.attempt(path, [&] { write_whole(path, text()); });
+            if (!path.empty()) complaints.attempt(path, [&] { write::write_whole(path, text()); });
         };
         write(given_.matrix, [&] { return matrix_csv(of); });
-        write(given_.svg, [&] { return matrix_picture(of, places); });
-        write(given_.html, [&] { return fingerprint_page(of, places, beads); });
-        write(given_.pymol, [&] { return pymol_script(of, places); });
-        write(given_.chimerax, [&] { return chimerax_script(of, places); });
+        write(given_.svg, [&] { return draw::matrix_picture(of, places); });
+        write(given_.html, [&] { return draw::fingerprint_page(of, places, beads); });
+        write(given_.pymol, [&] { return draw::pymol_script(of, places); });
+        write(given_.chimerax, [&] { return draw::chimerax_script(of, places); });
     }
 
     const Arguments& given_;
-    FingerprintPlan plan_;
+    fingerprint::FingerprintPlan plan_;
     Progress progress_;
     std::unique_ptr<FingerprintReport> report_;
     std::size_t file_number_ = 0;
@@ -188,14 +193,14 @@ Action declare_fingerprint(CLI::App& command) {
     return [given] {
         if (!std::isfinite(given->least_share)) refuse_usage("--min-share: a number from 0 to 1");
         refuse_second_input(given->files);
-        refuse_harmful_outputs(given->files, {{given->matrix, ".csv"},
-                                              {given->svg, ".svg"},
-                                              {given->html, ".html"},
-                                              {given->pymol, ".pml"},
-                                              {given->chimerax, ".cxc"}});
+        write::refuse_harmful_outputs(given->files, {{given->matrix, ".csv"},
+                                                     {given->svg, ".svg"},
+                                                     {given->html, ".html"},
+                                                     {given->pymol, ".pml"},
+                                                     {given->chimerax, ".cxc"}});
         note_interruptions();
         return Run(*given).all_files();
     };
 }
 
-} // namespace loopwise
+} // namespace loopwise::app

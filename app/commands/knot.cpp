@@ -1,16 +1,16 @@
 // `loopwise knot`: names closed polygons as they are.
 #include "knots/knot.hpp"
-#include "closure/closures.hpp"
-#include "closure/point_tables.hpp"
-#include "commands/command.hpp"
-#include "commands/files.hpp"
-#include "commands/selecting.hpp"
+#include "app/commands/command.hpp"
+#include "app/commands/files.hpp"
+#include "app/commands/selecting.hpp"
+#include "app/report/report.hpp"
 #include "knots/links.hpp"
-#include "report/report.hpp"
+#include "src/closure/closures.hpp"
+#include "src/closure/point_tables.hpp"
 
 #include <iostream>
 
-namespace loopwise {
+namespace loopwise::app {
 namespace {
 
 constexpr const char* footer =
@@ -32,18 +32,18 @@ struct Arguments {
 };
 
 void declare(CLI::App& app, Arguments& into) {
-    app.add_option("FILE", into.files, readable_formats())->required()->option_text("...");
+    app.add_option("FILE", into.files, read::readable_formats())->required()->option_text("...");
     app.add_option("--open", into.open, "Close every chain by moving both ends out along this direction")
-        ->check(CLI::Range(0, uniform_rows - 1))
+        ->check(CLI::Range(0, closure::uniform_rows - 1))
         ->option_text("0..399");
     declare_selecting(app, into.selecting);
     app.add_flag("--link", into.link, "Also say how the chains of a file are linked");
     app.footer(footer);
 }
 
-void show(const std::string& label, const KnotName& name) {
+void show(const std::string& label, const knots::KnotName& name) {
     std::cout << label << ": " << name.text() << '\n';
-    if (name.status == KnotStatus::bad_polygon) return;
+    if (name.status == knots::KnotStatus::bad_polygon) return;
     std::cout << "  crossings: " << name.crossings << '\n';
     if (!name.jones.coefficients.empty()) std::cout << "  Jones polynomial: " << text(name.jones) << '\n';
     if (!name.alexander.coefficients.empty())
@@ -52,12 +52,13 @@ void show(const std::string& label, const KnotName& name) {
         std::cout << "  knots of more than nine crossings with these polynomials are not ruled out\n";
 }
 
-void show_links(const std::string& file, const std::vector<NamedChain>& chains) {
+void show_links(const std::string& file, const std::vector<polymer::NamedChain>& chains) {
     std::vector<std::span<const ChainAtom>> loops;
-    for (const NamedChain& named : chains) loops.emplace_back(named.beads);
+    for (const polymer::NamedChain& named : chains) loops.emplace_back(named.beads);
     if (loops.size() == 2)
-        show(file + ": chains " + chains[0].name + " and " + chains[1].name, link_of(loops[0], loops[1]));
-    const Linking linking = linking_of(loops);
+        show(file + ": chains " + chains[0].name + " and " + chains[1].name,
+             knots::link_of(loops[0], loops[1]));
+    const knots::Linking linking = knots::linking_of(loops);
     std::size_t pair = 0;
     for (std::size_t i = 0; i < loops.size(); ++i)
         for (std::size_t j = i + 1; j < loops.size() && pair < linking.numbers.size(); ++j, ++pair)
@@ -65,7 +66,7 @@ void show_links(const std::string& file, const std::vector<NamedChain>& chains) 
                       << linking.numbers[pair] << '\n';
 }
 
-std::string label_of(const Molecule& molecule) {
+std::string label_of(const polymer::Molecule& molecule) {
     return molecule.file + (molecule.model.empty() ? "" : ": model " + molecule.model);
 }
 
@@ -74,27 +75,27 @@ void show_notes(const std::string& label, const std::vector<std::string>& notes)
 }
 
 /// Whether every polygon of the molecule could be looked at.
-bool one_molecule(Molecule& molecule, const Arguments& given) {
+bool one_molecule(polymer::Molecule& molecule, const Arguments& given) {
     show_notes(label_of(molecule), molecule.notes);
     bool good = true;
-    for (NamedChain& named : molecule.chains) {
+    for (polymer::NamedChain& named : molecule.chains) {
         show_notes(label_of(molecule), named.notes);
-        cut(named, given.selecting.first, given.selecting.last);
-        const std::string warning = gap_warning(bonds_of(named));
-        if (is_ring(named))
-            drop_repeated_end(named);
+        read::cut(named, given.selecting.first, given.selecting.last);
+        const std::string warning = gap_warning(polymer::bonds_of(named));
+        if (polymer::is_ring(named))
+            polymer::drop_repeated_end(named);
         else if (given.open)
-            close_in_direction(named.beads, *given.open);
+            closure::close_in_direction(named.beads, *given.open);
         const std::string label = label_of(molecule) + (named.name.empty() ? "" : ": chain " + named.name);
         if (named.beads.size() < fewest_beads) {
             std::cout << label << ": not named: fewer than four beads\n";
             good = false;
             continue;
         }
-        const KnotName name = knot_of(named.beads);
+        const knots::KnotName name = knots::knot_of(named.beads);
         show(label, name);
         if (given.open && !warning.empty()) std::cout << "  " << warning << '\n';
-        good = good && name.status != KnotStatus::bad_polygon;
+        good = good && name.status != knots::KnotStatus::bad_polygon;
     }
     if (given.link) show_links(label_of(molecule), molecule.chains);
     return good;
@@ -102,7 +103,7 @@ bool one_molecule(Molecule& molecule, const Arguments& given) {
 
 bool one_file(const std::string& file, const Arguments& given) {
     bool good = true;
-    for (Molecule& molecule : read_molecules(file, selection_of(given.selecting)))
+    for (polymer::Molecule& molecule : read::read_molecules(file, selection_of(given.selecting)))
         good = one_molecule(molecule, given) && good;
     return good;
 }
@@ -126,4 +127,4 @@ Action declare_knot(CLI::App& command) {
     return [given] { return run(*given); };
 }
 
-} // namespace loopwise
+} // namespace loopwise::app

@@ -1,9 +1,9 @@
-#include "commands/operations.hpp"
+#include "app/commands/operations.hpp"
 
-#include "chain_text.hpp"
-#include "commands/files.hpp"
-#include "outputs.hpp"
-#include "report/report.hpp"
+#include "app/commands/files.hpp"
+#include "app/report/report.hpp"
+#include "write/chain_text.hpp"
+#include "write/outputs.hpp"
 
 #include <algorithm>
 #include <charconv>
@@ -11,7 +11,7 @@
 #include <filesystem>
 #include <iostream>
 
-namespace loopwise {
+namespace loopwise::app {
 namespace {
 
 constexpr double longest_end_bond = 4.2; ///< of a C-alpha trace
@@ -21,7 +21,7 @@ bool same(const ChainAtom& a, const ChainAtom& b) {
 }
 
 /// Beads go away or are appended, those that stay keep their order.
-std::vector<std::string> labels_after(const NamedChain& before, const Chain& now) {
+std::vector<std::string> labels_after(const polymer::NamedChain& before, const Chain& now) {
     std::vector<std::string> labels;
     std::size_t i = 0;
     for (const ChainAtom& bead : now) {
@@ -38,30 +38,31 @@ std::vector<std::string> labels_after(const NamedChain& before, const Chain& now
     return labels;
 }
 
-NamedChain only_chain(const ChainArguments& given) {
-    std::vector<Molecule> molecules = read_molecules(given.file, selection_of(given.selecting));
+polymer::NamedChain only_chain(const ChainArguments& given) {
+    std::vector<polymer::Molecule> molecules =
+        read::read_molecules(given.file, selection_of(given.selecting));
     if (molecules.size() > 1) throw std::runtime_error("has several models, name one with --model");
-    std::vector<NamedChain>& chains = molecules.front().chains;
+    std::vector<polymer::NamedChain>& chains = molecules.front().chains;
     tell_notes_in_chains(molecules.front());
-    for (const NamedChain& chain : chains)
+    for (const polymer::NamedChain& chain : chains)
         for (const std::string& note : chain.notes)
             std::cerr << "loopwise: " << given.file << ": note: " << note << '\n';
     if (chains.size() == 1) {
-        cut(chains.front(), given.selecting.first, given.selecting.last);
+        read::cut(chains.front(), given.selecting.first, given.selecting.last);
         return std::move(chains.front());
     }
     std::string names;
-    for (const NamedChain& named : chains) names += ' ' + named.name;
+    for (const polymer::NamedChain& named : chains) names += ' ' + named.name;
     throw std::runtime_error("has several chains, name one with --chain:" + names);
 }
 
-void tell_gaps(const std::string& file, const NamedChain& chain) {
-    const std::string warning = gap_warning(bonds_of(chain));
+void tell_gaps(const std::string& file, const polymer::NamedChain& chain) {
+    const std::string warning = gap_warning(polymer::bonds_of(chain));
     if (!warning.empty()) std::cerr << "loopwise: " << file << ": note: " << warning << '\n';
 }
 
 /// A protein's trace as it stands in its file, with an ordinary bond at its end, where a closure leaves a long one.
-void tell_open_ends(const std::string& file, const NamedChain& chain) {
+void tell_open_ends(const std::string& file, const polymer::NamedChain& chain) {
     const Chain& beads = chain.beads;
     if (beads.size() < 3) return;
     const auto is_bond = [](const ChainAtom& a, const ChainAtom& b) {
@@ -74,7 +75,7 @@ void tell_open_ends(const std::string& file, const NamedChain& chain) {
 }
 
 /// A closure numbers what it appends after the beads that are there, so these get the numbers of their labels.
-void number_by_labels(NamedChain& chain) {
+void number_by_labels(polymer::NamedChain& chain) {
     for (std::size_t i = 0; i < chain.beads.size(); ++i) {
         const std::string& label = chain.labels[i];
         const auto [end, error] =
@@ -106,7 +107,7 @@ void refuse_other_formats(const std::string& output) {
 } // namespace
 
 void declare(CLI::App& app, ChainArguments& into) {
-    app.add_option("FILE", into.file, readable_formats())->required();
+    app.add_option("FILE", into.file, read::readable_formats())->required();
     declare_selecting(app, into.selecting);
     app.add_option("-o,--output", into.output,
                    "Write to this file, whole or not at all (default: standard output)")
@@ -117,24 +118,25 @@ void declare(CLI::App& app, ChainArguments& into) {
 
 int edit_chain(const ChainArguments& given, const std::function<bool(Chain&)>& edit) {
     refuse_other_formats(given.output);
-    refuse_harmful_outputs({given.file}, {{given.output, ""}});
+    write::refuse_harmful_outputs({given.file}, {{given.output, ""}});
     Progress progress(1);
     Complaints complaints(progress);
     complaints.attempt(given.file, [&] {
-        NamedChain before = only_chain(given);
+        polymer::NamedChain before = only_chain(given);
         if (given.tells_gaps) tell_gaps(given.file, before);
         if (given.tells_open_ends) tell_open_ends(given.file, before);
         number_by_labels(before);
-        NamedChain after{before.name, before.beads, {}, before.kind, {}};
+        polymer::NamedChain after{before.name, before.beads, {}, before.kind, {}};
         const bool loop = edit(after.beads);
         after.labels = labels_after(before, after.beads);
-        const std::string text = is_pdb(given) ? pdb_text(after, loop) : plain_text(after.beads);
+        const std::string text =
+            is_pdb(given) ? write::pdb_text(after, loop) : write::plain_text(after.beads);
         if (given.output.empty())
             std::cout << text;
         else
-            complaints.attempt(given.output, [&] { write_whole(given.output, text); });
+            complaints.attempt(given.output, [&] { write::write_whole(given.output, text); });
     });
     return complaints.exit_status();
 }
 
-} // namespace loopwise
+} // namespace loopwise::app

@@ -1,10 +1,10 @@
 // What the subcommands for single operations on a chain have in common.
 #pragma once
 
-#include "commands/command.hpp"
-#include "commands/selecting.hpp"
+#include "app/commands/command.hpp"
+#include "app/commands/selecting.hpp"
 
-namespace loopwise {
+namespace loopwise::app {
 
 /// Where a chain comes from and where it goes.
 struct ChainArguments {
@@ -21,4 +21,4 @@ void declare(CLI::App& app, ChainArguments& into);
 /// Labels follow the beads: beads that are new are labelled by their identifiers.
 int edit_chain(const ChainArguments& given, const std::function<bool(Chain&)>& edit);
 
-} // namespace loopwise
+} // namespace loopwise::app

@@ -1,8 +1,8 @@
 // `loopwise reduce`: takes the beads away that a chain's entanglement does not need.
-#include "commands/operations.hpp"
-#include "reduce/reduction.hpp"
+#include "app/commands/operations.hpp"
+#include "src/reduce/reduction.hpp"
 
-namespace loopwise {
+namespace loopwise::app {
 
 Action declare_reduce(CLI::App& app) {
     struct Arguments : ChainArguments {
@@ -15,10 +15,10 @@ Action declare_reduce(CLI::App& app) {
     return [given] {
         given->tells_open_ends = !given->open;
         return edit_chain(*given, [&](Chain& chain) {
-            reduce(chain, !given->open);
+            reduce::reduce(chain, !given->open);
             return !given->open;
         });
     };
 }
 
-} // namespace loopwise
+} // namespace loopwise::app

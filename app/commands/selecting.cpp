@@ -1,8 +1,8 @@
-#include "commands/selecting.hpp"
+#include "app/commands/selecting.hpp"
 
-#include "commands/command.hpp"
+#include "app/commands/command.hpp"
 
-namespace loopwise {
+namespace loopwise::app {
 
 void declare_selecting(CLI::App& app, Selecting& into) {
     app.add_option("--chain", into.chains, "Only the chains of these names")
@@ -16,8 +16,8 @@ void declare_selecting(CLI::App& app, Selecting& into) {
     app.add_option("--last", into.last, "Cut every chain: last residue")->option_text("ID");
 }
 
-Selection selection_of(const Selecting& given) {
-    Selection selection{{}, given.model, given.atom};
+read::Selection selection_of(const Selecting& given) {
+    read::Selection selection{{}, given.model, given.atom};
     for (std::string_view names : given.chains) {
         while (true) {
             const std::size_t comma = names.find(',');
@@ -29,10 +29,10 @@ Selection selection_of(const Selecting& given) {
     }
     const std::string& model = selection.model;
     const bool is_number = !model.empty() && model.find_first_not_of("0123456789") == std::string::npos;
-    if (!model.empty() && model != every_model && !is_number)
+    if (!model.empty() && model != read::every_model && !is_number)
         refuse_usage("--model: a number or all, not " + model);
     if (selection.atom.empty()) refuse_usage("--atom: the name of an atom is required");
     return selection;
 }
 
-} // namespace loopwise
+} // namespace loopwise::app

@@ -1,21 +1,21 @@
 // The options that choose what of a file is worked on; most subcommands have them.
 #pragma once
 
-#include "input/input.hpp"
+#include "read/input.hpp"
 
 #include <CLI/CLI.hpp>
 
-namespace loopwise {
+namespace loopwise::app {
 
 struct Selecting {
     std::vector<std::string> chains; ///< names, also several with commas between
-    std::string model, atom = Selection{}.atom;
+    std::string model, atom = read::Selection{}.atom;
     std::optional<std::string> first, last; ///< of the stretch that every chain is cut to
 };
 
 void declare_selecting(CLI::App& app, Selecting& into);
 
 /// Refuses a command line whose names or numbers cannot be.
-Selection selection_of(const Selecting& given);
+read::Selection selection_of(const Selecting& given);
 
-} // namespace loopwise
+} // namespace loopwise::app

@@ -1,22 +1,22 @@
 // `loopwise survey`: closes each chain in many ways, reduces every loop and counts what is left.
-#include "commands/command.hpp"
-#include "commands/files.hpp"
-#include "commands/selecting.hpp"
+#include "app/commands/command.hpp"
+#include "app/commands/files.hpp"
+#include "app/commands/selecting.hpp"
+#include "app/progress.hpp"
+#include "app/report/each.hpp"
+#include "app/report/report.hpp"
 #include "draw/drawing.hpp"
+#include "draw/page/page.hpp"
 #include "draw/picture.hpp"
-#include "input/bytes.hpp"
-#include "input/input.hpp"
-#include "outputs.hpp"
-#include "page/page.hpp"
-#include "progress.hpp"
-#include "report/each.hpp"
-#include "report/report.hpp"
+#include "read/bytes.hpp"
+#include "read/input.hpp"
+#include "write/outputs.hpp"
 
 #include <chrono>
 #include <iostream>
 #include <thread>
 
-namespace loopwise {
+namespace loopwise::app {
 namespace {
 
 constexpr double default_point_scale = 10.0;
@@ -26,11 +26,11 @@ constexpr std::size_t default_count = 400;
 constexpr std::size_t largest_count = 100'000'000;
 constexpr unsigned most_threads = 1024;
 
-const std::map<std::string, Method> methods = {{"directions", Method::directions},
-                                               {"point", Method::point},
-                                               {"direction", Method::direction},
-                                               {"two-points", Method::two_points},
-                                               {"outside", Method::outside}};
+const std::map<std::string, survey::Method> methods = {{"directions", survey::Method::directions},
+                                                       {"point", survey::Method::point},
+                                                       {"direction", survey::Method::direction},
+                                                       {"two-points", survey::Method::two_points},
+                                                       {"outside", survey::Method::outside}};
 
 constexpr const char* footer = R"(Methods:
   directions  both ends moved out along each of 400 directions, one closure for each (default)
@@ -64,7 +64,7 @@ struct Arguments {
 };
 
 void declare(CLI::App& app, Arguments& into) {
-    app.add_option("FILE", into.files, readable_formats())->required()->option_text("...");
+    app.add_option("FILE", into.files, read::readable_formats())->required()->option_text("...");
     app.add_option("--method", into.method, "How to close, see below")
         ->check(CLI::IsMember(&methods))
         ->option_text("METHOD");
@@ -89,7 +89,7 @@ void declare(CLI::App& app, Arguments& into) {
                    "Write a page with the first chain in three dimensions, for a browser")
         ->option_text("FILE");
     app.add_option("--view", into.view, "Look along this direction (default: a clear one)")
-        ->check(CLI::Range(0, views - 1))
+        ->check(CLI::Range(0, draw::views - 1))
         ->option_text("0..59")
         ->needs(svg);
     app.add_option("--each", into.each, "Write a row of CSV for every closure to this file")
@@ -104,33 +104,37 @@ std::uint64_t seed_from_clock() {
     return static_cast<std::uint64_t>(ticks % easy_to_type);
 }
 
-Method method_of(const Arguments& given) {
+survey::Method method_of(const Arguments& given) {
     if (given.closed && !given.method.empty()) refuse_usage("--method: --closed closes nothing");
-    if (given.closed) return Method::ring;
+    if (given.closed) return survey::Method::ring;
     if (!given.method.empty()) return methods.at(given.method);
-    return given.structure ? Method::direction : Method::directions;
+    return given.structure ? survey::Method::direction : survey::Method::directions;
 }
 
-Plan plan_of(const Arguments& given) {
-    Plan plan;
+survey::Plan plan_of(const Arguments& given) {
+    survey::Plan plan;
     plan.together = given.structure;
     plan.threads = given.threads;
     plan.name_knots = !given.no_knots;
     plan.method = method_of(given);
 
-    const std::string name = name_of(plan.method);
-    if (given.structure && plan.method == Method::directions)
+    const std::string name = survey::name_of(plan.method);
+    if (given.structure && plan.method == survey::Method::directions)
         refuse_usage("--method directions closes single chains: use direction with --structure");
     if (given.structure && !given.html.empty()) refuse_usage("--html shows single chains, not a structure");
-    if (given.count && !is_random(plan.method)) refuse_usage("--count: method " + name + " is not random");
-    if (given.seed && !is_random(plan.method)) refuse_usage("--seed: method " + name + " is not random");
-    if (given.scale && !takes_scale(plan.method)) refuse_usage("--scale: method " + name + " takes none");
+    if (given.count && !survey::is_random(plan.method))
+        refuse_usage("--count: method " + name + " is not random");
+    if (given.seed && !survey::is_random(plan.method))
+        refuse_usage("--seed: method " + name + " is not random");
+    if (given.scale && !survey::takes_scale(plan.method))
+        refuse_usage("--scale: method " + name + " takes none");
 
-    plan.scale = given.scale.value_or(plan.method == Method::point ? default_point_scale : default_arc_scale);
+    plan.scale =
+        given.scale.value_or(plan.method == survey::Method::point ? default_point_scale : default_arc_scale);
     if (!(plan.scale > 1.0 && plan.scale <= largest_scale))
         refuse_usage("--scale must be above 1, up to 1000000");
-    if (plan.method == Method::outside || plan.method == Method::ring) plan.closures = 1;
-    if (is_random(plan.method)) {
+    if (plan.method == survey::Method::outside || plan.method == survey::Method::ring) plan.closures = 1;
+    if (survey::is_random(plan.method)) {
         plan.closures = given.count.value_or(default_count);
         plan.seed = given.seed ? *given.seed : seed_from_clock();
     }
@@ -140,7 +144,7 @@ Plan plan_of(const Arguments& given) {
 /// One run over all files. What fails is told on stderr and does not stop the rest.
 class Run {
   public:
-    Run(const Arguments& given, const Selection& selection, const Plan& plan, std::ostream& out)
+    Run(const Arguments& given, const read::Selection& selection, const survey::Plan& plan, std::ostream& out)
         : given_(given), selection_(selection), plan_(plan), report_(make_report(format(), out, plan)),
           progress_(given.files.size()) {
         if (given.each.empty()) return;
@@ -170,34 +174,35 @@ class Run {
 
     void one_file(const std::string& file) {
         progress_.begin("reading " + file, file_number_);
-        for (Molecule& whole : read_molecules(file, selection_)) {
+        for (polymer::Molecule& whole : read::read_molecules(file, selection_)) {
             if (given_.structure) {
                 one_molecule(whole);
                 continue;
             }
-            for (NamedChain& named : whole.chains) {
-                Molecule single{file, {}, whole.model, whole.notes};
+            for (polymer::NamedChain& named : whole.chains) {
+                polymer::Molecule single{file, {}, whole.model, whole.notes};
                 single.chains.push_back(std::move(named));
                 one_molecule(single);
             }
         }
     }
 
-    std::string label_of(const Molecule& molecule) const {
+    std::string label_of(const polymer::Molecule& molecule) const {
         const std::string& name = molecule.chains.front().name;
         return molecule.file + (molecule.model.empty() ? "" : ", model " + molecule.model) +
                (given_.structure || name.empty() ? "" : ": chain " + name);
     }
 
-    void one_molecule(Molecule& molecule) {
+    void one_molecule(polymer::Molecule& molecule) {
         const std::string label = label_of(molecule);
         complaints_.attempt(label, [&] {
-            for (NamedChain& named : molecule.chains)
-                cut(named, given_.selecting.first, given_.selecting.last);
-            const Plan plan = plan_for(molecule, plan_);
+            for (polymer::NamedChain& named : molecule.chains)
+                read::cut(named, given_.selecting.first, given_.selecting.last);
+            const survey::Plan plan = survey::plan_for(molecule, plan_);
             progress_.begin(label, file_number_, plan.closures);
             if (each_) each_->begin(molecule);
-            const Result result = survey(molecule, plan, each_ ? static_cast<Watcher&>(*each_) : progress_);
+            const survey::Result result =
+                survey::survey(molecule, plan, each_ ? static_cast<survey::Watcher&>(*each_) : progress_);
             progress_.clear();
             report_->add(result);
             if (result.counted() == 0) throw std::runtime_error("every closure failed");
@@ -205,23 +210,23 @@ class Run {
         });
     }
 
-    void draw(const Result& result) {
+    void draw(const survey::Result& result) {
         const auto write = [&](const std::string& path, const auto& text) {
             if (path.empty()) return;
             complaints_.attempt(path, [&] {
                 progress_.begin("drawing " + path, file_number_);
                 const std::string drawn = text();
                 progress_.clear();
-                write_whole(path, drawn);
+                write::write_whole(path, drawn);
             });
         };
-        write(given_.svg, [&] { return picture(result, given_.view); });
-        write(given_.html, [&] { return survey_page(result); });
+        write(given_.svg, [&] { return draw::picture(result, given_.view); });
+        write(given_.html, [&] { return draw::survey_page(result); });
     }
 
     const Arguments& given_;
-    const Selection& selection_;
-    const Plan& plan_;
+    const read::Selection& selection_;
+    const survey::Plan& plan_;
     std::unique_ptr<Report> report_;
     Progress progress_;
     Complaints complaints_{progress_};
@@ -232,10 +237,11 @@ class Run {
 };
 
 int run(const Arguments& given) {
-    const Selection selection = selection_of(given.selecting);
+    const read::Selection selection = selection_of(given.selecting);
     refuse_second_input(given.files);
-    const Plan plan = plan_of(given);
-    refuse_harmful_outputs(given.files, {{given.svg, ".svg"}, {given.html, ".html"}, {given.each, ".csv"}});
+    const survey::Plan plan = plan_of(given);
+    write::refuse_harmful_outputs(given.files,
+                                  {{given.svg, ".svg"}, {given.html, ".html"}, {given.each, ".csv"}});
     return Run(given, selection, plan, std::cout).all_files();
 }
 
@@ -247,4 +253,4 @@ Action declare_survey(CLI::App& command) {
     return [given] { return run(*given); };
 }
 
-} // namespace loopwise
+} // namespace loopwise::app

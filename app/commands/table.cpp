@@ -1,8 +1,8 @@
-#include "commands/command.hpp"
+#include "app/commands/command.hpp"
 
 #include <array>
 
-namespace loopwise {
+namespace loopwise::app {
 
 std::span<const Command> commands() {
     static constexpr std::array all{
@@ -20,4 +20,4 @@ std::span<const Command> commands() {
 
 void refuse_usage(const std::string& reason) { throw CLI::ValidationError(reason, exit_usage); }
 
-} // namespace loopwise
+} // namespace loopwise::app

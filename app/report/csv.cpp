@@ -1,6 +1,6 @@
-#include "report/report.hpp"
+#include "app/report/report.hpp"
 
-namespace loopwise {
+namespace loopwise::app {
 namespace {
 
 std::string joined(const std::vector<std::string>& notes) {
@@ -18,18 +18,18 @@ std::string places_of(const Chain& beads) {
 
 class CsvReport final : public Report {
   public:
-    CsvReport(std::ostream& out, const Plan& plan) : out_(out), together_(plan.together) {
+    CsvReport(std::ostream& out, const survey::Plan& plan) : out_(out), together_(plan.together) {
         out_ << "file,model,part,chain,beads,gaps,missing,method,scale,seed,closures,failed,"
                 "knot,knot_closures,knot_share,knots,down_to_three,left,"
                 "fewest_left,fewest_closure,fewest_labels,fewest_places,notes\n";
     }
 
-    void add(const Result& result) override {
+    void add(const survey::Result& result) override {
         if (together_) {
             start(result, "structure", result.whole, nullptr);
             out_ << ",,,,," << csv_field(joined(result.notes)) << '\n';
         }
-        for (const ComponentTally& tally : result.components) {
+        for (const survey::ComponentTally& tally : result.components) {
             start(result, together_ ? "component" : "chain", tally, &tally);
             if (tally.smallest)
                 out_ << ',' << tally.smallest->loop.beads.size() << ',' << tally.smallest->closure << ','
@@ -44,32 +44,33 @@ class CsvReport final : public Report {
 
   private:
     /// The most frequent with its closures and share, then all as name:closures.
-    void knots(const std::vector<KnotCount>& counts, std::size_t closures) {
+    void knots(const std::vector<survey::KnotCount>& counts, std::size_t closures) {
         if (counts.empty()) {
             out_ << ",,,,";
             return;
         }
-        const KnotCount& first = counts.front();
+        const survey::KnotCount& first = counts.front();
         out_ << csv_field(first.knot) << ',' << first.closures << ','
              << static_cast<double>(first.closures) / static_cast<double>(closures) << ',';
         std::string all;
-        for (const KnotCount& count : counts)
+        for (const survey::KnotCount& count : counts)
             all += (all.empty() ? "" : "; ") + count.knot + ':' + std::to_string(count.closures);
         out_ << csv_field(all) << ',';
     }
 
-    void start(const Result& result, const char* part, const Tally& tally, const ComponentTally* chain) {
-        const Plan& plan = result.plan;
+    void start(const survey::Result& result, const char* part, const survey::Tally& tally,
+               const survey::ComponentTally* chain) {
+        const survey::Plan& plan = result.plan;
         out_ << csv_field(result.file) << ',' << csv_field(result.model) << ',' << part << ','
              << csv_field(tally.name) << ',' << tally.beads << ',';
         if (chain != nullptr)
             out_ << csv_field(gaps_text(chain->bonds, chain->labels, " ")) << ',' << missing_in(chain->bonds);
         else
             out_ << ',';
-        out_ << ',' << name_of(plan.method) << ',';
-        if (takes_scale(plan.method)) out_ << scale_text(plan.scale);
+        out_ << ',' << survey::name_of(plan.method) << ',';
+        if (survey::takes_scale(plan.method)) out_ << scale_text(plan.scale);
         out_ << ',';
-        if (is_random(plan.method)) out_ << plan.seed;
+        if (survey::is_random(plan.method)) out_ << plan.seed;
         out_ << ',' << plan.closures << ',' << result.failed << ',';
         knots(tally.knots, result.counted());
         out_ << tally.bare << ',';
@@ -86,8 +87,8 @@ class CsvReport final : public Report {
 
 } // namespace
 
-std::unique_ptr<Report> make_csv_report(std::ostream& out, const Plan& plan) {
+std::unique_ptr<Report> make_csv_report(std::ostream& out, const survey::Plan& plan) {
     return std::make_unique<CsvReport>(out, plan);
 }
 
-} // namespace loopwise
+} // namespace loopwise::app

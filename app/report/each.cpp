@@ -1,15 +1,15 @@
-#include "report/each.hpp"
+#include "app/report/each.hpp"
 
-#include "report/report.hpp"
+#include "app/report/report.hpp"
 
-namespace loopwise {
+namespace loopwise::app {
 
-EachClosure::EachClosure(std::ostream& out, Watcher& next) : out_(out), next_(next) {
+EachClosure::EachClosure(std::ostream& out, survey::Watcher& next) : out_(out), next_(next) {
     out_.imbue(std::locale::classic());
     out_ << "file,model,chain,closure,beads,knot\n";
 }
 
-void EachClosure::closure_counted(const Specimen& specimen) {
+void EachClosure::closure_counted(const survey::Specimen& specimen) {
     for (std::size_t i = 0; i < specimen.reduced.size(); ++i)
         out_ << csv_field(molecule_->file) << ',' << csv_field(molecule_->model) << ','
              << csv_field(molecule_->chains[i].name) << ',' << specimen.closure << ','
@@ -18,4 +18,4 @@ void EachClosure::closure_counted(const Specimen& specimen) {
     next_.closure_counted(specimen);
 }
 
-} // namespace loopwise
+} // namespace loopwise::app

@@ -5,23 +5,23 @@
 
 #include <ostream>
 
-namespace loopwise {
+namespace loopwise::app {
 
 /// Writes the rows as the survey counts, and hands all that it is told on to another watcher.
-class EachClosure final : public Watcher {
+class EachClosure final : public survey::Watcher {
   public:
     /// Writes the head; `out` and `next` must outlive it.
-    EachClosure(std::ostream& out, Watcher& next);
+    EachClosure(std::ostream& out, survey::Watcher& next);
 
     /// The molecule whose closures come next.
-    void begin(const Molecule& molecule) { molecule_ = &molecule; }
+    void begin(const polymer::Molecule& molecule) { molecule_ = &molecule; }
     void closure_at(std::size_t closure, double part) override { next_.closure_at(closure, part); }
-    void closure_counted(const Specimen& specimen) override;
+    void closure_counted(const survey::Specimen& specimen) override;
 
   private:
     std::ostream& out_;
-    Watcher& next_;
-    const Molecule* molecule_ = nullptr;
+    survey::Watcher& next_;
+    const polymer::Molecule* molecule_ = nullptr;
 };
 
-} // namespace loopwise
+} // namespace loopwise::app

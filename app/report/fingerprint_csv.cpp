@@ -1,6 +1,6 @@
-#include "report/fingerprint_report.hpp"
+#include "app/report/fingerprint_report.hpp"
 
-namespace loopwise {
+namespace loopwise::app {
 namespace {
 
 class CsvFingerprints final : public FingerprintReport {
@@ -10,10 +10,10 @@ class CsvFingerprints final : public FingerprintReport {
                 "core_last,tail_before,tail_after,slipknot,core_within,borders_within\n";
     }
 
-    void add(const ChainFingerprint& of) override {
-        const std::vector<KnotPlace> places = places_shown(of, least_share_);
+    void add(const fingerprint::ChainFingerprint& of) override {
+        const std::vector<fingerprint::KnotPlace> places = places_shown(of, least_share_);
         if (places.empty()) out_ << start(of) << ",,,,,,,,,," << of.borders_within << '\n';
-        for (const KnotPlace& place : places) {
+        for (const fingerprint::KnotPlace& place : places) {
             out_ << start(of) << ',' << csv_field(place.knot) << ',' << fixed(place.share, 4) << ','
                  << fixed(place.greatest_share, 4) << ',';
             if (place.core) {
@@ -29,7 +29,7 @@ class CsvFingerprints final : public FingerprintReport {
     }
 
   private:
-    static std::string start(const ChainFingerprint& of) {
+    static std::string start(const fingerprint::ChainFingerprint& of) {
         return csv_field(of.file) + ',' + csv_field(of.model) + ',' + csv_field(of.chain) + ',' +
                std::to_string(of.matrix.beads()) + ',' + csv_field(gaps_text(of.bonds, of.labels, " ")) +
                ',' + csv_field(of.knot) + ',' + fixed(of.share, 4);
@@ -41,9 +41,9 @@ class CsvFingerprints final : public FingerprintReport {
 
 } // namespace
 
-std::string matrix_csv(const ChainFingerprint& of) {
+std::string matrix_csv(const fingerprint::ChainFingerprint& of) {
     std::string text = "first,last,knot,share\n";
-    of.matrix.for_each_tested([&](Stretch s, const FingerprintMatrix::Cell& cell) {
+    of.matrix.for_each_tested([&](fingerprint::Stretch s, const fingerprint::FingerprintMatrix::Cell& cell) {
         text += csv_field(of.labels[s.first]) + ',' + csv_field(of.labels[s.last]) + ',' +
                 csv_field(of.names[cell.knot]) + ',' + fixed(of.share_of(cell), 4) + '\n';
     });
@@ -54,4 +54,4 @@ std::unique_ptr<FingerprintReport> make_csv_fingerprints(std::ostream& out, doub
     return std::make_unique<CsvFingerprints>(out, least_share);
 }
 
-} // namespace loopwise
+} // namespace loopwise::app

@@ -1,9 +1,9 @@
-#include "report/fingerprint_report.hpp"
-#include "report/json_results.hpp"
+#include "app/report/fingerprint_report.hpp"
+#include "app/report/json_results.hpp"
 
 #include <charconv>
 
-namespace loopwise {
+namespace loopwise::app {
 namespace {
 
 /// A number where the label is one; labels with an insertion code are text.
@@ -14,7 +14,7 @@ Json residue(const std::string& label) {
     return label;
 }
 
-Json json_of(const KnotPlace& place, const ChainFingerprint& of) {
+Json json_of(const fingerprint::KnotPlace& place, const fingerprint::ChainFingerprint& of) {
     Json json = {{"knot", place.knot}, {"share", place.share}, {"greatest_share", place.greatest_share}};
     if (place.core) {
         json["core"] = {residue(of.labels[place.core->first]), residue(of.labels[place.core->last])};
@@ -29,16 +29,17 @@ Json json_of(const KnotPlace& place, const ChainFingerprint& of) {
 
 class JsonFingerprints final : public FingerprintReport {
   public:
-    JsonFingerprints(std::ostream& out, const FingerprintPlan& plan, double least_share)
+    JsonFingerprints(std::ostream& out, const fingerprint::FingerprintPlan& plan, double least_share)
         : results_(out, {{"program", "loopwise fingerprint"},
                          {"version", LOOPWISE_VERSION},
                          {"closures", plan.closures},
                          {"least_share", least_share}}),
           least_share_(least_share) {}
 
-    void add(const ChainFingerprint& of) override {
+    void add(const fingerprint::ChainFingerprint& of) override {
         Json knots = Json::array();
-        for (const KnotPlace& place : places_shown(of, least_share_)) knots.push_back(json_of(place, of));
+        for (const fingerprint::KnotPlace& place : places_shown(of, least_share_))
+            knots.push_back(json_of(place, of));
         const Json entry = {{"file", of.file},
                             {"model", of.model.empty() ? Json(nullptr) : Json(of.model)},
                             {"chain", of.chain},
@@ -65,9 +66,9 @@ class JsonFingerprints final : public FingerprintReport {
 
 } // namespace
 
-std::unique_ptr<FingerprintReport> make_json_fingerprints(std::ostream& out, const FingerprintPlan& plan,
-                                                          double least_share) {
+std::unique_ptr<FingerprintReport>
+make_json_fingerprints(std::ostream& out, const fingerprint::FingerprintPlan& plan, double least_share) {
     return std::make_unique<JsonFingerprints>(out, plan, least_share);
 }
 
-} // namespace loopwise
+} // namespace loopwise::app

@@ -1,14 +1,15 @@
-#include "report/fingerprint_report.hpp"
+#include "app/report/fingerprint_report.hpp"
 
 #include <algorithm>
 #include <iomanip>
 #include <locale>
 #include <sstream>
 
-namespace loopwise {
+namespace loopwise::app {
 
 std::unique_ptr<FingerprintReport> make_fingerprint_report(Format format, std::ostream& out,
-                                                           const FingerprintPlan& plan, double least_share) {
+                                                           const fingerprint::FingerprintPlan& plan,
+                                                           double least_share) {
     out.imbue(std::locale::classic());
     switch (format) {
     case Format::json:
@@ -21,14 +22,16 @@ std::unique_ptr<FingerprintReport> make_fingerprint_report(Format format, std::o
     return make_text_fingerprints(out, plan, least_share);
 }
 
-std::vector<KnotPlace> places_shown(const ChainFingerprint& fingerprint, double least_share) {
-    std::vector<KnotPlace> places;
+std::vector<fingerprint::KnotPlace> places_shown(const fingerprint::ChainFingerprint& fingerprint,
+                                                 double least_share) {
+    std::vector<fingerprint::KnotPlace> places;
     std::copy_if(fingerprint.places.begin(), fingerprint.places.end(), std::back_inserter(places),
-                 [&](const KnotPlace& place) { return place.greatest_share >= least_share; });
+                 [&](const fingerprint::KnotPlace& place) { return place.greatest_share >= least_share; });
     return places;
 }
 
-std::array<std::size_t, 2> tails_of(const Stretch& stretch, const ChainFingerprint& fingerprint) {
+std::array<std::size_t, 2> tails_of(const fingerprint::Stretch& stretch,
+                                    const fingerprint::ChainFingerprint& fingerprint) {
     return {stretch.first, fingerprint.matrix.beads() - 1 - stretch.last};
 }
 
@@ -39,4 +42,4 @@ std::string fixed(double value, int digits) {
     return text.str();
 }
 
-} // namespace loopwise
+} // namespace loopwise::app

@@ -1,40 +1,43 @@
 // Fingerprints as text for people, or as JSON or CSV for programs.
 #pragma once
 
-#include "report/report.hpp"
-#include "survey/fingerprint.hpp"
+#include "app/report/report.hpp"
+#include "fingerprint/fingerprint.hpp"
 
-namespace loopwise {
+namespace loopwise::app {
 
 /// Fingerprints are written as they come.
 class FingerprintReport {
   public:
     virtual ~FingerprintReport() = default;
-    virtual void add(const ChainFingerprint& fingerprint) = 0;
+    virtual void add(const fingerprint::ChainFingerprint& fingerprint) = 0;
     virtual void finish() {}
 };
 
 /// Writes the head; `out` must outlive the report, which leaves out knots of a smaller greatest share.
 std::unique_ptr<FingerprintReport> make_fingerprint_report(Format format, std::ostream& out,
-                                                           const FingerprintPlan& plan, double least_share);
+                                                           const fingerprint::FingerprintPlan& plan,
+                                                           double least_share);
 
 // One for each format.
-std::unique_ptr<FingerprintReport> make_text_fingerprints(std::ostream& out, const FingerprintPlan& plan,
-                                                          double least_share);
-std::unique_ptr<FingerprintReport> make_json_fingerprints(std::ostream& out, const FingerprintPlan& plan,
-                                                          double least_share);
+std::unique_ptr<FingerprintReport>
+make_text_fingerprints(std::ostream& out, const fingerprint::FingerprintPlan& plan, double least_share);
+std::unique_ptr<FingerprintReport>
+make_json_fingerprints(std::ostream& out, const fingerprint::FingerprintPlan& plan, double least_share);
 std::unique_ptr<FingerprintReport> make_csv_fingerprints(std::ostream& out, double least_share);
 
 /// The places whose greatest share is no smaller.
-std::vector<KnotPlace> places_shown(const ChainFingerprint& fingerprint, double least_share);
+std::vector<fingerprint::KnotPlace> places_shown(const fingerprint::ChainFingerprint& fingerprint,
+                                                 double least_share);
 
 /// The beads in front of a stretch and behind it.
-std::array<std::size_t, 2> tails_of(const Stretch& stretch, const ChainFingerprint& fingerprint);
+std::array<std::size_t, 2> tails_of(const fingerprint::Stretch& stretch,
+                                    const fingerprint::ChainFingerprint& fingerprint);
 
 /// Every stretch that was tested, a row each: first and last residue, knot, share.
-std::string matrix_csv(const ChainFingerprint& fingerprint);
+std::string matrix_csv(const fingerprint::ChainFingerprint& fingerprint);
 
 /// With as many digits after the point, whatever the locale.
 std::string fixed(double value, int digits);
 
-} // namespace loopwise
+} // namespace loopwise::app

@@ -1,8 +1,8 @@
-#include "report/fingerprint_report.hpp"
+#include "app/report/fingerprint_report.hpp"
 
 #include <iomanip>
 
-namespace loopwise {
+namespace loopwise::app {
 namespace {
 
 std::string percent(double share) { return fixed(100.0 * share, 1) + " %"; }
@@ -18,12 +18,12 @@ std::string within(std::size_t residues) {
 
 class TextFingerprints final : public FingerprintReport {
   public:
-    TextFingerprints(std::ostream& out, const FingerprintPlan& plan, double least_share)
+    TextFingerprints(std::ostream& out, const fingerprint::FingerprintPlan& plan, double least_share)
         : out_(out), least_share_(least_share) {
         out_ << "The knot of every stretch, by " << counted(plan.closures, "closure") << " of each\n";
     }
 
-    void add(const ChainFingerprint& of) override {
+    void add(const fingerprint::ChainFingerprint& of) override {
         out_ << '\n'
              << of.file << (of.model.empty() ? "" : ", model " + of.model)
              << (of.chain.empty() ? "" : " chain " + of.chain) << ": " << counted(of.matrix.beads(), "bead")
@@ -34,14 +34,14 @@ class TextFingerprints final : public FingerprintReport {
              << '\n';
         for (const std::string& note : of.notes) out_ << "  note: " << note << '\n';
         out_ << "  whole chain: " << of.knot << " in " << percent(of.share) << " of its closures"
-             << (of.matrix.beads() < fewest_knotted ? " (too short for a knot)" : "") << '\n';
+             << (of.matrix.beads() < fingerprint::fewest_knotted ? " (too short for a knot)" : "") << '\n';
         const std::string warning = gap_warning(of.bonds);
         if (!warning.empty()) out_ << "  " << warning << '\n';
         if (of.depth)
             out_ << "  depth: it stays when up to " << (*of.depth)[0] << " beads are taken off the front, or "
                  << (*of.depth)[1] << " off the back"
                  << within(std::max(of.depth_within[0], of.depth_within[1])) << '\n';
-        const std::vector<KnotPlace> places = places_shown(of, least_share_);
+        const std::vector<fingerprint::KnotPlace> places = places_shown(of, least_share_);
         if (places.empty())
             out_ << "  no stretch has a knot in " << percent(least_share_) << " of its closures\n";
         else
@@ -57,9 +57,9 @@ class TextFingerprints final : public FingerprintReport {
     }
 
   private:
-    void show(const std::vector<KnotPlace>& places, const ChainFingerprint& of) {
+    void show(const std::vector<fingerprint::KnotPlace>& places, const fingerprint::ChainFingerprint& of) {
         out_ << "  knot          share  greatest  core             beads  tails\n";
-        for (const KnotPlace& place : places) {
+        for (const fingerprint::KnotPlace& place : places) {
             out_ << "  " << std::left << std::setw(10) << place.knot << std::right << std::setw(9)
                  << percent(place.share) << std::setw(10) << percent(place.greatest_share) << "  ";
             if (place.core) {
@@ -79,9 +79,9 @@ class TextFingerprints final : public FingerprintReport {
 
 } // namespace
 
-std::unique_ptr<FingerprintReport> make_text_fingerprints(std::ostream& out, const FingerprintPlan& plan,
-                                                          double least_share) {
+std::unique_ptr<FingerprintReport>
+make_text_fingerprints(std::ostream& out, const fingerprint::FingerprintPlan& plan, double least_share) {
     return std::make_unique<TextFingerprints>(out, plan, least_share);
 }
 
-} // namespace loopwise
+} // namespace loopwise::app

@@ -1,7 +1,7 @@
-#include "report/json_results.hpp"
-#include "report/report.hpp"
+#include "app/report/json_results.hpp"
+#include "app/report/report.hpp"
 
-namespace loopwise {
+namespace loopwise::app {
 namespace {
 
 Json json_of(const std::map<std::size_t, std::size_t>& left) {
@@ -10,16 +10,16 @@ Json json_of(const std::map<std::size_t, std::size_t>& left) {
     return pairs;
 }
 
-Json json_of(const std::vector<KnotCount>& knots, std::size_t closures) {
+Json json_of(const std::vector<survey::KnotCount>& knots, std::size_t closures) {
     Json list = Json::array();
-    for (const KnotCount& count : knots)
+    for (const survey::KnotCount& count : knots)
         list.push_back({{"knot", count.knot},
                         {"closures", count.closures},
                         {"share", static_cast<double>(count.closures) / static_cast<double>(closures)}});
     return list;
 }
 
-Json json_of(const Result& result, const PairTally& pair) {
+Json json_of(const survey::Result& result, const survey::PairTally& pair) {
     Json numbers = Json::array();
     for (const auto& [number, closures] : pair.numbers)
         numbers.push_back({{"number", number}, {"closures", closures}});
@@ -27,7 +27,8 @@ Json json_of(const Result& result, const PairTally& pair) {
             {"linking", numbers}};
 }
 
-Json json_of(const std::optional<ComponentTally::Smallest>& smallest, const ComponentTally& component) {
+Json json_of(const std::optional<survey::ComponentTally::Smallest>& smallest,
+             const survey::ComponentTally& component) {
     if (!smallest) return nullptr;
     const auto& [closure, loop] = *smallest;
     Json beads = Json::array();
@@ -40,9 +41,9 @@ Json json_of(const std::optional<ComponentTally::Smallest>& smallest, const Comp
     return {{"beads", loop.beads.size()}, {"closure", closure}, {"left", beads}};
 }
 
-Json json_of(const std::vector<OddBond>& bonds, const ComponentTally& tally) {
+Json json_of(const std::vector<polymer::OddBond>& bonds, const survey::ComponentTally& tally) {
     Json list = Json::array();
-    for (const OddBond& bond : bonds)
+    for (const polymer::OddBond& bond : bonds)
         list.push_back({{"first", tally.labels[bond.bead]},
                         {"second", tally.labels[bond.bead + 1]},
                         {"length", bond.length},
@@ -50,7 +51,7 @@ Json json_of(const std::vector<OddBond>& bonds, const ComponentTally& tally) {
     return list;
 }
 
-Json json_of(const ComponentTally& tally, std::size_t closures) {
+Json json_of(const survey::ComponentTally& tally, std::size_t closures) {
     return {{"chain", tally.name},
             {"beads", tally.beads},
             {"notes", tally.notes},
@@ -64,29 +65,30 @@ Json json_of(const ComponentTally& tally, std::size_t closures) {
 
 class JsonReport final : public Report {
   public:
-    JsonReport(std::ostream& out, const Plan& plan)
+    JsonReport(std::ostream& out, const survey::Plan& plan)
         : results_(out, {{"program", "loopwise survey"},
                          {"version", LOOPWISE_VERSION},
-                         {"method", name_of(plan.method)},
+                         {"method", survey::name_of(plan.method)},
                          {"closures", plan.closures},
-                         {"scale", takes_scale(plan.method) ? Json(plan.scale) : Json(nullptr)},
-                         {"seed", is_random(plan.method) ? Json(plan.seed) : Json(nullptr)}}),
+                         {"scale", survey::takes_scale(plan.method) ? Json(plan.scale) : Json(nullptr)},
+                         {"seed", survey::is_random(plan.method) ? Json(plan.seed) : Json(nullptr)}}),
           together_(plan.together) {}
 
-    void add(const Result& result) override {
+    void add(const survey::Result& result) override {
         Json entry = {{"file", result.file},
                       {"model", result.model.empty() ? Json(nullptr) : Json(result.model)},
                       {"notes", result.notes},
-                      {"method", name_of(result.plan.method)},
+                      {"method", survey::name_of(result.plan.method)},
                       {"closures", result.plan.closures},
                       {"failed", result.failed}};
         if (together_) {
             entry["links"] = json_of(result.whole.knots, result.counted());
-            for (const PairTally& pair : result.pairs) entry["pairs"].push_back(json_of(result, pair));
+            for (const survey::PairTally& pair : result.pairs)
+                entry["pairs"].push_back(json_of(result, pair));
             entry["down_to_three"] = result.whole.bare;
             entry["left"] = json_of(result.whole.left);
         }
-        for (const ComponentTally& tally : result.components)
+        for (const survey::ComponentTally& tally : result.components)
             entry["chains"].push_back(json_of(tally, result.counted()));
         results_.add(entry);
     }
@@ -100,8 +102,8 @@ class JsonReport final : public Report {
 
 } // namespace
 
-std::unique_ptr<Report> make_json_report(std::ostream& out, const Plan& plan) {
+std::unique_ptr<Report> make_json_report(std::ostream& out, const survey::Plan& plan) {
     return std::make_unique<JsonReport>(out, plan);
 }
 
-} // namespace loopwise
+} // namespace loopwise::app

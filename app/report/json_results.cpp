@@ -1,6 +1,6 @@
-#include "report/json_results.hpp"
+#include "app/report/json_results.hpp"
 
-namespace loopwise {
+namespace loopwise::app {
 
 JsonResults::JsonResults(std::ostream& out, const Json& head) : out_(out) {
     std::string text = head.dump();
@@ -15,4 +15,4 @@ void JsonResults::add(const Json& result) {
     first_ = false;
 }
 
-} // namespace loopwise
+} // namespace loopwise::app

@@ -5,7 +5,7 @@
 
 #include <ostream>
 
-namespace loopwise {
+namespace loopwise::app {
 
 using Json = nlohmann::ordered_json;
 
@@ -22,4 +22,4 @@ class JsonResults {
     bool first_ = true;
 };
 
-} // namespace loopwise
+} // namespace loopwise::app

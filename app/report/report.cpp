@@ -1,10 +1,10 @@
-#include "report/report.hpp"
+#include "app/report/report.hpp"
 
 #include <charconv>
 #include <locale>
 #include <sstream>
 
-namespace loopwise {
+namespace loopwise::app {
 
 std::string csv_field(const std::string& field) {
     if (field.find_first_of(",\"\r\n") == std::string::npos) return field;
@@ -25,7 +25,7 @@ std::string exact(double value) {
     return {text, std::to_chars(text, text + sizeof text, value).ptr};
 }
 
-std::string bond_text(const OddBond& bond, const std::vector<std::string>& labels) {
+std::string bond_text(const polymer::OddBond& bond, const std::vector<std::string>& labels) {
     char length[32];
     const auto end =
         std::to_chars(length, length + sizeof length, bond.length, std::chars_format::general, 3).ptr;
@@ -33,19 +33,21 @@ std::string bond_text(const OddBond& bond, const std::vector<std::string>& label
            (bond.missing > 0 ? ", " + std::to_string(bond.missing) + " missing)" : ")");
 }
 
-std::string gaps_text(const Bonds& bonds, const std::vector<std::string>& labels, const char* separator) {
+std::string gaps_text(const polymer::Bonds& bonds, const std::vector<std::string>& labels,
+                      const char* separator) {
     std::string text;
-    for (const OddBond& gap : bonds.gaps) text += (text.empty() ? "" : separator) + bond_text(gap, labels);
+    for (const polymer::OddBond& gap : bonds.gaps)
+        text += (text.empty() ? "" : separator) + bond_text(gap, labels);
     return text;
 }
 
-std::size_t missing_in(const Bonds& bonds) {
+std::size_t missing_in(const polymer::Bonds& bonds) {
     std::size_t missing = 0;
-    for (const OddBond& gap : bonds.gaps) missing += gap.missing;
+    for (const polymer::OddBond& gap : bonds.gaps) missing += gap.missing;
     return missing;
 }
 
-std::string gap_warning(const Bonds& bonds) {
+std::string gap_warning(const polymer::Bonds& bonds) {
     const auto counted = [](std::size_t count, const std::string& what) {
         return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
     };
@@ -56,13 +58,14 @@ std::string gap_warning(const Bonds& bonds) {
            ": what is missing could turn this round";
 }
 
-std::vector<std::string> notes_on(const Result& result, const ComponentTally& component) {
+std::vector<std::string> notes_on(const survey::Result& result, const survey::ComponentTally& component) {
     std::vector<std::string> notes = result.notes;
     notes.insert(notes.end(), component.notes.begin(), component.notes.end());
     return notes;
 }
 
-std::string labels_of(const ComponentTally::Smallest& smallest, const ComponentTally& component) {
+std::string labels_of(const survey::ComponentTally::Smallest& smallest,
+                      const survey::ComponentTally& component) {
     std::string labels;
     for (std::size_t i = 0; i < smallest.loop.beads.size(); ++i) {
         if (i > 0) labels += ' ';
@@ -71,7 +74,7 @@ std::string labels_of(const ComponentTally::Smallest& smallest, const ComponentT
     return labels;
 }
 
-std::unique_ptr<Report> make_report(Format format, std::ostream& out, const Plan& plan) {
+std::unique_ptr<Report> make_report(Format format, std::ostream& out, const survey::Plan& plan) {
     out.imbue(std::locale::classic());
     switch (format) {
     case Format::json:
@@ -84,4 +87,4 @@ std::unique_ptr<Report> make_report(Format format, std::ostream& out, const Plan
     return make_text_report(out, plan);
 }
 
-} // namespace loopwise
+} // namespace loopwise::app

@@ -6,7 +6,7 @@
 #include <memory>
 #include <ostream>
 
-namespace loopwise {
+namespace loopwise::app {
 
 enum class Format { text, json, csv };
 
@@ -14,17 +14,17 @@ enum class Format { text, json, csv };
 class Report {
   public:
     virtual ~Report() = default;
-    virtual void add(const Result& result) = 0;
+    virtual void add(const survey::Result& result) = 0;
     virtual void finish() {}
 };
 
 /// Writes the head of the report; `out` and `plan` must outlive it.
-std::unique_ptr<Report> make_report(Format format, std::ostream& out, const Plan& plan);
+std::unique_ptr<Report> make_report(Format format, std::ostream& out, const survey::Plan& plan);
 
 // One for each format.
-std::unique_ptr<Report> make_text_report(std::ostream& out, const Plan& plan);
-std::unique_ptr<Report> make_json_report(std::ostream& out, const Plan& plan);
-std::unique_ptr<Report> make_csv_report(std::ostream& out, const Plan& plan);
+std::unique_ptr<Report> make_text_report(std::ostream& out, const survey::Plan& plan);
+std::unique_ptr<Report> make_json_report(std::ostream& out, const survey::Plan& plan);
+std::unique_ptr<Report> make_csv_report(std::ostream& out, const survey::Plan& plan);
 
 /// The text as one field of CSV, in quotes where it needs them.
 std::string csv_field(const std::string& text);
@@ -36,21 +36,23 @@ std::string scale_text(double scale);
 std::string exact(double value);
 
 /// The two beads of a bond and its length: 52-53 (3.01).
-std::string bond_text(const OddBond& bond, const std::vector<std::string>& labels);
+std::string bond_text(const polymer::OddBond& bond, const std::vector<std::string>& labels);
 
 /// The gaps of a chain, each as bond_text() with what is missing.
-std::string gaps_text(const Bonds& bonds, const std::vector<std::string>& labels, const char* separator);
+std::string gaps_text(const polymer::Bonds& bonds, const std::vector<std::string>& labels,
+                      const char* separator);
 
 /// All residues that the gaps leave out, as far as the numbers tell.
-std::size_t missing_in(const Bonds& bonds);
+std::size_t missing_in(const polymer::Bonds& bonds);
 
 /// What a verdict rests on, where part of the chain is not there; empty for a chain without gaps.
-std::string gap_warning(const Bonds& bonds);
+std::string gap_warning(const polymer::Bonds& bonds);
 
 /// All notes about a chain of a result.
-std::vector<std::string> notes_on(const Result& result, const ComponentTally& component);
+std::vector<std::string> notes_on(const survey::Result& result, const survey::ComponentTally& component);
 
 /// The labels of what is left of a loop.
-std::string labels_of(const ComponentTally::Smallest& smallest, const ComponentTally& component);
+std::string labels_of(const survey::ComponentTally::Smallest& smallest,
+                      const survey::ComponentTally& component);
 
-} // namespace loopwise
+} // namespace loopwise::app

@@ -1,9 +1,9 @@
-#include "report/report.hpp"
+#include "app/report/report.hpp"
 
 #include <iomanip>
 #include <sstream>
 
-namespace loopwise {
+namespace loopwise::app {
 namespace {
 
 constexpr std::size_t longest_bar = 40;
@@ -21,29 +21,31 @@ std::string counted(std::size_t count, const std::string& what) {
 }
 
 /// Chain text has no names.
-std::string name_in_text(const Tally& tally) { return tally.name.empty() ? "without name" : tally.name; }
+std::string name_in_text(const survey::Tally& tally) {
+    return tally.name.empty() ? "without name" : tally.name;
+}
 
 class TextReport final : public Report {
   public:
-    TextReport(std::ostream& out, const Plan& plan) : out_(out), plan_(plan) {
+    TextReport(std::ostream& out, const survey::Plan& plan) : out_(out), plan_(plan) {
         out_ << plan.closures << (plan.closures == 1 ? " closure" : " closures") << " of each "
-             << (plan.together ? "structure" : "chain") << ", method " << name_of(plan.method);
-        if (takes_scale(plan.method)) out_ << ", scale " << scale_text(plan.scale);
-        if (is_random(plan.method)) out_ << ", seed " << plan.seed;
+             << (plan.together ? "structure" : "chain") << ", method " << survey::name_of(plan.method);
+        if (survey::takes_scale(plan.method)) out_ << ", scale " << scale_text(plan.scale);
+        if (survey::is_random(plan.method)) out_ << ", seed " << plan.seed;
         out_ << '\n';
     }
 
-    void add(const Result& result) override {
+    void add(const survey::Result& result) override {
         out_ << '\n' << result.file;
         if (!result.model.empty()) out_ << ", model " << result.model;
         if (plan_.together)
             out_ << ": structure of " << result.components.size()
                  << (result.components.size() == 1 ? " chain\n" : " chains\n");
-        for (const ComponentTally& tally : result.components) introduce(tally);
+        for (const survey::ComponentTally& tally : result.components) introduce(tally);
         for (const std::string& note : result.notes) out_ << "  note: " << note << '\n';
-        for (const ComponentTally& tally : result.components)
+        for (const survey::ComponentTally& tally : result.components)
             for (const std::string& note : tally.notes) out_ << "  note: " << note << '\n';
-        if (result.plan.method == Method::ring)
+        if (result.plan.method == survey::Method::ring)
             out_ << "  reduced as "
                  << (result.components.size() == 1 ? "the ring it is" : "the rings they are")
                  << ", without a closure\n";
@@ -56,12 +58,13 @@ class TextReport final : public Report {
             show(result.whole, result.counted());
         }
         if (result.counted() > 0)
-            for (const ComponentTally& tally : result.components) show_component(tally, result.counted());
+            for (const survey::ComponentTally& tally : result.components)
+                show_component(tally, result.counted());
         out_.flush();
     }
 
   private:
-    void introduce(const ComponentTally& tally) {
+    void introduce(const survey::ComponentTally& tally) {
         const std::size_t gaps = tally.bonds.gaps.size();
         if (plan_.together) out_ << ' ';
         if (plan_.together || !tally.name.empty()) out_ << " chain " << name_in_text(tally);
@@ -74,16 +77,16 @@ class TextReport final : public Report {
         introduce_short_bonds(tally, false);
     }
 
-    void introduce_short_bonds(const ComponentTally& tally, bool cis) {
+    void introduce_short_bonds(const survey::ComponentTally& tally, bool cis) {
         std::string text;
-        for (const OddBond& bond : tally.bonds.close)
-            if (may_be_cis(bond.length) == cis)
+        for (const polymer::OddBond& bond : tally.bonds.close)
+            if (polymer::may_be_cis(bond.length) == cis)
                 text += (text.empty() ? "" : ", ") + bond_text(bond, tally.labels);
         if (!text.empty())
             out_ << (cis ? "  short as a cis peptide: " : "  too short for a bond: ") << text << '\n';
     }
 
-    void show_component(const ComponentTally& tally, std::size_t closures) {
+    void show_component(const survey::ComponentTally& tally, std::size_t closures) {
         if (plan_.together) out_ << "  chain " << name_in_text(tally) << '\n';
         show_knots(tally, closures);
         const std::string warning = gap_warning(tally.bonds);
@@ -95,20 +98,20 @@ class TextReport final : public Report {
     }
 
     /// The verdict in one line, and all names where there are several.
-    void show_knots(const Tally& tally, std::size_t closures) {
+    void show_knots(const survey::Tally& tally, std::size_t closures) {
         if (tally.knots.empty()) return;
         out_ << "  " << tally.knots.front().knot << " in " << percent(tally.knots.front().closures, closures)
              << " of " << closures << (closures == 1 ? " closure\n" : " closures\n");
         if (tally.knots.size() == 1) return;
         out_ << "  knot           closures\n";
-        for (const KnotCount& count : tally.knots)
+        for (const survey::KnotCount& count : tally.knots)
             out_ << "  " << std::left << std::setw(14) << count.knot << std::right << std::setw(9)
                  << count.closures << std::setw(9) << percent(count.closures, closures) << '\n';
     }
 
     /// Pairs that no closure links are left out.
-    void show_linking(const Result& result) {
-        for (const PairTally& pair : result.pairs) {
+    void show_linking(const survey::Result& result) {
+        for (const survey::PairTally& pair : result.pairs) {
             if (pair.numbers.empty() || (pair.numbers.size() == 1 && pair.numbers.begin()->first == 0))
                 continue;
             out_ << "  chains " << name_in_text(result.components[pair.one]) << " and "
@@ -119,7 +122,7 @@ class TextReport final : public Report {
         }
     }
 
-    void show(const Tally& tally, std::size_t closures) {
+    void show(const survey::Tally& tally, std::size_t closures) {
         out_ << "  down to three beads: " << tally.bare << " of " << counted(closures, "closure") << " ("
              << percent(tally.bare, closures) << ")\n  beads left   closures\n";
         for (const auto& [left, times] : tally.left) {
@@ -129,13 +132,13 @@ class TextReport final : public Report {
     }
 
     std::ostream& out_;
-    const Plan& plan_;
+    const survey::Plan& plan_;
 };
 
 } // namespace
 
-std::unique_ptr<Report> make_text_report(std::ostream& out, const Plan& plan) {
+std::unique_ptr<Report> make_text_report(std::ostream& out, const survey::Plan& plan) {
     return std::make_unique<TextReport>(out, plan);
 }
 
-} // namespace loopwise
+} // namespace loopwise::app

@@ -1,18 +1,24 @@
 // The library called from C++ on the same input as from Python: what comes out, and how long it takes.
 #include "libloopwise.h"
 
-#include "closure/closures.hpp"
 #include "knots/knot.hpp"
-#include "model/cut.hpp"
-#include "reduce/projection.hpp"
-#include "reduce/reduction.hpp"
-#include "survey/draws.hpp"
+#include "src/closure/closures.hpp"
+#include "src/model/cut.hpp"
+#include "src/projection/projection.hpp"
+#include "src/reduce/reduction.hpp"
+#include "survey/closure_rng.hpp"
 #include "survey/survey.hpp"
 
 #include <chrono>
 #include <fstream>
 
-using namespace loopwise;
+using namespace loopwise::model;
+using namespace loopwise::closure;
+using namespace loopwise::reduce;
+using namespace loopwise::knots;
+using namespace loopwise::survey;
+using namespace loopwise::projection;
+using namespace loopwise::polymer;
 
 namespace {
 

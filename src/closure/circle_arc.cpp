@@ -1,16 +1,18 @@
 // Atoms along an arc of a circle. The order of every sum and product below decides where an atom lies
 // to the last bit, and whether the end direction is met once or twice.
-#include "closure/circle_arc.hpp"
+#include "src/closure/circle_arc.hpp"
 
-#include "model/identifiers.hpp"
-#include "model/points.hpp"
+#include "src/model/identifiers.hpp"
+#include "src/model/points.hpp"
 
 #include <algorithm>
 #include <cmath>
 #include <numbers>
 #include <optional>
 
-namespace loopwise {
+namespace loopwise::closure {
+
+using namespace model;
 namespace {
 
 constexpr double arc_step = 0.175;         // radians
@@ -110,7 +112,7 @@ Arc circle_arc(PointR3 start_point, PointR3 end_point, PointR3 centre, double ra
     result.atoms.reserve(most_arc_atoms);
     std::int32_t id = last_id;
     for (double t = 0; result.atoms.empty() || std::fabs(t) < limit; t += step) {
-        id = id_after(id);
+        id = model::id_after(id);
         const PointR3 p =
             point_on_circle(centre, radius, basis, std::fabs(t) < threshold ? start_angle + t : end_angle);
         result.atoms.push_back({p.x, p.y, p.z, id});
@@ -118,4 +120,4 @@ Arc circle_arc(PointR3 start_point, PointR3 end_point, PointR3 centre, double ra
     return result;
 }
 
-} // namespace loopwise
+} // namespace loopwise::closure

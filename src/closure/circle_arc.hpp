@@ -3,7 +3,7 @@
 
 #include "libloopwise.h"
 
-namespace loopwise {
+namespace loopwise::closure {
 
 struct Arc {
     Chain atoms;               ///< none when the centre and the two directions span no plane
@@ -13,4 +13,4 @@ struct Arc {
 /// The atoms of GivePointsOnTheCircle(), which says all about them; prints nothing. Allocates.
 Arc circle_arc(PointR3 start_point, PointR3 end_point, PointR3 centre, double radius, std::int32_t last_id);
 
-} // namespace loopwise
+} // namespace loopwise::closure

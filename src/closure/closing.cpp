@@ -1,12 +1,14 @@
-#include "closure/closing.hpp"
+#include "src/closure/closing.hpp"
 
-#include "model/comparisons.hpp"
-#include "model/identifiers.hpp"
-#include "model/points.hpp"
+#include "src/model/comparisons.hpp"
+#include "src/model/identifiers.hpp"
+#include "src/model/points.hpp"
 
 #include <algorithm>
 
-namespace loopwise {
+namespace loopwise::closure {
+
+using namespace model;
 
 int draw_row(const Draw& draw, int rows) { return draw() % rows; }
 
@@ -24,7 +26,7 @@ std::optional<PointR3> at_length(PointR3 direction, double wanted) {
 }
 
 ChainAtom atom_after(const ChainAtom& last, PointR3 point, std::uint32_t steps) {
-    return {point.x, point.y, point.z, id_after(last.id, steps)};
+    return {point.x, point.y, point.z, model::id_after(last.id, steps)};
 }
 
 std::int32_t largest_id(const Chain& chain) {
@@ -39,4 +41,4 @@ Closing append_arc(Chain& chain, const Chain& arc) {
     return Closing::closed;
 }
 
-} // namespace loopwise
+} // namespace loopwise::closure

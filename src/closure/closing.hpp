@@ -1,12 +1,12 @@
 // What the closures have in common: drawing rows of the table, placing and numbering atoms.
 #pragma once
 
-#include "closure/closures.hpp"
+#include "src/closure/closures.hpp"
 
 #include <optional>
 #include <set>
 
-namespace loopwise {
+namespace loopwise::closure {
 
 /// One draw for a row among the first `rows`.
 int draw_row(const Draw& draw, int rows);
@@ -34,4 +34,4 @@ std::int32_t largest_id(const Chain& chain);
 /// Appends the atoms of an arc; an empty arc closes nothing.
 Closing append_arc(Chain& chain, const Chain& arc);
 
-} // namespace loopwise
+} // namespace loopwise::closure

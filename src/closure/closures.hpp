@@ -6,7 +6,7 @@
 
 #include <functional>
 
-namespace loopwise {
+namespace loopwise::closure {
 
 /// A whole number from 0 up, as std::rand() gives them. A closure takes it modulo the rows it may use.
 using Draw = std::function<int()>;
@@ -44,4 +44,4 @@ Closing close_by_arcs(Structure& structure, double scale, const Draw& draw);
 Closing close_outside(Chain& chain, double scale);
 Closing close_outside(Structure& structure, double scale);
 
-} // namespace loopwise
+} // namespace loopwise::closure

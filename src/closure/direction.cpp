@@ -1,12 +1,14 @@
 // Closing by moving both ends out in one direction.
-#include "closure/closing.hpp"
-#include "closure/point_tables.hpp"
-#include "model/diameter.hpp"
-#include "model/points.hpp"
+#include "src/closure/closing.hpp"
+#include "src/closure/point_tables.hpp"
+#include "src/model/diameter.hpp"
+#include "src/model/points.hpp"
 
 #include <span>
 
-namespace loopwise {
+namespace loopwise::closure {
+
+using namespace model;
 namespace {
 
 /// How far beyond the diameter the shifted ends lie, so that the path between them is outside.
@@ -44,7 +46,7 @@ Closing close_in_random_directions(Structure& structure, const Draw& draw) {
     if (IsEmptyStructure(structure)) return Closing::nothing_to_close;
     if (structure.size() > most_components_in_directions) return Closing::too_many_components;
     UnusedRows rows;
-    Diameter diameter(structure);
+    model::Diameter diameter(structure);
     for (Chain& component : structure) {
         const auto row = static_cast<std::size_t>(rows.draw(draw, uniform_rows));
         // The atoms that earlier components got count.
@@ -56,4 +58,4 @@ Closing close_in_random_directions(Structure& structure, const Draw& draw) {
     return Closing::closed;
 }
 
-} // namespace loopwise
+} // namespace loopwise::closure

@@ -1,13 +1,13 @@
 // The exported closures: a silent operation each, with std::rand(), the messages and the return codes of
 // the interface.
-#include "closure/circle_arc.hpp"
-#include "closure/closures.hpp"
+#include "src/closure/circle_arc.hpp"
+#include "src/closure/closures.hpp"
 
 #include <cstdlib>
 #include <ctime>
 #include <iostream>
 
-using namespace loopwise;
+using namespace loopwise::closure;
 
 namespace {
 

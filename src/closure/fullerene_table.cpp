@@ -1,8 +1,8 @@
 // The 60 atoms of a C60 fullerene: a truncated icosahedron with two bond lengths, about 3.53 from the
 // origin. Measured positions, which no rule reproduces.
-#include "closure/point_tables.hpp"
+#include "src/closure/point_tables.hpp"
 
-namespace loopwise {
+namespace loopwise::closure {
 
 // clang-format off
 constexpr std::array<PointR3, fuleren_rows> fuleren{{
@@ -69,4 +69,4 @@ constexpr std::array<PointR3, fuleren_rows> fuleren{{
 }};
 // clang-format on
 
-} // namespace loopwise
+} // namespace loopwise::closure

@@ -1,9 +1,11 @@
 // Closing through one far atom in a random direction from the centre.
-#include "closure/closing.hpp"
-#include "closure/point_tables.hpp"
-#include "model/points.hpp"
+#include "src/closure/closing.hpp"
+#include "src/closure/point_tables.hpp"
+#include "src/model/points.hpp"
 
-namespace loopwise {
+namespace loopwise::closure {
+
+using namespace model;
 namespace {
 
 /// The far atoms of a structure take directions from the first rows only, which are spread evenly by
@@ -38,4 +40,4 @@ Closing close_through_points(Structure& structure, double scale, const Draw& dra
     return Closing::closed;
 }
 
-} // namespace loopwise
+} // namespace loopwise::closure

@@ -1,9 +1,11 @@
 // Closing by an arc from the direction of the last atom to that of the first.
-#include "closure/circle_arc.hpp"
-#include "closure/closing.hpp"
-#include "model/points.hpp"
+#include "src/closure/circle_arc.hpp"
+#include "src/closure/closing.hpp"
+#include "src/model/points.hpp"
 
-namespace loopwise {
+namespace loopwise::closure {
+
+using namespace model;
 namespace {
 
 /// One or two atoms lie on one line with their centre, which rounding may hide.
@@ -32,4 +34,4 @@ Closing close_outside(Structure& structure, double scale) {
     return Closing::closed;
 }
 
-} // namespace loopwise
+} // namespace loopwise::closure

@@ -6,7 +6,7 @@
 
 #include <array>
 
-namespace loopwise {
+namespace loopwise::closure {
 
 constexpr int fuleren_rows = 60;
 constexpr int uniform_rows = 400;
@@ -14,4 +14,4 @@ constexpr int uniform_rows = 400;
 extern const std::array<PointR3, fuleren_rows> fuleren;
 extern const std::array<PointR3, uniform_rows> uniform;
 
-} // namespace loopwise
+} // namespace loopwise::closure

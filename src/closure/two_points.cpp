@@ -1,10 +1,12 @@
 // Closing by an arc between two random directions.
-#include "closure/circle_arc.hpp"
-#include "closure/closing.hpp"
-#include "closure/point_tables.hpp"
-#include "model/points.hpp"
+#include "src/closure/circle_arc.hpp"
+#include "src/closure/closing.hpp"
+#include "src/closure/point_tables.hpp"
+#include "src/model/points.hpp"
 
-namespace loopwise {
+namespace loopwise::closure {
+
+using namespace model;
 namespace {
 
 constexpr int rows_for_redraws = 60;
@@ -41,4 +43,4 @@ Closing close_by_arcs(Structure& structure, double scale, const Draw& draw) {
     return Closing::closed;
 }
 
-} // namespace loopwise
+} // namespace loopwise::closure

@@ -1,8 +1,8 @@
 // 400 unit vectors spread evenly over the sphere: a local minimum of the sum of reciprocal distances
 // with rows 0 to 5 and 399 held, at six significant digits. Rows 0 to 59 by themselves are spread too.
-#include "closure/point_tables.hpp"
+#include "src/closure/point_tables.hpp"
 
-namespace loopwise {
+namespace loopwise::closure {
 
 // clang-format off
 constexpr std::array<PointR3, uniform_rows> uniform{{
@@ -409,4 +409,4 @@ constexpr std::array<PointR3, uniform_rows> uniform{{
 }};
 // clang-format on
 
-} // namespace loopwise
+} // namespace loopwise::closure

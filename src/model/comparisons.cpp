@@ -1,6 +1,6 @@
-#include "model/comparisons.hpp"
+#include "src/model/comparisons.hpp"
 
-using namespace loopwise;
+using namespace loopwise::model;
 
 bool CompareEq(double a, double b) { return equal(a, b); }
 bool CompareGt(double a, double b) { return greater(a, b); }

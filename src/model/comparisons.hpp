@@ -6,10 +6,10 @@
 
 #include <cmath>
 
-namespace loopwise {
+namespace loopwise::model {
 
 inline bool equal(double a, double b) { return std::fabs(a - b) < EPS; }
 inline bool greater(double a, double b) { return a >= b + EPS; }
 inline bool greater_or_equal(double a, double b) { return a > b - EPS; }
 
-} // namespace loopwise
+} // namespace loopwise::model

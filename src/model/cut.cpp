@@ -1,9 +1,9 @@
-#include "model/cut.hpp"
+#include "src/model/cut.hpp"
 
 #include <algorithm>
 #include <iostream>
 
-namespace loopwise {
+namespace loopwise::model {
 
 bool cut(Chain& chain, int start, int end) {
     if (chain.empty()) return true;
@@ -20,9 +20,9 @@ bool cut(Chain& chain, int start, int end) {
     return true;
 }
 
-} // namespace loopwise
+} // namespace loopwise::model
 
-using namespace loopwise;
+using namespace loopwise::model;
 
 int CutChain(std::vector<ChainAtom>& chain, int start, int end) {
     if (cut(chain, start, end)) return 0;

@@ -3,10 +3,10 @@
 
 #include "libloopwise.h"
 
-namespace loopwise {
+namespace loopwise::model {
 
 /// What CutChain() does, in silence. False when the range is refused; the chain is then unchanged. An
 /// empty chain has nothing to refuse.
 bool cut(Chain& chain, int start, int end);
 
-} // namespace loopwise
+} // namespace loopwise::model

@@ -1,13 +1,13 @@
-#include "model/diameter.hpp"
+#include "src/model/diameter.hpp"
 
-#include "model/points.hpp"
+#include "src/model/points.hpp"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
 
-namespace loopwise {
+namespace loopwise::model {
 namespace {
 
 /// As many positions as the stack of a measure has room for.
@@ -119,4 +119,4 @@ void Diameter::include(PointR3 point, std::span<const Chain> components) {
     squared_ = largest;
 }
 
-} // namespace loopwise
+} // namespace loopwise::model

@@ -2,11 +2,11 @@
 #pragma once
 
 #include "libloopwise.h"
-#include "model/instruction_sets.hpp"
+#include "src/model/instruction_sets.hpp"
 
 #include <span>
 
-namespace loopwise {
+namespace loopwise::model {
 
 /// A set of atoms that only grows, with the square of its diameter: the largest squared_distance() of any
 /// two. The square root is monotone and correctly rounded, so the root of the largest square is the
@@ -37,4 +37,4 @@ using FarthestSquare = double (*)(const Positions& positions, PointR3 point, dou
 /// All versions give the same result to the last bit.
 FarthestSquare farthest_square(InstructionSet set);
 
-} // namespace loopwise
+} // namespace loopwise::model

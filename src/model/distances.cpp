@@ -1,8 +1,8 @@
 // The largest of many squared distances, for the instruction sets of x86-64.
-#include "model/diameter.hpp"
-#include "model/points.hpp"
+#include "src/model/diameter.hpp"
+#include "src/model/points.hpp"
 
-namespace loopwise {
+namespace loopwise::model {
 namespace {
 
 double farthest_square_plain(const Positions& positions, PointR3 point, double at_least) {
@@ -51,4 +51,4 @@ FarthestSquare farthest_square(InstructionSet set) {
 #endif
 }
 
-} // namespace loopwise
+} // namespace loopwise::model

@@ -1,4 +1,4 @@
-#include "model/identifiers.hpp"
+#include "src/model/identifiers.hpp"
 
 #include <algorithm>
 

@@ -1,11 +1,11 @@
-#include "model/instruction_sets.hpp"
+#include "src/model/instruction_sets.hpp"
 
 #if defined(LOOPWISE_CHOOSE_INSTRUCTIONS)
 #include <cstdlib>
 #include <string_view>
 #endif
 
-namespace loopwise {
+namespace loopwise::model {
 
 const char* name(InstructionSet set) {
     constexpr std::array names{"plain", "sse2", "avx2", "avx512"};
@@ -37,4 +37,4 @@ InstructionSet chosen_instruction_set() {
     return chosen;
 }
 
-} // namespace loopwise
+} // namespace loopwise::model

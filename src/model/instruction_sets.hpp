@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <span>
 
-namespace loopwise {
+namespace loopwise::model {
 
 /// In order of speed. Plain C++ runs on every processor; the others are for x86-64.
 enum class InstructionSet : std::size_t { plain, sse2, avx2, avx512 };
@@ -27,4 +27,4 @@ template <class Kernel> Kernel version_for(const Versions<Kernel>& versions, Ins
     return versions[static_cast<std::size_t>(set)];
 }
 
-} // namespace loopwise
+} // namespace loopwise::model

@@ -1,11 +1,11 @@
 // Centre, radius and diameter. A distance only ever replaces a smaller one, so a not-a-number leaves the
 // value as it was.
-#include "model/diameter.hpp"
-#include "model/points.hpp"
+#include "src/model/diameter.hpp"
+#include "src/model/points.hpp"
 
 #include <cmath>
 
-using namespace loopwise;
+using namespace loopwise::model;
 
 PointR3 CentreOfChain(const std::vector<ChainAtom>& chain) {
     PointR3 sum{0.0, 0.0, 0.0};

@@ -5,7 +5,7 @@
 
 #include <cmath>
 
-namespace loopwise {
+namespace loopwise::model {
 
 inline PointR3 position(const ChainAtom& atom) { return {atom.x, atom.y, atom.z}; }
 
@@ -26,4 +26,4 @@ inline double distance(PointR3 a, PointR3 b) { return std::sqrt(squared_distance
 
 inline double length(PointR3 v) { return std::sqrt(v.x * v.x + v.y * v.y + v.z * v.z); }
 
-} // namespace loopwise
+} // namespace loopwise::model

@@ -1,16 +1,16 @@
 // Triangle elimination on one chain or on all components of a structure: one engine.
 #pragma once
 
-#include "reduce/gap_buffer.hpp"
-#include "reduce/rear_part.hpp"
-#include "reduce/segment_index.hpp"
+#include "src/reduce/gap_buffer.hpp"
+#include "src/reduce/rear_part.hpp"
+#include "src/reduce/segment_index.hpp"
 
 #include <array>
 #include <bit>
 #include <optional>
 #include <span>
 
-namespace loopwise {
+namespace loopwise::reduce {
 
 /// A component to reduce: the beads that are left stand at the front of its atoms afterwards.
 struct Component {
@@ -450,4 +450,4 @@ template <class Id> class Elimination {
     std::optional<Corners> free_in_rear_;
 };
 
-} // namespace loopwise
+} // namespace loopwise::reduce

@@ -1,11 +1,11 @@
-#include "reduce/filter.hpp"
+#include "src/reduce/filter.hpp"
 
 #include <algorithm>
 #include <bit>
 #include <cmath>
 #include <limits>
 
-namespace loopwise {
+namespace loopwise::reduce {
 namespace {
 
 /// A triangle as flat as this blocks nothing that the filter could tell.
@@ -234,8 +234,8 @@ float most_turn(const Filter& filter, float shortest) {
            of_rounding * filter.n_size;
 }
 
-Kernels statement(InstructionSet set) {
-    return set >= InstructionSet::avx2 ? stated<Fused> : stated<Rounded>;
+Kernels statement(model::InstructionSet set) {
+    return set >= model::InstructionSet::avx2 ? stated<Fused> : stated<Rounded>;
 }
 
-} // namespace loopwise
+} // namespace loopwise::reduce

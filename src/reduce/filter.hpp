@@ -2,15 +2,15 @@
 // from single-precision positions. What it cannot prove out of reach is a candidate and goes to contact().
 #pragma once
 
-#include "model/instruction_sets.hpp"
-#include "reduce/intersection.hpp"
+#include "src/model/instruction_sets.hpp"
+#include "src/reduce/intersection.hpp"
 
 #include <array>
 #include <cstdint>
 #include <limits>
 #include <span>
 
-namespace loopwise {
+namespace loopwise::reduce {
 
 /// Where the beads are: in units of the frame, every finite coordinate lies between -1 and 1. The scale is
 /// a power of two, which costs no bits.
@@ -140,10 +140,10 @@ struct Kernels {
     FindInGroups<Turn, DirectionGroup> find_directions;
     PutPositions put_positions;
 };
-Kernels kernels(InstructionSet set);
+Kernels kernels(model::InstructionSet set);
 
 /// What the kernels of a set equal to the last bit, said one by one. Where there is an instruction for it,
 /// products are rounded once with the sum that follows them; the margins cover either way.
-Kernels statement(InstructionSet set);
+Kernels statement(model::InstructionSet set);
 
-} // namespace loopwise
+} // namespace loopwise::reduce

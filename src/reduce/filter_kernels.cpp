@@ -1,6 +1,6 @@
 // The versions of the filter for the instruction sets of x86-64. Function attributes allow the instructions,
 // so no file needs flags of its own; what runs is chosen by what the processor has.
-#include "reduce/filter.hpp"
+#include "src/reduce/filter.hpp"
 
 #include <cmath>
 #include <limits>
@@ -8,7 +8,7 @@
 #if defined(__x86_64__)
 #include <immintrin.h>
 
-namespace loopwise {
+namespace loopwise::reduce {
 namespace {
 
 namespace sse2 {
@@ -17,8 +17,8 @@ namespace sse2 {
 #define LOOPWISE_TARGET
 #define GREATER(a, b) static_cast<std::uint32_t>(_mm_movemask_ps(_mm_cmpgt_ps(a, b)))
 #define FUSED(a, b, c) ((a) * (b) + (c))
-#include "reduce/filter_kernel.inl"
-#include "reduce/group_kernel.inl"
+#include "src/reduce/filter_kernel.inl"
+#include "src/reduce/group_kernel.inl"
 #undef LANES
 #undef FOLLOWING
 #undef LOOPWISE_TARGET
@@ -32,8 +32,8 @@ namespace avx2 {
 #define LOOPWISE_TARGET __attribute__((target("avx2,fma")))
 #define GREATER(a, b) static_cast<std::uint32_t>(_mm256_movemask_ps(_mm256_cmp_ps(a, b, _CMP_GT_OQ)))
 #define FUSED(a, b, c) _mm256_fmadd_ps(a, b, c)
-#include "reduce/filter_kernel.inl"
-#include "reduce/group_kernel.inl"
+#include "src/reduce/filter_kernel.inl"
+#include "src/reduce/group_kernel.inl"
 #undef LANES
 #undef FOLLOWING
 #undef LOOPWISE_TARGET
@@ -50,8 +50,8 @@ namespace avx512 {
 #define LOOPWISE_TARGET __attribute__((target("avx512f")))
 #define GREATER(a, b) static_cast<std::uint32_t>(_mm512_cmp_ps_mask(a, b, _CMP_GT_OQ))
 #define FUSED(a, b, c) _mm512_fmadd_ps(a, b, c)
-#include "reduce/filter_kernel.inl"
-#include "reduce/group_kernel.inl"
+#include "src/reduce/filter_kernel.inl"
+#include "src/reduce/group_kernel.inl"
 #undef LANES
 #undef FOLLOWING
 #undef LOOPWISE_TARGET
@@ -64,20 +64,21 @@ namespace avx512 {
 #define LOOPWISE_KERNELS(set)                                                                                \
     { set::find_candidates, set::find_segments, set::find_boxes, set::find_directions, set::put_positions }
 
-Kernels kernels(InstructionSet set) {
-    static const Versions<Kernels> versions{{statement(InstructionSet::plain), LOOPWISE_KERNELS(sse2),
-                                             LOOPWISE_KERNELS(avx2), LOOPWISE_KERNELS(avx512)}};
-    return version_for(versions, set);
+Kernels kernels(model::InstructionSet set) {
+    static const model::Versions<Kernels> versions{{statement(model::InstructionSet::plain),
+                                                    LOOPWISE_KERNELS(sse2), LOOPWISE_KERNELS(avx2),
+                                                    LOOPWISE_KERNELS(avx512)}};
+    return model::version_for(versions, set);
 }
 
-} // namespace loopwise
+} // namespace loopwise::reduce
 
 #else
 
-namespace loopwise {
+namespace loopwise::reduce {
 
-Kernels kernels(InstructionSet set) { return statement(set); }
+Kernels kernels(model::InstructionSet set) { return statement(set); }
 
-} // namespace loopwise
+} // namespace loopwise::reduce
 
 #endif

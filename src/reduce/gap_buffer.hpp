@@ -1,7 +1,7 @@
 // The beads of a component while it is reduced.
 #pragma once
 
-#include "reduce/filter.hpp"
+#include "src/reduce/filter.hpp"
 
 #include <algorithm>
 #include <cstddef>
@@ -9,7 +9,7 @@
 #include <span>
 #include <utility>
 
-namespace loopwise {
+namespace loopwise::reduce {
 
 /// Arrays over slots; a slot holds a bead.
 template <class Id> struct Slots {
@@ -298,4 +298,4 @@ template <class Id> class GapBuffer {
     std::size_t tested_; ///< no triangle of the right part that begins here or later has a blocker
 };
 
-} // namespace loopwise
+} // namespace loopwise::reduce

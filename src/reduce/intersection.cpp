@@ -1,6 +1,6 @@
-#include "reduce/intersection.hpp"
+#include "src/reduce/intersection.hpp"
 
-using namespace loopwise;
+using namespace loopwise::reduce;
 
 double ScalarProduct(double* a, double* b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
 

@@ -1,10 +1,12 @@
 // The predicate on which triangle elimination rests, inline for the search.
 #pragma once
 
-#include "model/comparisons.hpp"
-#include "model/points.hpp"
+#include "src/model/comparisons.hpp"
+#include "src/model/points.hpp"
 
-namespace loopwise {
+namespace loopwise::reduce {
+
+using namespace model; // points and comparisons
 
 struct Triangle {
     PointR3 t0, t1, t2;
@@ -38,12 +40,14 @@ inline Contact classify(double t, double u, double v) {
         greater(1, sum))
         return Contact::inside;
 
-    const auto within = [](double x) { return greater_or_equal(x, 0) && greater_or_equal(1, x); };
+    const auto within = [](double x) {
+        return model::greater_or_equal(x, 0) && model::greater_or_equal(1, x);
+    };
     const bool on_an_edge = (equal(u, 0) && within(v) && within(t)) ||
                             (equal(v, 0) && within(u) && within(t)) ||
                             (equal(sum, 1) && within(u) && within(v) && within(t));
-    const bool an_end_lies_on_it = (equal(t, 0) || equal(t, 1)) && greater_or_equal(u, 0) &&
-                                   greater_or_equal(v, 0) && greater_or_equal(1, sum);
+    const bool an_end_lies_on_it = (equal(t, 0) || equal(t, 1)) && model::greater_or_equal(u, 0) &&
+                                   model::greater_or_equal(v, 0) && model::greater_or_equal(1, sum);
     return on_an_edge || an_end_lies_on_it ? Contact::boundary : Contact::none;
 }
 
@@ -80,4 +84,4 @@ inline Contact contact(const Triangle& triangle, const Segment& segment) {
     return d == 0.0 ? Contact::inside : contact_at_angle(triangle, segment, d);
 }
 
-} // namespace loopwise
+} // namespace loopwise::reduce

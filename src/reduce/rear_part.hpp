@@ -1,13 +1,13 @@
 // Some of the beads for which a component has no slots, placed for one search.
 #pragma once
 
-#include "reduce/filter.hpp"
+#include "src/reduce/filter.hpp"
 
 #include <algorithm>
 #include <cstddef>
 #include <span>
 
-namespace loopwise {
+namespace loopwise::reduce {
 
 /// The positions of the first atoms of a rear, on the stack.
 class RearPart {
@@ -30,4 +30,4 @@ class RearPart {
     float x_[row], y_[row], z_[row];
 };
 
-} // namespace loopwise
+} // namespace loopwise::reduce

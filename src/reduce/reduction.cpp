@@ -1,6 +1,6 @@
-#include "reduce/reduction.hpp"
+#include "src/reduce/reduction.hpp"
 
-#include "model/comparisons.hpp"
+#include "src/model/comparisons.hpp"
 
 #include <bit>
 #include <cmath>
@@ -8,7 +8,7 @@
 #include <memory>
 #include <optional>
 
-namespace loopwise {
+namespace loopwise::reduce {
 namespace {
 
 /// Outside these bounds products of coordinates could overflow or underflow in contact().
@@ -29,7 +29,7 @@ std::size_t finish(Chain& chain, std::size_t left, bool repeat_end) {
 }
 
 const Kernels& fastest() {
-    static const Kernels chosen = kernels(chosen_instruction_set());
+    static const Kernels chosen = kernels(model::chosen_instruction_set());
     return chosen;
 }
 
@@ -169,16 +169,16 @@ std::size_t reduce(Structure& structure, bool closed, std::size_t fewest_beads) 
     return total;
 }
 
-} // namespace loopwise
+} // namespace loopwise::reduce
 
 int ChainReduce(std::vector<ChainAtom>& chain, bool closed) {
     // The Polish line is part of the interface, to the byte.
     std::cout << "JESTEM w loopwise!, ChainReduce - czy to jeszcze w ogole jest wywolywane, a nie zawsze "
                  "ChainsReduce?, EPS="
               << EPS << std::endl;
-    return static_cast<int>(loopwise::reduce_on_stack(chain, closed));
+    return static_cast<int>(loopwise::reduce::reduce_on_stack(chain, closed));
 }
 
 int ChainsReduce(std::vector<std::vector<ChainAtom>>& structure, bool closed) {
-    return static_cast<int>(loopwise::reduce(structure, closed));
+    return static_cast<int>(loopwise::reduce::reduce(structure, closed));
 }

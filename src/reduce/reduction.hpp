@@ -1,9 +1,9 @@
 // The reductions without a word on the standard output: what the exported functions and the product call.
 #pragma once
 
-#include "reduce/elimination.hpp"
+#include "src/reduce/elimination.hpp"
 
-namespace loopwise {
+namespace loopwise::reduce {
 
 /// ChainReduce() and ChainsReduce() without the debug line. Safe to call from several threads on separate
 /// values. They take what memory they need from the heap, nothing for a chain of up to 3,455
@@ -36,4 +36,4 @@ template <class Id>
 std::size_t eliminate(const Component& component, const Slots<Id>& slots, const Kernels& kernels,
                       const Indexing& indexing = {});
 
-} // namespace loopwise
+} // namespace loopwise::reduce

@@ -1,9 +1,9 @@
-#include "reduce/segment_index.hpp"
+#include "src/reduce/segment_index.hpp"
 
 #include <numeric>
 #include <span>
 
-namespace loopwise {
+namespace loopwise::reduce {
 namespace {
 
 /// Cells along an edge of the cube, so that what a line crosses of a row fills some groups: more rows take longer
@@ -254,4 +254,4 @@ void SegmentIndex::find_runs(std::size_t face, const Turn& turn) {
     }
 }
 
-} // namespace loopwise
+} // namespace loopwise::reduce

@@ -1,7 +1,7 @@
 // For long chains: which segments a triangle may meet, without looking at all of them.
 #pragma once
 
-#include "reduce/filter.hpp"
+#include "src/reduce/filter.hpp"
 
 #include <algorithm>
 #include <array>
@@ -10,7 +10,7 @@
 #include <limits>
 #include <vector>
 
-namespace loopwise {
+namespace loopwise::reduce {
 
 /// The segments as they were when the index was made, and those that came since. What has gone since is passed
 /// over: `next_` knows which segments are there.
@@ -186,4 +186,4 @@ bool SegmentIndex::search(const Filter& filter, const Triangle& in_frame, Visit 
     return false;
 }
 
-} // namespace loopwise
+} // namespace loopwise::reduce

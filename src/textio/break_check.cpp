@@ -1,9 +1,11 @@
 // The check of a chain for breaks and for neighbours that lie on top of each other.
-#include "model/points.hpp"
+#include "src/model/points.hpp"
 
 #include <sstream>
 
-namespace loopwise {
+namespace loopwise::textio {
+
+using namespace model;
 namespace {
 
 const std::string OK = "OK";
@@ -27,9 +29,9 @@ std::string report(const Chain& chain, Pair pair) {
 }
 
 } // namespace
-} // namespace loopwise
+} // namespace loopwise::textio
 
-using namespace loopwise;
+using namespace loopwise::textio;
 
 std::string CheckDistancesBetweenAtoms(std::vector<ChainAtom> chain) {
     Pair farthest{0.0, 0};

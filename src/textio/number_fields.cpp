@@ -1,4 +1,4 @@
-#include "textio/number_fields.hpp"
+#include "src/textio/number_fields.hpp"
 
 #include <charconv>
 #include <cstddef>
@@ -6,7 +6,7 @@
 #include <string>
 #include <type_traits>
 
-namespace loopwise {
+namespace loopwise::textio {
 namespace {
 
 bool is_space(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
@@ -70,4 +70,4 @@ bool read_plain_fields(std::string_view line, ChainAtom& atom) {
     return true;
 }
 
-} // namespace loopwise
+} // namespace loopwise::textio

@@ -5,7 +5,7 @@
 
 #include <string_view>
 
-namespace loopwise {
+namespace loopwise::textio {
 
 /// Reads identifier, x, y and z of a line into the atom as a stream of the line would extract them under
 /// the global locale: the first field that does not read ends it, with what the extraction stores then.
@@ -15,4 +15,4 @@ void read_fields(std::string_view line, ChainAtom& atom);
 /// False, with the atom as it was, for all others.
 bool read_plain_fields(std::string_view line, ChainAtom& atom);
 
-} // namespace loopwise
+} // namespace loopwise::textio

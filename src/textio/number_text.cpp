@@ -1,4 +1,4 @@
-#include "textio/number_text.hpp"
+#include "src/textio/number_text.hpp"
 
 #include <array>
 #include <charconv>
@@ -7,7 +7,7 @@
 #include <locale>
 #include <sstream>
 
-namespace loopwise {
+namespace loopwise::textio {
 namespace {
 
 constexpr int significant_digits = 6;
@@ -79,4 +79,4 @@ template <class Number> std::string_view NumberText::by_stream(Number number) {
     return text_ = std::move(stream).str();
 }
 
-} // namespace loopwise
+} // namespace loopwise::textio

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace loopwise {
+namespace loopwise::textio {
 
 /// Turns numbers into text under the global locale of the time when it was made.
 class NumberText {
@@ -29,4 +29,4 @@ class NumberText {
 /// characters that are, at most 12; 0 and nothing written for numbers that it leaves to others.
 std::size_t write_coordinate(char* to, double number);
 
-} // namespace loopwise
+} // namespace loopwise::textio

@@ -1,14 +1,16 @@
 // The two chain readers: one procedure over lines, two sources.
-#include "textio/reader.hpp"
+#include "src/textio/reader.hpp"
 
-#include "model/points.hpp"
-#include "textio/number_fields.hpp"
+#include "src/model/points.hpp"
+#include "src/textio/number_fields.hpp"
 
 #include <fstream>
 #include <iostream>
 #include <locale>
 
-namespace loopwise {
+namespace loopwise::textio {
+
+using namespace model;
 namespace {
 
 /// What the first line is compared with, and what it keeps for the fields that it lacks.
@@ -73,9 +75,9 @@ std::optional<Reading> read_file(const char* name) {
 
 Reading read_text(std::string_view text) { return read_lines(LinesOfText(text)); }
 
-} // namespace loopwise
+} // namespace loopwise::textio
 
-using namespace loopwise;
+using namespace loopwise::textio;
 
 std::vector<ChainAtom> ChainRead(char* fileName, bool& error) {
     error = true;

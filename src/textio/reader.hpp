@@ -6,7 +6,7 @@
 #include <optional>
 #include <string_view>
 
-namespace loopwise {
+namespace loopwise::textio {
 
 struct Reading {
     Chain chain;                          ///< empty when an atom repeats the one before
@@ -19,4 +19,4 @@ std::optional<Reading> read_file(const char* name);
 /// What ChainRead_fromString() makes of a text. Allocates.
 Reading read_text(std::string_view text);
 
-} // namespace loopwise
+} // namespace loopwise::textio

@@ -1,10 +1,10 @@
 // The plain and the PDB layout of a chain.
 #include "libloopwise.h"
-#include "textio/number_text.hpp"
+#include "src/textio/number_text.hpp"
 
 #include <fstream>
 
-namespace loopwise {
+namespace loopwise::textio {
 namespace {
 
 /// A usual length of a line, for the first guess at the length of the text.
@@ -58,9 +58,9 @@ class Writer {
 };
 
 } // namespace
-} // namespace loopwise
+} // namespace loopwise::textio
 
-using namespace loopwise;
+using namespace loopwise::textio;
 
 std::string ChainWrite_toString(const std::vector<ChainAtom>& chain, bool plainFormat) {
     return plainFormat ? Writer().plain(chain) : Writer().pdb(chain);

@@ -1,6 +1,6 @@
 #include "support/input_properties.hpp"
 
-#include "input/input.hpp"
+#include "read/input.hpp"
 
 #include <algorithm>
 #include <array>
@@ -8,7 +8,8 @@
 #include <optional>
 #include <stdexcept>
 
-using namespace loopwise;
+using namespace loopwise::read;
+using namespace loopwise::polymer;
 
 namespace {
 

@@ -37,7 +37,7 @@ void reduces(const Chain& input, bool closed) {
     HOLDS(printed.cout.str() == "JESTEM w loopwise!, ChainReduce - czy to jeszcze w ogole jest wywolywane, a "
                                 "nie zawsze ChainsReduce?, EPS=1e-05\n");
     if (literal::repeats_end(input)) return; // which the engine by itself does not know
-    for (const loopwise::InstructionSet set : loopwise::available_instruction_sets()) {
+    for (const loopwise::model::InstructionSet set : loopwise::model::available_instruction_sets()) {
         for (std::size_t slots = 8; slots == 8 || slots / 8 < input.size(); slots *= 8)
             HOLDS(chains::same_bits(eliminated(input, closed, set, slots), theirs));
         HOLDS(chains::same_bits(eliminated(input, closed, set, input.size() + 1, true), theirs));
@@ -50,7 +50,7 @@ void reduces(const Structure& input, bool closed) {
     HOLDS(ChainsReduce(ours, closed) == literal::reduce(theirs, closed));
     HOLDS(same(ours, theirs) && printed.silent());
     Structure indexed = input;
-    loopwise::reduce(indexed, closed, 0);
+    loopwise::reduce::reduce(indexed, closed, 0);
     HOLDS(same(indexed, theirs));
 }
 

@@ -1,0 +1,14 @@
+# A room of the product: a folder at the root, a static library, and a namespace of the same name in `loopwise`.
+function(loopwise_room name)
+  cmake_parse_arguments(PARSE_ARGV 1 room "" "" "SOURCES;LINK")
+  add_library(loopwise_${name} STATIC EXCLUDE_FROM_ALL ${room_SOURCES})
+  target_compile_features(loopwise_${name} PUBLIC cxx_std_20)
+  target_include_directories(loopwise_${name} PUBLIC ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
+  # Every machine gets the same last bit: no fused multiply-add.
+  target_compile_options(loopwise_${name} PRIVATE -ffp-contract=off)
+  target_link_libraries(loopwise_${name} PUBLIC ${room_LINK})
+  set_target_properties(loopwise_${name} PROPERTIES
+    POSITION_INDEPENDENT_CODE ON
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON)
+endfunction()

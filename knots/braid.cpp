@@ -1,0 +1,58 @@
+#include "knots/braid.hpp"
+
+#include <cstdlib>
+#include <numeric>
+#include <utility>
+
+namespace loopwise::knots {
+
+/// All strands run upwards. At a crossing, the strand below comes in at 0, which is the lower left end of a
+/// negative crossing and the lower right one of a positive crossing.
+Diagram closed_braid(int strands, std::span<const signed char> word) {
+    const auto count = static_cast<std::size_t>(strands);
+    Diagram diagram;
+    std::vector<Dart> first(count, -1), last(count, -1);
+    std::vector<int> owner(count); // the strand at the bottom that is at a place now
+    std::iota(owner.begin(), owner.end(), 0);
+    const auto enter = [&](std::size_t place, Dart in) {
+        if (last[place] < 0)
+            first[place] = in;
+        else
+            diagram.link(last[place], in);
+    };
+    for (const int letter : word) {
+        if (letter == 0) break;
+        const auto left = static_cast<std::size_t>(std::abs(letter) - 1), right = left + 1;
+        const bool positive = letter > 0;
+        const int below = owner[positive ? right : left], above = owner[positive ? left : right];
+        const int crossing = diagram.add({positive ? 1 : -1, below, above});
+        const Dart under = 4 * crossing, over = diagram.over_in(crossing);
+        enter(left, positive ? over : under);
+        enter(right, positive ? under : over);
+        last[left] = opposite(positive ? under : over);
+        last[right] = opposite(positive ? over : under);
+        std::swap(owner[left], owner[right]);
+    }
+    // What arrives at a place on top goes on from that place at the bottom.
+    std::vector<int> loop(count, -1);
+    diagram.loops = 0;
+    for (std::size_t start = 0; start < count; ++start) {
+        if (last[start] >= 0) diagram.link(last[start], first[start]);
+        if (loop[start] >= 0) continue;
+        std::size_t strand = start;
+        do {
+            loop[strand] = diagram.loops;
+            std::size_t top = 0;
+            while (owner[top] != static_cast<int>(strand)) ++top;
+            strand = top;
+        } while (strand != start);
+        ++diagram.loops;
+    }
+    for (Crossing& c : diagram.crossings) {
+        c.under = loop[static_cast<std::size_t>(c.under)];
+        c.over = loop[static_cast<std::size_t>(c.over)];
+    }
+    return diagram;
+}
+
+} // namespace loopwise::knots

@@ -1,0 +1,28 @@
+// Numbers in files: the whole of a field, or nothing.
+#pragma once
+
+#include <charconv>
+#include <cmath>
+#include <optional>
+#include <string_view>
+
+namespace loopwise::read {
+
+/// A finite number in decimal notation, whatever the locale, with nothing before or after it.
+inline std::optional<double> to_number(std::string_view field) {
+    if (field.substr(0, 1) == "+" && field.substr(1, 1) != "-") field.remove_prefix(1);
+    double value = 0.0;
+    const auto [end, error] = std::from_chars(field.data(), field.data() + field.size(), value);
+    if (error != std::errc{} || end != field.data() + field.size() || !std::isfinite(value))
+        return std::nullopt;
+    return value;
+}
+
+inline std::string_view trimmed(std::string_view field) {
+    constexpr std::string_view blanks = " \t\n\v\f\r";
+    const std::size_t from = field.find_first_not_of(blanks);
+    if (from == std::string_view::npos) return {};
+    return field.substr(from, field.find_last_not_of(blanks) - from + 1);
+}
+
+} // namespace loopwise::read

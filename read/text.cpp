@@ -1,0 +1,193 @@
+#include "read/text.hpp"
+
+#include "read/bytes.hpp"
+#include "read/number.hpp"
+#include "read/refusal.hpp"
+
+#include <algorithm>
+#include <optional>
+#include <set>
+#include <span>
+
+namespace loopwise::read {
+namespace {
+
+constexpr std::string_view byte_order_mark = "\xef\xbb\xbf";
+constexpr const char* shapes = "a bead is x y z, or id x y z";
+
+struct Line {
+    std::size_t number;
+    std::string_view text;
+    std::vector<std::string_view> fields;
+};
+
+bool is_whole(std::string_view field) {
+    if (field.starts_with('-') || field.starts_with('+')) field.remove_prefix(1);
+    return !field.empty() && field.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+std::size_t numbers_in(const Line& line) {
+    return static_cast<std::size_t>(std::count_if(
+        line.fields.begin(), line.fields.end(), [](std::string_view f) { return to_number(f).has_value(); }));
+}
+
+std::vector<std::string_view> fields_of(std::string_view line) {
+    constexpr std::string_view blanks = " \t\v\f";
+    std::vector<std::string_view> fields;
+    while (true) {
+        const std::size_t from = line.find_first_not_of(blanks);
+        if (from == std::string_view::npos) return fields;
+        line.remove_prefix(from);
+        fields.push_back(line.substr(0, line.find_first_of(blanks)));
+        line.remove_prefix(fields.back().size());
+    }
+}
+
+/// Those that are not blank.
+std::vector<Line> lines_of(std::string_view text) {
+    std::vector<Line> lines;
+    for (std::size_t number = 1; !text.empty(); ++number) {
+        const std::string_view line = text.substr(0, text.find('\n'));
+        text.remove_prefix(std::min(line.size() + 1, text.size()));
+        std::vector<std::string_view> fields = fields_of(line);
+        if (!fields.empty()) lines.push_back({number, line, std::move(fields)});
+    }
+    return lines;
+}
+
+void refuse_binary(std::string_view text) {
+    const auto is_odd = [](char c) { return (c >= 0 && c < ' ' && (c < '\t' || c > '\r')) || c == '\x7f'; };
+    if (std::any_of(text.begin(), text.end(), is_odd)) refuse("is no text");
+}
+
+/// The form of a bead's line, which the first one sets for all.
+struct Form {
+    std::size_t fields;
+    std::optional<std::string_view> atom; ///< the name in the first field
+};
+
+bool has_name(const Line& line) { return line.fields.size() == 4 && !to_number(line.fields[0]); }
+
+/// A title is no damaged bead: it has another number of fields, or hardly a number among them.
+bool may_be_title(const Line& line) {
+    const std::size_t numbers = numbers_in(line);
+    if (numbers == line.fields.size()) return false;
+    return numbers < 2 || line.fields.size() < 3 || line.fields.size() > 4;
+}
+
+struct Head {
+    bool counted = false;
+    std::string note{}; ///< what was decided about a title
+};
+
+/// A title may be blank, and some files have none, which looks like a title of numbers and a missing bead.
+Head take_count(std::span<const Line>& lines) {
+    const Line first = lines.front();
+    const auto count = to_number(first.fields[0]);
+    lines = lines.subspan(1);
+    const bool blank_title = lines.empty() || lines.front().number > first.number + 1;
+    const auto are_counted = [&] { return count && static_cast<double>(lines.size()) == *count; };
+    if (blank_title && are_counted()) return {true};
+    if (!blank_title && are_counted() && numbers_in(lines.front()) > 2)
+        return {true,
+                "the line after the count is taken for a bead, as they are " + std::string(first.fields[0])};
+    if (!blank_title) lines = lines.subspan(1);
+    if (!are_counted())
+        refuse_line(first.number, "says " + std::string(first.fields[0]) +
+                                      " beads, but after it and a title come " +
+                                      std::to_string(lines.size()));
+    return {true};
+}
+
+/// Takes the count and the title of an XYZ file, or a title alone, off the lines.
+Head take_head(std::span<const Line>& lines) {
+    if (lines.empty()) return {};
+    const Line& first = lines.front();
+    if (first.fields.size() == 1 && is_whole(first.fields[0])) return take_count(lines);
+    if (!may_be_title(first)) return {};
+    lines = lines.subspan(1);
+    return {false, "the first line is taken for a title: " + shown(first.text)};
+}
+
+Form form_of(const Line& first, bool counted) {
+    if (first.fields.size() != 3 && first.fields.size() != 4)
+        refuse_line(first.number, "has " + std::to_string(first.fields.size()) +
+                                      (first.fields.size() == 1 ? " column: " : " columns: ") + shapes);
+    if (!has_name(first)) return {first.fields.size(), std::nullopt};
+    if (!counted)
+        refuse_line(first.number, "begins with " + shown(first.fields[0]) + ": " + shapes +
+                                      ", and names of atoms are for XYZ files with their count and title");
+    return {first.fields.size(), first.fields[0]};
+}
+
+double coordinate(const Line& line, std::string_view field) {
+    const auto value = to_number(field);
+    if (!value) refuse_line(line.number, "has " + shown(field) + " for a coordinate: " + shapes);
+    return *value;
+}
+
+std::string label_of(const Line& line, const Form& form, std::size_t position) {
+    if (form.fields == 3 || form.atom) return std::to_string(position + 1);
+    if (!is_whole(line.fields[0]))
+        refuse_line(line.number,
+                    "has " + shown(line.fields[0]) + " for an id, which is no whole number: " + shapes);
+    return std::string(line.fields[0]);
+}
+
+void refuse_other_form(const Line& line, const Form& form) {
+    if (line.fields.size() != form.fields)
+        refuse_line(line.number, "has " + std::to_string(line.fields.size()) + " columns, those before it " +
+                                     std::to_string(form.fields));
+    if (form.atom && line.fields[0] != *form.atom)
+        refuse_line(line.number, "is an atom " + shown(line.fields[0]) + " after " + shown(*form.atom) +
+                                     ": a chain is made of one kind, as C-alpha atoms");
+}
+
+/// Three columns of which the first counts the lines are numbers of beads, and the third coordinate is lost.
+void refuse_lost_column(std::span<const Line> lines, const Chain& beads) {
+    constexpr std::size_t enough = 4;
+    const auto counts = [](const ChainAtom& bead) { return bead.x == bead.id + 1; };
+    if (beads.size() >= enough && std::all_of(beads.begin(), beads.end(), counts))
+        refuse_line(lines.front().number,
+                    "and all after it have three columns of which the first counts the lines: "
+                    "ids without a third coordinate? " +
+                        std::string(shapes));
+}
+
+polymer::NamedChain chain_of(std::span<const Line> lines, const Form& form) {
+    polymer::NamedChain chain;
+    for (const Line& line : lines) {
+        refuse_other_form(line, form);
+        const std::size_t position = chain.beads.size(), x = form.fields - 3;
+        chain.labels.push_back(label_of(line, form, position));
+        chain.beads.push_back({coordinate(line, line.fields[x]), coordinate(line, line.fields[x + 1]),
+                               coordinate(line, line.fields[x + 2]), static_cast<std::int32_t>(position)});
+    }
+    if (form.fields == 3) refuse_lost_column(lines, chain.beads);
+    const std::set<std::string> different(chain.labels.begin(), chain.labels.end());
+    const bool ring = chain.labels.front() == chain.labels.back();
+    if (different.size() + (ring && chain.labels.size() > 1) < chain.labels.size())
+        chain.notes.push_back("ids come more than once: is the first of the four columns an id?");
+    return chain;
+}
+
+} // namespace
+
+polymer::Molecule read_chain_text(std::string_view given) {
+    if (given.starts_with(byte_order_mark)) given.remove_prefix(byte_order_mark.size());
+    refuse_binary(given);
+    const std::string text = with_line_feeds(std::string(given));
+    const std::vector<Line> all = lines_of(text);
+    std::span<const Line> lines = all;
+    const Head head = take_head(lines);
+    if (lines.empty()) refuse("holds no bead");
+    polymer::NamedChain chain = chain_of(lines, form_of(lines.front(), head.counted));
+    if (!head.note.empty()) chain.notes.push_back(head.note);
+    if (!text.ends_with('\n'))
+        chain.notes.push_back("the last line has no end: the file may be cut off in it");
+    polymer::Molecule molecule;
+    molecule.chains.push_back(std::move(chain));
+    return molecule;
+}
+
+} // namespace loopwise::read

@@ -1,0 +1,80 @@
+#include "survey/reduce_before_closing.hpp"
+
+#include "src/closure/closures.hpp"
+#include "src/model/points.hpp"
+#include "src/reduce/reduction.hpp"
+
+#include <algorithm>
+
+namespace loopwise::survey {
+
+using namespace model;
+namespace {
+
+/// Chains of so few beads are reduced as fast by themselves.
+constexpr std::size_t fewest_beads = 16;
+
+bool are_one_place(const ChainAtom& a, const ChainAtom& b) {
+    return CompareEq(length(position(a) - position(b)), 0);
+}
+
+/// The box around a chain.
+class Box {
+  public:
+    explicit Box(const Chain& chain) : low_(position(chain.front())), high_(low_) {
+        for (const ChainAtom& bead : chain) {
+            low_ = {std::min(low_.x, bead.x), std::min(low_.y, bead.y), std::min(low_.z, bead.z)};
+            high_ = {std::max(high_.x, bead.x), std::max(high_.y, bead.y), std::max(high_.z, bead.z)};
+        }
+    }
+    /// The part of a way from a point inside after which it leaves the box; 1 or more where it does not.
+    double part_inside(PointR3 from, PointR3 way) const {
+        return std::min({part(from.x, way.x, low_.x, high_.x), part(from.y, way.y, low_.y, high_.y),
+                         part(from.z, way.z, low_.z, high_.z)});
+    }
+
+  private:
+    static double part(double from, double way, double low, double high) {
+        return way > 0 ? (high - from) / way : way < 0 ? (low - from) / way : 1;
+    }
+    PointR3 low_, high_;
+};
+
+/// Leaves a path to its end only what is in the box, and a little more. What is far out meets no triangle between the
+/// beads, but a long path has all triangles near its box look at it.
+void shorten(const ChainAtom& from, ChainAtom& to, const Box& box) {
+    constexpr double outside = 1.01, least_outside = 1;
+    const PointR3 start = position(from), way = position(to) - start;
+    const double part = outside * box.part_inside(start, way) + least_outside / length(way);
+    if (part < 1) to = {from.x + part * way.x, from.y + part * way.y, from.z + part * way.z, to.id};
+}
+
+} // namespace
+
+/// The paths stand in the way as components of two beads, of which none can be taken, as far as they are in the box
+/// around the chain and all triangles between its beads. The part that joins the shifted ends is outside of it, or
+/// farther out in its direction than the chain.
+void reduce_before_closing(Chain& chain, std::span<const int> rows, double diameter) {
+    // A chain or a path whose ends are one place would pass for a loop.
+    if (chain.size() < fewest_beads || are_one_place(chain.front(), chain.back())) return;
+    Structure all(1);
+    all.reserve(1 + 2 * rows.size());
+    const Chain ends{chain.front(), chain.back()};
+    const Box box(chain);
+    for (const int row : rows) {
+        Chain path = ends;
+        if (closure::close_in_direction(path, row, diameter) != closure::Closing::closed ||
+            are_one_place(path[1], path[2]) || are_one_place(path[0], path[3]))
+            return;
+        shorten(path[1], path[2], box);
+        shorten(path[0], path[3], box);
+        all.push_back({path[1], path[2]});
+        all.push_back({path[0], path[3]});
+    }
+    constexpr std::size_t always_indexed = 0;
+    all.front() = std::move(chain);
+    reduce::reduce(all, false, always_indexed);
+    chain = std::move(all.front());
+}
+
+} // namespace loopwise::survey
