@@ -130,7 +130,7 @@ Count polygons() {
     while (count.diagrams < 500) {
         const Chain ring = chains::make(chains::Kind::tangle, 12 + random.below(20), random);
         const std::array<std::span<const ChainAtom>, 1> loops{ring};
-        const loopwise::knots::View view = loopwise::knots::look_at(loops);
+        const loopwise::knots::View view = loopwise::knots::project_diagram(loops);
         if (view.diagram.size() >= 3 && view.diagram.size() <= 70)
             compare("polygon", view.diagram, false, count);
     }

@@ -154,7 +154,7 @@ int close_in_directions(Structure& structure) {
     for (Chain& chain : structure) {
         int row = std::rand() % loopwise::closure::uniform_rows;
         while (!used.insert(row).second) row = std::rand() % loopwise::closure::uniform_rows;
-        const auto [x, y, z] = loopwise::closure::uniform[static_cast<std::size_t>(row)];
+        const auto [x, y, z] = loopwise::closure::uniform_directions[static_cast<std::size_t>(row)];
         const double shift = 1.02 * literal::diameter(structure), size = std::sqrt(x * x + y * y + z * z);
         for (ChainAtom end : {chain.back(), chain.front()}) {
             end.x += x * shift / size, end.y += y * shift / size, end.z += z * shift / size;

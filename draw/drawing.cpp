@@ -108,9 +108,9 @@ std::size_t tight_places(const Drawing& core, double apart) {
 }
 
 /// The diameter of what the reduction kept of the chain itself.
-double core_diameter(const survey::Specimen& specimen) {
+double core_diameter(const survey::ClosureResult& made) {
     Chain own;
-    for (const survey::Loop& loop : specimen.reduced)
+    for (const survey::Loop& loop : made.reduced)
         own.insert(own.end(), loop.beads.begin(), loop.beads.begin() + static_cast<std::ptrdiff_t>(loop.own));
     return DiameterOfChain(own);
 }
@@ -148,18 +148,18 @@ Drawing drawing_of(const std::vector<survey::Loop>& loops, const survey::Result&
     return drawing;
 }
 
-int clearest_view(const survey::Specimen& specimen, const survey::Result& result) {
-    const std::size_t left = beads_of(specimen.reduced);
-    const int step = step_of_views(beads_of(specimen.closed));
-    const double apart = least_apart * core_diameter(specimen);
+int clearest_view(const survey::ClosureResult& made, const survey::Result& result) {
+    const std::size_t left = beads_of(made.reduced);
+    const int step = step_of_views(beads_of(made.closed));
+    const double apart = least_apart * core_diameter(made);
     int clearest = 0;
     auto best = std::pair{false, std::numeric_limits<std::size_t>::max()};
     for (int view = 0; view < views; view += step) {
-        const Drawing closed = drawing_of(specimen.closed, result, view);
-        const Drawing core = drawing_of(specimen.reduced, result, view);
+        const Drawing closed = drawing_of(made.closed, result, view);
+        const Drawing core = drawing_of(made.reduced, result, view);
         const std::size_t tight = left > long_chain ? 0 : tight_places(core, apart);
         const std::size_t clutter = closed.crossings + core_weight * (core.crossings + tight);
-        const auto rank = std::pair{!from_the_side(closed, specimen.closed), clutter};
+        const auto rank = std::pair{!from_the_side(closed, made.closed), clutter};
         if (view > 0 && rank >= best) continue;
         best = rank;
         clearest = view;

@@ -31,7 +31,7 @@ Drawing drawing_of(const std::vector<survey::Loop>& loops, const survey::Result&
 /// The view with the fewest crossings among those that see the closure from the side; crossings of the
 /// reduced loops, and beads that seem to lie on a stick, count several times. Of long chains only a few views
 /// are tried.
-int clearest_view(const survey::Specimen& specimen, const survey::Result& result);
+int clearest_view(const survey::ClosureResult& made, const survey::Result& result);
 
 /// The view of chains by themselves with the fewest crossings.
 int clearest_view(const std::vector<survey::Loop>& chains, const survey::Result& result, Ends ends);

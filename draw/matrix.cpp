@@ -183,7 +183,7 @@ std::string legend(const fingerprint::ChainFingerprint& of, Labels& labels) {
     constexpr std::size_t most_rows = 10;
     std::vector<std::size_t> area(of.names.size());
     of.matrix.for_each_tested(
-        [&](fingerprint::Stretch, const fingerprint::FingerprintMatrix::Cell& cell) { ++area[cell.knot]; });
+        [&](fingerprint::Subchain, const fingerprint::FingerprintMatrix::Cell& cell) { ++area[cell.knot]; });
     std::vector<std::size_t> shown;
     for (std::size_t knot = 1; knot < area.size(); ++knot) shown.push_back(knot);
     std::stable_sort(shown.begin(), shown.end(),

@@ -160,13 +160,14 @@ std::string title(const survey::Result& result, double width) {
 std::string what_is_shown(const survey::Result& result) {
     if (result.plan.method == survey::Method::ring)
         return result.components.size() == 1 ? "a ring, as it is" : "rings, as they are";
-    const survey::Specimen& shown = *result.typical();
-    const std::size_t held = result.counted() - result.whole.bare;
-    const bool bare = &shown == (result.first_bare ? &*result.first_bare : nullptr);
+    const survey::ClosureResult& shown = *result.typical();
+    const std::size_t held = result.counted() - result.whole.fully_reduced;
+    const bool fully_reduced =
+        &shown == (result.first_fully_reduced ? &*result.first_fully_reduced : nullptr);
     return std::to_string(held) + " of " + counted(result.counted(), "closure") + " (" +
            survey::name_of(result.plan.method) + ") leave more than three beads; shown: closure " +
            std::to_string(shown.closure) +
-           (bare ? ", the first that comes down to three" : ", which leaves the fewest of them");
+           (fully_reduced ? ", the first that comes down to three" : ", which leaves the fewest of them");
 }
 
 std::string subtitle(const std::string& shown, int view, double width) {
@@ -290,7 +291,7 @@ survey::Result result_of(const polymer::NamedChain& chain, survey::Method method
 } // namespace
 
 std::string picture(const survey::Result& result, std::optional<int> asked_view) {
-    const survey::Specimen& shown = *result.typical();
+    const survey::ClosureResult& shown = *result.typical();
     const int view = asked_view ? *asked_view : clearest_view(shown, result);
     const Drawing before = drawing_of(shown.closed, result, view);
     const Drawing after = drawing_of(shown.reduced, result, view);

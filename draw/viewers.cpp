@@ -16,7 +16,7 @@ constexpr double tail_strength = 0.2;
 /// What a script colours, in this order: what comes later lies on top.
 struct Part {
     std::string name, colour, note;
-    fingerprint::Stretch stretch;
+    fingerprint::Subchain subchain;
 };
 
 /// A name that both viewers take: letters, digits and _.
@@ -39,7 +39,7 @@ std::vector<Part> parts_of(const fingerprint::ChainFingerprint& of,
     std::erase_if(places, [](const fingerprint::KnotPlace& place) { return !place.core; });
     std::vector<Part> parts;
     if (!places.empty() && places.front().knot == of.knot) {
-        const fingerprint::Stretch core = *places.front().core;
+        const fingerprint::Subchain core = *places.front().core;
         const std::string colour = knot_colour(of, number_of(places.front(), of), tail_strength);
         const std::size_t end = of.matrix.beads() - 1;
         if (core.first > 0) parts.push_back({"tail_before", colour, "before the core", {0, core.first - 1}});
@@ -86,7 +86,7 @@ std::optional<int> number_of_residue(const std::string& label) {
 
 /// Viewers take ranges by number alone, insertion codes left out, wherever in the chain the number stands. So a range
 /// holds numbers that follow each other, and residues that share their number stand by themselves.
-std::string residues(const std::vector<std::string>& labels, fingerprint::Stretch stretch,
+std::string residues(const std::vector<std::string>& labels, fingerprint::Subchain subchain,
                      Notation notation) {
     std::map<std::optional<int>, int> sharing;
     for (const std::string& label : labels) ++sharing[number_of_residue(label)];
@@ -99,9 +99,9 @@ std::string residues(const std::vector<std::string>& labels, fingerprint::Stretc
         return (labels[i].starts_with('-') ? notation.negative : "") + labels[i];
     };
     std::string list;
-    for (std::size_t i = stretch.first; i <= stretch.last; ++i) {
+    for (std::size_t i = subchain.first; i <= subchain.last; ++i) {
         const std::size_t from = i;
-        while (i < stretch.last && follows(i + 1)) ++i;
+        while (i < subchain.last && follows(i + 1)) ++i;
         list += (list.empty() ? "" : notation.between) + entry(from) +
                 (i > from ? std::string("-").append(entry(i)) : "");
     }
@@ -117,7 +117,7 @@ std::string pymol_script(const fingerprint::ChainFingerprint& of,
                          ", " + chain + "\n";
     for (const Part& part : parts_of(of, places))
         script += comment(part.note) + "select " + part.name + ", " + chain + " and resi " +
-                  residues(of.labels, part.stretch, pymol) + "\ncolor 0x" + part.colour.substr(1) + ", " +
+                  residues(of.labels, part.subchain, pymol) + "\ncolor 0x" + part.colour.substr(1) + ", " +
                   part.name + "\n";
     return script + "deselect\n";
 }
@@ -129,7 +129,7 @@ std::string chimerax_script(const fingerprint::ChainFingerprint& of,
                          (chain.empty() ? "protein" : chain) + " " + rest_colour + "\n";
     for (const Part& part : parts_of(of, places))
         script += comment(part.note) + "name " + part.name + " " + chain + ":" +
-                  residues(of.labels, part.stretch, chimerax) + "\ncolor " + part.name + " " + part.colour +
+                  residues(of.labels, part.subchain, chimerax) + "\ncolor " + part.name + " " + part.colour +
                   "\n";
     return script;
 }

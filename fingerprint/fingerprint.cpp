@@ -39,19 +39,19 @@ double affordable_work(std::size_t beads) {
 /// A quartered block has so many new corners, at most.
 constexpr double new_corners = 5;
 /// About so many stretches are closed for each bead along which a border goes.
-constexpr double stretches_per_border_bead = 3;
+constexpr double subchains_per_border_bead = 3;
 
-std::array<int, closure::uniform_rows> make_spread_rows() {
+std::array<int, closure::uniform_rows> make_farthest_point_order() {
     std::array<int, closure::uniform_rows> rows{};
     std::array<double, closure::uniform_rows> nearest; // the largest cosine to a row taken
     nearest.fill(-2.0);
     std::size_t next = 0;
     for (int& row : rows) {
         row = static_cast<int>(next);
-        const PointR3 taken = closure::uniform[next];
+        const PointR3 taken = closure::uniform_directions[next];
         nearest[next] = 3.0; // never again
-        for (std::size_t i = 0; i < closure::uniform.size(); ++i) {
-            const PointR3& p = closure::uniform[i];
+        for (std::size_t i = 0; i < closure::uniform_directions.size(); ++i) {
+            const PointR3& p = closure::uniform_directions[i];
             const double cosine =
                 (p.x * taken.x + p.y * taken.y + p.z * taken.z) / (model::length(p) * model::length(taken));
             nearest[i] = std::max(nearest[i], cosine);
@@ -105,17 +105,17 @@ bool has_name(const knots::KnotName& name) {
 
 /// Whether a stretch of the block could be a core instead of the last of these: it is no longer and meets none
 /// before it.
-bool may_replace_last(const Block& b, std::span<const Stretch> cores) {
+bool may_replace_last(const Block& b, std::span<const Subchain> cores) {
     // What all stretches of the block have in common is one of them, or nothing.
     const bool common = b.first_high <= b.last_low;
-    const Stretch shortest{b.first_high, std::max(b.first_high, b.last_low)};
-    const auto met = [&](const Stretch& core) { return common && core.meets(shortest); };
+    const Subchain shortest{b.first_high, std::max(b.first_high, b.last_low)};
+    const auto met = [&](const Subchain& core) { return common && core.meets(shortest); };
     return std::none_of(cores.begin(), cores.end() - 1, met) &&
            (!common || shortest.size() <= cores.back().size());
 }
 
 /// How far the ends of the stretches of a block can be from those of a stretch.
-std::size_t farthest_off(const Block& b, const Stretch& s) {
+std::size_t farthest_off(const Block& b, const Subchain& s) {
     const auto apart = [](std::size_t x, std::size_t y) { return x > y ? x - y : y - x; };
     return std::max({apart(b.first_low, s.first), apart(b.first_high, s.first), apart(b.last_low, s.last),
                      apart(b.last_high, s.last)});
@@ -126,7 +126,7 @@ std::size_t beads_to_another_knot(const FingerprintMatrix& matrix, bool front) {
     const std::size_t beads = matrix.beads();
     const std::uint16_t knot = matrix.at({0, beads - 1}).knot;
     for (std::size_t off = 1; off < beads; ++off) {
-        const Stretch s = front ? Stretch{off, beads - 1} : Stretch{0, beads - 1 - off};
+        const Subchain s = front ? Subchain{off, beads - 1} : Subchain{0, beads - 1 - off};
         if (matrix.is_tested(s) && matrix.at(s).knot != knot) return off;
     }
     return beads;
@@ -143,7 +143,7 @@ double loop_work(std::size_t beads) {
     constexpr double for_each_bead = 25;
     return static_cast<double>(beads) * (static_cast<double>(beads) + for_each_bead);
 }
-double stretch_work(std::size_t beads) {
+double subchain_work(std::size_t beads) {
     constexpr double for_each_bead = 0.7, for_each_pair = 0.0005;
     return static_cast<double>(beads) * (for_each_bead + for_each_pair * static_cast<double>(beads));
 }
@@ -165,21 +165,21 @@ class ExpectedWork {
         const std::size_t below = std::min(static_cast<std::size_t>(at), samples - 1);
         return work_[below] + (at - static_cast<double>(below)) * (work_[below + 1] - work_[below]);
     }
-    double of(const Stretch& s) const { return of(s.size()); }
-    double of(const std::vector<Stretch>& all) const {
+    double of(const Subchain& s) const { return of(s.size()); }
+    double of(const std::vector<Subchain>& all) const {
         return std::accumulate(all.begin(), all.end(), 0.0,
-                               [this](double sum, const Stretch& s) { return sum + of(s); });
+                               [this](double sum, const Subchain& s) { return sum + of(s); });
     }
 
   private:
-    static double sampled(Chain stretch) {
+    static double sampled(Chain subchain) {
         constexpr std::size_t closures = 5;
-        const std::span<const int> rows = spread_rows().first(closures);
-        const double diameter = DiameterOfChain(stretch);
-        double work = stretch_work(stretch.size());
-        survey::reduce_before_closing(stretch, rows, diameter);
+        const std::span<const int> rows = farthest_point_order().first(closures);
+        const double diameter = DiameterOfChain(subchain);
+        double work = subchain_work(subchain.size());
+        survey::reduce_before_closing(subchain, rows, diameter);
         for (const int row : rows) {
-            Chain loop = stretch;
+            Chain loop = subchain;
             closure::close_in_direction(loop, row, diameter);
             reduce::reduce(loop, true);
             work += loop_work(loop.size()) / closures;
@@ -193,15 +193,16 @@ class ExpectedWork {
 };
 
 /// What one thread works with.
-struct Bench {
-    Chain stretch, loop;
+struct Workspace {
+    Chain subchain, loop;
     knots::KnotNamer namer;
 };
 
-class Testing {
+class SubchainSampler {
   public:
-    Testing(const polymer::NamedChain& chain, const FingerprintPlan& plan, FingerprintWatcher& watcher)
-        : chain_(chain.beads), plan_(plan), watcher_(watcher), benches_(std::max(plan.threads, 1U)),
+    SubchainSampler(const polymer::NamedChain& chain, const FingerprintPlan& plan,
+                    FingerprintWatcher& watcher)
+        : chain_(chain.beads), plan_(plan), watcher_(watcher), workspaces_(std::max(plan.threads, 1U)),
           matrix_(chain_.size(), plan.most_memory), expected_(chain_, watcher) {
         if (chain_.size() < fewest_knotted) whole_[unknot_name] = plan_.closures;
         // Too short for a knot.
@@ -210,8 +211,8 @@ class Testing {
                 matrix_.test({first, last}, {0, static_cast<std::uint16_t>(plan.closures)});
     }
 
-    void every_stretch() {
-        std::vector<Stretch> all;
+    void every_subchain() {
+        std::vector<Subchain> all;
         const std::size_t beads = chain_.size();
         planned_ =
             beads < fewest_knotted ? 0 : (beads - fewest_knotted + 1) * (beads - fewest_knotted + 2) / 2;
@@ -235,17 +236,17 @@ class Testing {
         const std::size_t longest = std::max(step, chain_.size() / fewest_grid_lines);
         const double most = grid_part * affordable_work(chain_.size());
         while (step < longest &&
-               expected_.of(StretchGrid(chain_.size(), step).corners_to_test(matrix_)) > most)
+               expected_.of(SubchainGrid(chain_.size(), step).corners_to_test(matrix_)) > most)
             step = std::min(longest, step + std::max<std::size_t>(1, step / 4));
         return step;
     }
 
     void by_grid(std::size_t step) {
-        StretchGrid grid(chain_.size(), step);
+        SubchainGrid grid(chain_.size(), step);
         double left = !plan_.bounded          ? std::numeric_limits<double>::infinity()
                       : plan_.border_work > 0 ? plan_.border_work
                                               : affordable_work(chain_.size());
-        std::vector<Stretch> corners = grid.corners_to_test(matrix_);
+        std::vector<Subchain> corners = grid.corners_to_test(matrix_);
         planned_work_ = 2 * expected_.of(corners); // borders may take as much again
         for (bool is_grid = true;; is_grid = false) {
             planned_ += corners.size();
@@ -286,12 +287,12 @@ class Testing {
     bool is_half(const Cell& cell) const { return 2 * std::size_t{cell.closures} >= plan_.closures; }
 
     double border_work_in(const Block& b) const {
-        return stretches_per_border_bead * static_cast<double>(b.span()) * expected_.of(b.longest());
+        return subchains_per_border_bead * static_cast<double>(b.span()) * expected_.of(b.longest());
     }
 
     /// Those of the mixed blocks that may change a core or a depth, the cheapest first; once there are none, of all
     /// the largest first. As many as the work that is left allows.
-    std::vector<std::size_t> affordable(const StretchGrid& grid, const std::vector<std::size_t>& mixed,
+    std::vector<std::size_t> affordable(const SubchainGrid& grid, const std::vector<std::size_t>& mixed,
                                         double left) const {
         const Cores cores = cores_so_far();
         const bool is_knot = halves_.contains(matrix_.at({0, chain_.size() - 1}).knot);
@@ -320,91 +321,91 @@ class Testing {
         return wanted;
     }
 
-    using Cores = std::map<std::uint16_t, std::vector<Stretch>>;
+    using Cores = std::map<std::uint16_t, std::vector<Subchain>>;
 
     /// As Places finds them among what has been tested.
     Cores cores_so_far() const {
         Cores cores;
         for (const auto& [knot, halves] : halves_) {
-            std::vector<std::pair<Stretch, std::uint16_t>> sorted = halves;
+            std::vector<std::pair<Subchain, std::uint16_t>> sorted = halves;
             std::sort(sorted.begin(), sorted.end(), [](const auto& a, const auto& b) {
                 const auto key = [](const auto& tested) {
                     return std::tuple{tested.first.size(), -int{tested.second}, tested.first.first};
                 };
                 return key(a) < key(b);
             });
-            std::vector<Stretch>& found = cores[knot];
-            for (const auto& [stretch, closures] : sorted)
+            std::vector<Subchain>& found = cores[knot];
+            for (const auto& [subchain, closures] : sorted)
                 if (std::none_of(found.begin(), found.end(),
-                                 [s = stretch](const Stretch& core) { return core.meets(s); }))
-                    found.push_back(stretch);
+                                 [s = subchain](const Subchain& core) { return core.meets(s); }))
+                    found.push_back(subchain);
         }
         return cores;
     }
 
     /// Whether a stretch of the block could be a core, or one more.
     bool may_change(const Block& b, const Cores& all) const {
-        return any_on_rim(b, [&](Stretch s) {
+        return any_on_rim(b, [&](Subchain s) {
             if (!matrix_.is_tested(s) || !is_half(matrix_.at(s))) return false;
             const auto entry = all.find(matrix_.at(s).knot);
             if (entry == all.end()) return false;
-            const std::span<const Stretch> cores = entry->second;
+            const std::span<const Subchain> cores = entry->second;
             for (std::size_t count = 1; count <= cores.size(); ++count)
                 if (may_replace_last(b, cores.first(count))) return true;
-            const Stretch shortest{b.first_high, std::max(b.first_high, b.last_low)};
+            const Subchain shortest{b.first_high, std::max(b.first_high, b.last_low)};
             return std::none_of(cores.begin(), cores.end(),
-                                [&](const Stretch& core) { return core.meets(shortest); });
+                                [&](const Subchain& core) { return core.meets(shortest); });
         });
     }
 
     /// Returns the work that it took.
-    double test(const std::vector<Stretch>& stretches) {
-        std::vector<double> works(stretches.size());
-        std::vector<Cell> cells(stretches.size());
-        std::vector<char> is_knot(stretches.size());
-        survey::in_parallel(stretches.size(), plan_.threads, [&](std::size_t i, std::size_t worker) {
-            auto [counts, work] = close(stretches[i], benches_[worker]);
+    double test(const std::vector<Subchain>& subchains) {
+        std::vector<double> works(subchains.size());
+        std::vector<Cell> cells(subchains.size());
+        std::vector<char> is_knot(subchains.size());
+        survey::in_parallel(subchains.size(), plan_.threads, [&](std::size_t i, std::size_t worker) {
+            auto [counts, work] = close(subchains[i], workspaces_[worker]);
             const auto most = most_frequent(counts);
             cells[i] = {names_.number_of(most->first), static_cast<std::uint16_t>(most->second)};
             is_knot[i] = most->first != unknot_name && most->first != unnamed;
-            if (stretches[i].size() == chain_.size()) whole_ = std::move(counts);
+            if (subchains[i].size() == chain_.size()) whole_ = std::move(counts);
             works[i] = work;
-            watcher_.stretch_done(++done_, planned_);
+            watcher_.subchain_done(++done_, planned_);
             watcher_.part_done((done_work_ += work) / planned_work_);
         });
-        for (std::size_t i = 0; i < stretches.size(); ++i) {
-            matrix_.test(stretches[i], cells[i]);
+        for (std::size_t i = 0; i < subchains.size(); ++i) {
+            matrix_.test(subchains[i], cells[i]);
             if (plan_.bounded && is_knot[i] && is_half(cells[i]))
-                halves_[cells[i].knot].emplace_back(stretches[i], cells[i].closures);
+                halves_[cells[i].knot].emplace_back(subchains[i], cells[i].closures);
         }
         return std::accumulate(works.begin(), works.end(), 0.0);
     }
 
     /// And the work that it took.
-    std::pair<Counts, double> close(const Stretch& s, Bench& bench) const {
+    std::pair<Counts, double> close(const Subchain& s, Workspace& workspace) const {
         const auto begin = chain_.begin() + static_cast<std::ptrdiff_t>(s.first);
-        bench.stretch.assign(begin, begin + static_cast<std::ptrdiff_t>(s.size()));
-        const double diameter = DiameterOfChain(bench.stretch);
-        const std::span<const int> rows = spread_rows().first(plan_.closures);
+        workspace.subchain.assign(begin, begin + static_cast<std::ptrdiff_t>(s.size()));
+        const double diameter = DiameterOfChain(workspace.subchain);
+        const std::span<const int> rows = farthest_point_order().first(plan_.closures);
         watcher_.closure_begins();
-        survey::reduce_before_closing(bench.stretch, rows, diameter);
+        survey::reduce_before_closing(workspace.subchain, rows, diameter);
         Counts counts;
         double work = 0;
         for (const int row : rows) {
             watcher_.closure_begins();
-            bench.loop = bench.stretch;
-            closure::close_in_direction(bench.loop, row, diameter);
-            reduce::reduce(bench.loop, true);
-            work += loop_work(bench.loop.size());
-            const knots::KnotName& name = bench.namer.name(bench.loop);
+            workspace.loop = workspace.subchain;
+            closure::close_in_direction(workspace.loop, row, diameter);
+            reduce::reduce(workspace.loop, true);
+            work += loop_work(workspace.loop.size());
+            const knots::KnotName& name = workspace.namer.name(workspace.loop);
             ++counts[has_name(name) ? name.text() : unnamed];
         }
-        return {std::move(counts), stretch_work(s.size()) + work / static_cast<double>(rows.size())};
+        return {std::move(counts), subchain_work(s.size()) + work / static_cast<double>(rows.size())};
     }
 
     /// What was not tested in a block is as its corners, which agree; the share is between theirs.
     void fill(const Block& b) {
-        const Stretch longest{b.first_low, b.last_high};
+        const Subchain longest{b.first_low, b.last_high};
         for (std::size_t first = b.first_low; first <= b.first_high; ++first)
             for (std::size_t last = std::max(first, b.last_low); last <= b.last_high; ++last)
                 if (!matrix_.is_tested({first, last})) matrix_.infer({first, last}, matrix_.at(longest));
@@ -416,11 +417,11 @@ class Testing {
         for (std::size_t first = b.first_low; first <= b.first_high; ++first)
             for (std::size_t last = std::max(first, b.last_low); last <= b.last_high; ++last) {
                 if (matrix_.is_tested({first, last})) continue;
-                Stretch nearest = b.longest();
-                const auto distance = [&](const Stretch& s) {
+                Subchain nearest = b.longest();
+                const auto distance = [&](const Subchain& s) {
                     return apart(s.first, first) + apart(s.last, last);
                 };
-                for (const Stretch& corner : b.corners())
+                for (const Subchain& corner : b.corners())
                     if (corner.first <= corner.last && distance(corner) < distance(nearest)) nearest = corner;
                 matrix_.infer({first, last}, matrix_.at(nearest));
             }
@@ -429,7 +430,7 @@ class Testing {
     const Chain& chain_;
     const FingerprintPlan& plan_;
     FingerprintWatcher& watcher_;
-    std::vector<Bench> benches_;
+    std::vector<Workspace> workspaces_;
     FingerprintMatrix matrix_;
     ExpectedWork expected_;
     Names names_;
@@ -439,7 +440,7 @@ class Testing {
     double planned_work_ = 1;
     Counts whole_;
     /// By knot, the stretches of at least one half; only kept for bounded work.
-    std::map<std::uint16_t, std::vector<std::pair<Stretch, std::uint16_t>>> halves_;
+    std::map<std::uint16_t, std::vector<std::pair<Subchain, std::uint16_t>>> halves_;
     std::vector<Block> open_;
 };
 
@@ -448,7 +449,7 @@ class Places {
   public:
     Places(const ChainFingerprint& of, const Counts& whole, const std::vector<Block>& open)
         : of_(of), whole_(whole), open_(open) {
-        of.matrix.for_each_tested([&](Stretch s, const Cell& cell) {
+        of.matrix.for_each_tested([&](Subchain s, const Cell& cell) {
             if (of.is_knot(cell.knot)) cells_[cell.knot].emplace_back(s, cell.closures);
         });
     }
@@ -471,33 +472,33 @@ class Places {
     }
 
   private:
-    using Tested = std::pair<Stretch, std::uint16_t>; ///< and its closures that gave the knot
+    using Tested = std::pair<Subchain, std::uint16_t>; ///< and its closures that gave the knot
 
     /// The shortest stretch of one half or more is a core, and so is the next that meets none before it.
     void add_places(std::uint16_t knot, const std::vector<Tested>& cells,
                     std::vector<KnotPlace>& places) const {
         const std::size_t before = places.size();
-        std::vector<Stretch> cores;
-        for (const auto& [stretch, closures] : cells) {
+        std::vector<Subchain> cores;
+        for (const auto& [subchain, closures] : cells) {
             if (2 * std::size_t{closures} < of_.closures) continue;
             const bool is_new =
                 std::none_of(places.begin() + static_cast<std::ptrdiff_t>(before), places.end(),
-                             [&, s = stretch](const KnotPlace& p) { return p.core->meets(s); });
+                             [&, s = subchain](const KnotPlace& p) { return p.core->meets(s); });
             if (!is_new) continue;
-            cores.push_back(stretch);
-            places.push_back(place_of(knot, cells, stretch));
+            cores.push_back(subchain);
+            places.push_back(place_of(knot, cells, subchain));
             places.back().core_within = core_within(knot, cores);
         }
         if (places.size() == before) places.push_back(place_of(knot, cells, std::nullopt));
     }
 
     /// Of the last of these cores of a knot.
-    std::size_t core_within(std::uint16_t knot, std::span<const Stretch> cores) const {
+    std::size_t core_within(std::uint16_t knot, std::span<const Subchain> cores) const {
         std::size_t within = 1;
         for (const Block& b : open_) {
             const std::size_t off = farthest_off(b, cores.back());
             if (off <= within || !may_replace_last(b, cores)) continue;
-            if (any_on_rim(b, [&](Stretch s) {
+            if (any_on_rim(b, [&](Subchain s) {
                     const Cell& cell = of_.matrix.at(s);
                     return of_.matrix.is_tested(s) && cell.knot == knot &&
                            2 * std::size_t{cell.closures} >= of_.closures;
@@ -508,7 +509,7 @@ class Places {
     }
 
     KnotPlace place_of(std::uint16_t knot, const std::vector<Tested>& cells,
-                       std::optional<Stretch> core) const {
+                       std::optional<Subchain> core) const {
         KnotPlace place;
         place.knot = of_.names[knot];
         const auto on_whole = whole_.find(place.knot);
@@ -516,10 +517,10 @@ class Places {
             place.share = of_.share_of({0, static_cast<std::uint16_t>(on_whole->second)});
         place.core = core;
         std::size_t greatest = 0;
-        for (const auto& [stretch, closures] : cells)
-            if (closures > greatest && (!core || stretch.holds(*core))) {
+        for (const auto& [subchain, closures] : cells)
+            if (closures > greatest && (!core || subchain.holds(*core))) {
                 greatest = closures;
-                place.greatest = stretch;
+                place.greatest = subchain;
             }
         place.greatest_share = static_cast<double>(greatest) / static_cast<double>(of_.closures);
         const bool is_chains = place.knot == of_.knot;
@@ -532,12 +533,12 @@ class Places {
     }
 
     /// Whether a stretch that holds the core and clearly is the knot lies in one that clearly is not.
-    bool is_undone(std::uint16_t knot, const std::vector<Tested>& cells, const Stretch& core) const {
-        std::vector<Stretch> knotted;
-        for (const auto& [stretch, closures] : cells)
-            if (is_clear(closures) && stretch.holds(core)) knotted.push_back(stretch);
+    bool is_undone(std::uint16_t knot, const std::vector<Tested>& cells, const Subchain& core) const {
+        std::vector<Subchain> knotted;
+        for (const auto& [subchain, closures] : cells)
+            if (is_clear(closures) && subchain.holds(core)) knotted.push_back(subchain);
         std::sort(knotted.begin(), knotted.end(),
-                  [](const Stretch& a, const Stretch& b) { return a.first < b.first; });
+                  [](const Subchain& a, const Subchain& b) { return a.first < b.first; });
         // Other stretches come by their first bead: the farthest last bead so far is what counts.
         bool undone = false;
         auto inner = knotted.begin();
@@ -546,7 +547,7 @@ class Places {
             for (; inner != knotted.end() && inner->first < first; ++inner)
                 undone |= farthest && inner->last <= *farthest;
         };
-        of_.matrix.for_each_tested([&](Stretch s, const Cell& cell) {
+        of_.matrix.for_each_tested([&](Subchain s, const Cell& cell) {
             judge_before(s.first);
             if (cell.knot != knot && is_clear(cell.closures))
                 farthest = std::max(farthest.value_or(0), s.last);
@@ -567,7 +568,7 @@ std::size_t depth_of(const ChainFingerprint& of, bool front) {
     const std::uint16_t knot = of.matrix.at({0, last}).knot;
     std::size_t depth = 0;
     while (depth < last) {
-        const Stretch shorter = front ? Stretch{depth + 1, last} : Stretch{0, last - depth - 1};
+        const Subchain shorter = front ? Subchain{depth + 1, last} : Subchain{0, last - depth - 1};
         if (of.matrix.at(shorter).knot != knot) break;
         ++depth;
     }
@@ -576,8 +577,8 @@ std::size_t depth_of(const ChainFingerprint& of, bool front) {
 
 } // namespace
 
-std::span<const int> spread_rows() {
-    static const std::array<int, closure::uniform_rows> rows = make_spread_rows();
+std::span<const int> farthest_point_order() {
+    static const std::array<int, closure::uniform_rows> rows = make_farthest_point_order();
     return rows;
 }
 
@@ -603,7 +604,7 @@ FingerprintMatrix::FingerprintMatrix(std::size_t beads, std::size_t most_memory)
     }
 }
 
-void FingerprintMatrix::test(Stretch s, Cell cell) {
+void FingerprintMatrix::test(Subchain s, Cell cell) {
     cells_[index(s)] = cell;
     tested_[index(s)] = true;
 }
@@ -615,20 +616,20 @@ void FingerprintMatrix::renumber(std::span<const std::uint16_t> number_of) {
 ChainFingerprint fingerprint_of(const std::string& file, const polymer::NamedChain& chain,
                                 const FingerprintPlan& plan, FingerprintWatcher& watcher) {
     if (chain.beads.empty()) throw std::invalid_argument("the chain has no atom");
-    if (plan.closures == 0 || plan.closures > spread_rows().size())
+    if (plan.closures == 0 || plan.closures > farthest_point_order().size())
         throw std::invalid_argument("between 1 and 400 closures of a stretch can be made");
     const std::size_t beads = chain.beads.size();
-    Testing testing(chain, plan, watcher);
+    SubchainSampler sampler(chain, plan, watcher);
     const std::size_t step = plan.full       ? 1
                              : plan.step > 0 ? std::min(plan.step, beads)
-                             : plan.bounded  ? testing.affordable_step(default_step(beads))
+                             : plan.bounded  ? sampler.affordable_step(default_step(beads))
                                              : default_step(beads);
     if (step == 1)
-        testing.every_stretch();
+        sampler.every_subchain();
     else
-        testing.by_grid(step);
+        sampler.by_grid(step);
 
-    std::vector<std::string> names = testing.take_names();
+    std::vector<std::string> names = sampler.take_names();
     ChainFingerprint result{file,
                             chain.name,
                             chain.labels,
@@ -636,9 +637,9 @@ ChainFingerprint fingerprint_of(const std::string& file, const polymer::NamedCha
                             chain.notes,
                             plan.closures,
                             step,
-                            testing.done(),
+                            sampler.done(),
                             std::move(names),
-                            std::move(testing.matrix()),
+                            std::move(sampler.matrix()),
                             {},
                             0,
                             {},
@@ -649,14 +650,14 @@ ChainFingerprint fingerprint_of(const std::string& file, const polymer::NamedCha
     if (result.is_knot(cell.knot)) result.depth = {depth_of(result, true), depth_of(result, false)};
     const std::array ends{beads_to_another_knot(result.matrix, true),
                           beads_to_another_knot(result.matrix, false)};
-    for (const Block& b : testing.open()) {
+    for (const Block& b : sampler.open()) {
         result.borders_within = std::max(result.borders_within, b.span());
         for (const bool front : {true, false}) {
             std::size_t& within = result.depth_within[front ? 0 : 1];
             if (may_end_depth(b, beads, front, ends[front ? 0 : 1])) within = std::max(within, b.span());
         }
     }
-    result.places = Places(result, testing.whole(), testing.open()).all();
+    result.places = Places(result, sampler.whole(), sampler.open()).all();
     return result;
 }
 
@@ -667,28 +668,28 @@ std::string ChainFingerprint::way() const {
                                : ", refined at borders");
 }
 
-TypicalClosure typical_closure(const Chain& chain, Stretch stretch, const std::string& knot,
+TypicalClosure typical_closure(const Chain& chain, Subchain subchain, const std::string& knot,
                                std::size_t closures) {
-    const auto begin = chain.begin() + static_cast<std::ptrdiff_t>(stretch.first);
+    const auto begin = chain.begin() + static_cast<std::ptrdiff_t>(subchain.first);
     const auto closed_in = [&](int row) {
-        Chain loop(begin, begin + static_cast<std::ptrdiff_t>(stretch.size()));
+        Chain loop(begin, begin + static_cast<std::ptrdiff_t>(subchain.size()));
         closure::close_in_direction(loop, row);
         std::int32_t position = 0;
         for (ChainAtom& bead : loop) bead.id = position++;
-        TypicalClosure closure{row, {}, {loop, stretch.size()}, {loop, 0}};
+        TypicalClosure closure{row, {}, {loop, subchain.size()}, {loop, 0}};
         Chain& reduced = closure.reduced.beads;
         reduce::reduce(reduced, true);
         closure.reduced.own =
             static_cast<std::size_t>(std::count_if(reduced.begin(), reduced.end(), [&](const ChainAtom& b) {
-                return static_cast<std::size_t>(b.id) < stretch.size();
+                return static_cast<std::size_t>(b.id) < subchain.size();
             }));
         const knots::KnotName name = knots::knot_of(reduced);
         closure.knot = has_name(name) ? name.text() : unnamed;
         return closure;
     };
-    for (const int row : spread_rows().first(closures))
+    for (const int row : farthest_point_order().first(closures))
         if (TypicalClosure closure = closed_in(row); closure.knot == knot) return closure;
-    return closed_in(spread_rows().front());
+    return closed_in(farthest_point_order().front());
 }
 
 } // namespace loopwise::fingerprint

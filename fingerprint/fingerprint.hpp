@@ -26,13 +26,13 @@ inline constexpr const char* unnamed = "not named";
 inline constexpr std::size_t fewest_knotted = 6 - 2;
 
 /// Beads of a chain, counted from 0, both included.
-struct Stretch {
+struct Subchain {
     std::size_t first = 0, last = 0;
 
     std::size_t size() const { return last - first + 1; }
-    bool holds(const Stretch& other) const { return first <= other.first && other.last <= last; }
-    bool meets(const Stretch& other) const { return first <= other.last && other.first <= last; }
-    bool operator==(const Stretch&) const = default;
+    bool holds(const Subchain& other) const { return first <= other.first && other.last <= last; }
+    bool meets(const Subchain& other) const { return first <= other.last && other.first <= last; }
+    bool operator==(const Subchain&) const = default;
 };
 
 struct FingerprintPlan {
@@ -51,7 +51,7 @@ struct FingerprintPlan {
 /// The rows of the table of 400 directions from which any first few are spread evenly: row 0, then always the
 /// row whose angle to the nearest one taken is the largest, the first of equals (Gonzalez, "Clustering to
 /// minimize the maximum intercluster distance", Theor. Comput. Sci. 38, 1985).
-std::span<const int> spread_rows();
+std::span<const int> farthest_point_order();
 
 /// Seconds that a unit of work takes on a common processor. Work is what a closure takes, of a stretch of n beads whose
 /// loop comes down to m: m (m + 25) + 0.7 n + 0.0005 n^2. Measured with 100 closures of every stretch of a grid, on
@@ -78,22 +78,22 @@ class FingerprintMatrix {
     std::size_t beads() const { return beads_; }
     /// Whether the stretch was closed, or is too short for a knot. Otherwise its cell is that of stretches
     /// around it that agree, or of the nearest of them where a border was not followed.
-    bool is_tested(Stretch s) const { return tested_[index(s)]; }
-    const Cell& at(Stretch s) const { return cells_[index(s)]; }
+    bool is_tested(Subchain s) const { return tested_[index(s)]; }
+    const Cell& at(Subchain s) const { return cells_[index(s)]; }
 
-    void test(Stretch s, Cell cell);
-    void infer(Stretch s, Cell cell) { cells_[index(s)] = cell; }
+    void test(Subchain s, Cell cell);
+    void infer(Subchain s, Cell cell) { cells_[index(s)] = cell; }
     void renumber(std::span<const std::uint16_t> number_of);
 
     /// Calls body(stretch, cell) for all that are tested, by first and then by last bead.
     template <class Body> void for_each_tested(const Body& body) const {
         for (std::size_t first = 0; first < beads_; ++first)
             for (std::size_t last = first; last < beads_; ++last)
-                if (is_tested({first, last})) body(Stretch{first, last}, at({first, last}));
+                if (is_tested({first, last})) body(Subchain{first, last}, at({first, last}));
     }
 
   private:
-    std::size_t index(Stretch s) const { return s.last * (s.last + 1) / 2 + s.first; }
+    std::size_t index(Subchain s) const { return s.last * (s.last + 1) / 2 + s.first; }
 
     std::size_t beads_;
     std::vector<Cell> cells_;
@@ -103,10 +103,10 @@ class FingerprintMatrix {
 /// A place where a knot is.
 struct KnotPlace {
     std::string knot;
-    double share = 0;            ///< of the closures of the whole chain
-    double greatest_share = 0;   ///< among the stretches that hold the core and are this knot most often
-    Stretch greatest;            ///< the shortest with that share
-    std::optional<Stretch> core; ///< the shortest stretch with a share of at least one half
+    double share = 0;             ///< of the closures of the whole chain
+    double greatest_share = 0;    ///< among the stretches that hold the core and are this knot most often
+    Subchain greatest;            ///< the shortest with that share
+    std::optional<Subchain> core; ///< the shortest stretch with a share of at least one half
     /// The first and the last residue of the core are known up to so many residues; 1 is to the residue.
     std::size_t core_within = 1;
     /// The chain is another knot or none, or a stretch around the knot clearly is: see clear_share.
@@ -153,7 +153,7 @@ class FingerprintWatcher {
   public:
     virtual ~FingerprintWatcher() = default;
     /// So many stretches are done of those that are planned so far; refining plans more.
-    virtual void stretch_done(std::size_t done, std::size_t planned) = 0;
+    virtual void subchain_done(std::size_t done, std::size_t planned) = 0;
     /// This part of the work is done, as far as can be told: how long borders are is seen on the way.
     virtual void part_done(double) {}
     /// A closure begins. Called often: long chains take their time for each stretch.
@@ -188,7 +188,7 @@ struct TypicalClosure {
 };
 
 /// The first of spread_rows() up to so many whose closure gives the knot; the first of all where none does.
-TypicalClosure typical_closure(const Chain& chain, Stretch stretch, const std::string& knot,
+TypicalClosure typical_closure(const Chain& chain, Subchain subchain, const std::string& knot,
                                std::size_t closures);
 
 } // namespace loopwise::fingerprint

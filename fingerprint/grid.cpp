@@ -13,18 +13,18 @@ std::vector<std::size_t> lines(std::size_t beads, std::size_t step) {
 
 } // namespace
 
-StretchGrid::StretchGrid(std::size_t beads, std::size_t step) {
+SubchainGrid::SubchainGrid(std::size_t beads, std::size_t step) {
     const std::vector<std::size_t> at = lines(beads, step);
     for (std::size_t i = 0; i + 1 < at.size(); ++i)
         for (std::size_t j = 0; j + 1 < at.size(); ++j)
             add({at[i], at[i + 1], beads - 1 - at[j + 1], beads - 1 - at[j]}, blocks_);
 }
 
-void StretchGrid::add(const Block& block, std::vector<Block>& into) const {
+void SubchainGrid::add(const Block& block, std::vector<Block>& into) const {
     if (block.first_low <= block.last_high) into.push_back(block);
 }
 
-void StretchGrid::quarter(const Block& b, std::vector<Block>& into) const {
+void SubchainGrid::quarter(const Block& b, std::vector<Block>& into) const {
     const std::size_t first = (b.first_low + b.first_high) / 2, last = (b.last_low + b.last_high) / 2;
     const bool in_first = first > b.first_low, in_last = last > b.last_low;
     const auto add_row = [&](std::size_t low, std::size_t high) {
@@ -35,7 +35,7 @@ void StretchGrid::quarter(const Block& b, std::vector<Block>& into) const {
     add_row(in_last ? last : b.last_low, b.last_high);
 }
 
-void StretchGrid::refine(std::span<const std::size_t> numbers) {
+void SubchainGrid::refine(std::span<const std::size_t> numbers) {
     std::vector<Block> refined;
     auto next = numbers.begin();
     for (std::size_t i = 0; i < blocks_.size(); ++i)
@@ -46,13 +46,13 @@ void StretchGrid::refine(std::span<const std::size_t> numbers) {
     blocks_ = std::move(refined);
 }
 
-std::vector<Stretch> StretchGrid::corners_to_test(const FingerprintMatrix& matrix) {
-    std::vector<Stretch> corners;
+std::vector<Subchain> SubchainGrid::corners_to_test(const FingerprintMatrix& matrix) {
+    std::vector<Subchain> corners;
     for (const Block& b : blocks_)
-        for (const Stretch s : b.corners())
+        for (const Subchain s : b.corners())
             if (s.first <= s.last && !matrix.is_tested(s)) corners.push_back(s);
-    const auto key = [](Stretch s) { return std::array{s.first, s.last}; };
-    std::sort(corners.begin(), corners.end(), [&](Stretch a, Stretch b) { return key(a) < key(b); });
+    const auto key = [](Subchain s) { return std::array{s.first, s.last}; };
+    std::sort(corners.begin(), corners.end(), [&](Subchain a, Subchain b) { return key(a) < key(b); });
     corners.erase(std::unique(corners.begin(), corners.end()), corners.end());
     return corners;
 }

@@ -15,21 +15,21 @@ namespace loopwise::fingerprint {
 struct Block {
     std::size_t first_low, first_high, last_low, last_high;
 
-    Stretch longest() const { return {first_low, last_high}; }
+    Subchain longest() const { return {first_low, last_high}; }
     std::size_t span() const { return std::max(first_high - first_low, last_high - last_low); }
-    std::array<Stretch, 4> corners() const {
-        return {Stretch{first_low, last_low}, Stretch{first_low, last_high}, Stretch{first_high, last_low},
-                Stretch{first_high, last_high}};
+    std::array<Subchain, 4> corners() const {
+        return {Subchain{first_low, last_low}, Subchain{first_low, last_high}, Subchain{first_high, last_low},
+                Subchain{first_high, last_high}};
     }
 };
 
-class StretchGrid {
+class SubchainGrid {
   public:
     /// Lines every `step` beads, counted from the whole chain; at the other ends they may be closer.
-    StretchGrid(std::size_t beads, std::size_t step);
+    SubchainGrid(std::size_t beads, std::size_t step);
 
     /// The stretches at the corners that were not given before.
-    std::vector<Stretch> corners_to_test(const FingerprintMatrix& matrix);
+    std::vector<Subchain> corners_to_test(const FingerprintMatrix& matrix);
 
     /// The numbers of the blocks of more than a bead on whose rim two tested stretches are of a different kind,
     /// where same_kind(a, b) says for two cells whether they are of one.
@@ -61,15 +61,15 @@ template <class Body> bool any_on_rim(const Block& b, const Body& body) {
 }
 
 template <class SameKind>
-std::vector<std::size_t> StretchGrid::mixed(const FingerprintMatrix& matrix,
-                                            const SameKind& same_kind) const {
+std::vector<std::size_t> SubchainGrid::mixed(const FingerprintMatrix& matrix,
+                                             const SameKind& same_kind) const {
     std::vector<std::size_t> numbers;
     for (std::size_t i = 0; i < blocks_.size(); ++i) {
         const Block& block = blocks_[i];
         if (block.span() <= 1) continue;
         const FingerprintMatrix::Cell& corner = matrix.at(block.longest());
         if (any_on_rim(block,
-                       [&](Stretch s) { return matrix.is_tested(s) && !same_kind(matrix.at(s), corner); }))
+                       [&](Subchain s) { return matrix.is_tested(s) && !same_kind(matrix.at(s), corner); }))
             numbers.push_back(i);
     }
     return numbers;

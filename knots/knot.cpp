@@ -98,7 +98,7 @@ std::string code_of(const Diagram& diagram) {
 /// The diagram to name, or the fault of the polygon.
 View reduced_view(std::span<const ChainAtom> loop) {
     const std::array<std::span<const ChainAtom>, 1> loops{without_copy_of_first(loop)};
-    View view = look_at(loops);
+    View view = project_diagram(loops);
     if (view.fault == PolygonFault::none) simplify(view.diagram, table_crossings);
     return view;
 }

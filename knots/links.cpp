@@ -84,7 +84,7 @@ Linking linking_of(std::span<const std::span<const ChainAtom>> loops) {
     if (loops.size() < 2) return result;
     std::vector<std::span<const ChainAtom>> polygons;
     for (const auto loop : loops) polygons.push_back(without_copy_of_first(loop));
-    const View view = look_at(polygons);
+    const View view = project_diagram(polygons);
     result.fault = view.fault;
     if (view.fault != PolygonFault::none) return result;
     const std::size_t count = loops.size();
@@ -122,7 +122,7 @@ KnotName link_of(Diagram diagram) {
 KnotName link_of(std::span<const ChainAtom> one, std::span<const ChainAtom> other) {
     const std::array<std::span<const ChainAtom>, 2> loops{without_copy_of_first(one),
                                                           without_copy_of_first(other)};
-    View view = look_at(loops);
+    View view = project_diagram(loops);
     if (view.fault == PolygonFault::none) return link_of(std::move(view.diagram));
     KnotName result;
     result.fault = view.fault;

@@ -18,7 +18,7 @@ class Search {
         const auto det = determinant(jones_);
         if (det && *det > 0)
             for (std::size_t count = 1; count <= most_factors; ++count)
-                extend(0, count, 0, *det, fingerprint(jones_, alexander_));
+                extend(0, count, 0, *det, polynomial_hash(jones_, alexander_));
         return std::move(found_);
     }
 
@@ -28,7 +28,8 @@ class Search {
     std::array<std::size_t, most_factors> factors_{};
     std::vector<std::string> found_;
 
-    void extend(std::size_t depth, std::size_t count, std::size_t first, std::int64_t det, Fingerprint rest) {
+    void extend(std::size_t depth, std::size_t count, std::size_t first, std::int64_t det,
+                PolynomialHash rest) {
         // No factor has a determinant below that of the trefoil.
         constexpr std::int64_t least = 3;
         const bool last = depth + 1 == count;

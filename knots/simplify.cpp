@@ -11,7 +11,7 @@ constexpr int most_crossings_to_reroute = 3000;
 constexpr long long most_steps = 15'000'000;
 
 /// The piece of a strand from one edge to another, over all crossings between them or under all.
-struct Stretch {
+struct Subchain {
     std::vector<Dart> edges;    ///< by the ends where they leave
     std::vector<int> crossings; ///< between them
 };
@@ -37,9 +37,9 @@ class Rerouting {
     long long steps_ = 0; ///< ends of edges looked at so far
 
     void find_faces();
-    Stretch stretch_from(Dart out, bool under) const;
-    std::optional<Route> shorter_route(const Stretch& stretch);
-    bool lay(Stretch stretch, Route route, bool under);
+    Subchain stretch_from(Dart out, bool under) const;
+    std::optional<Route> shorter_route(const Subchain& subchain);
+    bool lay(Subchain subchain, Route route, bool under);
 };
 
 /// Where an edge arrives, the next one around the face on its left leaves one place clockwise.
@@ -60,30 +60,30 @@ void Rerouting::find_faces() {
 }
 
 /// As long as can be, but so that neither of its ends lies at a crossing of its own.
-Stretch Rerouting::stretch_from(Dart out, bool under) const {
-    Stretch stretch{{out}, {}};
+Subchain Rerouting::stretch_from(Dart out, bool under) const {
+    Subchain subchain{{out}, {}};
     Dart to = diagram_.across(out);
     while (is_under(to) == under && crossing_of(to) != crossing_of(out)) {
-        stretch.crossings.push_back(crossing_of(to));
-        stretch.edges.push_back(opposite(to));
+        subchain.crossings.push_back(crossing_of(to));
+        subchain.edges.push_back(opposite(to));
         to = diagram_.across(opposite(to));
     }
-    const auto own = std::find(stretch.crossings.begin(), stretch.crossings.end(), crossing_of(to));
-    if (own != stretch.crossings.end()) {
-        stretch.edges.resize(static_cast<std::size_t>(own - stretch.crossings.begin()) + 1);
-        stretch.crossings.erase(own, stretch.crossings.end());
+    const auto own = std::find(subchain.crossings.begin(), subchain.crossings.end(), crossing_of(to));
+    if (own != subchain.crossings.end()) {
+        subchain.edges.resize(static_cast<std::size_t>(own - subchain.crossings.begin()) + 1);
+        subchain.crossings.erase(own, subchain.crossings.end());
     }
-    return stretch;
+    return subchain;
 }
 
 /// The fewest edges to cross from a face along the first edge to a face along the last. Edges of the stretch itself do
 /// not count, as they will be gone.
-std::optional<Route> Rerouting::shorter_route(const Stretch& stretch) {
+std::optional<Route> Rerouting::shorter_route(const Subchain& subchain) {
     ++search_;
-    for (const Dart d : stretch.edges)
+    for (const Dart d : subchain.edges)
         for (const Dart end : {d, diagram_.across(d)}) on_stretch_[static_cast<std::size_t>(end)] = search_;
-    const int start = face_[static_cast<std::size_t>(stretch.edges.front())];
-    const int goal = face_[static_cast<std::size_t>(stretch.edges.back())];
+    const int start = face_[static_cast<std::size_t>(subchain.edges.front())];
+    const int goal = face_[static_cast<std::size_t>(subchain.edges.back())];
     std::vector<int> here{start}, farther;
     reached_[static_cast<std::size_t>(start)] = search_;
     entered_by_[static_cast<std::size_t>(start)] = -1;
@@ -104,7 +104,7 @@ std::optional<Route> Rerouting::shorter_route(const Stretch& stretch) {
         } while (d != first);
     };
     const auto free = [&](Dart d) { return on_stretch_[static_cast<std::size_t>(d)] == search_; };
-    for (std::size_t crossed = 0; crossed < stretch.crossings.size() && !here.empty(); ++crossed) {
+    for (std::size_t crossed = 0; crossed < subchain.crossings.size() && !here.empty(); ++crossed) {
         for (std::size_t i = 0; i < here.size(); ++i)
             around(here[i], [&](Dart d) {
                 if (free(d)) reach(d, here);
@@ -129,15 +129,15 @@ std::optional<Route> Rerouting::shorter_route(const Stretch& stretch) {
     return {};
 }
 
-bool Rerouting::lay(Stretch stretch, Route route, bool under) {
+bool Rerouting::lay(Subchain subchain, Route route, bool under) {
     // An edge that the old stretch cuts in two becomes one again: it starts where its first part does.
     for (Dart& d : route)
-        for (std::size_t steps = 0; std::find(stretch.crossings.begin(), stretch.crossings.end(),
-                                              crossing_of(d)) != stretch.crossings.end();
+        for (std::size_t steps = 0; std::find(subchain.crossings.begin(), subchain.crossings.end(),
+                                              crossing_of(d)) != subchain.crossings.end();
              d = diagram_.across(opposite(d)))
-            if (++steps > stretch.crossings.size()) return false; // a loop that crosses nothing else
-    for (const int crossing : stretch.crossings) diagram_.dissolve(crossing);
-    Dart from = stretch.edges.front();
+            if (++steps > subchain.crossings.size()) return false; // a loop that crosses nothing else
+    for (const int crossing : subchain.crossings) diagram_.dissolve(crossing);
+    Dart from = subchain.edges.front();
     const Dart to = diagram_.across(from);
     const int loop = diagram_.loop_of(from);
     for (const Dart start : route) {
@@ -145,8 +145,8 @@ bool Rerouting::lay(Stretch stretch, Route route, bool under) {
         const Dart end = diagram_.across(start);
         const bool upwards = diagram_.is_out(start);
         const int other = diagram_.loop_of(start);
-        const int crossing = stretch.crossings.back();
-        stretch.crossings.pop_back();
+        const int crossing = subchain.crossings.back();
+        subchain.crossings.pop_back();
         const int left = under ? 0 : upwards ? 3 : 1;
         const Dart in = 4 * crossing + left;
         diagram_.crossings[static_cast<std::size_t>(crossing)] = {upwards != under ? 1 : -1,
@@ -168,10 +168,10 @@ bool Rerouting::improve_once() {
         const Dart out = turn_++ % ends;
         if (!diagram_.is_out(out)) continue;
         for (const bool under : {false, true}) {
-            const Stretch stretch = stretch_from(out, under);
-            if (stretch.crossings.empty()) continue;
-            const std::optional<Route> route = shorter_route(stretch);
-            if (route && lay(stretch, *route, under)) return true;
+            const Subchain subchain = stretch_from(out, under);
+            if (subchain.crossings.empty()) continue;
+            const std::optional<Route> route = shorter_route(subchain);
+            if (route && lay(subchain, *route, under)) return true;
         }
     }
     return false;

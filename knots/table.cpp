@@ -27,7 +27,7 @@ std::uint64_t value(const Laurent& polynomial) {
 
 TableKnot entry(const std::string& name, const Laurent& jones_polynomial,
                 const Laurent& alexander_polynomial) {
-    const Fingerprint print = fingerprint(jones_polynomial, alexander_polynomial);
+    const PolynomialHash print = polynomial_hash(jones_polynomial, alexander_polynomial);
     return {name,
             jones_polynomial,
             alexander_polynomial,
@@ -55,7 +55,7 @@ std::vector<TableKnot> computed() {
 
 } // namespace
 
-Fingerprint fingerprint(const Laurent& jones, const Laurent& alexander) {
+PolynomialHash polynomial_hash(const Laurent& jones, const Laurent& alexander) {
     return {value(jones), value(alexander)};
 }
 

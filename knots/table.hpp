@@ -13,17 +13,17 @@ namespace loopwise::knots {
 constexpr int table_crossings = 9;
 
 /// The polynomials at one place modulo a prime: those of a sum are the products.
-struct Fingerprint {
+struct PolynomialHash {
     std::uint64_t jones, alexander;
-    bool operator==(const Fingerprint&) const = default;
+    bool operator==(const PolynomialHash&) const = default;
 };
-Fingerprint fingerprint(const Laurent& jones, const Laurent& alexander);
+PolynomialHash polynomial_hash(const Laurent& jones, const Laurent& alexander);
 
 struct TableKnot {
     std::string name; ///< with its hand: "+3_1", "-3_1", "4_1"
     Laurent jones, alexander;
     std::int64_t determinant;
-    Fingerprint print, inverse;
+    PolynomialHash print, inverse;
 };
 
 /// The prime knots to nine crossings in Rolfsen's order, + before -; one entry for two hands that the polynomials

@@ -300,7 +300,7 @@ std::span<const ChainAtom> without_copy_of_first(std::span<const ChainAtom> loop
     return repeated ? loop.first(loop.size() - 1) : loop;
 }
 
-View look_at(std::span<const std::span<const ChainAtom>> loops) {
+View project_diagram(std::span<const std::span<const ChainAtom>> loops) {
     Viewer viewer;
     View view;
     view.fault = viewer.take(loops);

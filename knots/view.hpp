@@ -30,6 +30,6 @@ std::span<const ChainAtom> without_copy_of_first(std::span<const ChainAtom> loop
 /// The diagram is right for the polygons as given, to the last bit: every sign that it depends on is farther
 /// from 0 than all rounding can carry it, and a direction in which one is not is passed over. When several
 /// dozen directions are, the polygons are `touching`.
-View look_at(std::span<const std::span<const ChainAtom>> loops);
+View project_diagram(std::span<const std::span<const ChainAtom>> loops);
 
 } // namespace loopwise::knots

@@ -10,7 +10,7 @@ namespace {
 class JobWatcher final : public fingerprint::FingerprintWatcher {
   public:
     explicit JobWatcher(Job& job) : job_(job) {}
-    void stretch_done(std::size_t done, std::size_t planned) override { job_.reach(done, planned); }
+    void subchain_done(std::size_t done, std::size_t planned) override { job_.reach(done, planned); }
 
   private:
     Job& job_;
@@ -24,12 +24,12 @@ py::array_t<Number> square(const fingerprint::FingerprintMatrix& matrix, const V
     Number* to = result.mutable_data();
     for (std::size_t first = 0; first < matrix.beads(); ++first)
         for (std::size_t last = 0; last < matrix.beads(); ++last)
-            *to++ = last < first ? Number{} : static_cast<Number>(value(fingerprint::Stretch{first, last}));
+            *to++ = last < first ? Number{} : static_cast<Number>(value(fingerprint::Subchain{first, last}));
     return result;
 }
 
-std::pair<std::size_t, std::size_t> pair_of(const fingerprint::Stretch& stretch) {
-    return {stretch.first, stretch.last};
+std::pair<std::size_t, std::size_t> pair_of(const fingerprint::Subchain& subchain) {
+    return {subchain.first, subchain.last};
 }
 
 py::list list_of(const std::vector<fingerprint::KnotPlace>& places) {
@@ -77,10 +77,10 @@ py::dict fingerprint(const Doubles& xyz, const py::dict& given, const py::object
     result["borders_within"] = found.borders_within;
     result["places"] = list_of(found.places);
     result["numbers"] =
-        square<std::uint16_t>(matrix, [&](fingerprint::Stretch s) { return matrix.at(s).knot; });
+        square<std::uint16_t>(matrix, [&](fingerprint::Subchain s) { return matrix.at(s).knot; });
     result["counts"] =
-        square<std::uint16_t>(matrix, [&](fingerprint::Stretch s) { return matrix.at(s).closures; });
-    result["tested"] = square<bool>(matrix, [&](fingerprint::Stretch s) { return matrix.is_tested(s); });
+        square<std::uint16_t>(matrix, [&](fingerprint::Subchain s) { return matrix.at(s).closures; });
+    result["tested"] = square<bool>(matrix, [&](fingerprint::Subchain s) { return matrix.is_tested(s); });
     return result;
 }
 

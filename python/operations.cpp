@@ -38,7 +38,7 @@ template <class What> What closed(What what, closure::Closing closing, const std
 py::tuple close_chain(const Doubles& xyz, const Ids& ids, const std::string& method, const Row& row,
                       double scale, std::uint64_t seed, std::uint64_t closure) {
     Chain chain = chain_of(xyz, ids);
-    closure::Draw draw = survey::Draws(seed, closure);
+    closure::Draw draw = survey::ClosureRng(seed, closure);
     if (row && (*row < 0 || *row >= closure::uniform_rows))
         closed(chain, closure::Closing::no_such_row, method);
     if (row) draw = [row] { return *row; };
@@ -60,7 +60,7 @@ py::tuple close_chain(const Doubles& xyz, const Ids& ids, const std::string& met
 py::list close_structure(const py::sequence& components, const std::string& method, double scale,
                          std::uint64_t seed, std::uint64_t closure) {
     Structure structure = structure_of(components);
-    const closure::Draw draw = survey::Draws(seed, closure);
+    const closure::Draw draw = survey::ClosureRng(seed, closure);
     closure::Closing closing = closure::Closing::closed;
     {
         const py::gil_scoped_release others;

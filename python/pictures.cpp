@@ -34,9 +34,9 @@ survey::Result result_of(const py::sequence& components, survey::Method method, 
     survey::Result result;
     result.plan.method = method;
     result.whole.left = whole["left"].cast<std::map<std::size_t, std::size_t>>();
-    result.whole.bare = whole["bare"].cast<std::size_t>();
+    result.whole.fully_reduced = whole["bare"].cast<std::size_t>();
     result.whole.knots = counts_of(whole["links"]);
-    survey::Specimen typical;
+    survey::ClosureResult typical;
     typical.closure = whole["closure"].cast<std::size_t>();
     for (const py::handle component : components) {
         const auto [name, labels, knots, xyz, kept] = component.cast<
@@ -61,8 +61,8 @@ survey::Result result_of(const py::sequence& components, survey::Method method, 
     }
     result.file = result.components.size() == 1 ? result.components.front().name : "structure";
     if (result.file.empty()) result.file = "chain";
-    const bool bare = 2 * result.whole.bare >= result.counted();
-    (bare ? result.first_bare : result.smallest) = std::move(typical);
+    const bool fully_reduced = 2 * result.whole.fully_reduced >= result.counted();
+    (fully_reduced ? result.first_fully_reduced : result.smallest) = std::move(typical);
     return result;
 }
 
@@ -121,7 +121,7 @@ std::string fingerprint_picture(const Stretches& numbers, const Stretches& count
             place.cast<std::tuple<std::string, std::size_t, std::size_t, bool>>();
         fingerprint::KnotPlace shown;
         shown.knot = knot;
-        shown.core = fingerprint::Stretch{first, last};
+        shown.core = fingerprint::Subchain{first, last};
         shown.slipknot = slipknot;
         found.places.push_back(std::move(shown));
     }

@@ -27,11 +27,11 @@ class SurveyWatcher final : public survey::Watcher {
   public:
     SurveyWatcher(Job& job, Rows& rows) : job_(job), rows_(rows) {}
     void closure_at(std::size_t, double part) override { part < 1.0 ? job_.look() : job_.step(); }
-    void closure_counted(const survey::Specimen& specimen) override {
-        rows_.closures.push_back(static_cast<std::int64_t>(specimen.closure));
-        for (const survey::Loop& loop : specimen.reduced)
+    void closure_counted(const survey::ClosureResult& made) override {
+        rows_.closures.push_back(static_cast<std::int64_t>(made.closure));
+        for (const survey::Loop& loop : made.reduced)
             rows_.left.push_back(static_cast<std::int64_t>(loop.beads.size()));
-        for (const std::string& knot : specimen.knots) {
+        for (const std::string& knot : made.knots) {
             const auto next = static_cast<std::int64_t>(rows_.numbers.size());
             rows_.knots.push_back(rows_.numbers.try_emplace(knot, next).first->second);
         }
@@ -87,7 +87,7 @@ py::dict dict_of(const survey::ComponentTally& tally) {
     py::dict result;
     result["beads"] = tally.beads;
     result["left"] = tally.left;
-    result["bare"] = tally.bare;
+    result["bare"] = tally.fully_reduced;
     result["knots"] = dict_of(tally.knots);
     if (const auto& smallest = tally.smallest)
         result["smallest"] = py::make_tuple(smallest->closure, positions_of(smallest->loop.beads),
@@ -98,13 +98,13 @@ py::dict dict_of(const survey::ComponentTally& tally) {
 }
 
 /// The closure, and for every component the closed chain and the positions in it that are left.
-py::object tuple_of(const survey::Specimen* specimen) {
-    if (!specimen) return py::none();
+py::object tuple_of(const survey::ClosureResult* made) {
+    if (!made) return py::none();
     py::list components;
-    for (std::size_t i = 0; i < specimen->closed.size(); ++i)
-        components.append(py::make_tuple(coordinates_of(specimen->closed[i].beads),
-                                         positions_of(specimen->reduced[i].beads)));
-    return py::make_tuple(specimen->closure, components, specimen->knots);
+    for (std::size_t i = 0; i < made->closed.size(); ++i)
+        components.append(
+            py::make_tuple(coordinates_of(made->closed[i].beads), positions_of(made->reduced[i].beads)));
+    return py::make_tuple(made->closure, components, made->knots);
 }
 
 using Table = py::array_t<std::int64_t>;
@@ -139,7 +139,7 @@ py::dict dict_of(const Survey& survey) {
     py::dict dict;
     dict["components"] = components;
     dict["left"] = result.whole.left;
-    dict["bare"] = result.whole.bare;
+    dict["bare"] = result.whole.fully_reduced;
     dict["links"] = dict_of(result.whole.knots);
     dict["linking_numbers"] = linking_numbers_of(result.pairs);
     dict["method"] = survey::name_of(result.plan.method);

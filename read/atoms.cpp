@@ -107,7 +107,7 @@ bool are_bonded(const Residue& a, const Residue& b, const Selection& selection) 
 }
 
 /// The bonded stretches: for each residue the number of its stretch.
-std::vector<std::size_t> stretches_of(const std::vector<Residue>& residues, const Selection& selection) {
+std::vector<std::size_t> subchains_of(const std::vector<Residue>& residues, const Selection& selection) {
     std::vector<std::size_t> lengths;
     for (std::size_t i = 0; i < residues.size(); ++i) {
         if (i == 0 || !are_bonded(residues[i - 1], residues[i], selection)) lengths.push_back(0);
@@ -125,7 +125,7 @@ void note_left_out(polymer::NamedChain& chain, const FileAtom& bead) {
 std::vector<Residue> polymer_of(std::vector<Residue> residues, const Selection& selection,
                                 polymer::NamedChain& chain) {
     if (residues.empty() || residues.front().bead->polymer == FileAtom::Polymer::yes) return residues;
-    const std::vector<std::size_t> lengths = stretches_of(residues, selection);
+    const std::vector<std::size_t> lengths = subchains_of(residues, selection);
     if (*std::max_element(lengths.begin(), lengths.end()) < 2) { // a bead or a coarse trace: no bond tells
         const bool hetero = std::all_of(residues.begin(), residues.end(),
                                         [](const Residue& residue) { return residue.bead->hetero; });
@@ -150,7 +150,7 @@ std::vector<Residue> polymer_of(std::vector<Residue> residues, const Selection& 
 bool is_polymer_after_another(const std::vector<Residue>& residues, const Selection& selection) {
     if (residues.empty()) return false;
     if (residues.front().bead->polymer == FileAtom::Polymer::yes) return true;
-    const std::vector<std::size_t> lengths = stretches_of(residues, selection);
+    const std::vector<std::size_t> lengths = subchains_of(residues, selection);
     return *std::max_element(lengths.begin(), lengths.end()) > 1 &&
            std::any_of(residues.begin(), residues.end(),
                        [](const Residue& residue) { return !residue.bead->hetero; });

@@ -77,8 +77,8 @@ std::optional<long long> leading_number(const std::string& label) {
 }
 
 /// The positions of the beads from the first to the last whose numbers are not outside.
-std::pair<std::size_t, std::size_t> stretch_of_numbers(const polymer::NamedChain& chain, long long low,
-                                                       long long high) {
+std::pair<std::size_t, std::size_t> subchain_of_numbers(const polymer::NamedChain& chain, long long low,
+                                                        long long high) {
     const auto inside = [&](const std::string& label) {
         const auto number = leading_number(label);
         return number && *number >= low && *number <= high;
@@ -102,13 +102,13 @@ bool is_between_ends(const polymer::NamedChain& chain, long long number) {
     return a && b && number >= std::min(*a, *b) && number <= std::max(*a, *b);
 }
 
-std::pair<std::size_t, std::size_t> stretch(const polymer::NamedChain& chain, const std::string& first,
-                                            const std::string& last) {
+std::pair<std::size_t, std::size_t> subchain(const polymer::NamedChain& chain, const std::string& first,
+                                             const std::string& last) {
     const auto a = whole_number(first), b = whole_number(last);
     if (a && b) {
         for (const auto& [number, label] : {std::pair{*a, first}, {*b, last}})
             if (!is_between_ends(chain, number)) refuse_label(chain, label);
-        return stretch_of_numbers(chain, std::min(*a, *b), std::max(*a, *b));
+        return subchain_of_numbers(chain, std::min(*a, *b), std::max(*a, *b));
     }
     return std::minmax(position_of(chain, first), position_of(chain, last));
 }
@@ -147,7 +147,7 @@ void cut(polymer::NamedChain& chain, const std::optional<std::string>& first,
     if (!first && !last) return;
     if (polymer::is_ring(chain)) polymer::drop_repeated_end(chain);
     const auto [from, to] =
-        stretch(chain, first.value_or(chain.labels.front()), last.value_or(chain.labels.back()));
+        subchain(chain, first.value_or(chain.labels.front()), last.value_or(chain.labels.back()));
     const auto begin = static_cast<std::ptrdiff_t>(from), end = static_cast<std::ptrdiff_t>(to) + 1;
     chain.beads = Chain(chain.beads.begin() + begin, chain.beads.begin() + end);
     chain.labels = std::vector(chain.labels.begin() + begin, chain.labels.begin() + end);

@@ -5,7 +5,7 @@
 namespace loopwise::survey {
 
 closure::Closing close_chain(Chain& chain, const Plan& plan, std::size_t closure) {
-    const closure::Draw draw = Draws(plan.seed, closure);
+    const closure::Draw draw = ClosureRng(plan.seed, closure);
     switch (plan.method) {
     case Method::directions:
         return closure::close_in_direction(chain, static_cast<int>(closure));

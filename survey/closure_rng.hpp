@@ -8,9 +8,9 @@ namespace loopwise::survey {
 /// Whole numbers from 0 to 2^31 - 1 from a seed of the closure's own, so that closures can be made in any
 /// order and on any thread. SplitMix64 (Steele, Lea and Flood, "Fast splittable pseudorandom number
 /// generators", OOPSLA 2014): consecutive closures start far apart in one sequence of 2^64.
-class Draws {
+class ClosureRng {
   public:
-    Draws(std::uint64_t seed, std::uint64_t closure) : state_(mixed(seed) + mixed(closure + golden)) {}
+    ClosureRng(std::uint64_t seed, std::uint64_t closure) : state_(mixed(seed) + mixed(closure + golden)) {}
     int operator()() { return static_cast<int>(mixed(state_ += golden) >> 33); }
 
   private:

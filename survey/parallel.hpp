@@ -43,14 +43,14 @@ template <class Body> void in_parallel(std::size_t count, unsigned threads, cons
 
 /// Pieces that threads make in any order and one thread takes in theirs. Fewer are made and not yet taken than there
 /// are places; piece i has the place i % places.
-class Line {
+class OrderedQueue {
   public:
     struct Pieces {
         std::size_t first = 0, end = 0;
         bool none() const { return first == end; }
     };
 
-    Line(std::size_t count, std::size_t places, std::size_t threads)
+    OrderedQueue(std::size_t count, std::size_t places, std::size_t threads)
         : count_(count), places_(places), threads_(threads), made_(places) {}
 
     /// Pieces to make. Waits for free places; none when no more are to be made.
@@ -131,25 +131,25 @@ void in_parallel_and_in_order(std::size_t count, unsigned threads, std::size_t p
                               const Take& take) {
     if (count == 0) return;
     const std::size_t workers = std::min<std::size_t>(std::max(threads, 1U), count);
-    Line line(count, places, workers);
-    const auto make_all = [&](const Line::Pieces& pieces, std::size_t worker) {
+    OrderedQueue queue(count, places, workers);
+    const auto make_all = [&](const OrderedQueue::Pieces& pieces, std::size_t worker) {
         for (std::size_t i = pieces.first; i < pieces.end; ++i) make(i, i % places, worker);
-        line.finish(pieces);
+        queue.finish(pieces);
     };
     on_threads(workers, [&](std::size_t worker) {
         try {
             if (worker > 0) {
-                for (auto pieces = line.begin(); !pieces.none(); pieces = line.begin())
+                for (auto pieces = queue.begin(); !pieces.none(); pieces = queue.begin())
                     make_all(pieces, worker);
                 return;
             }
-            for (auto turn = line.turn(); !turn.take.none() || !turn.make.none(); turn = line.turn()) {
+            for (auto turn = queue.turn(); !turn.take.none() || !turn.make.none(); turn = queue.turn()) {
                 if (!turn.make.none()) make_all(turn.make, worker);
                 for (std::size_t i = turn.take.first; i < turn.take.end; ++i) take(i, i % places);
-                if (!turn.take.none()) line.take(turn.take);
+                if (!turn.take.none()) queue.take(turn.take);
             }
         } catch (...) {
-            line.stop();
+            queue.stop();
             throw;
         }
     });

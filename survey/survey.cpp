@@ -21,17 +21,17 @@ constexpr std::size_t fewest_held = 4, most_held = 64, most_held_beads = 1 << 14
 /// A closure from its making until it is counted. The memory of an earlier one is used again.
 struct Outcome {
     bool closed = false;
-    Specimen specimen;
+    ClosureResult made;
 };
 
 /// What a thread works with.
-struct Bench {
+struct Workspace {
     Structure loops, reduced;
     knots::KnotNamer namer;
 };
 
 closure::Closing close_structure(Structure& structure, const Plan& plan, std::size_t closure) {
-    const closure::Draw draw = Draws(plan.seed, closure);
+    const closure::Draw draw = ClosureRng(plan.seed, closure);
     switch (plan.method) {
     case Method::directions:
         break;
@@ -55,12 +55,12 @@ void number_by_position(Chain& chain) {
     for (ChainAtom& bead : chain) bead.id = position++;
 }
 
-void name_knots(const Structure& reduced, knots::KnotNamer& namer, Specimen& specimen) {
-    specimen.knots.resize(reduced.size());
-    for (std::size_t i = 0; i < reduced.size(); ++i) specimen.knots[i] = namer.name(reduced[i]).text();
-    if (reduced.size() == 2) specimen.link = knots::link_of(reduced[0], reduced[1]).text();
+void name_knots(const Structure& reduced, knots::KnotNamer& namer, ClosureResult& made) {
+    made.knots.resize(reduced.size());
+    for (std::size_t i = 0; i < reduced.size(); ++i) made.knots[i] = namer.name(reduced[i]).text();
+    if (reduced.size() == 2) made.link = knots::link_of(reduced[0], reduced[1]).text();
     if (reduced.size() > 1 && reduced.size() <= most_linked_chains)
-        specimen.linking =
+        made.linking =
             knots::linking_of(std::vector<std::span<const ChainAtom>>(reduced.begin(), reduced.end()))
                 .numbers;
 }
@@ -74,30 +74,31 @@ std::size_t own_beads(const Chain& loop, std::size_t beads_of_chain) {
 }
 
 /// Closes, reduces and names in the memory of the outcome's and the bench's last closures.
-void make(Outcome& outcome, const Structure& open, const Plan& plan, std::size_t closure, Bench& bench) {
-    Specimen& specimen = outcome.specimen;
-    specimen.closure = closure;
-    specimen.closed.resize(open.size());
-    specimen.reduced.resize(open.size());
-    bench.loops.resize(open.size());
-    for (std::size_t i = 0; i < open.size(); ++i) bench.loops[i].swap(specimen.closed[i].beads);
-    bench.loops = open;
-    const closure::Closing closing = plan.together ? close_structure(bench.loops, plan, closure)
-                                                   : close_chain(bench.loops.front(), plan, closure);
+void make(Outcome& outcome, const Structure& open, const Plan& plan, std::size_t closure,
+          Workspace& workspace) {
+    ClosureResult& made = outcome.made;
+    made.closure = closure;
+    made.closed.resize(open.size());
+    made.reduced.resize(open.size());
+    workspace.loops.resize(open.size());
+    for (std::size_t i = 0; i < open.size(); ++i) workspace.loops[i].swap(made.closed[i].beads);
+    workspace.loops = open;
+    const closure::Closing closing = plan.together ? close_structure(workspace.loops, plan, closure)
+                                                   : close_chain(workspace.loops.front(), plan, closure);
     outcome.closed = closing == closure::Closing::closed;
     if (!outcome.closed) return;
-    for (Chain& loop : bench.loops) number_by_position(loop);
-    bench.reduced = bench.loops;
+    for (Chain& loop : workspace.loops) number_by_position(loop);
+    workspace.reduced = workspace.loops;
     if (plan.together)
-        reduce::reduce(bench.reduced, true);
+        reduce::reduce(workspace.reduced, true);
     else
-        reduce::reduce(bench.reduced.front(), true);
-    if (plan.name_knots) name_knots(bench.reduced, bench.namer, specimen);
+        reduce::reduce(workspace.reduced.front(), true);
+    if (plan.name_knots) name_knots(workspace.reduced, workspace.namer, made);
     for (std::size_t i = 0; i < open.size(); ++i) {
-        specimen.closed[i].beads.swap(bench.loops[i]);
-        specimen.closed[i].own = open[i].size();
-        specimen.reduced[i].beads = bench.reduced[i];
-        specimen.reduced[i].own = own_beads(bench.reduced[i], open[i].size());
+        made.closed[i].beads.swap(workspace.loops[i]);
+        made.closed[i].own = open[i].size();
+        made.reduced[i].beads = workspace.reduced[i];
+        made.reduced[i].own = own_beads(workspace.reduced[i], open[i].size());
     }
 }
 
@@ -116,28 +117,28 @@ void count(std::vector<KnotCount>& knots, const std::string& knot) {
 void count(ComponentTally& tally, const Loop& reduced, std::size_t closure) {
     const std::size_t left = reduced.beads.size();
     ++tally.left[left];
-    if (left <= bare_loop)
-        ++tally.bare;
+    if (left <= fully_reduced_beads)
+        ++tally.fully_reduced;
     else if (!tally.smallest || left < tally.smallest->loop.beads.size())
         tally.smallest = {closure, reduced};
 }
 
 /// The result may take the specimen.
-void count(Result& result, Specimen& specimen, Watcher& watcher) {
-    for (std::size_t i = 0; i < specimen.reduced.size(); ++i)
-        count(result.components[i], specimen.reduced[i], specimen.closure);
-    for (std::size_t i = 0; i < specimen.knots.size(); ++i)
-        count(result.components[i].knots, specimen.knots[i]);
-    if (!specimen.link.empty()) count(result.whole.knots, specimen.link);
-    for (std::size_t i = 0; i < specimen.linking.size(); ++i) ++result.pairs[i].numbers[specimen.linking[i]];
-    watcher.closure_counted(specimen);
+void count(Result& result, ClosureResult& made, Watcher& watcher) {
+    for (std::size_t i = 0; i < made.reduced.size(); ++i)
+        count(result.components[i], made.reduced[i], made.closure);
+    for (std::size_t i = 0; i < made.knots.size(); ++i) count(result.components[i].knots, made.knots[i]);
+    if (!made.link.empty()) count(result.whole.knots, made.link);
+    for (std::size_t i = 0; i < made.linking.size(); ++i) ++result.pairs[i].numbers[made.linking[i]];
+    watcher.closure_counted(made);
 
-    ++result.whole.left[total(specimen.reduced)];
-    const bool bare = std::all_of(specimen.reduced.begin(), specimen.reduced.end(),
-                                  [](const Loop& loop) { return loop.beads.size() <= bare_loop; });
-    if (bare) ++result.whole.bare;
-    std::optional<Specimen>& best = bare ? result.first_bare : result.smallest;
-    if (!best || (!bare && total(specimen.reduced) < total(best->reduced))) best = std::move(specimen);
+    ++result.whole.left[total(made.reduced)];
+    const bool fully_reduced = std::all_of(made.reduced.begin(), made.reduced.end(), [](const Loop& loop) {
+        return loop.beads.size() <= fully_reduced_beads;
+    });
+    if (fully_reduced) ++result.whole.fully_reduced;
+    std::optional<ClosureResult>& best = fully_reduced ? result.first_fully_reduced : result.smallest;
+    if (!best || (!fully_reduced && total(made.reduced) < total(best->reduced))) best = std::move(made);
 }
 
 void sort(std::vector<KnotCount>& knots) {
@@ -205,8 +206,8 @@ std::size_t Result::counted() const {
     return closures;
 }
 
-const Specimen* Result::typical() const {
-    if (first_bare && 2 * whole.bare >= counted()) return &*first_bare;
+const ClosureResult* Result::typical() const {
+    if (first_fully_reduced && 2 * whole.fully_reduced >= counted()) return &*first_fully_reduced;
     return smallest ? &*smallest : nullptr;
 }
 
@@ -233,7 +234,7 @@ Result survey(const polymer::Molecule& given, const Plan& plan, Watcher& watcher
     for (const polymer::NamedChain& named : molecule.chains) open.push_back(named.beads);
 
     const std::size_t threads = std::max(plan.threads, 1U);
-    std::vector<Bench> benches(threads);
+    std::vector<Workspace> workspaces(threads);
     std::vector<Outcome> outcomes(
         std::min(plan.closures, std::clamp(most_held_beads / result.whole.beads, fewest_held * threads,
                                            most_held * threads)));
@@ -241,12 +242,12 @@ Result survey(const polymer::Molecule& given, const Plan& plan, Watcher& watcher
         plan.closures, plan.threads, outcomes.size(),
         [&](std::size_t closure, std::size_t place, std::size_t worker) {
             watcher.closure_at(closure, 0.0);
-            make(outcomes[place], open, plan, closure, benches[worker]);
+            make(outcomes[place], open, plan, closure, workspaces[worker]);
             watcher.closure_at(closure, 1.0);
         },
         [&](std::size_t, std::size_t place) {
             if (outcomes[place].closed)
-                count(result, outcomes[place].specimen, watcher);
+                count(result, outcomes[place].made, watcher);
             else
                 ++result.failed;
         });

@@ -11,7 +11,7 @@
 namespace loopwise::survey {
 
 /// The beads that the reduction leaves of a loop when nothing holds it.
-inline constexpr std::size_t bare_loop = 3;
+inline constexpr std::size_t fully_reduced_beads = 3;
 
 /// A closed chain, reduced or not: beads of the chain, then those that close it. The identifier of a bead
 /// is its position in the closed chain, so those of the chain's own beads say which they are.
@@ -23,7 +23,7 @@ struct Loop {
 };
 
 /// What one closure came to: the loops of all components, before and after their reduction.
-struct Specimen {
+struct ClosureResult {
     std::size_t closure = 0;
     std::vector<Loop> closed;
     std::vector<Loop> reduced;
@@ -43,7 +43,7 @@ struct Tally {
     std::string name;
     std::size_t beads = 0;
     std::map<std::size_t, std::size_t> left; ///< beads left -> closures
-    std::size_t bare = 0;                    ///< closures of which no component kept more than three beads
+    std::size_t fully_reduced = 0;           ///< closures of which no component kept more than three beads
     /// The most frequent first, equals by name; none where not named. Of a whole structure: the link of its two
     /// chains, see link_of(); none for more.
     std::vector<KnotCount> knots;
@@ -82,13 +82,13 @@ struct Result {
     std::vector<ComponentTally> components;
     std::vector<PairTally> pairs; ///< of a structure, where named
     std::size_t failed = 0;
-    std::optional<Specimen> first_bare;
-    std::optional<Specimen> smallest; ///< fewest beads among the closures that are not bare
+    std::optional<ClosureResult> first_fully_reduced;
+    std::optional<ClosureResult> smallest; ///< fewest beads among the closures that are not bare
 
     std::size_t counted() const;
     /// The closure to show: where most closures come down to three beads, the first that does,
     /// otherwise the one with the fewest beads left. Null when every closure failed.
-    const Specimen* typical() const;
+    const ClosureResult* typical() const;
 };
 
 /// Told about the work by those who do it.
@@ -101,7 +101,7 @@ class Watcher {
         static_cast<void>(closure), static_cast<void>(part);
     }
     /// What a closure came to, one after another, from the thread that surveys. Those that failed are left out.
-    virtual void closure_counted(const Specimen&) {}
+    virtual void closure_counted(const ClosureResult&) {}
 };
 
 /// The plan for this molecule: chains that are stored as rings are reduced as they are. Throws

@@ -20,8 +20,8 @@ template <class Table> std::uint64_t digest(const Table& table) {
 
 TEST(PointTables, HoldTheseRows) {
     FillFulerenData();
-    EXPECT_EQ(digest(loopwise::closure::fuleren), 0x694e'ff3f'7418'8cc2U);
-    EXPECT_EQ(digest(loopwise::closure::uniform), 0x54b5'e656'02ca'a1c4U);
+    EXPECT_EQ(digest(loopwise::closure::fullerene_directions), 0x694e'ff3f'7418'8cc2U);
+    EXPECT_EQ(digest(loopwise::closure::uniform_directions), 0x54b5'e656'02ca'a1c4U);
 }
 
 /// The first call of any closure or projection seeds from the clock; a death test runs it in a process of its
@@ -83,7 +83,7 @@ TEST(Closures, OfSmallChains) {
     Chain shifted{{0, 0, 0, 9}, {3, 0, 0, 2}}, arched{{0, 0, 0, 1}, {2, 0, 0, 30}, {2, 2, 0, 3}}, none;
     EXPECT_EQ(CloseChain_1direction_NoRandom(shifted, 399), 0);
     ASSERT_EQ(shifted.size(), 4U);
-    const PointR3 u = loopwise::closure::uniform[399];
+    const PointR3 u = loopwise::closure::uniform_directions[399];
     EXPECT_NEAR(Dist(at(shifted[2]), {3 + 3.06 * u.x, 3.06 * u.y, 3.06 * u.z}), 0, 3e-6);
     EXPECT_NEAR(Dist(at(shifted[3]), {3.06 * u.x, 3.06 * u.y, 3.06 * u.z}), 0, 3e-6);
     EXPECT_TRUE(shifted[2].id == 3 && shifted[3].id == 4);

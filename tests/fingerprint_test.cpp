@@ -26,7 +26,7 @@ namespace {
 constexpr std::size_t closures = 12;
 
 struct Silent : FingerprintWatcher {
-    void stretch_done(std::size_t, std::size_t) override {}
+    void subchain_done(std::size_t, std::size_t) override {}
 };
 
 void append(Chain& chain, double x, double y, double z) {
@@ -73,9 +73,9 @@ NamedChain slipknot() {
 }
 
 /// What a stretch is, spelled out.
-std::pair<std::string, std::size_t> judged(const Chain& chain, Stretch s) {
+std::pair<std::string, std::size_t> judged(const Chain& chain, Subchain s) {
     std::map<std::string, std::size_t> counts;
-    for (const int row : spread_rows().first(closures)) {
+    for (const int row : farthest_point_order().first(closures)) {
         Chain loop(chain.begin() + static_cast<std::ptrdiff_t>(s.first),
                    chain.begin() + static_cast<std::ptrdiff_t>(s.last) + 1);
         close_in_direction(loop, row);
@@ -143,7 +143,7 @@ TEST_P(OfAChain, SaysHowFarItIsOffWhereBoundedWorkEndsEarly) {
         const KnotPlace& place = found.places.front();
         ASSERT_TRUE(place.core);
         cores_within.insert(place.core_within);
-        const Stretch &core = *place.core, &exact = *full.places.front().core;
+        const Subchain &core = *place.core, &exact = *full.places.front().core;
         EXPECT_LE(apart(core.first, exact.first), place.core_within) << work;
         EXPECT_LE(apart(core.last, exact.last), place.core_within) << work;
         ASSERT_EQ(found.depth.has_value(), full.depth.has_value());
@@ -192,10 +192,10 @@ TEST(Fingerprint, KnowsAKnotWithTailsFromASlipknot) {
     EXPECT_EQ(place.share, knot.share);
     ASSERT_TRUE(place.core);
     // No shorter stretch has half of its closures, and the core lies in the trefoil's beads.
-    knot.matrix.for_each_tested([&](Stretch s, const FingerprintMatrix::Cell& cell) {
+    knot.matrix.for_each_tested([&](Subchain s, const FingerprintMatrix::Cell& cell) {
         EXPECT_TRUE(s.size() >= place.core->size() || cell.knot == 0 || 2 * cell.closures < closures);
     });
-    EXPECT_TRUE((Stretch{13, 44}.holds(*place.core))) << place.core->first << ' ' << place.core->last;
+    EXPECT_TRUE((Subchain{13, 44}.holds(*place.core))) << place.core->first << ' ' << place.core->last;
     ASSERT_TRUE(knot.depth);
     EXPECT_GE((*knot.depth)[0], place.core->first);
 
@@ -208,11 +208,11 @@ TEST(Fingerprint, KnowsAKnotWithTailsFromASlipknot) {
 }
 
 TEST(Fingerprint, TakesRowsThatAreSpread) {
-    const auto rows = spread_rows();
-    EXPECT_EQ(std::set<int>(rows.begin(), rows.end()).size(), uniform.size());
+    const auto rows = farthest_point_order();
+    EXPECT_EQ(std::set<int>(rows.begin(), rows.end()).size(), uniform_directions.size());
     const auto angle = [&](std::size_t i, std::size_t j) {
-        const PointR3 &a = uniform[static_cast<std::size_t>(rows[i])],
-                      &b = uniform[static_cast<std::size_t>(rows[j])];
+        const PointR3 &a = uniform_directions[static_cast<std::size_t>(rows[i])],
+                      &b = uniform_directions[static_cast<std::size_t>(rows[j])];
         return std::acos(std::min(1.0, a.x * b.x + a.y * b.y + a.z * b.z));
     };
     for (const auto& [taken, widest] : {std::pair{100, 0.21}, {20, 0.64}}) {
@@ -253,7 +253,7 @@ NamedChain stretched(NamedChain chain) {
 /// How much work all stretches were said to take, and whether that came first.
 struct Listener : Silent {
     void all_begin(double work) override { told.push_back(done == 0 ? work : 0); }
-    void stretch_done(std::size_t so_far, std::size_t) override { done = so_far; }
+    void subchain_done(std::size_t so_far, std::size_t) override { done = so_far; }
     std::vector<double> told;
     std::atomic<std::size_t> done = 0;
 };
@@ -287,8 +287,8 @@ TEST(Fingerprint, TakesLessOfADenseChainAndTellsTheWorkFirst) {
 TEST(Fingerprint, GridsHaveNoBlockLongerThanTheStep) {
     for (std::size_t beads = 5; beads < 40; ++beads)
         for (const std::size_t step : {2U, 3U, 7U}) {
-            const StretchGrid grid(beads, step);
-            EXPECT_EQ(grid.blocks().front().longest(), (Stretch{0, beads - 1}));
+            const SubchainGrid grid(beads, step);
+            EXPECT_EQ(grid.blocks().front().longest(), (Subchain{0, beads - 1}));
             for (const Block& b : grid.blocks()) ASSERT_LE(b.span(), step) << beads;
         }
 }
@@ -301,7 +301,7 @@ TEST(Fingerprint, OfAStretchedChainIsAsSpelledOut) {
         append(chain, chain[29].x + 4 * i, chain[29].y + std::sin(2.0 * i), chain[29].z + std::cos(2.0 * i));
     const ChainFingerprint found = fingerprint(named(chain), 40);
     std::set<std::string> knots;
-    found.matrix.for_each_tested([&](Stretch s, const FingerprintMatrix::Cell& cell) {
+    found.matrix.for_each_tested([&](Subchain s, const FingerprintMatrix::Cell& cell) {
         if (s.size() < fewest_knotted) return;
         const auto [knot, count] = judged(chain, s);
         EXPECT_EQ(found.names[cell.knot], knot) << s.first << ' ' << s.last;
@@ -325,7 +325,7 @@ TEST(Fingerprint, RefusesWhatCannotBeAndStopsWhenAsked) {
         EXPECT_EQ(fingerprint(named(chain), 0).knot, "0_1") << beads;
     }
     struct Impatient : FingerprintWatcher {
-        void stretch_done(std::size_t done, std::size_t planned) override {
+        void subchain_done(std::size_t done, std::size_t planned) override {
             EXPECT_LE(done, planned);
             if (done == 5) throw std::runtime_error("enough");
         }

@@ -191,7 +191,7 @@ TEST(Diagrams, KeepTheirPolynomialsUnderAllMoves) {
     for (int i = 0; i < 600 / effort::less; ++i) {
         const Chain ring = chains::make(chains::Kind::tangle, 10 + i % 20, random);
         const std::array<std::span<const ChainAtom>, 1> loops{ring};
-        const Diagram raw = look_at(loops).diagram;
+        const Diagram raw = project_diagram(loops).diagram;
         Diagram diagram = raw;
         simplify(diagram, 0);
         const auto before = jones(raw), after = jones(diagram);

@@ -38,10 +38,10 @@ bool check(const std::string& label, const polymer::NamedChain& chain) {
 int run(const Arguments& given) {
     refuse_second_input(given.files);
     Progress progress(given.files.size());
-    Complaints complaints(progress);
+    ErrorReporter errors(progress);
     bool sound = true;
     for (const std::string& file : given.files)
-        complaints.attempt(file, [&] {
+        errors.attempt(file, [&] {
             for (polymer::Molecule& molecule : read::read_molecules(file, selection_of(given.selecting))) {
                 tell_notes_in_chains(molecule);
                 for (polymer::NamedChain& chain : molecule.chains) {
@@ -50,7 +50,7 @@ int run(const Arguments& given) {
                 }
             }
         });
-    const int status = complaints.exit_status();
+    const int status = errors.exit_status();
     return sound ? status : exit_failure;
 }
 

@@ -41,13 +41,13 @@ std::size_t available_memory() {
     return static_cast<std::size_t>(pages) * static_cast<std::size_t>(size);
 }
 
-int Complaints::exit_status() {
+int ErrorReporter::exit_status() {
     progress_.clear();
     if (!std::cout.flush()) add("standard output", "cannot be written");
     return any_ ? exit_failure : 0;
 }
 
-void Complaints::add(const std::string& what, std::string reason) {
+void ErrorReporter::add(const std::string& what, std::string reason) {
     any_ = true;
     progress_.clear();
     // Some parsers start with the name of the file or use several lines.

@@ -23,9 +23,9 @@ void refuse_second_input(const std::vector<std::string>& files);
 std::size_t available_memory();
 
 /// Tells failures on stderr, a line each, and goes on.
-class Complaints {
+class ErrorReporter {
   public:
-    explicit Complaints(Progress& progress) : progress_(progress) {}
+    explicit ErrorReporter(Progress& progress) : progress_(progress) {}
 
     /// Runs the action. What it throws is told as a failure of that; only Interrupted is passed on.
     template <class Work> void attempt(const std::string& what, const Work& work) {

@@ -57,7 +57,7 @@ void declare(CLI::App& app, Arguments& into) {
                      ->option_text("N");
     app.add_flag("--full", plan.full, "Close every stretch")->excludes(step);
     app.add_option("--closures", plan.closures, "Closures of each stretch, spread evenly (default 100)")
-        ->check(CLI::Range(std::size_t{1}, fingerprint::spread_rows().size()))
+        ->check(CLI::Range(std::size_t{1}, fingerprint::farthest_point_order().size()))
         ->option_text("1..400");
     app.add_option("--min-share", into.least_share, "Report knots that reach this share (default 0.5)")
         ->check(CLI::Range(0.0, 1.0))
@@ -85,7 +85,7 @@ class Watch final : public fingerprint::FingerprintWatcher {
     Watch(Progress& progress, const fingerprint::FingerprintPlan& plan, const std::string& label,
           std::size_t file_number)
         : progress_(progress), plan_(plan), label_(label), file_number_(file_number) {}
-    void stretch_done(std::size_t done, std::size_t) override { done_ = done; }
+    void subchain_done(std::size_t done, std::size_t) override { done_ = done; }
     void part_done(double part) override { progress_.show_part(done_, part); }
     void closure_begins() override { stop_if_interrupted(); }
     void all_begin(double work) override {
@@ -121,36 +121,36 @@ class Run {
     }
 
     int all_files() {
-        Complaints complaints(progress_);
+        ErrorReporter errors(progress_);
         bool interrupted = false;
         try {
             for (const std::string& file : given_.files) {
                 ++file_number_;
-                complaints.attempt(file, [&] { one_file(file, complaints); });
+                errors.attempt(file, [&] { one_file(file, errors); });
             }
         } catch (const Interrupted&) {
             interrupted = true;
         }
         progress_.clear();
         report_->finish();
-        const int status = complaints.exit_status();
+        const int status = errors.exit_status();
         return interrupted ? exit_interrupted : status;
     }
 
   private:
-    void one_file(const std::string& file, Complaints& complaints) {
+    void one_file(const std::string& file, ErrorReporter& errors) {
         progress_.begin("reading " + file, file_number_);
         for (polymer::Molecule& molecule : read::read_molecules(file, selection_of(given_.selecting))) {
             tell_notes_in_chains(molecule);
             for (polymer::NamedChain& chain : molecule.chains) {
                 const std::string label = label_of(molecule, chain);
-                complaints.attempt(label, [&] { one_chain(molecule, label, chain, complaints); });
+                errors.attempt(label, [&] { one_chain(molecule, label, chain, errors); });
             }
         }
     }
 
     void one_chain(const polymer::Molecule& molecule, const std::string& label, polymer::NamedChain& chain,
-                   Complaints& complaints) {
+                   ErrorReporter& errors) {
         read::cut(chain, given_.selecting.first, given_.selecting.last);
         if (polymer::is_ring(chain))
             throw std::runtime_error("is a ring, which has no ends to take residues off");
@@ -161,14 +161,14 @@ class Run {
         fingerprint.model = molecule.model;
         progress_.clear();
         report_->add(fingerprint);
-        if (!std::exchange(drawn_, true)) write_files(fingerprint, chain.beads, complaints);
+        if (!std::exchange(drawn_, true)) write_files(fingerprint, chain.beads, errors);
     }
 
     void write_files(const fingerprint::ChainFingerprint& of, const Chain& beads,
-                     Complaints& complaints) const {
+                     ErrorReporter& errors) const {
         const std::vector<fingerprint::KnotPlace> places = places_shown(of, given_.least_share);
         const auto write = [&](const std::string& path, const auto& text) {
-            if (!path.empty()) complaints.attempt(path, [&] { write::write_whole(path, text()); });
+            if (!path.empty()) errors.attempt(path, [&] { write::write_whole(path, text()); });
         };
         write(given_.matrix, [&] { return matrix_csv(of); });
         write(given_.svg, [&] { return draw::matrix_picture(of, places); });

@@ -111,11 +111,11 @@ bool one_file(const std::string& file, const Arguments& given) {
 int run(const Arguments& given) {
     refuse_second_input(given.files);
     Progress progress(given.files.size());
-    Complaints complaints(progress);
+    ErrorReporter errors(progress);
     bool good = true;
     for (const std::string& file : given.files)
-        complaints.attempt(file, [&] { good = one_file(file, given) && good; });
-    const int status = complaints.exit_status();
+        errors.attempt(file, [&] { good = one_file(file, given) && good; });
+    const int status = errors.exit_status();
     return good ? status : exit_failure;
 }
 

@@ -120,8 +120,8 @@ int edit_chain(const ChainArguments& given, const std::function<bool(Chain&)>& e
     refuse_other_formats(given.output);
     write::refuse_harmful_outputs({given.file}, {{given.output, ""}});
     Progress progress(1);
-    Complaints complaints(progress);
-    complaints.attempt(given.file, [&] {
+    ErrorReporter errors(progress);
+    errors.attempt(given.file, [&] {
         polymer::NamedChain before = only_chain(given);
         if (given.tells_gaps) tell_gaps(given.file, before);
         if (given.tells_open_ends) tell_open_ends(given.file, before);
@@ -134,9 +134,9 @@ int edit_chain(const ChainArguments& given, const std::function<bool(Chain&)>& e
         if (given.output.empty())
             std::cout << text;
         else
-            complaints.attempt(given.output, [&] { write::write_whole(given.output, text); });
+            errors.attempt(given.output, [&] { write::write_whole(given.output, text); });
     });
-    return complaints.exit_status();
+    return errors.exit_status();
 }
 
 } // namespace loopwise::app

@@ -156,12 +156,12 @@ class Run {
     int all_files() {
         for (const std::string& file : given_.files) {
             ++file_number_;
-            complaints_.attempt(file, [&] { one_file(file); });
+            errors_.attempt(file, [&] { one_file(file); });
         }
         progress_.clear();
         report_->finish();
-        if (each_) complaints_.attempt(given_.each, [&] { close(each_file_); });
-        return complaints_.exit_status();
+        if (each_) errors_.attempt(given_.each, [&] { close(each_file_); });
+        return errors_.exit_status();
     }
 
   private:
@@ -195,7 +195,7 @@ class Run {
 
     void one_molecule(polymer::Molecule& molecule) {
         const std::string label = label_of(molecule);
-        complaints_.attempt(label, [&] {
+        errors_.attempt(label, [&] {
             for (polymer::NamedChain& named : molecule.chains)
                 read::cut(named, given_.selecting.first, given_.selecting.last);
             const survey::Plan plan = survey::plan_for(molecule, plan_);
@@ -213,7 +213,7 @@ class Run {
     void draw(const survey::Result& result) {
         const auto write = [&](const std::string& path, const auto& text) {
             if (path.empty()) return;
-            complaints_.attempt(path, [&] {
+            errors_.attempt(path, [&] {
                 progress_.begin("drawing " + path, file_number_);
                 const std::string drawn = text();
                 progress_.clear();
@@ -229,7 +229,7 @@ class Run {
     const survey::Plan& plan_;
     std::unique_ptr<Report> report_;
     Progress progress_;
-    Complaints complaints_{progress_};
+    ErrorReporter errors_{progress_};
     std::ofstream each_file_;
     std::optional<EachClosure> each_;
     std::size_t file_number_ = 0;

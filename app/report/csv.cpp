@@ -73,7 +73,7 @@ class CsvReport final : public Report {
         if (survey::is_random(plan.method)) out_ << plan.seed;
         out_ << ',' << plan.closures << ',' << result.failed << ',';
         knots(tally.knots, result.counted());
-        out_ << tally.bare << ',';
+        out_ << tally.fully_reduced << ',';
         const char* separator = "";
         for (const auto& [beads, closures] : tally.left) {
             out_ << separator << beads << ':' << closures;

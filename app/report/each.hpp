@@ -16,7 +16,7 @@ class EachClosure final : public survey::Watcher {
     /// The molecule whose closures come next.
     void begin(const polymer::Molecule& molecule) { molecule_ = &molecule; }
     void closure_at(std::size_t closure, double part) override { next_.closure_at(closure, part); }
-    void closure_counted(const survey::Specimen& specimen) override;
+    void closure_counted(const survey::ClosureResult& made) override;
 
   private:
     std::ostream& out_;

@@ -43,7 +43,7 @@ class CsvFingerprints final : public FingerprintReport {
 
 std::string matrix_csv(const fingerprint::ChainFingerprint& of) {
     std::string text = "first,last,knot,share\n";
-    of.matrix.for_each_tested([&](fingerprint::Stretch s, const fingerprint::FingerprintMatrix::Cell& cell) {
+    of.matrix.for_each_tested([&](fingerprint::Subchain s, const fingerprint::FingerprintMatrix::Cell& cell) {
         text += csv_field(of.labels[s.first]) + ',' + csv_field(of.labels[s.last]) + ',' +
                 csv_field(of.names[cell.knot]) + ',' + fixed(of.share_of(cell), 4) + '\n';
     });

@@ -30,9 +30,9 @@ std::vector<fingerprint::KnotPlace> places_shown(const fingerprint::ChainFingerp
     return places;
 }
 
-std::array<std::size_t, 2> tails_of(const fingerprint::Stretch& stretch,
+std::array<std::size_t, 2> tails_of(const fingerprint::Subchain& subchain,
                                     const fingerprint::ChainFingerprint& fingerprint) {
-    return {stretch.first, fingerprint.matrix.beads() - 1 - stretch.last};
+    return {subchain.first, fingerprint.matrix.beads() - 1 - subchain.last};
 }
 
 std::string fixed(double value, int digits) {

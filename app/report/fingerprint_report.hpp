@@ -31,7 +31,7 @@ std::vector<fingerprint::KnotPlace> places_shown(const fingerprint::ChainFingerp
                                                  double least_share);
 
 /// The beads in front of a stretch and behind it.
-std::array<std::size_t, 2> tails_of(const fingerprint::Stretch& stretch,
+std::array<std::size_t, 2> tails_of(const fingerprint::Subchain& subchain,
                                     const fingerprint::ChainFingerprint& fingerprint);
 
 /// Every stretch that was tested, a row each: first and last residue, knot, share.

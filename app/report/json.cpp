@@ -58,7 +58,7 @@ Json json_of(const survey::ComponentTally& tally, std::size_t closures) {
             {"gaps", json_of(tally.bonds.gaps, tally)},
             {"short_bonds", json_of(tally.bonds.close, tally)},
             {"knots", json_of(tally.knots, closures)},
-            {"down_to_three", tally.bare},
+            {"down_to_three", tally.fully_reduced},
             {"left", json_of(tally.left)},
             {"fewest_left", json_of(tally.smallest, tally)}};
 }
@@ -85,7 +85,7 @@ class JsonReport final : public Report {
             entry["links"] = json_of(result.whole.knots, result.counted());
             for (const survey::PairTally& pair : result.pairs)
                 entry["pairs"].push_back(json_of(result, pair));
-            entry["down_to_three"] = result.whole.bare;
+            entry["down_to_three"] = result.whole.fully_reduced;
             entry["left"] = json_of(result.whole.left);
         }
         for (const survey::ComponentTally& tally : result.components)

@@ -123,8 +123,8 @@ class TextReport final : public Report {
     }
 
     void show(const survey::Tally& tally, std::size_t closures) {
-        out_ << "  down to three beads: " << tally.bare << " of " << counted(closures, "closure") << " ("
-             << percent(tally.bare, closures) << ")\n  beads left   closures\n";
+        out_ << "  down to three beads: " << tally.fully_reduced << " of " << counted(closures, "closure")
+             << " (" << percent(tally.fully_reduced, closures) << ")\n  beads left   closures\n";
         for (const auto& [left, times] : tally.left) {
             const std::size_t bar = std::max<std::size_t>(1, longest_bar * times / closures);
             out_ << std::setw(12) << left << std::setw(11) << times << "  " << std::string(bar, '#') << '\n';

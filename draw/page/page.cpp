@@ -56,12 +56,12 @@ Json json_of(const survey::Loop& closed, const survey::Loop& reduced, std::size_
     return {{"first", first}, {"last", first + own - 1}, {"far", positions(far)}, {"kept", std::move(kept)}};
 }
 
-Json json_of(const fingerprint::ChainFingerprint& of, const Chain& beads, fingerprint::Stretch stretch) {
-    const fingerprint::FingerprintMatrix::Cell& cell = of.matrix.at(stretch);
+Json json_of(const fingerprint::ChainFingerprint& of, const Chain& beads, fingerprint::Subchain subchain) {
+    const fingerprint::FingerprintMatrix::Cell& cell = of.matrix.at(subchain);
     const fingerprint::TypicalClosure typical =
-        fingerprint::typical_closure(beads, stretch, of.names[cell.knot], of.closures);
-    Json json = json_of(typical.closed, typical.reduced, stretch.first, beads.size());
-    json["words"] = of.names[cell.knot] + (of.matrix.is_tested(stretch) ? " in " : " in about ") +
+        fingerprint::typical_closure(beads, subchain, of.names[cell.knot], of.closures);
+    Json json = json_of(typical.closed, typical.reduced, subchain.first, beads.size());
+    json["words"] = of.names[cell.knot] + (of.matrix.is_tested(subchain) ? " in " : " in about ") +
                     percent(of.share_of(cell)) + " of its closures";
     json["closure"] = "The closure in direction " + std::to_string(typical.row);
     json["knot"] = typical.knot;
@@ -105,7 +105,7 @@ Json matrix_of(const fingerprint::ChainFingerprint& of) {
 }
 
 /// The whole chain first.
-Json stretches_of(const fingerprint::ChainFingerprint& of, const Chain& beads) {
+Json subchains_of(const fingerprint::ChainFingerprint& of, const Chain& beads) {
     const std::size_t step = (beads.size() + most_lines - 1) / most_lines;
     Json list = Json::array();
     for (std::size_t first = 0; first < beads.size(); first += step)
@@ -157,13 +157,13 @@ std::string fingerprint_page(const fingerprint::ChainFingerprint& of,
         data["places"].push_back(std::move(row));
     }
     data["matrix"] = matrix_of(of);
-    data["stretches"] = stretches_of(of, beads);
+    data["stretches"] = subchains_of(of, beads);
     return page(data);
 }
 
 std::string survey_page(const survey::Result& result) {
     const survey::ComponentTally& tally = result.components.front();
-    const survey::Specimen& shown = *result.typical();
+    const survey::ClosureResult& shown = *result.typical();
     const survey::Loop &closed = shown.closed.front(), &reduced = shown.reduced.front();
     const Chain beads(closed.beads.begin(), closed.beads.begin() + static_cast<std::ptrdiff_t>(closed.own));
     Json data = page_of(result.file, tally.name, tally.labels, beads);
@@ -179,11 +179,11 @@ std::string survey_page(const survey::Result& result) {
               {count.knot, std::to_string(count.closures),
                percent(static_cast<double>(count.closures) / static_cast<double>(result.counted()))}}});
     data["matrix"] = nullptr;
-    Json stretch = json_of(closed, reduced, 0, beads.size());
-    stretch["words"] = "the whole chain";
-    stretch["closure"] = "Closure " + std::to_string(shown.closure);
-    stretch["knot"] = shown.knots.empty() ? "not named" : shown.knots.front();
-    data["stretches"] = Json::array({std::move(stretch)});
+    Json subchain = json_of(closed, reduced, 0, beads.size());
+    subchain["words"] = "the whole chain";
+    subchain["closure"] = "Closure " + std::to_string(shown.closure);
+    subchain["knot"] = shown.knots.empty() ? "not named" : shown.knots.front();
+    data["stretches"] = Json::array({std::move(subchain)});
     return page(data);
 }
 

@@ -109,7 +109,7 @@ extern "C" void every_result(const double* xyz, std::size_t beads, const char* p
     }
     some = chain, some.push_back(chain.front()), reduce(some, false), out.add(some);
     for (std::uint64_t seed = 0; seed < 5; ++seed) {
-        const Draws draw(seed, 3);
+        const ClosureRng draw(seed, 3);
         close(
             chain, [&](Chain& c) { close_in_direction(c, static_cast<int>(seed)); }, out);
         close(

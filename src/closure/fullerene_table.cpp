@@ -5,7 +5,7 @@
 namespace loopwise::closure {
 
 // clang-format off
-constexpr std::array<PointR3, fuleren_rows> fuleren{{
+constexpr std::array<PointR3, fullerene_rows> fullerene_directions{{
     {-1.415441, 3.015027, -1.167954},
     {2.583693, 2.292084, -0.721147},
     {-2.583698, 2.292079, -0.721148},

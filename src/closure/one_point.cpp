@@ -16,7 +16,7 @@ static_assert(most_components_through_points == rows_for_structures);
 /// Appends the atom at the distance from the chain's centre.
 Closing append_far_atom(Chain& chain, int row, double distance_from_centre) {
     const std::optional<PointR3> offset =
-        at_length(uniform[static_cast<std::size_t>(row)], distance_from_centre);
+        at_length(uniform_directions[static_cast<std::size_t>(row)], distance_from_centre);
     if (!offset) return Closing::no_direction;
     chain.push_back(atom_after(chain.back(), CentreOfChain(chain) + *offset));
     return Closing::closed;

@@ -8,10 +8,10 @@
 
 namespace loopwise::closure {
 
-constexpr int fuleren_rows = 60;
+constexpr int fullerene_rows = 60;
 constexpr int uniform_rows = 400;
 
-extern const std::array<PointR3, fuleren_rows> fuleren;
-extern const std::array<PointR3, uniform_rows> uniform;
+extern const std::array<PointR3, fullerene_rows> fullerene_directions;
+extern const std::array<PointR3, uniform_rows> uniform_directions;
 
 } // namespace loopwise::closure

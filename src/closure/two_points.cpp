@@ -15,7 +15,7 @@ static_assert(most_components_by_arcs == uniform_rows / rows_per_component);
 
 Closing append_arc_between(Chain& chain, int from, int to, double radius, std::int32_t last_id) {
     const PointR3 centre = CentreOfChain(chain);
-    const auto towards = [&](int row) { return centre + uniform[static_cast<std::size_t>(row)]; };
+    const auto towards = [&](int row) { return centre + uniform_directions[static_cast<std::size_t>(row)]; };
     return append_arc(chain, circle_arc(towards(from), towards(to), centre, radius, last_id).atoms);
 }
 

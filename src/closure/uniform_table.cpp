@@ -5,7 +5,7 @@
 namespace loopwise::closure {
 
 // clang-format off
-constexpr std::array<PointR3, uniform_rows> uniform{{
+constexpr std::array<PointR3, uniform_rows> uniform_directions{{
     {0, 0, 1},
     {0.967072, 0, -0.254502},
     {-0.325878, 0.93901, -0.109835},

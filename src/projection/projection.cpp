@@ -11,7 +11,7 @@
 namespace loopwise::projection {
 
 using namespace model;
-using closure::fuleren;
+using closure::fullerene_directions;
 namespace {
 
 /// The whole part, held to the 32-bit range; 0 for a not-a-number.
@@ -28,8 +28,8 @@ std::vector<Edge> project(const Chain& chain, int direction_index, bool closed) 
     std::vector<Edge> edges;
     if (chain.size() < 2) return edges;
     const auto row =
-        static_cast<std::size_t>(std::abs(std::int64_t{direction_index}) % closure::fuleren_rows);
-    const PointR3 direction = fuleren[row];
+        static_cast<std::size_t>(std::abs(std::int64_t{direction_index}) % closure::fullerene_rows);
+    const PointR3 direction = fullerene_directions[row];
 
     edges.reserve(chain.size());
     PointR3 previous = ProjectPointF(position(chain.front()), direction);
