@@ -44,11 +44,8 @@ std::string mixed(const std::string& from, const std::string& to, double part) {
     return text;
 }
 
-/// Polynomials can be longer than the page is wide.
-std::string shortened(const std::string& knot) {
-    constexpr std::size_t most = 27;
-    return knot.size() <= most ? knot : knot.substr(0, knot.find_last_of(' ', most)) + " ...";
-}
+constexpr std::size_t longest_knot = 30;
+std::string shown(const knots::KnotType& knot) { return short_text(knot, longest_knot); }
 
 /// Where stretches are in the picture.
 class Frame {
@@ -167,7 +164,7 @@ std::string cores(const fingerprint::ChainFingerprint& of, const std::vector<fin
         const Spot spot{0.5 * (frame.across(place.core->first) + frame.across(place.core->first + 1)),
                         0.5 * (frame.up(place.core->last) + frame.up(place.core->last + 1))};
         svg += labels.beside(spot, 9.0,
-                             shortened(place.knot) + (place.slipknot ? " slipknot " : " core ") +
+                             shown(place.knot) + (place.slipknot ? " slipknot " : " core ") +
                                  of.labels[place.core->first] + "-" + of.labels[place.core->last],
                              17.0,
                              "font-weight=\"600\" fill=\"" + std::string(ink) +
@@ -181,33 +178,33 @@ std::string cores(const fingerprint::ChainFingerprint& of, const std::vector<fin
 std::string legend(const fingerprint::ChainFingerprint& of, Labels& labels) {
     constexpr double right = plot_right, box = 22.0, row = 30.0, widest = 190.0, letter = 9.6, above = 26.0;
     constexpr std::size_t most_rows = 10;
-    std::vector<std::size_t> area(of.names.size());
+    std::vector<std::size_t> area(of.knots.size());
     of.matrix.for_each_tested(
         [&](fingerprint::Subchain, const fingerprint::FingerprintMatrix::Cell& cell) { ++area[cell.knot]; });
-    std::vector<std::size_t> shown;
-    for (std::size_t knot = 1; knot < area.size(); ++knot) shown.push_back(knot);
-    std::stable_sort(shown.begin(), shown.end(),
+    std::vector<std::size_t> listed;
+    for (std::size_t knot = 1; knot < area.size(); ++knot) listed.push_back(knot);
+    std::stable_sort(listed.begin(), listed.end(),
                      [&](std::size_t a, std::size_t b) { return area[a] > area[b]; });
-    const bool more = shown.size() > most_rows;
-    if (more) shown.resize(most_rows);
+    const bool more = listed.size() > most_rows;
+    if (more) listed.resize(most_rows);
 
     const std::string text = "font-size=\"16\" fill=\"#222222\"", small = "font-size=\"14\" fill=\"#666666\"";
     const double left = right - widest - shades * box, bottom = plot_bottom - 24.0;
-    double y = bottom - row * static_cast<double>(shown.size() + (more ? 2 : 1));
+    double y = bottom - row * static_cast<double>(listed.size() + (more ? 2 : 1));
     std::string svg = words({left, y - 10.0}, "share:  0", small) +
                       words({left + shades * box, y - 10.0}, "1", small + " text-anchor=\"end\"");
     const double top = y - above;
     std::size_t longest = 0;
     const auto entry = [&](std::size_t knot) {
-        longest = std::max(longest, shortened(of.names[knot]).size());
+        longest = std::max(longest, shown(of.knots[knot]).size());
         for (int i = 0; i < shades; ++i)
             svg += "<rect x=\"" + number(left + i * box) + "\" y=\"" + number(y) + "\" width=\"" +
                    number(box) + "\" height=\"" + number(box) + "\" fill=\"" +
                    knot_colour(of, knot, (i + 0.5) / shades) + "\"/>\n";
-        svg += words({left + shades * box + 12.0, y + 16.0}, shortened(of.names[knot]), text);
+        svg += words({left + shades * box + 12.0, y + 16.0}, shown(of.knots[knot]), text);
         y += row;
     };
-    for (const std::size_t knot : shown) entry(knot);
+    for (const std::size_t knot : listed) entry(knot);
     if (more) {
         svg += words({left, y + 16.0}, "and others", small);
         y += row;
@@ -222,7 +219,7 @@ std::string heading(const fingerprint::ChainFingerprint& of) {
     if (file.extension() == ".gz") file = file.stem();
     const std::string title = file.stem().string() + (of.chain.empty() ? "" : ", chain " + of.chain);
     const std::string below = std::to_string(of.matrix.beads()) + " residues; the whole chain is " +
-                              shortened(of.knot) + " in " + number(100.0 * of.share) + " % of " +
+                              shown(of.knot) + " in " + number(100.0 * of.share) + " % of " +
                               std::to_string(of.closures) + " closures; " + of.way();
     // As large as usual, or so that it fits.
     constexpr double usual_size = 17.0, margins = 40.0, letter_width = 0.56;
@@ -258,8 +255,8 @@ fingerprint::FingerprintMatrix::Cell strongest_cell(const fingerprint::ChainFing
 }
 
 std::size_t number_of(const fingerprint::KnotPlace& place, const fingerprint::ChainFingerprint& of) {
-    return static_cast<std::size_t>(std::find(of.names.begin(), of.names.end(), place.knot) -
-                                    of.names.begin());
+    return static_cast<std::size_t>(std::find(of.knots.begin(), of.knots.end(), place.knot) -
+                                    of.knots.begin());
 }
 
 std::string matrix_picture(const fingerprint::ChainFingerprint& of,

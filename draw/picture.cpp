@@ -73,7 +73,7 @@ std::string ends(const std::vector<Path>& paths, const survey::Result& result) {
     for (const Path& path : paths) {
         if (path.loop.own == 0) continue;
         const auto [first, last] = names_of_ends(result.components[path.chain()].kind);
-        const bool ring = result.plan.method == survey::Method::ring;
+        const bool ring = !result.plan.method->closes;
         svg += labelled_end(labels, path, 0, ring ? "" : first, result);
         if (!ring) svg += labelled_end(labels, path, path.loop.own - 1, last, result);
     }
@@ -140,7 +140,8 @@ std::string knot_shown(const survey::Result& result) {
     const survey::Tally& tally = result.components.size() == 1 ? result.components.front() : result.whole;
     if (tally.knots.empty()) return "";
     const survey::KnotCount& most = tally.knots.front();
-    return ", " + most.knot + " in " +
+    constexpr std::size_t longest = 60;
+    return ", " + short_text(most.knot, longest) + " in " +
            std::to_string((200 * most.closures + result.counted()) / (2 * result.counted())) +
            " % of closures";
 }
@@ -158,14 +159,14 @@ std::string title(const survey::Result& result, double width) {
 }
 
 std::string what_is_shown(const survey::Result& result) {
-    if (result.plan.method == survey::Method::ring)
+    if (!result.plan.method->closes)
         return result.components.size() == 1 ? "a ring, as it is" : "rings, as they are";
     const survey::ClosureResult& shown = *result.typical();
     const std::size_t held = result.counted() - result.whole.fully_reduced;
     const bool fully_reduced =
         &shown == (result.first_fully_reduced ? &*result.first_fully_reduced : nullptr);
     return std::to_string(held) + " of " + counted(result.counted(), "closure") + " (" +
-           survey::name_of(result.plan.method) + ") leave more than three beads; shown: closure " +
+           result.plan.method->name + ") leave more than three beads; shown: closure " +
            std::to_string(shown.closure) +
            (fully_reduced ? ", the first that comes down to three" : ", which leaves the fewest of them");
 }
@@ -245,7 +246,7 @@ std::string keys(const survey::Result& result) {
     const std::string text = key_text;
     const std::string pale = "stroke=\"" + std::string(ghost) + "\" stroke-width=\"3\"";
     std::string svg;
-    if (result.plan.method != survey::Method::ring)
+    if (result.plan.method->closes)
         svg += line({640.0, y}, {696.0, y}, dashed()) +
                words({706.0, y + 5.0}, "closure: added to the chain", text);
     if (has_gaps(result)) svg += key_of_gaps(916.0);
@@ -301,8 +302,7 @@ std::string picture(const survey::Result& result, std::optional<int> asked_view)
 
     std::size_t left = 0;
     for (const survey::Loop& loop : shown.reduced) left += loop.beads.size();
-    const std::string given =
-        result.plan.method == survey::Method::ring ? "as given: " : "as given, closed: ";
+    const std::string given = result.plan.method->closes ? "as given, closed: " : "as given: ";
     const std::string heading = "reduced: " + counted(left, "bead") + ", " +
                                 counted(after.crossings, "crossing") +
                                 (left > most_labels ? ", not all labelled" : "");
@@ -320,11 +320,11 @@ std::string picture(const polymer::NamedChain& given) {
     polymer::NamedChain chain = given;
     const bool ring = polymer::is_ring(chain);
     if (ring) polymer::drop_repeated_end(chain);
-    const survey::Result result = result_of(chain, ring ? survey::Method::ring : survey::Method::directions);
+    const survey::Result result =
+        result_of(chain, ring ? survey::Method::ring() : survey::Method::standard());
     const Ends joined_by = ring ? Ends::bond : Ends::nothing;
     std::vector<survey::Loop> loops{{chain.beads, chain.beads.size()}};
-    std::int32_t position = 0;
-    for (ChainAtom& bead : loops.front().beads) bead.id = position++;
+    survey::number_by_position(loops.front().beads);
 
     const int view = clearest_view(loops, result, joined_by);
     const Drawing drawing = drawing_of(loops, result, view, joined_by);

@@ -12,6 +12,7 @@ namespace {
 
 constexpr const char* rest_colour = "#d4d6da";
 constexpr double tail_strength = 0.2;
+constexpr std::size_t longest_name = 30; // of a knot, in the name of a selection
 
 /// What a script colours, in this order: what comes later lies on top.
 struct Part {
@@ -51,10 +52,10 @@ std::vector<Part> parts_of(const fingerprint::ChainFingerprint& of,
                      });
     std::size_t number = 0;
     for (const fingerprint::KnotPlace& place : places)
-        parts.push_back(
-            {(place.slipknot ? "slipknot_" : "core_") + plain(place.knot) + "_" + std::to_string(++number),
-             knot_colour(of, number_of(place, of), 1.0), place.knot + (place.slipknot ? ", slipknot" : ""),
-             *place.core});
+        parts.push_back({(place.slipknot ? "slipknot_" : "core_") +
+                             plain(short_text(place.knot, longest_name)) + "_" + std::to_string(++number),
+                         knot_colour(of, number_of(place, of), 1.0),
+                         text(place.knot) + (place.slipknot ? ", slipknot" : ""), *place.core});
     return parts;
 }
 

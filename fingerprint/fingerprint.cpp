@@ -19,6 +19,7 @@
 #include <numeric>
 #include <stdexcept>
 #include <tuple>
+#include <unordered_map>
 
 namespace loopwise::fingerprint {
 namespace {
@@ -61,47 +62,49 @@ std::array<int, closure::uniform_rows> make_farthest_point_order() {
     return rows;
 }
 
-/// Numbers for names, in the order in which threads come upon them.
-class Names {
+/// Numbers for knots, in the order in which threads come upon them.
+class Numbers {
   public:
-    std::uint16_t number_of(const std::string& name) {
+    std::uint16_t number_of(const knots::KnotType& knot) {
         const std::scoped_lock lock(mutex_);
-        const auto [entry, is_new] = numbers_.try_emplace(name, static_cast<std::uint16_t>(numbers_.size()));
+        const auto [entry, is_new] = numbers_.try_emplace(knot, static_cast<std::uint16_t>(numbers_.size()));
         if (is_new && numbers_.size() > std::numeric_limits<std::uint16_t>::max())
             throw std::length_error("more different knots than can be numbered");
         return entry->second;
     }
-    /// All names, the unknot first, the others sorted; and the place there of each number.
-    std::pair<std::vector<std::string>, std::vector<std::uint16_t>> sorted() const {
-        std::vector<std::string> names{unknot_name};
-        std::vector<std::uint16_t> place(numbers_.size());
-        for (const auto& [name, number] : numbers_) {
-            if (name == unknot_name) continue;
-            place[number] = static_cast<std::uint16_t>(names.size());
-            names.push_back(name);
-        }
-        return {names, place};
+    /// All knots, the unknot first, the others in order; and the place there of each number.
+    std::pair<std::vector<knots::KnotType>, std::vector<std::uint16_t>> sorted() const {
+        std::vector<knots::KnotType> knots;
+        for (const auto& [knot, number] : numbers_) knots.push_back(knot);
+        std::sort(knots.begin(), knots.end(), [](const auto& a, const auto& b) {
+            return a.is_unknot() || b.is_unknot() ? a.is_unknot() && !b.is_unknot() : a < b;
+        });
+        std::vector<std::uint16_t> place(knots.size());
+        for (std::size_t i = 0; i < knots.size(); ++i)
+            place[numbers_.at(knots[i])] = static_cast<std::uint16_t>(i);
+        return {knots, place};
     }
 
   private:
     std::mutex mutex_;
-    std::map<std::string, std::uint16_t> numbers_{{unknot_name, 0}};
+    std::unordered_map<knots::KnotType, std::uint16_t> numbers_{{knots::KnotType::unknot(), 0}};
 };
 
-using Counts = std::map<std::string, std::size_t>;
+using Counts = std::vector<survey::KnotCount>;
 
-/// Of equals a knot before the unknot before what has no name; then the first by name.
-Counts::const_iterator most_frequent(const Counts& counts) {
-    const auto rank = [](const auto& entry) {
-        return std::tuple{entry.second, entry.first != unnamed, entry.first != unknot_name};
+/// Of equals a knot before the unknot before what has no name; then the first in order.
+const survey::KnotCount& most_frequent(const Counts& counts) {
+    const auto rank = [](const survey::KnotCount& count) {
+        return std::tuple{count.closures, count.knot.has_name(), !count.knot.is_unknot()};
     };
-    return std::max_element(counts.begin(), counts.end(),
-                            [&](const auto& a, const auto& b) { return rank(a) < rank(b); });
+    return *std::max_element(counts.begin(), counts.end(),
+                             [&](const survey::KnotCount& a, const survey::KnotCount& b) {
+                                 return rank(a) != rank(b) ? rank(a) < rank(b) : b.knot < a.knot;
+                             });
 }
 
-bool has_name(const knots::KnotName& name) {
-    return name.status != knots::KnotStatus::bad_polygon && name.status != knots::KnotStatus::too_complex;
-}
+/// Loops without a name are counted together.
+knots::KnotType counted_as(const knots::KnotType& knot) { return knot.has_name() ? knot : knots::KnotType{}; }
 
 /// Whether a stretch of the block could be a core instead of the last of these: it is no longer and meets none
 /// before it.
@@ -204,7 +207,7 @@ class SubchainSampler {
                     FingerprintWatcher& watcher)
         : chain_(chain.beads), plan_(plan), watcher_(watcher), workspaces_(std::max(plan.threads, 1U)),
           matrix_(chain_.size(), plan.most_memory), expected_(chain_, watcher) {
-        if (chain_.size() < fewest_knotted) whole_[unknot_name] = plan_.closures;
+        if (chain_.size() < fewest_knotted) whole_ = {{knots::KnotType::unknot(), plan_.closures}};
         // Too short for a knot.
         for (std::size_t first = 0; first < chain_.size(); ++first)
             for (std::size_t last = first; last < std::min(first + fewest_knotted - 1, chain_.size()); ++last)
@@ -275,10 +278,10 @@ class SubchainSampler {
     /// Where borders were not followed.
     const std::vector<Block>& open() const { return open_; }
 
-    std::vector<std::string> take_names() {
-        auto [names, place] = names_.sorted();
+    std::vector<knots::KnotType> take_knots() {
+        auto [knots, place] = numbers_.sorted();
         matrix_.renumber(place);
-        return names;
+        return knots;
     }
     FingerprintMatrix& matrix() { return matrix_; }
     std::size_t done() const { return done_; }
@@ -365,9 +368,9 @@ class SubchainSampler {
         std::vector<char> is_knot(subchains.size());
         survey::in_parallel(subchains.size(), plan_.threads, [&](std::size_t i, std::size_t worker) {
             auto [counts, work] = close(subchains[i], workspaces_[worker]);
-            const auto most = most_frequent(counts);
-            cells[i] = {names_.number_of(most->first), static_cast<std::uint16_t>(most->second)};
-            is_knot[i] = most->first != unknot_name && most->first != unnamed;
+            const survey::KnotCount& most = most_frequent(counts);
+            cells[i] = {numbers_.number_of(most.knot), static_cast<std::uint16_t>(most.closures)};
+            is_knot[i] = most.knot.is_knot();
             if (subchains[i].size() == chain_.size()) whole_ = std::move(counts);
             works[i] = work;
             watcher_.subchain_done(++done_, planned_);
@@ -397,8 +400,7 @@ class SubchainSampler {
             closure::close_in_direction(workspace.loop, row, diameter);
             reduce::reduce(workspace.loop, true);
             work += loop_work(workspace.loop.size());
-            const knots::KnotName& name = workspace.namer.name(workspace.loop);
-            ++counts[has_name(name) ? name.text() : unnamed];
+            count(counts, counted_as(workspace.namer.name(workspace.loop).type));
         }
         return {std::move(counts), subchain_work(s.size()) + work / static_cast<double>(rows.size())};
     }
@@ -433,7 +435,7 @@ class SubchainSampler {
     std::vector<Workspace> workspaces_;
     FingerprintMatrix matrix_;
     ExpectedWork expected_;
-    Names names_;
+    Numbers numbers_;
     std::atomic<std::size_t> done_ = 0;
     std::size_t planned_ = 0;
     std::atomic<double> done_work_ = 0;
@@ -511,10 +513,10 @@ class Places {
     KnotPlace place_of(std::uint16_t knot, const std::vector<Tested>& cells,
                        std::optional<Subchain> core) const {
         KnotPlace place;
-        place.knot = of_.names[knot];
-        const auto on_whole = whole_.find(place.knot);
-        if (on_whole != whole_.end())
-            place.share = of_.share_of({0, static_cast<std::uint16_t>(on_whole->second)});
+        place.knot = of_.knots[knot];
+        for (const survey::KnotCount& on_whole : whole_)
+            if (on_whole.knot == place.knot)
+                place.share = of_.share_of({0, static_cast<std::uint16_t>(on_whole.closures)});
         place.core = core;
         std::size_t greatest = 0;
         for (const auto& [subchain, closures] : cells)
@@ -524,7 +526,7 @@ class Places {
             }
         place.greatest_share = static_cast<double>(greatest) / static_cast<double>(of_.closures);
         const bool is_chains = place.knot == of_.knot;
-        place.slipknot = core && ((!is_chains && of_.knot != unnamed) || is_undone(knot, cells, *core));
+        place.slipknot = core && ((!is_chains && of_.knot.has_name()) || is_undone(knot, cells, *core));
         return place;
     }
 
@@ -629,7 +631,7 @@ ChainFingerprint fingerprint_of(const std::string& file, const polymer::NamedCha
     else
         sampler.by_grid(step);
 
-    std::vector<std::string> names = sampler.take_names();
+    std::vector<knots::KnotType> knots = sampler.take_knots();
     ChainFingerprint result{file,
                             chain.name,
                             chain.labels,
@@ -638,14 +640,14 @@ ChainFingerprint fingerprint_of(const std::string& file, const polymer::NamedCha
                             plan.closures,
                             step,
                             sampler.done(),
-                            std::move(names),
+                            std::move(knots),
                             std::move(sampler.matrix()),
                             {},
                             0,
                             {},
                             {}};
     const Cell& cell = result.matrix.at({0, beads - 1});
-    result.knot = result.names[cell.knot];
+    result.knot = result.knots[cell.knot];
     result.share = result.share_of(cell);
     if (result.is_knot(cell.knot)) result.depth = {depth_of(result, true), depth_of(result, false)};
     const std::array ends{beads_to_another_knot(result.matrix, true),
@@ -668,7 +670,7 @@ std::string ChainFingerprint::way() const {
                                : ", refined at borders");
 }
 
-TypicalClosure typical_closure(const Chain& chain, Subchain subchain, const std::string& knot,
+TypicalClosure typical_closure(const Chain& chain, Subchain subchain, const knots::KnotType& knot,
                                std::size_t closures) {
     const auto begin = chain.begin() + static_cast<std::ptrdiff_t>(subchain.first);
     const auto closed_in = [&](int row) {
@@ -683,8 +685,7 @@ TypicalClosure typical_closure(const Chain& chain, Subchain subchain, const std:
             static_cast<std::size_t>(std::count_if(reduced.begin(), reduced.end(), [&](const ChainAtom& b) {
                 return static_cast<std::size_t>(b.id) < subchain.size();
             }));
-        const knots::KnotName name = knots::knot_of(reduced);
-        closure.knot = has_name(name) ? name.text() : unnamed;
+        closure.knot = counted_as(knots::knot_of(reduced).type);
         return closure;
     };
     for (const int row : farthest_point_order().first(closures))

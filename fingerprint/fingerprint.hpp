@@ -15,11 +15,6 @@
 
 namespace loopwise::fingerprint {
 
-/// What a loop without a knot is called.
-inline constexpr const char* unknot_name = "0_1";
-/// What loops are called together that get no name: see KnotStatus. They are no knot that is looked for.
-inline constexpr const char* unnamed = "not named";
-
 /// A stretch of fewer beads is no knot, however it is closed in a direction: two beads are appended, and a
 /// polygon of fewer than six edges is the unknot (Randell, "An elementary invariant of knots", J. Knot
 /// Theory Ramif. 3, 1994).
@@ -102,7 +97,7 @@ class FingerprintMatrix {
 
 /// A place where a knot is.
 struct KnotPlace {
-    std::string knot;
+    knots::KnotType knot;
     double share = 0;             ///< of the closures of the whole chain
     double greatest_share = 0;    ///< among the stretches that hold the core and are this knot most often
     Subchain greatest;            ///< the shortest with that share
@@ -124,10 +119,10 @@ struct ChainFingerprint {
     std::vector<std::string> notes;     ///< about the chain, see NamedChain
     std::size_t closures = 0, step = 1; ///< of a stretch; of the grid, 1 where every stretch was tested
     std::size_t tested = 0;             ///< stretches that were closed
-    std::vector<std::string> names;     ///< by number: the unknot first, the others sorted
+    std::vector<knots::KnotType> knots; ///< by number: the unknot first, the others in order
     FingerprintMatrix matrix;
 
-    std::string knot; ///< of the whole chain
+    knots::KnotType knot; ///< of the whole chain
     double share = 0;
     /// How many beads can be taken off the front, or off the back, and the chain's knot is there all the way;
     /// none where the chain is no knot.
@@ -142,7 +137,7 @@ struct ChainFingerprint {
 
     /// How the stretches were chosen, in words.
     std::string way() const;
-    bool is_knot(std::size_t number) const { return number != 0 && names[number] != unnamed; }
+    bool is_knot(std::size_t number) const { return knots[number].is_knot(); }
     double share_of(const FingerprintMatrix::Cell& cell) const {
         return static_cast<double>(cell.closures) / static_cast<double>(closures);
     }
@@ -183,12 +178,12 @@ ChainFingerprint fingerprint_of(const std::string& file, const polymer::NamedCha
 /// A closure of a stretch, and what it comes down to; see Loop for the beads' identifiers.
 struct TypicalClosure {
     int row = 0;
-    std::string knot; ///< or `unnamed`
+    knots::KnotType knot;
     survey::Loop closed, reduced;
 };
 
 /// The first of spread_rows() up to so many whose closure gives the knot; the first of all where none does.
-TypicalClosure typical_closure(const Chain& chain, Subchain subchain, const std::string& knot,
+TypicalClosure typical_closure(const Chain& chain, Subchain subchain, const knots::KnotType& knot,
                                std::size_t closures);
 
 } // namespace loopwise::fingerprint

@@ -1,6 +1,5 @@
-#include "knots/alexander.hpp"
+#include "knots/invariants.hpp"
 
-#include "knots/jones.hpp"
 #include "knots/modular.hpp"
 
 #include <algorithm>

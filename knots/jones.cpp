@@ -1,4 +1,4 @@
-#include "knots/jones.hpp"
+#include "knots/invariants.hpp"
 
 #include <algorithm>
 #include <array>

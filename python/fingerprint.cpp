@@ -36,7 +36,7 @@ py::list list_of(const std::vector<fingerprint::KnotPlace>& places) {
     py::list result;
     for (const fingerprint::KnotPlace& place : places) {
         py::dict dict;
-        dict["knot"] = place.knot;
+        dict["type"] = place.knot;
         dict["share"] = place.share;
         dict["greatest_share"] = place.greatest_share;
         dict["greatest"] = pair_of(place.greatest);
@@ -69,8 +69,8 @@ py::dict fingerprint(const Doubles& xyz, const py::dict& given, const py::object
     result["closures"] = found.closures;
     result["step"] = found.step;
     result["stretches"] = found.tested;
-    result["names"] = found.names;
-    result["knot"] = found.knot;
+    result["types"] = found.knots;
+    result["type"] = found.knot;
     result["share"] = found.share;
     result["depth"] = found.depth;
     result["depth_within"] = std::pair{found.depth_within[0], found.depth_within[1]};

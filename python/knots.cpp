@@ -11,24 +11,26 @@ namespace {
 /// Naming a polygon of more beads is worth a thread, so that it can be interrupted.
 constexpr std::size_t many_beads = 300;
 
-const char* name_of(knots::KnotStatus status) {
-    switch (status) {
+const char* status_of(const knots::KnotType& type) {
+    switch (type.status) {
     case knots::KnotStatus::named:
+        return type.candidates.size() > 1 ? "several" : "named";
+    case knots::KnotStatus::apart:
         return "named";
-    case knots::KnotStatus::several:
-        return "several";
     case knots::KnotStatus::unknown:
         return "unknown";
     case knots::KnotStatus::too_complex:
         return "too complex";
-    case knots::KnotStatus::bad_polygon:
+    case knots::KnotStatus::no_polygon:
+        return "bad polygon";
+    case knots::KnotStatus::unnamed:
         break;
     }
-    return "bad polygon";
+    return "not named";
 }
 
 /// Exponents and their coefficients, those that are not 0.
-std::map<double, std::int64_t> terms_of(const knots::Laurent& polynomial) {
+std::map<double, std::int64_t> value_of(const knots::Laurent& polynomial) {
     std::map<double, std::int64_t> terms;
     double exponent = polynomial.twice_lowest / 2.0;
     for (const std::int64_t coefficient : polynomial.coefficients) {
@@ -36,6 +38,65 @@ std::map<double, std::int64_t> terms_of(const knots::Laurent& polynomial) {
         ++exponent;
     }
     return terms;
+}
+
+std::int64_t value_of(std::int64_t number) { return number; }
+
+// A type as plain values, so that it can be pickled.
+
+py::tuple tuple_of(const knots::KnotType& type) {
+    py::list candidates, loops;
+    for (const knots::KnotSum& sum : type.candidates) {
+        py::list factors;
+        for (const knots::PrimeKnot& prime : sum)
+            factors.append(
+                py::make_tuple(prime.crossings, prime.number, static_cast<int>(prime.hand), prime.loops));
+        candidates.append(factors);
+    }
+    for (const knots::KnotType& loop : type.loops) loops.append(tuple_of(loop));
+    return py::make_tuple(static_cast<int>(type.status), type.proven, candidates, loops,
+                          type.jones.twice_lowest, type.jones.coefficients, type.crossings,
+                          static_cast<int>(type.fault));
+}
+
+knots::KnotType type_of(const py::tuple& state) {
+    knots::KnotType type;
+    type.status = static_cast<knots::KnotStatus>(state[0].cast<int>());
+    type.proven = state[1].cast<bool>();
+    for (const py::handle sum : state[2]) {
+        knots::KnotSum& factors = type.candidates.emplace_back();
+        for (const py::handle prime : sum) {
+            const auto [crossings, number, hand, loops] = prime.cast<std::tuple<int, int, int, int>>();
+            factors.push_back({crossings, number, static_cast<knots::Hand>(hand), loops});
+        }
+    }
+    for (const py::handle loop : state[3]) type.loops.push_back(type_of(loop.cast<py::tuple>()));
+    type.jones = {state[4].cast<int>(), state[5].cast<std::vector<std::int64_t>>()};
+    type.crossings = state[6].cast<int>();
+    type.fault = static_cast<knots::PolygonFault>(state[7].cast<int>());
+    return type;
+}
+
+std::string text_of(const knots::KnotType& type) { return text(type); }
+
+void bind_knot_type(py::module_& module) {
+    py::class_<knots::KnotType>(module, "KnotType",
+                                "What a polygon, or a link of two, is: a value to compare and to count.")
+        .def_property_readonly("names", knots::names_of, "Every knot of the table that it can be.")
+        .def_readonly("proven", &knots::KnotType::proven,
+                      "Whether every knot that it can be is among the names.")
+        .def_property_readonly("has_name", &knots::KnotType::has_name)
+        .def_property_readonly("is_knot", &knots::KnotType::is_knot,
+                               "Whether it has a name and is not the unknot.")
+        .def("short", knots::short_text, py::arg("width"), "The text in at most so many characters.")
+        .def("__str__", text_of)
+        .def("__repr__", [](const knots::KnotType& type) { return "<KnotType " + text(type) + ">"; })
+        .def(
+            "__eq__", [](const knots::KnotType& a, const knots::KnotType& b) { return a == b; },
+            py::is_operator())
+        .def("__hash__", [](const knots::KnotType& type) { return std::hash<knots::KnotType>()(type); })
+        .def(py::pickle([](const knots::KnotType& type) { return tuple_of(type); },
+                        [](const py::tuple& state) { return type_of(state); }));
 }
 
 /// A knot, or the link of two polygons.
@@ -55,14 +116,16 @@ template <class Result, class Work> Result maybe_in_background(Structure polygon
 
 py::dict knot(const py::sequence& polygons) {
     const knots::KnotName name = maybe_in_background<knots::KnotName>(structure_of(polygons), named);
+    py::dict invariants;
+    for (const auto& [invariant, value] : name.invariants)
+        invariants[invariant->key] = std::visit([](const auto& v) { return py::cast(value_of(v)); }, value);
     py::dict result;
-    result["status"] = name_of(name.status);
-    result["text"] = name.text();
-    result["names"] = name.names;
-    result["proven"] = name.proven;
+    result["status"] = status_of(name.type);
+    result["text"] = text(name.type);
+    result["names"] = names_of(name.type);
+    result["proven"] = name.type.proven;
     result["crossings"] = name.crossings;
-    result["jones"] = terms_of(name.jones);
-    result["alexander"] = terms_of(name.alexander);
+    result["invariants"] = invariants;
     return result;
 }
 
@@ -87,6 +150,7 @@ py::dict linking_numbers(const py::sequence& polygons) {
 } // namespace
 
 void bind_knots(py::module_& module) {
+    bind_knot_type(module);
     module.def("knot", knot);
     module.def("linking_numbers", linking_numbers);
 }

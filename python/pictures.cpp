@@ -13,19 +13,8 @@ namespace {
 std::vector<survey::KnotCount> counts_of(const py::handle& knots) {
     std::vector<survey::KnotCount> counts;
     for (const auto& [knot, closures] : knots.cast<py::dict>())
-        counts.push_back({knot.cast<std::string>(), closures.cast<std::size_t>()});
+        counts.push_back({knot.cast<knots::KnotType>(), closures.cast<std::size_t>()});
     return counts;
-}
-
-/// The beads at these positions of a closed chain, of which the first are its own.
-survey::Loop loop_at(const Chain& closed, const std::vector<std::size_t>& positions, std::size_t own) {
-    survey::Loop loop;
-    for (const std::size_t position : positions) {
-        loop.beads.push_back(closed.at(position));
-        loop.beads.back().id = static_cast<std::int32_t>(position);
-        if (position < own) ++loop.own;
-    }
-    return loop;
 }
 
 /// As much of a result as its picture shows. Each component is the chain's name, its labels, the knots, the closed
@@ -44,8 +33,8 @@ survey::Result result_of(const py::sequence& components, survey::Method method, 
         const Chain closed = chain_of(xyz, std::nullopt);
         std::vector<std::size_t> all(closed.size());
         for (std::size_t i = 0; i < all.size(); ++i) all[i] = i;
-        typical.closed.push_back(loop_at(closed, all, labels.size()));
-        typical.reduced.push_back(loop_at(closed, kept, labels.size()));
+        typical.closed.push_back(survey::loop_at(closed, all, labels.size()));
+        typical.reduced.push_back(survey::loop_at(closed, kept, labels.size()));
 
         survey::ComponentTally tally;
         tally.name =
@@ -67,7 +56,7 @@ survey::Result result_of(const py::sequence& components, survey::Method method, 
 }
 
 std::string survey_picture(const py::sequence& components, const std::string& method, const py::dict& whole) {
-    const survey::Result result = result_of(components, method_of(method), whole);
+    const survey::Result result = result_of(components, survey::Method::named(method, true), whole);
     const py::gil_scoped_release others;
     return draw::picture(result, std::nullopt);
 }
@@ -109,16 +98,16 @@ std::string fingerprint_picture(const Stretches& numbers, const Stretches& count
                                         given["closures"].cast<std::size_t>(),
                                         given["step"].cast<std::size_t>(),
                                         0,
-                                        given["names"].cast<std::vector<std::string>>(),
+                                        given["types"].cast<std::vector<knots::KnotType>>(),
                                         matrix_of(numbers, counts),
-                                        given["knot"].cast<std::string>(),
+                                        given["type"].cast<knots::KnotType>(),
                                         given["share"].cast<double>(),
                                         {},
                                         {}};
     found.borders_within = given["borders_within"].cast<std::size_t>();
     for (const py::handle place : places) {
         const auto [knot, first, last, slipknot] =
-            place.cast<std::tuple<std::string, std::size_t, std::size_t, bool>>();
+            place.cast<std::tuple<knots::KnotType, std::size_t, std::size_t, bool>>();
         fingerprint::KnotPlace shown;
         shown.knot = knot;
         shown.core = fingerprint::Subchain{first, last};

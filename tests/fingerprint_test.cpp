@@ -73,22 +73,20 @@ NamedChain slipknot() {
 }
 
 /// What a stretch is, spelled out.
-std::pair<std::string, std::size_t> judged(const Chain& chain, Subchain s) {
-    std::map<std::string, std::size_t> counts;
+std::pair<KnotType, std::size_t> judged(const Chain& chain, Subchain s) {
+    std::map<KnotType, std::size_t> counts;
     for (const int row : farthest_point_order().first(closures)) {
         Chain loop(chain.begin() + static_cast<std::ptrdiff_t>(s.first),
                    chain.begin() + static_cast<std::ptrdiff_t>(s.last) + 1);
         close_in_direction(loop, row);
         reduce(loop, true);
-        const std::string knot = knot_of(loop).text();
-        ++counts[knot.starts_with(unnamed) ? unnamed : knot];
+        const KnotType knot = knot_of(loop).type;
+        ++counts[knot.has_name() ? knot : KnotType{}];
     }
-    std::pair<std::string, std::size_t> most{"", 0};
+    std::pair<KnotType, std::size_t> most;
     for (const bool with_knots : {true, false})
-        for (const auto& [knot, count] : counts) {
-            const bool is_knot = knot != unknot_name && knot != unnamed;
-            if (is_knot == with_knots && count > most.second) most = {knot, count};
-        }
+        for (const auto& [knot, count] : counts)
+            if (knot.is_knot() == with_knots && count > most.second) most = {knot, count};
     return most;
 }
 
@@ -108,7 +106,7 @@ TEST_P(OfAChain, EveryStretchIsAsSpelledOutAlsoThoseTooShortForAKnot) {
             const auto& cell = full.matrix.at({first, last});
             // Two beads and their copies are a flat loop, which has no name.
             if (last == first + 1) continue;
-            ASSERT_EQ(full.names[cell.knot], knot) << first << ' ' << last;
+            ASSERT_EQ(full.knots[cell.knot], knot) << first << ' ' << last;
             ASSERT_EQ(cell.closures, count) << first << ' ' << last;
         }
 }
@@ -171,7 +169,7 @@ TEST_P(OfAChain, TheGridFindsWhatEveryStretchShowsWithAnyNumberOfThreads) {
     ASSERT_FALSE(full.places.empty());
     EXPECT_EQ(grid.places.front().core, full.places.front().core);
     EXPECT_EQ(grid.places.front().slipknot, full.places.front().slipknot);
-    EXPECT_EQ(grid.names, alone.names);
+    EXPECT_EQ(grid.knots, alone.knots);
     for (std::size_t last = 0; last < chain.beads.size(); ++last)
         for (std::size_t first = 0; first <= last; ++first) {
             const auto &a = grid.matrix.at({first, last}), &b = alone.matrix.at({first, last});
@@ -185,7 +183,7 @@ INSTANTIATE_TEST_SUITE_P(Chains, OfAChain, testing::Values(knot_in_the_middle, s
 
 TEST(Fingerprint, KnowsAKnotWithTailsFromASlipknot) {
     const ChainFingerprint knot = fingerprint(knot_in_the_middle(), 1);
-    EXPECT_EQ(knot.knot, "-3_1");
+    EXPECT_EQ(text(knot.knot), "-3_1");
     ASSERT_EQ(knot.places.size(), 1);
     const KnotPlace& place = knot.places.front();
     EXPECT_FALSE(place.slipknot);
@@ -200,7 +198,7 @@ TEST(Fingerprint, KnowsAKnotWithTailsFromASlipknot) {
     EXPECT_GE((*knot.depth)[0], place.core->first);
 
     const ChainFingerprint slip = fingerprint(slipknot(), 1);
-    EXPECT_EQ(slip.knot, "0_1");
+    EXPECT_EQ(slip.knot, KnotType::unknot());
     EXPECT_FALSE(slip.depth);
     ASSERT_FALSE(slip.places.empty());
     for (const KnotPlace& loop : slip.places) EXPECT_TRUE(loop.slipknot);
@@ -300,11 +298,11 @@ TEST(Fingerprint, OfAStretchedChainIsAsSpelledOut) {
     for (int i = 1; i <= 150; ++i)
         append(chain, chain[29].x + 4 * i, chain[29].y + std::sin(2.0 * i), chain[29].z + std::cos(2.0 * i));
     const ChainFingerprint found = fingerprint(named(chain), 40);
-    std::set<std::string> knots;
+    std::set<KnotType> knots;
     found.matrix.for_each_tested([&](Subchain s, const FingerprintMatrix::Cell& cell) {
         if (s.size() < fewest_knotted) return;
         const auto [knot, count] = judged(chain, s);
-        EXPECT_EQ(found.names[cell.knot], knot) << s.first << ' ' << s.last;
+        EXPECT_EQ(found.knots[cell.knot], knot) << s.first << ' ' << s.last;
         EXPECT_EQ(cell.closures, count) << s.first << ' ' << s.last;
         knots.insert(knot);
     });
@@ -322,7 +320,7 @@ TEST(Fingerprint, RefusesWhatCannotBeAndStopsWhenAsked) {
         Chain chain;
         append_trefoil(chain, beads + 1, 0, false);
         chain.resize(static_cast<std::size_t>(beads));
-        EXPECT_EQ(fingerprint(named(chain), 0).knot, "0_1") << beads;
+        EXPECT_EQ(fingerprint(named(chain), 0).knot, KnotType::unknot()) << beads;
     }
     struct Impatient : FingerprintWatcher {
         void subchain_done(std::size_t done, std::size_t planned) override {

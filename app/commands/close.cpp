@@ -1,44 +1,24 @@
 // `loopwise close`: makes a loop of a chain.
-#include "survey/close.hpp"
+#include "app/commands/methods.hpp"
 #include "app/commands/operations.hpp"
 
-#include <map>
-#include <optional>
 #include <stdexcept>
 
 namespace loopwise::app {
 namespace {
 
-constexpr double default_point_scale = 10.0, default_arc_scale = 2.0;
-
-const std::map<std::string, survey::Method> methods = {{"directions", survey::Method::directions},
-                                                       {"point", survey::Method::point},
-                                                       {"direction", survey::Method::direction},
-                                                       {"two-points", survey::Method::two_points},
-                                                       {"outside", survey::Method::outside}};
-
-struct Arguments : ChainArguments {
-    std::string method;
-    std::optional<double> scale;
+struct Arguments : ChainArguments, MethodOptions {
     std::size_t closure = 0;
-    std::optional<std::uint64_t> seed;
 };
 
 survey::Plan plan_of(const Arguments& given) {
-    survey::Plan plan;
-    if (!given.method.empty()) plan.method = methods.at(given.method);
-    if (given.scale && !survey::takes_scale(plan.method))
-        refuse_usage(std::string("--scale: method ") + survey::name_of(plan.method) + " takes none");
-    plan.scale =
-        given.scale.value_or(plan.method == survey::Method::point ? default_point_scale : default_arc_scale);
-    if (!(plan.scale > 1.0)) refuse_usage("--scale must be above 1");
-    if (plan.method == survey::Method::directions && given.closure >= closure::uniform_rows)
-        refuse_usage("--closure: method directions has the rows 0 to 399");
-    if (plan.method == survey::Method::outside && given.closure > 0)
-        refuse_usage("--closure: method outside has one closure, 0");
-    if (given.seed && !survey::is_random(plan.method))
-        refuse_usage(std::string("--seed: method ") + survey::name_of(plan.method) + " is not random");
-    plan.seed = given.seed.value_or(0);
+    const survey::Method method =
+        given.method.empty() ? survey::Method::standard() : survey::Method::named(given.method);
+    const survey::Plan plan = plan_of(given, method);
+    if (!method->random && given.closure >= method->most_closures)
+        refuse_usage(
+            std::string("--closure: method ") + method->name + " has closure 0 " +
+            (method->most_closures > 1 ? "to " + std::to_string(method->most_closures - 1) : "only"));
     return plan;
 }
 
@@ -61,24 +41,16 @@ Action declare_close(CLI::App& app) {
     const auto given = std::make_shared<Arguments>();
     given->tells_gaps = true;
     declare(app, static_cast<ChainArguments&>(*given));
-    app.add_option("--method", given->method,
-                   "directions (default), direction, point, two-points or outside: see survey")
-        ->check(CLI::IsMember(&methods))
-        ->option_text("METHOD");
-    app.add_option("--closure", given->closure,
-                   "Which closure of a survey: the row for directions (default 0)")
+    declare_method(app, *given, "0");
+    app.add_option("--closure", given->closure, "The number of the closure in a survey (default 0)")
         ->check(not_negative())
         ->option_text("N");
-    app.add_option("--scale", given->scale, "How far out (default 10 for point, 2 for arcs)")
-        ->option_text("X");
-    app.add_option("--seed", given->seed, "Seed of a random method (default 0)")
-        ->check(not_negative())
-        ->option_text("N");
+    app.footer(methods_help(false));
     return [given] {
         const survey::Plan plan = plan_of(*given);
         return edit_chain(*given, [&](Chain& chain) {
             if (polymer::is_ring({"", chain, {}})) throw std::runtime_error("is a ring already");
-            const closure::Closing closing = survey::close_chain(chain, plan, given->closure);
+            const closure::Closing closing = plan.method->close_chain(chain, input_of(plan, given->closure));
             if (closing != closure::Closing::closed) throw std::runtime_error(words(closing));
             return true;
         });

@@ -1,12 +1,10 @@
 // `loopwise knot`: names closed polygons as they are.
-#include "knots/knot.hpp"
 #include "app/commands/command.hpp"
 #include "app/commands/files.hpp"
 #include "app/commands/selecting.hpp"
 #include "app/report/report.hpp"
 #include "knots/links.hpp"
-#include "src/closure/closures.hpp"
-#include "src/closure/point_tables.hpp"
+#include "survey/methods.hpp"
 
 #include <iostream>
 
@@ -21,20 +19,20 @@ Examples:
   loopwise knot --open 0 chain.txt    of a chain, closed along direction 0 of 400
   loopwise knot --link rings.pdb      how the rings of a file are linked)";
 
-/// Three make a triangle, of which there is nothing to ask: whoever gives them meant something else.
+/// Three beads are always a triangle: probably a mistake.
 constexpr std::size_t fewest_beads = 4;
 
 struct Arguments {
     std::vector<std::string> files;
     Selecting selecting;
-    std::optional<int> open;
+    std::optional<std::size_t> open;
     bool link = false;
 };
 
 void declare(CLI::App& app, Arguments& into) {
     app.add_option("FILE", into.files, read::readable_formats())->required()->option_text("...");
     app.add_option("--open", into.open, "Close every chain by moving both ends out along this direction")
-        ->check(CLI::Range(0, closure::uniform_rows - 1))
+        ->check(CLI::Range(std::size_t{0}, survey::Method::standard()->most_closures - 1))
         ->option_text("0..399");
     declare_selecting(app, into.selecting);
     app.add_flag("--link", into.link, "Also say how the chains of a file are linked");
@@ -42,14 +40,11 @@ void declare(CLI::App& app, Arguments& into) {
 }
 
 void show(const std::string& label, const knots::KnotName& name) {
-    std::cout << label << ": " << name.text() << '\n';
-    if (name.status == knots::KnotStatus::bad_polygon) return;
+    std::cout << label << ": " << text(name.type) << '\n';
+    if (name.type.status == knots::KnotStatus::no_polygon) return;
     std::cout << "  crossings: " << name.crossings << '\n';
-    if (!name.jones.coefficients.empty()) std::cout << "  Jones polynomial: " << text(name.jones) << '\n';
-    if (!name.alexander.coefficients.empty())
-        std::cout << "  Alexander polynomial: " << text(name.alexander) << '\n';
-    if (!name.names.empty() && !name.proven)
-        std::cout << "  knots of more than nine crossings with these polynomials are not ruled out\n";
+    for (const auto& [invariant, value] : name.invariants)
+        std::cout << "  " << invariant->name << ": " << text(value) << '\n';
 }
 
 void show_links(const std::string& file, const std::vector<polymer::NamedChain>& chains) {
@@ -85,7 +80,7 @@ bool one_molecule(polymer::Molecule& molecule, const Arguments& given) {
         if (polymer::is_ring(named))
             polymer::drop_repeated_end(named);
         else if (given.open)
-            closure::close_in_direction(named.beads, *given.open);
+            survey::Method::standard()->close_chain(named.beads, {.closure = *given.open});
         const std::string label = label_of(molecule) + (named.name.empty() ? "" : ": chain " + named.name);
         if (named.beads.size() < fewest_beads) {
             std::cout << label << ": not named: fewer than four beads\n";
@@ -95,7 +90,7 @@ bool one_molecule(polymer::Molecule& molecule, const Arguments& given) {
         const knots::KnotName name = knots::knot_of(named.beads);
         show(label, name);
         if (given.open && !warning.empty()) std::cout << "  " << warning << '\n';
-        good = good && name.status != knots::KnotStatus::bad_polygon;
+        good = good && name.type.status != knots::KnotStatus::no_polygon;
     }
     if (given.link) show_links(label_of(molecule), molecule.chains);
     return good;

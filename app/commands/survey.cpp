@@ -1,6 +1,7 @@
 // `loopwise survey`: closes each chain in many ways, reduces every loop and counts what is left.
 #include "app/commands/command.hpp"
 #include "app/commands/files.hpp"
+#include "app/commands/methods.hpp"
 #include "app/commands/selecting.hpp"
 #include "app/progress.hpp"
 #include "app/report/each.hpp"
@@ -19,29 +20,13 @@
 namespace loopwise::app {
 namespace {
 
-constexpr double default_point_scale = 10.0;
-constexpr double default_arc_scale = 2.0;
-constexpr double largest_scale = 1e6;
-constexpr std::size_t default_count = 400;
-constexpr std::size_t largest_count = 100'000'000;
 constexpr unsigned most_threads = 1024;
 
-const std::map<std::string, survey::Method> methods = {{"directions", survey::Method::directions},
-                                                       {"point", survey::Method::point},
-                                                       {"direction", survey::Method::direction},
-                                                       {"two-points", survey::Method::two_points},
-                                                       {"outside", survey::Method::outside}};
-
-constexpr const char* footer = R"(Methods:
-  directions  both ends moved out along each of 400 directions, one closure for each (default)
-  direction   the same along a random direction (default with --structure)
-  point       through one far point in a random direction
-  two-points  by a far arc between two random directions
-  outside     by a far arc from the last atom's direction to the first's: one closure
-A chain whose first bead stands once more at its end is a ring and reduced as it is; --closed takes
-every chain for one. With --structure, point closes at most 60 chains together, direction 400 and
-two-points 200. The random ones are repeated --count times. --scale is where the far atoms are: times the chain's
-radius, or the structure's diameter; --seed repeats a run whose seed was reported.
+constexpr const char* footer =
+    R"(
+A random method is repeated --count times. --scale says how far out the closure goes: in radii of the chain,
+or in diameters of the structure. --seed repeats a run whose seed was reported. A chain that stores its first
+bead again at its end is a ring and is reduced as it is; --closed takes every chain for a ring.
 
 Examples:
   loopwise survey chain.txt                           400 closures of one chain
@@ -51,13 +36,11 @@ Examples:
   loopwise survey --structure --seed 7 complex.pdb    all chains of a file as one structure
   loopwise survey --csv *.txt > survey.csv            a table of many chains)";
 
-struct Arguments {
+struct Arguments : MethodOptions {
     std::vector<std::string> files;
-    std::string method, svg, html, each;
+    std::string svg, html, each;
     Selecting selecting;
     std::optional<std::size_t> count;
-    std::optional<double> scale;
-    std::optional<std::uint64_t> seed;
     std::optional<int> view;
     unsigned threads = std::max(1U, std::thread::hardware_concurrency());
     bool structure = false, closed = false, no_knots = false, json = false, csv = false;
@@ -65,15 +48,11 @@ struct Arguments {
 
 void declare(CLI::App& app, Arguments& into) {
     app.add_option("FILE", into.files, read::readable_formats())->required()->option_text("...");
-    app.add_option("--method", into.method, "How to close, see below")
-        ->check(CLI::IsMember(&methods))
-        ->option_text("METHOD");
-    app.add_option("--count", into.count, "Closures of a random method (default 400)")
-        ->check(CLI::Range(std::size_t{1}, largest_count))
-        ->option_text("N");
-    app.add_option("--scale", into.scale, "How far out (default 10 for point, 2 for arcs)")->option_text("X");
-    app.add_option("--seed", into.seed, "Seed of a random method (default: from the clock, reported)")
-        ->check(not_negative())
+    declare_method(app, into, "from the clock, reported");
+    const survey::Method random = survey::Method::standard(true);
+    app.add_option("--count", into.count,
+                   "Closures of a random method (default " + std::to_string(random->default_closures) + ")")
+        ->check(CLI::Range(std::size_t{1}, random->most_closures))
         ->option_text("N");
     declare_selecting(app, into.selecting);
     app.add_flag("--closed", into.closed, "Every chain is a ring: reduce it as it is");
@@ -95,7 +74,7 @@ void declare(CLI::App& app, Arguments& into) {
     app.add_option("--each", into.each, "Write a row of CSV for every closure to this file")
         ->option_text("FILE");
     app.add_flag("--no-knots", into.no_knots, "Only count the beads left; do not name the knots");
-    app.footer(footer);
+    app.footer(methods_help(true) + footer);
 }
 
 std::uint64_t seed_from_clock() {
@@ -106,38 +85,25 @@ std::uint64_t seed_from_clock() {
 
 survey::Method method_of(const Arguments& given) {
     if (given.closed && !given.method.empty()) refuse_usage("--method: --closed closes nothing");
-    if (given.closed) return survey::Method::ring;
-    if (!given.method.empty()) return methods.at(given.method);
-    return given.structure ? survey::Method::direction : survey::Method::directions;
+    if (given.closed) return survey::Method::ring();
+    if (!given.method.empty()) return survey::Method::named(given.method);
+    return survey::Method::standard(given.structure);
 }
 
 survey::Plan plan_of(const Arguments& given) {
-    survey::Plan plan;
+    const survey::Method method = method_of(given);
+    const std::string name = method->name;
+    if (given.structure && method->most_components == 0)
+        refuse_usage("--method " + name + " closes single chains: use " +
+                     survey::Method::standard(true)->name + " with --structure");
+    if (given.structure && !given.html.empty()) refuse_usage("--html shows single chains, not a structure");
+    if (given.count && !method->random) refuse_usage("--count: method " + name + " is not random");
+    survey::Plan plan = plan_of(given, method);
     plan.together = given.structure;
     plan.threads = given.threads;
     plan.name_knots = !given.no_knots;
-    plan.method = method_of(given);
-
-    const std::string name = survey::name_of(plan.method);
-    if (given.structure && plan.method == survey::Method::directions)
-        refuse_usage("--method directions closes single chains: use direction with --structure");
-    if (given.structure && !given.html.empty()) refuse_usage("--html shows single chains, not a structure");
-    if (given.count && !survey::is_random(plan.method))
-        refuse_usage("--count: method " + name + " is not random");
-    if (given.seed && !survey::is_random(plan.method))
-        refuse_usage("--seed: method " + name + " is not random");
-    if (given.scale && !survey::takes_scale(plan.method))
-        refuse_usage("--scale: method " + name + " takes none");
-
-    plan.scale =
-        given.scale.value_or(plan.method == survey::Method::point ? default_point_scale : default_arc_scale);
-    if (!(plan.scale > 1.0 && plan.scale <= largest_scale))
-        refuse_usage("--scale must be above 1, up to 1000000");
-    if (plan.method == survey::Method::outside || plan.method == survey::Method::ring) plan.closures = 1;
-    if (survey::is_random(plan.method)) {
-        plan.closures = given.count.value_or(default_count);
-        plan.seed = given.seed ? *given.seed : seed_from_clock();
-    }
+    if (given.count) plan.closures = *given.count;
+    if (method->random && !given.seed) plan.seed = seed_from_clock();
     return plan;
 }
 

@@ -16,18 +16,23 @@ std::string places_of(const Chain& beads) {
     return text;
 }
 
+/// Of the most frequent knot.
+std::string proven_field(const survey::Tally& tally) {
+    return tally.knots.empty() ? "" : yes_or_no(tally.knots.front().knot.proven);
+}
+
 class CsvReport final : public Report {
   public:
     CsvReport(std::ostream& out, const survey::Plan& plan) : out_(out), together_(plan.together) {
         out_ << "file,model,part,chain,beads,gaps,missing,method,scale,seed,closures,failed,"
                 "knot,knot_closures,knot_share,knots,down_to_three,left,"
-                "fewest_left,fewest_closure,fewest_labels,fewest_places,notes\n";
+                "fewest_left,fewest_closure,fewest_labels,fewest_places,notes,proven\n";
     }
 
     void add(const survey::Result& result) override {
         if (together_) {
             start(result, "structure", result.whole, nullptr);
-            out_ << ",,,,," << csv_field(joined(result.notes)) << '\n';
+            out_ << ",,,,," << csv_field(joined(result.notes)) << ',' << proven_field(result.whole) << '\n';
         }
         for (const survey::ComponentTally& tally : result.components) {
             start(result, together_ ? "component" : "chain", tally, &tally);
@@ -37,7 +42,8 @@ class CsvReport final : public Report {
                      << places_of(tally.smallest->loop.beads);
             else
                 out_ << ",,,,";
-            out_ << ',' << csv_field(joined(together_ ? tally.notes : notes_on(result, tally))) << '\n';
+            out_ << ',' << csv_field(joined(together_ ? tally.notes : notes_on(result, tally))) << ','
+                 << proven_field(tally) << '\n';
         }
         out_.flush();
     }
@@ -50,11 +56,11 @@ class CsvReport final : public Report {
             return;
         }
         const survey::KnotCount& first = counts.front();
-        out_ << csv_field(first.knot) << ',' << first.closures << ','
+        out_ << csv_field(text(first.knot)) << ',' << first.closures << ','
              << static_cast<double>(first.closures) / static_cast<double>(closures) << ',';
         std::string all;
         for (const survey::KnotCount& count : counts)
-            all += (all.empty() ? "" : "; ") + count.knot + ':' + std::to_string(count.closures);
+            all += (all.empty() ? "" : "; ") + text(count.knot) + ':' + std::to_string(count.closures);
         out_ << csv_field(all) << ',';
     }
 
@@ -67,10 +73,10 @@ class CsvReport final : public Report {
             out_ << csv_field(gaps_text(chain->bonds, chain->labels, " ")) << ',' << missing_in(chain->bonds);
         else
             out_ << ',';
-        out_ << ',' << survey::name_of(plan.method) << ',';
-        if (survey::takes_scale(plan.method)) out_ << scale_text(plan.scale);
+        out_ << ',' << plan.method->name << ',';
+        if (plan.method->takes_scale()) out_ << scale_text(plan.scale);
         out_ << ',';
-        if (survey::is_random(plan.method)) out_ << plan.seed;
+        if (plan.method->random) out_ << plan.seed;
         out_ << ',' << plan.closures << ',' << result.failed << ',';
         knots(tally.knots, result.counted());
         out_ << tally.fully_reduced << ',';

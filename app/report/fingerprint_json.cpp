@@ -15,7 +15,10 @@ Json residue(const std::string& label) {
 }
 
 Json json_of(const fingerprint::KnotPlace& place, const fingerprint::ChainFingerprint& of) {
-    Json json = {{"knot", place.knot}, {"share", place.share}, {"greatest_share", place.greatest_share}};
+    Json json;
+    add_knot(json, place.knot);
+    json["share"] = place.share;
+    json["greatest_share"] = place.greatest_share;
     if (place.core) {
         json["core"] = {residue(of.labels[place.core->first]), residue(of.labels[place.core->last])};
         json["tails"] = tails_of(*place.core, of);
@@ -40,20 +43,20 @@ class JsonFingerprints final : public FingerprintReport {
         Json knots = Json::array();
         for (const fingerprint::KnotPlace& place : places_shown(of, least_share_))
             knots.push_back(json_of(place, of));
-        const Json entry = {{"file", of.file},
-                            {"model", of.model.empty() ? Json(nullptr) : Json(of.model)},
-                            {"chain", of.chain},
-                            {"residues", of.matrix.beads()},
-                            {"gaps", gaps_text(of.bonds, of.labels, ", ")},
-                            {"notes", of.notes},
-                            {"step", of.step},
-                            {"stretches", of.tested},
-                            {"knot", of.knot},
-                            {"share", of.share},
-                            {"depth", of.depth ? Json(*of.depth) : Json(nullptr)},
-                            {"depth_within", of.depth ? Json(of.depth_within) : Json(nullptr)},
-                            {"borders_within", of.borders_within},
-                            {"knots", std::move(knots)}};
+        Json entry = {{"file", of.file},
+                      {"model", of.model.empty() ? Json(nullptr) : Json(of.model)},
+                      {"chain", of.chain},
+                      {"residues", of.matrix.beads()},
+                      {"gaps", gaps_text(of.bonds, of.labels, ", ")},
+                      {"notes", of.notes},
+                      {"step", of.step},
+                      {"stretches", of.tested}};
+        add_knot(entry, of.knot);
+        entry["share"] = of.share;
+        entry["depth"] = of.depth ? Json(*of.depth) : Json(nullptr);
+        entry["depth_within"] = of.depth ? Json(of.depth_within) : Json(nullptr);
+        entry["borders_within"] = of.borders_within;
+        entry["knots"] = std::move(knots);
         results_.add(entry);
     }
 

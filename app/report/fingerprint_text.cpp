@@ -33,7 +33,8 @@ class TextFingerprints final : public FingerprintReport {
                      : counted(of.bonds.gaps.size(), "gap") + ": " + gaps_text(of.bonds, of.labels, ", "))
              << '\n';
         for (const std::string& note : of.notes) out_ << "  note: " << note << '\n';
-        out_ << "  whole chain: " << of.knot << " in " << percent(of.share) << " of its closures"
+        out_ << "  whole chain: " << short_text(of.knot, longest_knot) << " in " << percent(of.share)
+             << " of its closures"
              << (of.matrix.beads() < fingerprint::fewest_knotted ? " (too short for a knot)" : "") << '\n';
         const std::string warning = gap_warning(of.bonds);
         if (!warning.empty()) out_ << "  " << warning << '\n';
@@ -58,9 +59,15 @@ class TextFingerprints final : public FingerprintReport {
 
   private:
     void show(const std::vector<fingerprint::KnotPlace>& places, const fingerprint::ChainFingerprint& of) {
-        out_ << "  knot          share  greatest  core             beads  tails\n";
+        std::size_t width = 10;
+        for (const fingerprint::KnotPlace& place : places)
+            width = std::max(width, short_text(place.knot, widest_knot_column).size());
+        const auto column = [&](const std::string& knot) {
+            return knot + std::string(width - knot.size(), ' ');
+        };
+        out_ << "  " << column("knot") << "    share  greatest  core             beads  tails\n";
         for (const fingerprint::KnotPlace& place : places) {
-            out_ << "  " << std::left << std::setw(10) << place.knot << std::right << std::setw(9)
+            out_ << "  " << column(short_text(place.knot, widest_knot_column)) << std::setw(9)
                  << percent(place.share) << std::setw(10) << percent(place.greatest_share) << "  ";
             if (place.core) {
                 const auto [before, after] = tails_of(*place.core, of);

@@ -12,10 +12,12 @@ Json json_of(const std::map<std::size_t, std::size_t>& left) {
 
 Json json_of(const std::vector<survey::KnotCount>& knots, std::size_t closures) {
     Json list = Json::array();
-    for (const survey::KnotCount& count : knots)
-        list.push_back({{"knot", count.knot},
-                        {"closures", count.closures},
-                        {"share", static_cast<double>(count.closures) / static_cast<double>(closures)}});
+    for (const auto& [knot, times] : knots) {
+        Json& json = list.emplace_back();
+        add_knot(json, knot);
+        json["closures"] = times;
+        json["share"] = static_cast<double>(times) / static_cast<double>(closures);
+    }
     return list;
 }
 
@@ -68,17 +70,17 @@ class JsonReport final : public Report {
     JsonReport(std::ostream& out, const survey::Plan& plan)
         : results_(out, {{"program", "loopwise survey"},
                          {"version", LOOPWISE_VERSION},
-                         {"method", survey::name_of(plan.method)},
+                         {"method", plan.method->name},
                          {"closures", plan.closures},
-                         {"scale", survey::takes_scale(plan.method) ? Json(plan.scale) : Json(nullptr)},
-                         {"seed", survey::is_random(plan.method) ? Json(plan.seed) : Json(nullptr)}}),
+                         {"scale", plan.method->takes_scale() ? Json(plan.scale) : Json(nullptr)},
+                         {"seed", plan.method->random ? Json(plan.seed) : Json(nullptr)}}),
           together_(plan.together) {}
 
     void add(const survey::Result& result) override {
         Json entry = {{"file", result.file},
                       {"model", result.model.empty() ? Json(nullptr) : Json(result.model)},
                       {"notes", result.notes},
-                      {"method", survey::name_of(result.plan.method)},
+                      {"method", result.plan.method->name},
                       {"closures", result.plan.closures},
                       {"failed", result.failed}};
         if (together_) {

@@ -2,6 +2,12 @@
 
 namespace loopwise::app {
 
+void add_knot(Json& json, const knots::KnotType& knot) {
+    json["knot"] = text(knot);
+    json["names"] = names_of(knot);
+    json["proven"] = knot.proven;
+}
+
 JsonResults::JsonResults(std::ostream& out, const Json& head) : out_(out) {
     std::string text = head.dump();
     text.pop_back();

@@ -1,6 +1,8 @@
 // What all JSON reports have in common: a head, and results that are written as they come.
 #pragma once
 
+#include "knots/knot_type.hpp"
+
 #include <nlohmann/json.hpp>
 
 #include <ostream>
@@ -8,6 +10,9 @@
 namespace loopwise::app {
 
 using Json = nlohmann::ordered_json;
+
+/// Adds the fields `knot`, its text; `names`, the candidates; and `proven`.
+void add_knot(Json& json, const knots::KnotType& knot);
 
 class JsonResults {
   public:

@@ -29,6 +29,11 @@ std::unique_ptr<Report> make_csv_report(std::ostream& out, const survey::Plan& p
 /// The text as one field of CSV, in quotes where it needs them.
 std::string csv_field(const std::string& text);
 
+inline const char* yes_or_no(bool is) { return is ? "yes" : "no"; }
+
+/// Knots are shortened to so many characters in a table, and in a sentence.
+inline constexpr std::size_t widest_knot_column = 36, longest_knot = 60;
+
 /// A number as streams write it, whatever the locale.
 std::string scale_text(double scale);
 

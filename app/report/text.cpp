@@ -29,9 +29,9 @@ class TextReport final : public Report {
   public:
     TextReport(std::ostream& out, const survey::Plan& plan) : out_(out), plan_(plan) {
         out_ << plan.closures << (plan.closures == 1 ? " closure" : " closures") << " of each "
-             << (plan.together ? "structure" : "chain") << ", method " << survey::name_of(plan.method);
-        if (survey::takes_scale(plan.method)) out_ << ", scale " << scale_text(plan.scale);
-        if (survey::is_random(plan.method)) out_ << ", seed " << plan.seed;
+             << (plan.together ? "structure" : "chain") << ", method " << plan.method->name;
+        if (plan.method->takes_scale()) out_ << ", scale " << scale_text(plan.scale);
+        if (plan.method->random) out_ << ", seed " << plan.seed;
         out_ << '\n';
     }
 
@@ -45,7 +45,7 @@ class TextReport final : public Report {
         for (const std::string& note : result.notes) out_ << "  note: " << note << '\n';
         for (const survey::ComponentTally& tally : result.components)
             for (const std::string& note : tally.notes) out_ << "  note: " << note << '\n';
-        if (result.plan.method == survey::Method::ring)
+        if (!result.plan.method->closes)
             out_ << "  reduced as "
                  << (result.components.size() == 1 ? "the ring it is" : "the rings they are")
                  << ", without a closure\n";
@@ -97,15 +97,22 @@ class TextReport final : public Report {
                  << tally.smallest->closure << ": " << labels_of(*tally.smallest, tally) << '\n';
     }
 
-    /// The verdict in one line, and all names where there are several.
+    /// The most frequent knot in a sentence, and a table where there are several.
     void show_knots(const survey::Tally& tally, std::size_t closures) {
         if (tally.knots.empty()) return;
-        out_ << "  " << tally.knots.front().knot << " in " << percent(tally.knots.front().closures, closures)
+        const survey::KnotCount& most = tally.knots.front();
+        out_ << "  " << short_text(most.knot, longest_knot) << " in " << percent(most.closures, closures)
              << " of " << closures << (closures == 1 ? " closure\n" : " closures\n");
         if (tally.knots.size() == 1) return;
-        out_ << "  knot           closures\n";
+        std::size_t width = 14;
         for (const survey::KnotCount& count : tally.knots)
-            out_ << "  " << std::left << std::setw(14) << count.knot << std::right << std::setw(9)
+            width = std::max(width, short_text(count.knot, widest_knot_column).size());
+        const auto column = [&](const std::string& knot) {
+            return knot + std::string(width - knot.size(), ' ');
+        };
+        out_ << "  " << column("knot") << " closures\n";
+        for (const survey::KnotCount& count : tally.knots)
+            out_ << "  " << column(short_text(count.knot, widest_knot_column)) << std::setw(9)
                  << count.closures << std::setw(9) << percent(count.closures, closures) << '\n';
     }
 

@@ -50,7 +50,7 @@ Json json_of(const survey::Loop& closed, const survey::Loop& reduced, std::size_
     const Chain far(closed.beads.begin() + static_cast<std::ptrdiff_t>(own), closed.beads.end());
     Json kept = Json::array();
     for (std::size_t i = 0; i < reduced.beads.size(); ++i) {
-        const std::size_t position = reduced.position(i);
+        const std::size_t position = index_of(reduced.position(i));
         kept.push_back(position < own ? first + position : beads + position - own);
     }
     return {{"first", first}, {"last", first + own - 1}, {"far", positions(far)}, {"kept", std::move(kept)}};
@@ -59,12 +59,12 @@ Json json_of(const survey::Loop& closed, const survey::Loop& reduced, std::size_
 Json json_of(const fingerprint::ChainFingerprint& of, const Chain& beads, fingerprint::Subchain subchain) {
     const fingerprint::FingerprintMatrix::Cell& cell = of.matrix.at(subchain);
     const fingerprint::TypicalClosure typical =
-        fingerprint::typical_closure(beads, subchain, of.names[cell.knot], of.closures);
+        fingerprint::typical_closure(beads, subchain, of.knots[cell.knot], of.closures);
     Json json = json_of(typical.closed, typical.reduced, subchain.first, beads.size());
-    json["words"] = of.names[cell.knot] + (of.matrix.is_tested(subchain) ? " in " : " in about ") +
+    json["words"] = text(of.knots[cell.knot]) + (of.matrix.is_tested(subchain) ? " in " : " in about ") +
                     percent(of.share_of(cell)) + " of its closures";
     json["closure"] = "The closure in direction " + std::to_string(typical.row);
-    json["knot"] = typical.knot;
+    json["knot"] = text(typical.knot);
     return json;
 }
 
@@ -94,7 +94,7 @@ Json rows_of(const fingerprint::ChainFingerprint& of, std::size_t side) {
 Json matrix_of(const fingerprint::ChainFingerprint& of) {
     const std::size_t side = (of.matrix.beads() + most_dots - 1) / most_dots;
     Json colours = Json::array();
-    for (std::size_t knot = 0; knot < of.names.size(); ++knot) {
+    for (std::size_t knot = 0; knot < of.knots.size(); ++knot) {
         Json row = Json::array();
         for (std::size_t shade = 0; shade < shades; ++shade)
             row.push_back(
@@ -135,7 +135,7 @@ std::string page(const Json& data) {
 std::string fingerprint_page(const fingerprint::ChainFingerprint& of,
                              const std::vector<fingerprint::KnotPlace>& places, const Chain& beads) {
     Json data = page_of(of.file, of.chain, of.labels, beads);
-    data["about"] = std::to_string(beads.size()) + " residues; the whole chain is " + of.knot + " in " +
+    data["about"] = std::to_string(beads.size()) + " residues; the whole chain is " + text(of.knot) + " in " +
                     percent(of.share) + " of " + std::to_string(of.closures) + " closures; " + of.way();
     data["columns"] = {"knot", "share on the whole chain", "greatest share", "core", "tails", ""};
     data["places"] = Json::array();
@@ -148,7 +148,7 @@ std::string fingerprint_page(const fingerprint::ChainFingerprint& of,
             tails = std::to_string(before) + " and " + std::to_string(after);
             row["stretch"] = json_of(of, beads, *place.core);
         }
-        row["cells"] = {place.knot,
+        row["cells"] = {text(place.knot),
                         percent(place.share),
                         percent(place.greatest_share),
                         core,
@@ -176,13 +176,13 @@ std::string survey_page(const survey::Result& result) {
             {{"colour", "#8a909c"},
              {"stretch", nullptr},
              {"cells",
-              {count.knot, std::to_string(count.closures),
+              {text(count.knot), std::to_string(count.closures),
                percent(static_cast<double>(count.closures) / static_cast<double>(result.counted()))}}});
     data["matrix"] = nullptr;
     Json subchain = json_of(closed, reduced, 0, beads.size());
     subchain["words"] = "the whole chain";
     subchain["closure"] = "Closure " + std::to_string(shown.closure);
-    subchain["knot"] = shown.knots.empty() ? "not named" : shown.knots.front();
+    subchain["knot"] = text(shown.knots.empty() ? knots::KnotType{} : shown.knots.front());
     data["stretches"] = Json::array({std::move(subchain)});
     return page(data);
 }

@@ -10,6 +10,7 @@ from numpy.typing import NDArray
 
 from . import _core
 from .chain import Chain, ChainLike, as_chain
+from .knots import KnotType
 from .operations import within
 from .progress import Progress, teller
 from .results import data_frame, html_table, svg_image
@@ -24,7 +25,8 @@ if TYPE_CHECKING:
 class Place:
     """A place where a knot is. Stretches are positions of their first and last bead, both included."""
 
-    knot: str
+    type: KnotType
+    """The knot as a value."""
     share: float
     """Of the closures of the whole chain."""
     greatest_share: float
@@ -38,6 +40,16 @@ class Place:
     slipknot: bool
     """Whether the chain, or a stretch around the knot, is clearly something else."""
 
+    @property
+    def knot(self) -> str:
+        """The knot in words."""
+        return str(self.type)
+
+    @property
+    def proven(self) -> bool:
+        """Whether the knot is proven."""
+        return self.type.proven
+
 
 @dataclasses.dataclass(frozen=True, repr=False)
 class Fingerprint:
@@ -50,8 +62,8 @@ class Fingerprint:
     """Of the grid, in beads; 1 where every stretch was closed."""
     stretches: int
     """How many were closed."""
-    knot: str
-    """Of the whole chain."""
+    type: KnotType
+    """Of the whole chain, as a value."""
     share: float
     """Its share of the whole chain's closures."""
     depth: tuple[int, int] | None
@@ -62,14 +74,29 @@ class Fingerprint:
     """Up to how many beads the borders between knots are known anywhere; 1 is to the bead."""
     places: list[Place]
     """The chain's own knot first, then by greatest share."""
-    names: list[str]
-    """Of the knots, by their numbers; the unknot first."""
+    types: list[KnotType]
+    """The knots as values, by their numbers; the unknot first."""
     numbers: NDArray[np.uint16]
     """(n, n): the number of the most frequent knot of the stretch from row to column; 0 below the diagonal."""
     counts: NDArray[np.uint16]
     """(n, n): the closures that gave it."""
     tested: NDArray[np.bool_]
     """(n, n): whether the stretch was closed or is too short for a knot; others are as those around them, which agree, or as the nearest where a border was not followed."""
+
+    @property
+    def knot(self) -> str:
+        """The knot of the whole chain in words."""
+        return str(self.type)
+
+    @property
+    def proven(self) -> bool:
+        """Whether it is proven."""
+        return self.type.proven
+
+    @property
+    def names(self) -> list[str]:
+        """The knots in words, by their numbers."""
+        return [str(knot) for knot in self.types]
 
     @property
     def shares(self) -> NDArray[np.float64]:
@@ -79,7 +106,7 @@ class Fingerprint:
     @property
     def core(self) -> tuple[int, int] | None:
         """The core of the chain's own knot, if it has one."""
-        return next((place.core for place in self.places if place.knot == self.knot), None)
+        return next((place.core for place in self.places if place.type == self.type), None)
 
     def _labels(self, stretch: tuple[int, int] | None) -> list[str] | None:
         return None if stretch is None else [self.chain._label(i) for i in stretch]
@@ -99,6 +126,7 @@ class Fingerprint:
         knots = [
             {
                 "knot": p.knot,
+                "proven": p.proven,
                 "share": p.share,
                 "greatest_share": p.greatest_share,
                 "core": self._labels(p.core),
@@ -114,6 +142,7 @@ class Fingerprint:
             "step": self.step,
             "stretches": self.stretches,
             "knot": self.knot,
+            "proven": self.proven,
             "share": self.share,
             "depth": None if self.depth is None else list(self.depth),
             "depth_within": None if self.depth is None else list(self.depth_within),
@@ -145,14 +174,14 @@ class Fingerprint:
         given = {
             "chain": self.chain.name or "chain",
             "labels": self.chain.labels,
-            "names": self.names,
+            "types": self.types,
             "closures": self.closures,
             "step": self.step,
             "borders_within": self.borders_within,
-            "knot": self.knot,
+            "type": self.type,
             "share": self.share,
         }
-        places = [(place.knot, *place.core, place.slipknot) for place in self.places if place.core]
+        places = [(place.type, *place.core, place.slipknot) for place in self.places if place.core]
         return _core.fingerprint_picture(self.numbers, self.counts, given, places)
 
     def _repr_svg_(self) -> str:

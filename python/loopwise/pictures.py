@@ -6,8 +6,6 @@ from typing import TYPE_CHECKING, Any
 
 import numpy as np
 
-from .survey import not_named
-
 if TYPE_CHECKING:
     from matplotlib.figure import Figure
 
@@ -16,6 +14,7 @@ if TYPE_CHECKING:
 
 _colours = "viridis"
 _closing = "0.6"
+_longest_knot = 30
 
 
 def _figure(**options: Any) -> "Figure":
@@ -95,8 +94,8 @@ def trajectory_figure(trajectory: "Trajectory") -> "Figure":
     axes = figure.subplots()
     shares: dict[str, Any] = {}
     for frame, survey in enumerate(trajectory):
-        for knot, closures in survey.knots.items():
-            name = not_named if knot.startswith(not_named) else knot
+        for knot, closures in survey._only().types.items():
+            name = knot.short(_longest_knot) if knot.has_name else "not named"
             shares.setdefault(name, np.zeros(len(trajectory)))[frame] += closures / survey.counted
     axes.stackplot(range(len(trajectory)), list(shares.values()), labels=list(shares), step="mid")
     axes.set(xlabel="frame", ylabel="share of closures", xlim=(0, max(len(trajectory) - 1, 1)), ylim=(0, 1))
@@ -111,7 +110,7 @@ def fingerprint_figure(fingerprint: "Fingerprint") -> "Figure":
 
     figure = _figure(figsize=(7.5, 6))
     axes = figure.subplots()
-    knots = [i for i, name in enumerate(fingerprint.names) if i in np.unique(fingerprint.numbers) and i > 0]
+    knots = [i for i in range(len(fingerprint.types)) if i in np.unique(fingerprint.numbers) and i > 0]
     hues = {number: matplotlib.colormaps["tab10"](k % 10)[:3] for k, number in enumerate(knots)}
     beads = len(fingerprint.chain)
     image = np.ones((beads, beads, 3))
@@ -125,13 +124,13 @@ def fingerprint_figure(fingerprint: "Fingerprint") -> "Figure":
             axes.plot(place.core[1], place.core[0], "kx", markersize=7)
             ends = "-".join(fingerprint.chain.labels[i] for i in place.core)
             corner = (place.core[1], place.core[0])
-            axes.annotate(f"{place.knot} {ends}", corner, (8, -12), textcoords="offset points")
+            axes.annotate(f"{place.type.short(_longest_knot)} {ends}", corner, (8, -12), textcoords="offset points")
     ticks = [tick for tick in axes.get_xticks() if 0 <= tick < beads]
     labels = [fingerprint.chain.labels[int(tick)] for tick in ticks]
     axes.set_xticks(ticks, labels)
     axes.set_yticks(ticks, labels)
     axes.set(xlabel="last bead", ylabel="first bead", xlim=(-0.5, beads - 0.5), ylim=(-0.5, beads - 0.5))
-    patches = [Patch(color=hue, label=fingerprint.names[number]) for number, hue in hues.items()]
+    patches = [Patch(color=hue, label=fingerprint.types[number].short(_longest_knot)) for number, hue in hues.items()]
     if patches:
         axes.legend(handles=patches, loc="center left", bbox_to_anchor=(1, 0.5), frameon=False)
     axes.set_title(f"{fingerprint.chain.name or 'chain'}: {fingerprint.knot} in {100 * fingerprint.share:.0f} %")

@@ -2,6 +2,7 @@
 
 import json
 import os
+import pathlib
 import pickle
 import signal
 import subprocess
@@ -30,6 +31,7 @@ def test_a_survey_tells_what_became_of_each_closure(trefoil):
         assert len(kept) == left[k, 0] and lw.knot(loop[kept]).text == names[knots[k, 0]]
     core = result.smallest
     loop = lw.close(trefoil, direction=core.closure)
+    assert loop == lw.close(trefoil, closure=core.closure) and lw.close(trefoil) == lw.close(trefoil, direction=0)
     assert np.array_equal(core.kept, lw.reduce(loop)) and np.array_equal(core.xyz, loop.xyz[core.kept])
     assert core.labels == [str(i + 1) if i < len(trefoil) else f"+{i - 59}" for i in core.kept.tolist()]
     assert result.to_dict() == lw.survey(trefoil, closures=100, threads=1).to_dict()
@@ -58,6 +60,21 @@ def test_results_show_themselves(trefoil):
     assert len(result.to_dataframe()) == 20 and len(pair.to_dataframe()) == 40
     with pytest.raises(ValueError, match="2 chains"):
         pair.knots
+
+
+def test_a_knot_that_is_not_proven_says_so_everywhere():
+    chain = lw.read(pathlib.Path(__file__).parents[2] / "tests/golden/files/beyond.txt")
+    words = "-5_1 or beyond nine crossings"
+    result, found = lw.survey(chain, closures=10), lw.fingerprint(chain, closures=2, step=100)
+    for shown in (lw.knot(lw.close(chain)), result, found, found.places[0], *result.components):
+        assert not shown.proven
+    for shown in (result, found):
+        copy = pickle.loads(pickle.dumps(shown))
+        assert shown.knot == words and words in repr(shown) and words in shown.to_svg() and copy.to_svg() == shown.to_svg()
+    assert result.to_dict()["chains"][0]["proven"] is found.to_dict()["knots"][0]["proven"] is False
+    kinds = [*result.components[0].types, *found.types]
+    assert {str(kind): kind for kind in set(kinds)} == {str(kind): kind for kind in kinds}
+    assert result.knotted == sum(result.knots.values()) / 10 and not found.types[0].is_knot
 
 
 def test_frames_are_surveyed_as_they_are_alone(trefoil):

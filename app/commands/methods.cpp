@@ -1,0 +1,75 @@
+#include "app/commands/methods.hpp"
+
+#include "app/commands/command.hpp"
+#include "app/report/report.hpp"
+
+namespace loopwise::app {
+namespace {
+
+std::string refusal(const std::string& name) {
+    try {
+        survey::Method::named(name);
+        return "";
+    } catch (const std::invalid_argument& unknown) {
+        return unknown.what();
+    }
+}
+
+std::string default_scales() {
+    std::string scales;
+    for (const survey::MethodRow& row : survey::all_methods())
+        if (row.takes_scale())
+            scales.append(scales.empty() ? "" : ", ") += scale_text(row.default_scale) + " for " + row.name;
+    return scales;
+}
+
+/// What the help adds to a method's line.
+std::string defaults_of(const survey::MethodRow& row, bool with_structures) {
+    const auto is = [&](survey::Method method) { return method->name == std::string_view(row.name); };
+    if (is(survey::Method::standard())) return " (default)";
+    if (!with_structures || !row.random) return "";
+    return std::string(" (--structure: ") + (is(survey::Method::standard(true)) ? "default, " : "") +
+           "up to " + std::to_string(row.most_components) + " chains)";
+}
+
+} // namespace
+
+void declare_method(CLI::App& app, MethodOptions& into, const char* default_seed) {
+    app.add_option("--method", into.method, "How to close, see below")
+        ->check(CLI::Validator([](const std::string& name) { return refusal(name); }, ""))
+        ->option_text("METHOD");
+    app.add_option("--scale", into.scale, "How far out (default: " + default_scales() + ")")
+        ->option_text("X");
+    app.add_option("--seed", into.seed,
+                   std::string("Seed of a random method (default: ") + default_seed + ")")
+        ->check(not_negative())
+        ->option_text("N");
+}
+
+std::string methods_help(bool with_structures) {
+    constexpr std::size_t column = 12;
+    std::string help = "Methods:";
+    for (const survey::MethodRow& row : survey::all_methods()) {
+        if (!row.closes) continue;
+        std::string name = row.name;
+        name.resize(column, ' ');
+        help.append("\n  ").append(name).append(row.help).append(defaults_of(row, with_structures));
+    }
+    return help;
+}
+
+survey::Plan plan_of(const MethodOptions& given, survey::Method method) {
+    const std::string name = std::string("method ") + method->name;
+    if (given.seed && !method->random) refuse_usage("--seed: " + name + " is not random");
+    if (given.scale && !method->takes_scale()) refuse_usage("--scale: " + name + " takes none");
+    if (given.scale && !(*given.scale > survey::scales_above && *given.scale <= survey::largest_scale))
+        refuse_usage("--scale must be above 1, up to 1000000");
+    survey::Plan plan;
+    plan.method = method;
+    plan.closures = method->default_closures;
+    plan.scale = given.scale.value_or(method->default_scale);
+    plan.seed = given.seed.value_or(0);
+    return plan;
+}
+
+} // namespace loopwise::app
