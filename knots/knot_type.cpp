@@ -46,26 +46,10 @@ const char* beyond_the_table(const KnotSum& candidate) {
 
 } // namespace
 
-KnotType KnotType::named(std::vector<KnotSum> candidates, bool proven) {
-    return {.status = KnotStatus::named, .proven = proven, .candidates = std::move(candidates)};
-}
-
 KnotType KnotType::apart(KnotType one, KnotType other) {
     const bool proven = one.proven && other.proven;
     if (one.is_unknot() && other.is_unknot()) return named({unlink}, proven);
     return {.status = KnotStatus::apart, .proven = proven, .loops = {std::move(one), std::move(other)}};
-}
-
-KnotType KnotType::unknown(Laurent jones) {
-    return {.status = KnotStatus::unknown, .jones = std::move(jones)};
-}
-
-KnotType KnotType::too_complex(int crossings) {
-    return {.status = KnotStatus::too_complex, .crossings = crossings};
-}
-
-KnotType KnotType::no_polygon(PolygonFault fault) {
-    return {.status = KnotStatus::no_polygon, .fault = fault};
 }
 
 bool KnotType::operator==(const KnotType& other) const = default;
@@ -110,18 +94,5 @@ std::vector<std::string> names_of(const KnotType& type) {
 } // namespace loopwise::knots
 
 std::size_t std::hash<loopwise::knots::KnotType>::operator()(const loopwise::knots::KnotType& type) const {
-    std::size_t result = 0;
-    const auto add = [&result](auto number) {
-        result = (result ^ static_cast<std::size_t>(number)) * 0x9E3779B97F4A7C15U;
-        result ^= result >> 29;
-    };
-    for (const int number : {static_cast<int>(type.status), int{type.proven}, type.crossings,
-                             static_cast<int>(type.fault), type.jones.twice_lowest})
-        add(number);
-    for (const std::int64_t coefficient : type.jones.coefficients) add(coefficient);
-    for (const auto& sum : type.candidates)
-        for (const auto& prime : sum)
-            add(((prime.crossings * 64 + prime.number) * 4 + static_cast<int>(prime.hand)) * 4 + prime.loops);
-    for (const auto& loop : type.loops) add((*this)(loop));
-    return result;
+    return std::hash<std::string>()(text(type));
 }

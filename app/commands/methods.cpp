@@ -15,21 +15,17 @@ std::string refusal(const std::string& name) {
     }
 }
 
-std::string default_scales() {
-    std::string scales;
-    for (const survey::MethodRow& row : survey::all_methods())
-        if (row.takes_scale())
-            scales.append(scales.empty() ? "" : ", ") += scale_text(row.default_scale) + " for " + row.name;
-    return scales;
-}
-
 /// What the help adds to a method's line.
 std::string defaults_of(const survey::MethodRow& row, bool with_structures) {
     const auto is = [&](survey::Method method) { return method->name == std::string_view(row.name); };
-    if (is(survey::Method::standard())) return " (default)";
-    if (!with_structures || !row.random) return "";
-    return std::string(" (--structure: ") + (is(survey::Method::standard(true)) ? "default, " : "") +
-           "up to " + std::to_string(row.most_components) + " chains)";
+    std::string words;
+    const auto add = [&](const std::string& more) { words.append(words.empty() ? " (" : "; ").append(more); };
+    if (is(survey::Method::standard())) add("default");
+    if (row.takes_scale()) add("--scale " + scale_text(row.default_scale));
+    if (with_structures && row.random)
+        add(std::string("--structure: ") + (is(survey::Method::standard(true)) ? "default, " : "") +
+            "up to " + std::to_string(row.most_components) + " chains");
+    return words.empty() ? "" : words + ')';
 }
 
 } // namespace
@@ -38,8 +34,7 @@ void declare_method(CLI::App& app, MethodOptions& into, const char* default_seed
     app.add_option("--method", into.method, "How to close, see below")
         ->check(CLI::Validator([](const std::string& name) { return refusal(name); }, ""))
         ->option_text("METHOD");
-    app.add_option("--scale", into.scale, "How far out (default: " + default_scales() + ")")
-        ->option_text("X");
+    app.add_option("--scale", into.scale, "How far out (default: see below)")->option_text("X");
     app.add_option("--seed", into.seed,
                    std::string("Seed of a random method (default: ") + default_seed + ")")
         ->check(not_negative())

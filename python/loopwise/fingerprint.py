@@ -21,12 +21,28 @@ if TYPE_CHECKING:
     from matplotlib.figure import Figure
 
 
-@dataclasses.dataclass(frozen=True)
-class Place:
-    """A place where a knot is. Stretches are positions of their first and last bead, both included."""
+@dataclasses.dataclass(frozen=True, repr=False)
+class _Named:
+    """What has a knot."""
 
     type: KnotType
     """The knot as a value."""
+
+    @property
+    def knot(self) -> str:
+        """The knot in words."""
+        return str(self.type)
+
+    @property
+    def proven(self) -> bool:
+        """Whether the knot is proven."""
+        return self.type.proven
+
+
+@dataclasses.dataclass(frozen=True)
+class Place(_Named):
+    """A place where a knot is. Stretches are positions of their first and last bead, both included."""
+
     share: float
     """Of the closures of the whole chain."""
     greatest_share: float
@@ -40,20 +56,9 @@ class Place:
     slipknot: bool
     """Whether the chain, or a stretch around the knot, is clearly something else."""
 
-    @property
-    def knot(self) -> str:
-        """The knot in words."""
-        return str(self.type)
-
-    @property
-    def proven(self) -> bool:
-        """Whether the knot is proven."""
-        return self.type.proven
-
-
 @dataclasses.dataclass(frozen=True, repr=False)
-class Fingerprint:
-    """What :func:`fingerprint` found."""
+class Fingerprint(_Named):
+    """What :func:`fingerprint` found; its knot is that of the whole chain."""
 
     chain: Chain
     closures: int
@@ -62,8 +67,6 @@ class Fingerprint:
     """Of the grid, in beads; 1 where every stretch was closed."""
     stretches: int
     """How many were closed."""
-    type: KnotType
-    """Of the whole chain, as a value."""
     share: float
     """Its share of the whole chain's closures."""
     depth: tuple[int, int] | None
@@ -82,16 +85,6 @@ class Fingerprint:
     """(n, n): the closures that gave it."""
     tested: NDArray[np.bool_]
     """(n, n): whether the stretch was closed or is too short for a knot; others are as those around them, which agree, or as the nearest where a border was not followed."""
-
-    @property
-    def knot(self) -> str:
-        """The knot of the whole chain in words."""
-        return str(self.type)
-
-    @property
-    def proven(self) -> bool:
-        """Whether it is proven."""
-        return self.type.proven
 
     @property
     def names(self) -> list[str]:
