@@ -42,44 +42,18 @@ std::map<double, std::int64_t> value_of(const knots::Laurent& polynomial) {
 
 std::int64_t value_of(std::int64_t number) { return number; }
 
-// A type as plain values, so that it can be pickled.
-
-py::tuple tuple_of(const knots::KnotType& type) {
-    py::list candidates, loops;
-    for (const knots::KnotSum& sum : type.candidates) {
-        py::list factors;
-        for (const knots::PrimeKnot& prime : sum)
-            factors.append(
-                py::make_tuple(prime.crossings, prime.number, static_cast<int>(prime.hand), prime.loops));
-        candidates.append(factors);
-    }
-    for (const knots::KnotType& loop : type.loops) loops.append(tuple_of(loop));
-    return py::make_tuple(static_cast<int>(type.status), type.proven, candidates, loops,
-                          type.jones.twice_lowest, type.jones.coefficients, type.crossings,
-                          static_cast<int>(type.fault));
-}
-
-knots::KnotType type_of(const py::tuple& state) {
-    knots::KnotType type;
-    type.status = static_cast<knots::KnotStatus>(state[0].cast<int>());
-    type.proven = state[1].cast<bool>();
-    for (const py::handle sum : state[2]) {
-        knots::KnotSum& factors = type.candidates.emplace_back();
-        for (const py::handle prime : sum) {
-            const auto [crossings, number, hand, loops] = prime.cast<std::tuple<int, int, int, int>>();
-            factors.push_back({crossings, number, static_cast<knots::Hand>(hand), loops});
-        }
-    }
-    for (const py::handle loop : state[3]) type.loops.push_back(type_of(loop.cast<py::tuple>()));
-    type.jones = {state[4].cast<int>(), state[5].cast<std::vector<std::int64_t>>()};
-    type.crossings = state[6].cast<int>();
-    type.fault = static_cast<knots::PolygonFault>(state[7].cast<int>());
-    return type;
-}
-
 std::string text_of(const knots::KnotType& type) { return text(type); }
 
 void bind_knot_type(py::module_& module) {
+    py::class_<knots::PrimeKnot>(module, "PrimeKnot")
+        .def(py::pickle(
+            [](const knots::PrimeKnot& k) {
+                return py::make_tuple(k.crossings, k.number, static_cast<int>(k.hand), k.loops);
+            },
+            [](const py::tuple& state) {
+                const auto [crossings, number, hand, loops] = state.cast<std::tuple<int, int, int, int>>();
+                return knots::PrimeKnot{crossings, number, static_cast<knots::Hand>(hand), loops};
+            }));
     py::class_<knots::KnotType>(module, "KnotType",
                                 "What a polygon, or a link of two, is: a value to compare and to count.")
         .def_property_readonly("names", knots::names_of, "Every knot of the table that it can be.")
@@ -95,8 +69,25 @@ void bind_knot_type(py::module_& module) {
             "__eq__", [](const knots::KnotType& a, const knots::KnotType& b) { return a == b; },
             py::is_operator())
         .def("__hash__", [](const knots::KnotType& type) { return std::hash<knots::KnotType>()(type); })
-        .def(py::pickle([](const knots::KnotType& type) { return tuple_of(type); },
-                        [](const py::tuple& state) { return type_of(state); }));
+        .def(py::pickle(
+            [](const knots::KnotType& k) {
+                return py::make_tuple(static_cast<int>(k.status), k.proven, k.candidates, k.loops,
+                                      k.jones.twice_lowest, k.jones.coefficients, k.crossings,
+                                      static_cast<int>(k.fault));
+            },
+            [](const py::tuple& state) {
+                const auto [status, proven, candidates, loops, lowest, coefficients, crossings, fault] =
+                    state
+                        .cast<std::tuple<int, bool, std::vector<knots::KnotSum>, std::vector<knots::KnotType>,
+                                         int, std::vector<std::int64_t>, int, int>>();
+                return knots::KnotType{static_cast<knots::KnotStatus>(status),
+                                       proven,
+                                       candidates,
+                                       loops,
+                                       {lowest, coefficients},
+                                       crossings,
+                                       static_cast<knots::PolygonFault>(fault)};
+            }));
 }
 
 /// A knot, or the link of two polygons.

@@ -71,22 +71,20 @@ py::list close_structure(const py::sequence& components, const std::string& name
     return arrays_of(closed(std::move(structure), closing, name));
 }
 
-/// The table of methods, for the package.
-py::list methods() {
-    py::list table;
-    for (const survey::MethodRow& row : survey::all_methods()) {
-        py::dict method;
-        method["name"] = row.name;
-        method["random"] = row.random;
-        method["closes"] = row.closes;
-        method["takes_direction"] = row.takes_direction;
-        method["default_closures"] = row.default_closures;
-        method["most_closures"] = row.most_closures;
-        method["default_scale"] = row.default_scale;
-        method["most_components"] = row.most_components;
-        table.append(method);
-    }
-    return table;
+void bind_methods(py::module_& module) {
+    using Row = survey::MethodRow;
+    py::class_<Row>(module, "Method")
+        .def_readonly("name", &Row::name)
+        .def_readonly("random", &Row::random)
+        .def_readonly("closes", &Row::closes)
+        .def_readonly("takes_direction", &Row::takes_direction)
+        .def_readonly("default_closures", &Row::default_closures)
+        .def_readonly("most_closures", &Row::most_closures)
+        .def_readonly("default_scale", &Row::default_scale)
+        .def_readonly("most_components", &Row::most_components);
+    module.attr("methods") = std::vector<Row>(survey::all_methods().begin(), survey::all_methods().end());
+    module.attr("scale_limits") = py::make_tuple(survey::scales_above, survey::largest_scale);
+    module.def("standard_method", [](bool together) { return survey::Method::standard(together)->name; });
 }
 
 /// Positions instead of identifiers. A loop stored with its first atom repeated at its end, which the reduction knows
@@ -199,9 +197,7 @@ void bind_predicates(py::module_& module) {
 void bind_operations(py::module_& module) {
     bind_measures(module);
     bind_predicates(module);
-    module.def("methods", methods);
-    module.def("standard_method", [](bool together) { return survey::Method::standard(together)->name; });
-    module.attr("scale_limits") = py::make_tuple(survey::scales_above, survey::largest_scale);
+    bind_methods(module);
     module.def("close", close_chain);
     module.def("close_together", close_structure);
     module.def("arc", [](const Doubles& start, const Doubles& end, const Doubles& centre, double radius,

@@ -24,6 +24,7 @@ constexpr unsigned most_threads = 1024;
 
 constexpr const char* footer =
     R"(
+
 A random method is repeated --count times. --scale says how far out the closure goes: in radii of the chain,
 or in diameters of the structure. --seed repeats a run whose seed was reported. A chain that stores its first
 bead again at its end is a ring and is reduced as it is; --closed takes every chain for a ring.

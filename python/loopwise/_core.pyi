@@ -58,7 +58,18 @@ class KnotType:
 
 scale_limits: tuple[float, float]
 
-def methods() -> list[dict[str, Any]]: ...
+class Method:
+    name: str
+    random: bool
+    closes: bool
+    takes_direction: bool
+    default_closures: int
+    most_closures: int
+    default_scale: float
+    most_components: int
+
+methods: list[Method]
+
 def standard_method(together: bool) -> str: ...
 def close(
     xyz: _Xyz, ids: _Optional_ids, method: str, direction: int | None, scale: float, seed: int, closure: int

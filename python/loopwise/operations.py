@@ -12,7 +12,7 @@ from numpy.typing import ArrayLike, NDArray
 from . import _core
 from .chain import Chain, ChainLike, Coordinates, Positions, arrays_of, as_chain, is_structure, structure_of
 
-methods: dict[str, dict[str, Any]] = {row["name"].replace("-", "_"): row for row in _core.methods()}
+methods = {method.name.replace("-", "_"): method for method in _core.methods}
 """The table of methods, by names with underscores."""
 
 
@@ -21,17 +21,17 @@ def method_named(method: str | None, together: bool, rings: bool = False) -> str
     name = _core.standard_method(together) if method is None else method
     if isinstance(name, str):
         name = name.replace("-", "_")
-    known = [name for name, row in methods.items() if row["closes"] or rings]
+    known = [name for name, row in methods.items() if row.closes or rings]
     if name not in known:
         raise ValueError(f"unknown method {method!r}; choose from {', '.join(known)}")
-    if together and not methods[name]["most_components"]:
+    if together and not methods[name].most_components:
         raise ValueError(f"method {name!r} closes single chains: use {_core.standard_method(True)!r} for several")
     return name
 
 
 def scale_for(method: str, scale: float | None) -> float:
     """The scale, or the method's own; 0 for a method that takes none."""
-    default: float = methods[method]["default_scale"]
+    default = methods[method].default_scale
     if scale is None:
         return default
     if not default:
@@ -119,7 +119,7 @@ def close(
         new = _core.close_together([(c._xyz, c.ids) for c in old], name.replace("_", "-"), scale, seed, closure)
         return [_appended(c, *arrays) for c, arrays in zip(old, new)]
     if direction is not None:
-        if not methods[name]["takes_direction"]:
+        if not methods[name].takes_direction:
             raise ValueError(f"method {name!r} takes no direction")
         within("direction", direction, 0, 399)
     one = as_chain(chain)

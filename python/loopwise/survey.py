@@ -323,8 +323,8 @@ def _survey(chains: list[Chain], plan: dict[str, Any], found: dict[str, Any]) ->
         components=[_component(chain, one) for chain, one in zip(chains, found["components"])],
         method=method,
         closures=found["closures"],
-        scale=plan["scale"] if methods[method]["default_scale"] else None,
-        seed=plan["seed"] if methods[method]["random"] else None,
+        scale=plan["scale"] if methods[method].default_scale else None,
+        seed=plan["seed"] if methods[method].random else None,
         counted=found["counted"],
         failed=found["failed"],
         left=found["left"],
@@ -355,8 +355,8 @@ def _plan(
     name = method_named(method, together, rings=True)
     row = methods[name]
     return {
-        "method": row["name"],
-        "closures": within("closures", row["default_closures"] if closures is None else closures, 1, row["most_closures"]),
+        "method": row.name,
+        "closures": within("closures", row.default_closures if closures is None else closures, 1, row.most_closures),
         "scale": scale_for(name, scale),
         "seed": within("seed", seed, 0, 2**64 - 1),
         "threads": threads_for(threads),
