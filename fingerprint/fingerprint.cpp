@@ -104,7 +104,10 @@ const survey::KnotCount& most_frequent(const Counts& counts) {
 }
 
 /// Loops without a name are counted together.
-knots::KnotType counted_as(const knots::KnotType& knot) { return knot.has_name() ? knot : knots::KnotType{}; }
+const knots::KnotType& counted_as(const knots::KnotType& knot) {
+    static const knots::KnotType unnamed;
+    return knot.has_name() ? knot : unnamed;
+}
 
 /// Whether a stretch of the block could be a core instead of the last of these: it is no longer and meets none
 /// before it.
