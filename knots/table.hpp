@@ -9,10 +9,10 @@
 
 namespace loopwise::knots {
 
-/// Every knot that can be drawn with so few crossings is in the table or a sum of knots in it.
+/// Every knot with a diagram of at most nine crossings is in the table or a sum of knots in it.
 constexpr int table_crossings = 9;
-/// Every link of two loops that can be drawn with so few crossings is in the table of links (links.cpp), is a sum of a
-/// Hopf link and a trefoil, or falls apart; and the polynomials of these differ.
+/// Every link of two loops with a diagram of at most five crossings is in the table of links (links.cpp), is a sum of a
+/// Hopf link and a trefoil, or comes apart; and the polynomials of these differ.
 constexpr int table_link_crossings = 5;
 
 /// Values of both polynomials at one place modulo a prime. The values of a sum are the products of its factors'.
