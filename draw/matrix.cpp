@@ -123,10 +123,9 @@ std::string axes(const fingerprint::ChainFingerprint& of) {
     std::string svg = line({plot_left, plot_bottom}, {plot_right, plot_bottom}, thin) +
                       line({plot_left, plot_bottom}, {plot_left, plot_top}, thin);
     for (std::size_t bead = 0; bead < beads; ++bead) {
-        const std::string& label = of.labels[bead];
-        int residue = 0;
-        const auto [end, error] = std::from_chars(label.data(), label.data() + label.size(), residue);
-        if (error != std::errc() || end != label.data() + label.size() || residue % distance != 0) continue;
+        const polymer::ResidueId& residue = of.residues[bead];
+        if (!residue.is_number() || *residue.number() % distance != 0) continue;
+        const std::string label = residue.text();
         const double x = 0.5 * (frame.across(bead) + frame.across(bead + 1));
         const double y = 0.5 * (frame.up(bead) + frame.up(bead + 1));
         svg += line({x, plot_bottom}, {x, plot_bottom + 6.0}, thin) +
@@ -168,7 +167,8 @@ std::string cores(const fingerprint::ChainFingerprint& of, const std::vector<fin
                         0.5 * (frame.up(place.core->last) + frame.up(place.core->last + 1))};
         svg += labels.beside(spot, 9.0,
                              shortened(place.knot) + (place.slipknot ? " slipknot " : " core ") +
-                                 of.labels[place.core->first] + "-" + of.labels[place.core->last],
+                                 of.residues[place.core->first].text() + "-" +
+                                 of.residues[place.core->last].text(),
                              17.0,
                              "font-weight=\"600\" fill=\"" + std::string(ink) +
                                  "\" stroke=\"#ffffff\" stroke-width=\"4\" stroke-linejoin=\"round\" "

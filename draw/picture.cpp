@@ -197,10 +197,11 @@ std::string bar_of_one(const survey::Result& result) {
     constexpr int ticks = 4;
     std::string svg = words({bar_left - 45.0, legend_top - 2.0}, noun(result), small_text) +
                       colour_bar(0, 1, bar_left, bar_width);
-    const std::vector<std::string>& labels = result.components.front().labels;
+    const std::vector<polymer::ResidueId>& residues = result.components.front().residues;
     for (int i = 0; i <= ticks; ++i) {
-        const std::size_t atom = (labels.size() - 1) * static_cast<std::size_t>(i) / ticks;
-        svg += words({bar_left + bar_width * i / ticks, legend_top + 18.0}, labels[atom], small_text);
+        const std::size_t atom = (residues.size() - 1) * static_cast<std::size_t>(i) / ticks;
+        svg +=
+            words({bar_left + bar_width * i / ticks, legend_top + 18.0}, residues[atom].text(), small_text);
     }
     return svg;
 }
@@ -277,7 +278,7 @@ double strand_width(const Camera& camera) {
 /// What a picture shows of a chain that nothing was done with.
 survey::Result result_of(const polymer::NamedChain& chain, survey::Method method) {
     survey::ComponentTally tally;
-    tally.labels = chain.labels;
+    tally.residues = chain.residues;
     tally.bonds = polymer::bonds_of(chain);
     tally.kind = chain.kind;
     survey::Result result;
@@ -323,8 +324,7 @@ std::string picture(const polymer::NamedChain& given) {
     const survey::Result result = result_of(chain, ring ? survey::Method::ring : survey::Method::directions);
     const Ends joined_by = ring ? Ends::bond : Ends::nothing;
     std::vector<survey::Loop> loops{{chain.beads, chain.beads.size()}};
-    std::int32_t position = 0;
-    for (ChainAtom& bead : loops.front().beads) bead.id = position++;
+    polymer::number_by_position(loops.front().beads);
 
     const int view = clearest_view(loops, result, joined_by);
     const Drawing drawing = drawing_of(loops, result, view, joined_by);

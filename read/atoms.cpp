@@ -37,7 +37,7 @@ struct Group {
     Atoms atoms;
 };
 
-std::string title_of(const FileAtom& atom) { return atom.residue_name + " " + atom.residue; }
+std::string title_of(const FileAtom& atom) { return atom.residue_name + " " + atom.residue.text(); }
 
 bool is_bead(const FileAtom& atom, const Selection& selection) {
     return atom.name == atom_name(selection.atom);
@@ -195,9 +195,8 @@ class Assembly {
     }
 
     static void add(const FileAtom& bead, polymer::NamedChain& chain) {
-        const auto position = static_cast<std::int32_t>(chain.beads.size());
-        chain.beads.push_back({bead.place.x, bead.place.y, bead.place.z, position});
-        chain.labels.push_back(bead.residue);
+        chain.beads.push_back({bead.place.x, bead.place.y, bead.place.z, 0});
+        chain.residues.push_back(bead.residue);
     }
 
     void note_ligands(const std::string& chain, const std::vector<Residue>& residues) {

@@ -23,8 +23,9 @@ struct FileAtom {
     enum class Polymer { unknown, yes, no };
 
     std::string model, chain;
-    std::string part;                  ///< what tells molecules of one chain name apart
-    std::string residue_name, residue; ///< name; number with its insertion letter
+    std::string part; ///< what tells molecules of one chain name apart
+    std::string residue_name;
+    polymer::ResidueId residue;
     std::string name, location;
     double occupancy = 1.0;
     PointR3 place{};

@@ -1,6 +1,6 @@
 #include "read/mmcif.hpp"
 
-#include "read/number.hpp"
+#include "read/fields.hpp"
 #include "read/refusal.hpp"
 
 #include <gemmi/cif.hpp>
@@ -62,7 +62,7 @@ double coordinate(cif::Table::Row& row, Column column, const FileAtom& atom) {
     const auto value = number_at(row, column);
     if (!value)
         refuse("has " + shown(text_at(row, column)) + " for a coordinate of atom " + atom.name +
-               " of residue " + atom.residue_name + " " + atom.residue);
+               " of residue " + atom.residue_name + " " + atom.residue.text());
     return *value;
 }
 
@@ -71,7 +71,7 @@ double occupancy_of(cif::Table::Row& row, const FileAtom& atom) {
     const auto value = number_at(row, occupancy);
     if (!value && !atom.location.empty())
         refuse("has " + shown(text_at(row, occupancy)) + " for the occupancy of a location of residue " +
-               atom.residue_name + " " + atom.residue);
+               atom.residue_name + " " + atom.residue.text());
     return value.value_or(1.0);
 }
 
@@ -89,7 +89,7 @@ FileAtom atom_of(cif::Table::Row& row, const std::string& atom_name, bool tells_
     atom.chain = either(row, author_chain, chain);
     atom.part = text_at(row, chain);
     atom.residue_name = either(row, author_residue_name, residue_name);
-    atom.residue = either(row, author_residue, residue) + text_at(row, insertion);
+    atom.residue = polymer::ResidueId::parse(either(row, author_residue, residue) + text_at(row, insertion));
     atom.location = text_at(row, location);
     atom.hetero = text_at(row, group) == "HETATM";
     atom.polymer = polymer_of(row, tells_polymers);

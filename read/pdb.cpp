@@ -1,6 +1,6 @@
 #include "read/pdb.hpp"
 
-#include "read/number.hpp"
+#include "read/fields.hpp"
 #include "read/refusal.hpp"
 
 #include <algorithm>
@@ -90,7 +90,8 @@ class PdbReader {
         atom.chain = chain_;
         atom.part = std::to_string(parts_of_chain(chain_));
         atom.residue_name = field(line, 18, 20);
-        atom.residue = plain_number(trimmed(columns(line, 23, 26)), number_) + field(line, 27, 27);
+        atom.residue = polymer::ResidueId::parse(plain_number(trimmed(columns(line, 23, 26)), number_) +
+                                                 field(line, 27, 27));
         atom.name = name;
         atom.location = field(line, 17, 17);
         atom.occupancy = occupancy(line, atom.location);

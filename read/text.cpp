@@ -1,7 +1,7 @@
 #include "read/text.hpp"
 
 #include "read/bytes.hpp"
-#include "read/number.hpp"
+#include "read/fields.hpp"
 #include "read/refusal.hpp"
 
 #include <algorithm>
@@ -126,12 +126,12 @@ double coordinate(const Line& line, std::string_view field) {
     return *value;
 }
 
-std::string label_of(const Line& line, const Form& form, std::size_t position) {
-    if (form.fields == 3 || form.atom) return std::to_string(position + 1);
+polymer::ResidueId residue_of(const Line& line, const Form& form, std::size_t position) {
+    if (form.fields == 3 || form.atom) return polymer::ResidueId(static_cast<std::int32_t>(position + 1));
     if (!is_whole(line.fields[0]))
         refuse_line(line.number,
                     "has " + shown(line.fields[0]) + " for an id, which is no whole number: " + shapes);
-    return std::string(line.fields[0]);
+    return polymer::ResidueId::parse(line.fields[0]);
 }
 
 void refuse_other_form(const Line& line, const Form& form) {
@@ -146,7 +146,7 @@ void refuse_other_form(const Line& line, const Form& form) {
 /// Three columns of which the first counts the lines are numbers of beads, and the third coordinate is lost.
 void refuse_lost_column(std::span<const Line> lines, const Chain& beads) {
     constexpr std::size_t enough = 4;
-    const auto counts = [](const ChainAtom& bead) { return bead.x == bead.id + 1; };
+    const auto counts = [line = 1.0](const ChainAtom& bead) mutable { return bead.x == line++; };
     if (beads.size() >= enough && std::all_of(beads.begin(), beads.end(), counts))
         refuse_line(lines.front().number,
                     "and all after it have three columns of which the first counts the lines: "
@@ -159,14 +159,14 @@ polymer::NamedChain chain_of(std::span<const Line> lines, const Form& form) {
     for (const Line& line : lines) {
         refuse_other_form(line, form);
         const std::size_t position = chain.beads.size(), x = form.fields - 3;
-        chain.labels.push_back(label_of(line, form, position));
+        chain.residues.push_back(residue_of(line, form, position));
         chain.beads.push_back({coordinate(line, line.fields[x]), coordinate(line, line.fields[x + 1]),
-                               coordinate(line, line.fields[x + 2]), static_cast<std::int32_t>(position)});
+                               coordinate(line, line.fields[x + 2]), 0});
     }
     if (form.fields == 3) refuse_lost_column(lines, chain.beads);
-    const std::set<std::string> different(chain.labels.begin(), chain.labels.end());
-    const bool ring = chain.labels.front() == chain.labels.back();
-    if (different.size() + (ring && chain.labels.size() > 1) < chain.labels.size())
+    const std::set<polymer::ResidueId> different(chain.residues.begin(), chain.residues.end());
+    const bool ring = chain.residues.front() == chain.residues.back();
+    if (different.size() + (ring && chain.residues.size() > 1) < chain.residues.size())
         chain.notes.push_back("ids come more than once: is the first of the four columns an id?");
     return chain;
 }

@@ -49,12 +49,6 @@ closure::Closing close_structure(Structure& structure, const Plan& plan, std::si
     return closure::Closing::too_many_components;
 }
 
-/// Closed beads are numbered by position: a closure numbers what it appends by rules of its own.
-void number_by_position(Chain& chain) {
-    std::int32_t position = 0;
-    for (ChainAtom& bead : chain) bead.id = position++;
-}
-
 void name_knots(const Structure& reduced, knots::KnotNamer& namer, ClosureResult& made) {
     made.knots.resize(reduced.size());
     for (std::size_t i = 0; i < reduced.size(); ++i) made.knots[i] = namer.name(reduced[i]).text();
@@ -87,7 +81,8 @@ void make(Outcome& outcome, const Structure& open, const Plan& plan, std::size_t
                                                    : close_chain(workspace.loops.front(), plan, closure);
     outcome.closed = closing == closure::Closing::closed;
     if (!outcome.closed) return;
-    for (Chain& loop : workspace.loops) number_by_position(loop);
+    // A closure numbers what it appends by rules of its own.
+    for (Chain& loop : workspace.loops) polymer::number_by_position(loop);
     workspace.reduced = workspace.loops;
     if (plan.together)
         reduce::reduce(workspace.reduced, true);
@@ -159,7 +154,7 @@ Result empty_result(const polymer::Molecule& molecule, const Plan& plan) {
         tally.beads = named.beads.size();
         tally.bonds = polymer::bonds_of(named);
         tally.kind = named.kind;
-        tally.labels = named.labels;
+        tally.residues = named.residues;
         tally.notes = named.notes;
         if (!result.components.empty()) result.whole.name += '+';
         result.whole.name += named.name;
@@ -196,8 +191,8 @@ void refuse_impossible(const polymer::Molecule& molecule, const Plan& plan) {
 
 std::string label_of(const Loop& loop, std::size_t bead, const ComponentTally& component) {
     const std::size_t position = loop.position(bead);
-    if (position < component.labels.size()) return component.labels[position];
-    return '+' + std::to_string(position - component.labels.size() + 1);
+    if (position < component.residues.size()) return component.residues[position].text();
+    return '+' + std::to_string(position - component.residues.size() + 1);
 }
 
 std::size_t Result::counted() const {

@@ -2,7 +2,7 @@
 // nothing, reads no file, and leaves the process's generator alone.
 #pragma once
 
-#include "polymer/molecule.hpp"
+#include "polymer/bonds.hpp"
 #include "survey/plan.hpp"
 
 #include <map>
@@ -61,8 +61,8 @@ inline constexpr std::size_t most_linked_chains = 100;
 struct ComponentTally : Tally {
     polymer::Bonds bonds;
     polymer::BeadKind kind = polymer::BeadKind::any;
-    std::vector<std::string> labels; ///< of the beads
-    std::vector<std::string> notes;  ///< about the chain, see NamedChain
+    std::vector<polymer::ResidueId> residues; ///< of the beads
+    std::vector<std::string> notes;           ///< about the chain, see NamedChain
     struct Smallest {
         std::size_t closure = 0;
         Loop loop;
@@ -70,7 +70,7 @@ struct ComponentTally : Tally {
     std::optional<Smallest> smallest; ///< of the loops that kept more than three beads
 };
 
-/// What a bead of a loop is called: the label of a chain's own bead; +1, +2, ... for those that close it.
+/// What a bead of a loop is called: the residue of a chain's own bead; +1, +2, ... for those that close it.
 std::string label_of(const Loop& loop, std::size_t bead, const ComponentTally& component);
 
 struct Result {

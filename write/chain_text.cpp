@@ -27,13 +27,12 @@ std::string padded(const std::string& text, std::size_t width) {
 }
 
 /// Columns 23 to 27.
-std::string residue_columns(const std::string& label) {
-    int number = 0;
-    const auto [rest, error] = std::from_chars(label.data(), label.data() + label.size(), number);
-    const auto left = label.data() + label.size() - rest;
-    if (error != std::errc() || left > 1 || number < lowest_residue || number > highest_residue)
-        refuse("residue " + label);
-    return padded(std::to_string(number), 4) + (left == 1 ? *rest : ' ');
+std::string residue_columns(const polymer::ResidueId& residue) {
+    const std::string insertion = residue.suffix();
+    if (!residue.number() || *residue.number() < lowest_residue || *residue.number() > highest_residue ||
+        insertion.size() > 1)
+        refuse("residue " + residue.text());
+    return padded(std::to_string(*residue.number()), 4) + (insertion.empty() ? " " : insertion);
 }
 
 /// In thousandths, so that no locale has a say in the point.
@@ -70,7 +69,7 @@ std::string pdb_text(const polymer::NamedChain& chain, bool loop) {
     for (std::size_t i = 0; i < count; ++i) {
         const ChainAtom& bead = chain.beads[i];
         text.append("ATOM  ").append(padded(std::to_string(i + 1), 5)).append("  CA  UNK ").append(1, name);
-        text.append(residue_columns(chain.labels[i])).append("   ");
+        text.append(residue_columns(chain.residues[i])).append("   ");
         for (const double value : {bead.x, bead.y, bead.z}) text += coordinate_columns(value);
         text += "  1.00  0.00           C\n";
     }

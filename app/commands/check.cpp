@@ -25,8 +25,8 @@ bool check(const std::string& label, const polymer::NamedChain& chain) {
     for (const std::string& note : chain.notes) std::cout << "  note: " << note << '\n';
     for (const auto& [list, what] : {std::pair{&bonds.gaps, "gap"}, {&bonds.close, "short"}})
         for (const polymer::OddBond& bond : *list) {
-            std::cout << "  " << what << ": " << chain.labels[bond.bead] << " to "
-                      << chain.labels[bond.bead + 1] << ", " << scale_text(bond.length);
+            std::cout << "  " << what << ": " << chain.residues[bond.bead].text() << " to "
+                      << chain.residues[bond.bead + 1].text() << ", " << scale_text(bond.length);
             if (bond.missing > 0) std::cout << ", " << bond.missing << " missing";
             if (list == &bonds.close && polymer::may_be_cis(bond.length))
                 std::cout << ", as short as a cis peptide";

@@ -3,7 +3,7 @@
 
 #include "app/interruption.hpp"
 #include "app/progress.hpp"
-#include "read/input.hpp"
+#include "read/read.hpp"
 
 #include <fstream>
 #include <functional>

@@ -3,10 +3,9 @@
 #include "app/commands/files.hpp"
 #include "app/report/report.hpp"
 #include "write/chain_text.hpp"
-#include "write/outputs.hpp"
+#include "write/whole_file.hpp"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <filesystem>
 #include <iostream>
@@ -14,28 +13,26 @@
 namespace loopwise::app {
 namespace {
 
-constexpr double longest_end_bond = 4.2; ///< of a C-alpha trace
-
 bool same(const ChainAtom& a, const ChainAtom& b) {
     return a.id == b.id && a.x == b.x && a.y == b.y && a.z == b.z;
 }
 
 /// Beads go away or are appended, those that stay keep their order.
-std::vector<std::string> labels_after(const polymer::NamedChain& before, const Chain& now) {
-    std::vector<std::string> labels;
+std::vector<polymer::ResidueId> residues_after(const polymer::NamedChain& before, const Chain& now) {
+    std::vector<polymer::ResidueId> residues;
     std::size_t i = 0;
     for (const ChainAtom& bead : now) {
         const auto from = before.beads.begin() + static_cast<std::ptrdiff_t>(i);
         const auto found =
             std::find_if(from, before.beads.end(), [&](const ChainAtom& b) { return same(b, bead); });
         if (found == before.beads.end()) {
-            labels.push_back(std::to_string(bead.id));
+            residues.emplace_back(bead.id);
         } else {
             i = static_cast<std::size_t>(found - before.beads.begin());
-            labels.push_back(before.labels[i++]);
+            residues.push_back(before.residues[i++]);
         }
     }
-    return labels;
+    return residues;
 }
 
 polymer::NamedChain only_chain(const ChainArguments& given) {
@@ -66,7 +63,7 @@ void tell_open_ends(const std::string& file, const polymer::NamedChain& chain) {
     const Chain& beads = chain.beads;
     if (beads.size() < 3) return;
     const auto is_bond = [](const ChainAtom& a, const ChainAtom& b) {
-        return std::hypot(a.x - b.x, a.y - b.y, a.z - b.z) < longest_end_bond;
+        return std::hypot(a.x - b.x, a.y - b.y, a.z - b.z) < polymer::longest_trace_bond;
     };
     if (is_bond(beads[beads.size() - 2], beads.back()) && !is_bond(beads.back(), beads.front()))
         std::cerr << "loopwise: " << file
@@ -74,14 +71,11 @@ void tell_open_ends(const std::string& file, const polymer::NamedChain& chain) {
                      ", --open leaves it open\n";
 }
 
-/// A closure numbers what it appends after the beads that are there, so these get the numbers of their labels.
-void number_by_labels(polymer::NamedChain& chain) {
-    for (std::size_t i = 0; i < chain.beads.size(); ++i) {
-        const std::string& label = chain.labels[i];
-        const auto [end, error] =
-            std::from_chars(label.data(), label.data() + label.size(), chain.beads[i].id);
-        if (error != std::errc()) throw std::runtime_error("label " + label + " is no number of 32 bits");
-    }
+/// What is written has the numbers of the residues as identifiers.
+void refuse_unnumbered(const polymer::NamedChain& chain) {
+    for (const polymer::ResidueId& residue : chain.residues)
+        if (!residue.number())
+            throw std::runtime_error("label " + residue.text() + " is no number of 32 bits");
 }
 
 std::string extension_of(const std::string& path) {
@@ -125,10 +119,10 @@ int edit_chain(const ChainArguments& given, const std::function<bool(Chain&)>& e
         polymer::NamedChain before = only_chain(given);
         if (given.tells_gaps) tell_gaps(given.file, before);
         if (given.tells_open_ends) tell_open_ends(given.file, before);
-        number_by_labels(before);
+        refuse_unnumbered(before);
         polymer::NamedChain after{before.name, before.beads, {}, before.kind, {}};
         const bool loop = edit(after.beads);
-        after.labels = labels_after(before, after.beads);
+        after.residues = residues_after(before, after.beads);
         const std::string text =
             is_pdb(given) ? write::pdb_text(after, loop) : write::plain_text(after.beads);
         if (given.output.empty())

@@ -11,9 +11,14 @@ void declare_selecting(CLI::App& app, Selecting& into) {
     app.add_option("--model", into.model, "The model of this number, or all (default: the first)")
         ->option_text("N|all");
     app.add_option("--atom", into.atom, "The atom of a residue to take (default CA)")->option_text("NAME");
-    app.add_option("--first", into.first, "Cut every chain: first residue, such as 82 or 82A")
+    const auto residue = [](std::optional<polymer::ResidueId>& id) {
+        return [&id](const std::string& text) { id = polymer::ResidueId::parse(text); };
+    };
+    app.add_option_function<std::string>("--first", residue(into.first),
+                                         "Cut every chain: first residue, such as 82 or 82A")
         ->option_text("ID");
-    app.add_option("--last", into.last, "Cut every chain: last residue")->option_text("ID");
+    app.add_option_function<std::string>("--last", residue(into.last), "Cut every chain: last residue")
+        ->option_text("ID");
 }
 
 read::Selection selection_of(const Selecting& given) {

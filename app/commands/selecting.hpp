@@ -1,7 +1,8 @@
 // The options that choose what of a file is worked on; most subcommands have them.
 #pragma once
 
-#include "read/input.hpp"
+#include "read/cut.hpp"
+#include "read/read.hpp"
 
 #include <CLI/CLI.hpp>
 
@@ -10,7 +11,7 @@ namespace loopwise::app {
 struct Selecting {
     std::vector<std::string> chains; ///< names, also several with commas between
     std::string model, atom = read::Selection{}.atom;
-    std::optional<std::string> first, last; ///< of the stretch that every chain is cut to
+    std::optional<polymer::ResidueId> first, last; ///< of the subchain that every chain is cut to
 };
 
 void declare_selecting(CLI::App& app, Selecting& into);

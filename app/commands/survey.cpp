@@ -9,8 +9,8 @@
 #include "draw/page/page.hpp"
 #include "draw/picture.hpp"
 #include "read/bytes.hpp"
-#include "read/input.hpp"
-#include "write/outputs.hpp"
+#include "read/read.hpp"
+#include "write/whole_file.hpp"
 
 #include <chrono>
 #include <iostream>

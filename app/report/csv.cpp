@@ -64,7 +64,7 @@ class CsvReport final : public Report {
         out_ << csv_field(result.file) << ',' << csv_field(result.model) << ',' << part << ','
              << csv_field(tally.name) << ',' << tally.beads << ',';
         if (chain != nullptr)
-            out_ << csv_field(gaps_text(chain->bonds, chain->labels, " ")) << ',' << missing_in(chain->bonds);
+            out_ << csv_field(gaps_text(chain->bonds, chain->residues, " ")) << ',' << chain->bonds.missing();
         else
             out_ << ',';
         out_ << ',' << survey::name_of(plan.method) << ',';

@@ -18,8 +18,8 @@ class CsvFingerprints final : public FingerprintReport {
                  << fixed(place.greatest_share, 4) << ',';
             if (place.core) {
                 const auto [before, after] = tails_of(*place.core, of);
-                out_ << csv_field(of.labels[place.core->first]) << ','
-                     << csv_field(of.labels[place.core->last]) << ',' << before << ',' << after;
+                out_ << csv_field(of.residues[place.core->first].text()) << ','
+                     << csv_field(of.residues[place.core->last].text()) << ',' << before << ',' << after;
             } else
                 out_ << ",,,";
             out_ << ',' << (place.slipknot ? "yes" : "no") << ','
@@ -31,7 +31,7 @@ class CsvFingerprints final : public FingerprintReport {
   private:
     static std::string start(const fingerprint::ChainFingerprint& of) {
         return csv_field(of.file) + ',' + csv_field(of.model) + ',' + csv_field(of.chain) + ',' +
-               std::to_string(of.matrix.beads()) + ',' + csv_field(gaps_text(of.bonds, of.labels, " ")) +
+               std::to_string(of.matrix.beads()) + ',' + csv_field(gaps_text(of.bonds, of.residues, " ")) +
                ',' + csv_field(of.knot) + ',' + fixed(of.share, 4);
     }
 
@@ -44,7 +44,7 @@ class CsvFingerprints final : public FingerprintReport {
 std::string matrix_csv(const fingerprint::ChainFingerprint& of) {
     std::string text = "first,last,knot,share\n";
     of.matrix.for_each_tested([&](fingerprint::Subchain s, const fingerprint::FingerprintMatrix::Cell& cell) {
-        text += csv_field(of.labels[s.first]) + ',' + csv_field(of.labels[s.last]) + ',' +
+        text += csv_field(of.residues[s.first].text()) + ',' + csv_field(of.residues[s.last].text()) + ',' +
                 csv_field(of.names[cell.knot]) + ',' + fixed(of.share_of(cell), 4) + '\n';
     });
     return text;

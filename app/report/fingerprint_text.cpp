@@ -30,7 +30,7 @@ class TextFingerprints final : public FingerprintReport {
              << ", "
              << (of.bonds.gaps.empty()
                      ? "no gap"
-                     : counted(of.bonds.gaps.size(), "gap") + ": " + gaps_text(of.bonds, of.labels, ", "))
+                     : counted(of.bonds.gaps.size(), "gap") + ": " + gaps_text(of.bonds, of.residues, ", "))
              << '\n';
         for (const std::string& note : of.notes) out_ << "  note: " << note << '\n';
         out_ << "  whole chain: " << of.knot << " in " << percent(of.share) << " of its closures"
@@ -65,8 +65,9 @@ class TextFingerprints final : public FingerprintReport {
             if (place.core) {
                 const auto [before, after] = tails_of(*place.core, of);
                 out_ << std::left << std::setw(14)
-                     << of.labels[place.core->first] + "-" + of.labels[place.core->last] << std::right
-                     << std::setw(8) << place.core->size() << "  " << before << " and " << after;
+                     << of.residues[place.core->first].text() + "-" + of.residues[place.core->last].text()
+                     << std::right << std::setw(8) << place.core->size() << "  " << before << " and "
+                     << after;
             } else
                 out_ << "none with one half";
             out_ << within(place.core_within) << (place.slipknot ? ", slipknot" : "") << '\n';

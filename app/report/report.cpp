@@ -25,26 +25,21 @@ std::string exact(double value) {
     return {text, std::to_chars(text, text + sizeof text, value).ptr};
 }
 
-std::string bond_text(const polymer::OddBond& bond, const std::vector<std::string>& labels) {
+std::string bond_text(const polymer::OddBond& bond, const std::vector<polymer::ResidueId>& residues) {
     char length[32];
     const auto end =
         std::to_chars(length, length + sizeof length, bond.length, std::chars_format::general, 3).ptr;
-    return labels[bond.bead] + '-' + labels[bond.bead + 1] + " (" + std::string(length, end) +
+    return residues[bond.bead].text() + '-' + residues[bond.bead + 1].text() + " (" +
+           std::string(length, end) +
            (bond.missing > 0 ? ", " + std::to_string(bond.missing) + " missing)" : ")");
 }
 
-std::string gaps_text(const polymer::Bonds& bonds, const std::vector<std::string>& labels,
+std::string gaps_text(const polymer::Bonds& bonds, const std::vector<polymer::ResidueId>& residues,
                       const char* separator) {
     std::string text;
     for (const polymer::OddBond& gap : bonds.gaps)
-        text += (text.empty() ? "" : separator) + bond_text(gap, labels);
+        text += (text.empty() ? "" : separator) + bond_text(gap, residues);
     return text;
-}
-
-std::size_t missing_in(const polymer::Bonds& bonds) {
-    std::size_t missing = 0;
-    for (const polymer::OddBond& gap : bonds.gaps) missing += gap.missing;
-    return missing;
 }
 
 std::string gap_warning(const polymer::Bonds& bonds) {
@@ -52,7 +47,7 @@ std::string gap_warning(const polymer::Bonds& bonds) {
         return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
     };
     if (bonds.gaps.empty()) return "";
-    const std::size_t missing = missing_in(bonds);
+    const std::size_t missing = bonds.missing();
     return "with " + counted(bonds.gaps.size(), "gap") + " crossed by a straight line" +
            (missing > 0 ? ", " + counted(missing, "residue") + " missing" : "") +
            ": what is missing could turn this round";

@@ -36,14 +36,11 @@ std::string scale_text(double scale);
 std::string exact(double value);
 
 /// The two beads of a bond and its length: 52-53 (3.01).
-std::string bond_text(const polymer::OddBond& bond, const std::vector<std::string>& labels);
+std::string bond_text(const polymer::OddBond& bond, const std::vector<polymer::ResidueId>& residues);
 
 /// The gaps of a chain, each as bond_text() with what is missing.
-std::string gaps_text(const polymer::Bonds& bonds, const std::vector<std::string>& labels,
+std::string gaps_text(const polymer::Bonds& bonds, const std::vector<polymer::ResidueId>& residues,
                       const char* separator);
-
-/// All residues that the gaps leave out, as far as the numbers tell.
-std::size_t missing_in(const polymer::Bonds& bonds);
 
 /// What a verdict rests on, where part of the chain is not there; empty for a chain without gaps.
 std::string gap_warning(const polymer::Bonds& bonds);

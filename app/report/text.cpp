@@ -71,7 +71,7 @@ class TextReport final : public Report {
         out_ << ": " << tally.beads << (tally.beads == 1 ? " bead, " : " beads, ")
              << (gaps == 0 ? "no gap" : counted(gaps, "gap")) << '\n';
         if (gaps > 0)
-            out_ << "  " << (gaps == 1 ? "gap: " : "gaps: ") << gaps_text(tally.bonds, tally.labels, ", ")
+            out_ << "  " << (gaps == 1 ? "gap: " : "gaps: ") << gaps_text(tally.bonds, tally.residues, ", ")
                  << '\n';
         introduce_short_bonds(tally, true);
         introduce_short_bonds(tally, false);
@@ -81,7 +81,7 @@ class TextReport final : public Report {
         std::string text;
         for (const polymer::OddBond& bond : tally.bonds.close)
             if (polymer::may_be_cis(bond.length) == cis)
-                text += (text.empty() ? "" : ", ") + bond_text(bond, tally.labels);
+                text += (text.empty() ? "" : ", ") + bond_text(bond, tally.residues);
         if (!text.empty())
             out_ << (cis ? "  short as a cis peptide: " : "  too short for a bond: ") << text << '\n';
     }

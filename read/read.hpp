@@ -3,8 +3,6 @@
 
 #include "read/atoms.hpp"
 
-#include <optional>
-
 namespace loopwise::read {
 
 /// What is read of a file: PDB, mmCIF or chain text, by its name or else its content, gzipped or not; the
@@ -19,11 +17,6 @@ std::vector<polymer::Molecule> molecules_in(const std::string& path, std::string
 
 /// Beyond it nothing of the field is, and a bond of a few units would be lost in rounding.
 inline constexpr double largest_coordinate = 1e9;
-
-/// Cuts the chain to the stretch between two labels, each included, in either order; a number that no bead
-/// has stands for the nearest one inside. Throws std::runtime_error when the chain lacks them.
-void cut(polymer::NamedChain& chain, const std::optional<std::string>& first,
-         const std::optional<std::string>& last);
 
 /// The kinds of files that read_molecules() takes.
 const char* readable_formats();

@@ -1,4 +1,4 @@
-#include "write/outputs.hpp"
+#include "write/whole_file.hpp"
 
 #include "read/bytes.hpp"
 
