@@ -2,6 +2,7 @@
 
 #include "draw/canvas.hpp"
 #include "draw/palette.hpp"
+#include "words/residues.hpp"
 
 #include <algorithm>
 #include <charconv>
@@ -167,8 +168,7 @@ std::string cores(const fingerprint::ChainFingerprint& of, const std::vector<fin
                         0.5 * (frame.up(place.core->last) + frame.up(place.core->last + 1))};
         svg += labels.beside(spot, 9.0,
                              shortened(place.knot) + (place.slipknot ? " slipknot " : " core ") +
-                                 of.residues[place.core->first].text() + "-" +
-                                 of.residues[place.core->last].text(),
+                                 words::range(of.residues[place.core->first], of.residues[place.core->last]),
                              17.0,
                              "font-weight=\"600\" fill=\"" + std::string(ink) +
                                  "\" stroke=\"#ffffff\" stroke-width=\"4\" stroke-linejoin=\"round\" "

@@ -4,6 +4,7 @@
 #include "draw/drawing.hpp"
 #include "draw/palette.hpp"
 #include "draw/strands.hpp"
+#include "words/numbers.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -11,6 +12,8 @@
 
 namespace loopwise::draw {
 namespace {
+
+using words::counted;
 
 constexpr double page_width = 1400.0, page_height = 800.0, panel_top = 122.0;
 constexpr double left_panel = 25.0, right_panel = page_width - left_panel - panel_width;
@@ -114,10 +117,6 @@ std::string panel(double left, const std::string& heading, const std::string& co
            "<rect x=\"" + number(left) + "\" y=\"" + number(panel_top) + "\" " + size +
            " rx=\"10\" fill=\"none\" stroke=\"#dddddd\"/>\n<svg x=\"" + number(left) + "\" y=\"" +
            number(panel_top) + "\" " + size + ">\n" + content + "</svg>\n";
-}
-
-std::string counted(std::size_t count, const std::string& what) {
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
 }
 
 /// What the beads are called.

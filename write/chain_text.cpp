@@ -1,9 +1,8 @@
 #include "write/chain_text.hpp"
 
+#include "words/numbers.hpp"
+
 #include <algorithm>
-#include <array>
-#include <charconv>
-#include <cmath>
 #include <stdexcept>
 
 namespace loopwise::write {
@@ -15,11 +14,6 @@ constexpr double lowest_coordinate = -999.999, highest_coordinate = 9999.999;
 
 [[noreturn]] void refuse(const std::string& what) {
     throw std::runtime_error(what + " does not fit a PDB file; chain text takes it");
-}
-
-std::string shortest(double value) {
-    std::array<char, 32> digits;
-    return {digits.data(), std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr};
 }
 
 std::string padded(const std::string& text, std::size_t width) {
@@ -35,13 +29,10 @@ std::string residue_columns(const polymer::ResidueId& residue) {
     return padded(std::to_string(*residue.number()), 4) + (insertion.empty() ? " " : insertion);
 }
 
-/// In thousandths, so that no locale has a say in the point.
 std::string coordinate_columns(double value) {
-    if (!(value >= lowest_coordinate && value <= highest_coordinate)) refuse("coordinate " + shortest(value));
-    std::array<char, 32> digits;
-    const auto end =
-        std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed, 3).ptr;
-    return padded({digits.data(), end}, 8);
+    if (!(value >= lowest_coordinate && value <= highest_coordinate))
+        refuse("coordinate " + words::exact(value));
+    return padded(words::fixed(value, 3), 8);
 }
 
 std::string bond(std::size_t from, std::size_t to) {
@@ -54,7 +45,7 @@ std::string plain_text(const Chain& chain) {
     std::string text;
     for (const ChainAtom& bead : chain) {
         text += std::to_string(bead.id);
-        for (const double value : {bead.x, bead.y, bead.z}) text.append(1, ' ').append(shortest(value));
+        for (const double value : {bead.x, bead.y, bead.z}) text.append(1, ' ').append(words::exact(value));
         text += '\n';
     }
     return text;

@@ -11,9 +11,12 @@
 
 namespace loopwise::app {
 
+std::string label_of(const polymer::Molecule& molecule) {
+    return molecule.file + (molecule.model.empty() ? "" : ", model " + molecule.model);
+}
+
 std::string label_of(const polymer::Molecule& molecule, const polymer::NamedChain& chain) {
-    return molecule.file + (molecule.model.empty() ? "" : ", model " + molecule.model) +
-           (chain.name.empty() ? "" : ": chain " + chain.name);
+    return label_of(molecule) + (chain.name.empty() ? "" : ": chain " + chain.name);
 }
 
 void tell_notes_in_chains(polymer::Molecule& molecule) {

@@ -10,7 +10,8 @@
 
 namespace loopwise::app {
 
-/// What a chain of a file is called in reports: the file, its model and its name.
+/// What a molecule and its chains are called in reports: "complex.pdb, model 2: chain A".
+std::string label_of(const polymer::Molecule& molecule);
 std::string label_of(const polymer::Molecule& molecule, const polymer::NamedChain& chain);
 
 /// Notes about a whole file stand at each of its chains where chains are told of one by one.

@@ -1,7 +1,7 @@
 #include "app/commands/operations.hpp"
 
 #include "app/commands/files.hpp"
-#include "app/report/report.hpp"
+#include "words/residues.hpp"
 #include "write/chain_text.hpp"
 #include "write/whole_file.hpp"
 
@@ -54,7 +54,7 @@ polymer::NamedChain only_chain(const ChainArguments& given) {
 }
 
 void tell_gaps(const std::string& file, const polymer::NamedChain& chain) {
-    const std::string warning = gap_warning(polymer::bonds_of(chain));
+    const std::string warning = words::gap_warning(polymer::bonds_of(chain));
     if (!warning.empty()) std::cerr << "loopwise: " << file << ": note: " << warning << '\n';
 }
 

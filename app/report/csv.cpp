@@ -1,19 +1,20 @@
 #include "app/report/report.hpp"
+#include "words/numbers.hpp"
+#include "words/residues.hpp"
+#include "words/text.hpp"
 
 namespace loopwise::app {
 namespace {
 
-std::string joined(const std::vector<std::string>& notes) {
-    std::string text;
-    for (const std::string& note : notes) text += (text.empty() ? "" : "; ") + note;
-    return text;
-}
+using words::csv_field;
+
+constexpr const char* between = "; ";
 
 std::string places_of(const Chain& beads) {
-    std::string text;
+    std::vector<std::string> places;
     for (const ChainAtom& bead : beads)
-        text += (text.empty() ? "" : "; ") + exact(bead.x) + ' ' + exact(bead.y) + ' ' + exact(bead.z);
-    return text;
+        places.push_back(words::exact(bead.x) + ' ' + words::exact(bead.y) + ' ' + words::exact(bead.z));
+    return words::joined(places, between);
 }
 
 class CsvReport final : public Report {
@@ -27,7 +28,7 @@ class CsvReport final : public Report {
     void add(const survey::Result& result) override {
         if (together_) {
             start(result, "structure", result.whole, nullptr);
-            out_ << ",,,,," << csv_field(joined(result.notes)) << '\n';
+            out_ << ",,,,," << csv_field(words::joined(result.notes, between)) << '\n';
         }
         for (const survey::ComponentTally& tally : result.components) {
             start(result, together_ ? "component" : "chain", tally, &tally);
@@ -37,7 +38,9 @@ class CsvReport final : public Report {
                      << places_of(tally.smallest->loop.beads);
             else
                 out_ << ",,,,";
-            out_ << ',' << csv_field(joined(together_ ? tally.notes : notes_on(result, tally))) << '\n';
+            out_ << ','
+                 << csv_field(words::joined(together_ ? tally.notes : notes_on(result, tally), between))
+                 << '\n';
         }
         out_.flush();
     }
@@ -52,10 +55,10 @@ class CsvReport final : public Report {
         const survey::KnotCount& first = counts.front();
         out_ << csv_field(first.knot) << ',' << first.closures << ','
              << static_cast<double>(first.closures) / static_cast<double>(closures) << ',';
-        std::string all;
+        std::vector<std::string> all;
         for (const survey::KnotCount& count : counts)
-            all += (all.empty() ? "" : "; ") + count.knot + ':' + std::to_string(count.closures);
-        out_ << csv_field(all) << ',';
+            all.push_back(count.knot + ':' + std::to_string(count.closures));
+        out_ << csv_field(words::joined(all, between)) << ',';
     }
 
     void start(const survey::Result& result, const char* part, const survey::Tally& tally,
@@ -64,11 +67,12 @@ class CsvReport final : public Report {
         out_ << csv_field(result.file) << ',' << csv_field(result.model) << ',' << part << ','
              << csv_field(tally.name) << ',' << tally.beads << ',';
         if (chain != nullptr)
-            out_ << csv_field(gaps_text(chain->bonds, chain->residues, " ")) << ',' << chain->bonds.missing();
+            out_ << csv_field(words::gaps_text(chain->bonds, chain->residues, " ")) << ','
+                 << chain->bonds.missing();
         else
             out_ << ',';
         out_ << ',' << survey::name_of(plan.method) << ',';
-        if (survey::takes_scale(plan.method)) out_ << scale_text(plan.scale);
+        if (survey::takes_scale(plan.method)) out_ << words::general(plan.scale);
         out_ << ',';
         if (survey::is_random(plan.method)) out_ << plan.seed;
         out_ << ',' << plan.closures << ',' << result.failed << ',';

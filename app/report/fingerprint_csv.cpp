@@ -1,7 +1,12 @@
 #include "app/report/fingerprint_report.hpp"
+#include "words/numbers.hpp"
+#include "words/residues.hpp"
+#include "words/text.hpp"
 
 namespace loopwise::app {
 namespace {
+
+using words::csv_field, words::fixed;
 
 class CsvFingerprints final : public FingerprintReport {
   public:
@@ -31,8 +36,9 @@ class CsvFingerprints final : public FingerprintReport {
   private:
     static std::string start(const fingerprint::ChainFingerprint& of) {
         return csv_field(of.file) + ',' + csv_field(of.model) + ',' + csv_field(of.chain) + ',' +
-               std::to_string(of.matrix.beads()) + ',' + csv_field(gaps_text(of.bonds, of.residues, " ")) +
-               ',' + csv_field(of.knot) + ',' + fixed(of.share, 4);
+               std::to_string(of.matrix.beads()) + ',' +
+               csv_field(words::gaps_text(of.bonds, of.residues, " ")) + ',' + csv_field(of.knot) + ',' +
+               fixed(of.share, 4);
     }
 
     std::ostream& out_;

@@ -1,5 +1,6 @@
 #include "app/report/fingerprint_report.hpp"
 #include "app/report/json_results.hpp"
+#include "words/residues.hpp"
 
 namespace loopwise::app {
 namespace {
@@ -39,7 +40,7 @@ class JsonFingerprints final : public FingerprintReport {
                             {"model", of.model.empty() ? Json(nullptr) : Json(of.model)},
                             {"chain", of.chain},
                             {"residues", of.matrix.beads()},
-                            {"gaps", gaps_text(of.bonds, of.residues, ", ")},
+                            {"gaps", words::gaps_text(of.bonds, of.residues, ", ")},
                             {"notes", of.notes},
                             {"step", of.step},
                             {"stretches", of.tested},

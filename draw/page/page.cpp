@@ -4,6 +4,7 @@
 #include "draw/matrix.hpp"
 #include "draw/page/assets.hpp"
 #include "draw/palette.hpp"
+#include "words/numbers.hpp"
 
 #include <nlohmann/json.hpp>
 
@@ -21,7 +22,7 @@ constexpr std::size_t most_dots = 400, most_lines = 100; ///< along a side of th
 constexpr std::size_t shades = 5;
 constexpr double thousand = 1000.0;
 
-std::string percent(double share) { return app::fixed(100.0 * share, 1) + " %"; }
+using words::percent;
 
 double rounded(double value) { return std::round(value * thousand) / thousand; }
 

@@ -1,0 +1,21 @@
+// Texts inside other texts: lists, fields and quotations.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace loopwise::words {
+
+std::string joined(const std::vector<std::string>& texts, std::string_view separator);
+
+/// "A, B, C"; of many names only the first: "A, B, ... and 80 more".
+std::string listed(const std::vector<std::string>& names);
+
+/// One field of CSV, in quotes where it needs them.
+std::string csv_field(const std::string& text);
+
+/// Text of a file quoted in a message: short and printable.
+std::string quoted(std::string_view text);
+
+} // namespace loopwise::words
