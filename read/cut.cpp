@@ -1,6 +1,7 @@
 #include "read/cut.hpp"
 
 #include "read/refusal.hpp"
+#include "words/text.hpp"
 
 #include <algorithm>
 
@@ -14,7 +15,7 @@ using Residues = std::vector<Residue>;
 using Positions = std::pair<std::size_t, std::size_t>;
 
 [[noreturn]] void refuse_residue(const Residues& residues, const Residue& asked) {
-    refuse("has no bead " + shown(asked.text()) + " between " + residues.front().text() + " and " +
+    refuse("has no bead " + words::quoted(asked.text()) + " between " + residues.front().text() + " and " +
            residues.back().text());
 }
 

@@ -2,10 +2,9 @@
 
 #include "read/fields.hpp"
 #include "read/refusal.hpp"
+#include "words/text.hpp"
 
 #include <gemmi/cif.hpp>
-
-#include <algorithm>
 
 namespace loopwise::read {
 namespace {
@@ -61,8 +60,8 @@ std::optional<double> number_at(cif::Table::Row& row, Column column) {
 double coordinate(cif::Table::Row& row, Column column, const FileAtom& atom) {
     const auto value = number_at(row, column);
     if (!value)
-        refuse("has " + shown(text_at(row, column)) + " for a coordinate of atom " + atom.name +
-               " of residue " + atom.residue_name + " " + atom.residue.text());
+        refuse("has " + words::quoted(text_at(row, column)) + " for a coordinate of atom " + atom.name +
+               " of residue " + atom.title());
     return *value;
 }
 
@@ -70,8 +69,8 @@ double occupancy_of(cif::Table::Row& row, const FileAtom& atom) {
     if (!row.has2(occupancy)) return 1.0;
     const auto value = number_at(row, occupancy);
     if (!value && !atom.location.empty())
-        refuse("has " + shown(text_at(row, occupancy)) + " for the occupancy of a location of residue " +
-               atom.residue_name + " " + atom.residue.text());
+        refuse("has " + words::quoted(text_at(row, occupancy)) +
+               " for the occupancy of a location of residue " + atom.title());
     return value.value_or(1.0);
 }
 
@@ -133,11 +132,8 @@ cif::Document parse(std::string_view text) {
 bool is_mark(std::string_view line) { return trimmed(line) == "#"; }
 
 bool has_marks(std::string_view text) {
-    while (!text.empty()) {
-        const std::string_view line = text.substr(0, text.find('\n'));
-        if (is_mark(line)) return true;
-        text.remove_prefix(std::min(line.size() + 1, text.size()));
-    }
+    while (!text.empty())
+        if (is_mark(next_line(text))) return true;
     return false;
 }
 
@@ -183,10 +179,8 @@ FileAtoms read_mmcif(std::string_view text, const Selection& selection) {
 
 bool looks_like_mmcif(std::string_view text) {
     while (!text.empty()) {
-        const std::string_view line = text.substr(0, text.find('\n'));
-        const std::string_view content = trimmed(line);
+        const std::string_view content = trimmed(next_line(text));
         if (!content.empty() && content.front() != '#') return content.substr(0, 5) == "data_";
-        text.remove_prefix(std::min(line.size() + 1, text.size()));
     }
     return false;
 }

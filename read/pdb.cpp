@@ -1,7 +1,9 @@
 #include "read/pdb.hpp"
 
 #include "read/fields.hpp"
+#include "read/hybrid_36.hpp"
 #include "read/refusal.hpp"
+#include "words/text.hpp"
 
 #include <algorithm>
 #include <array>
@@ -31,37 +33,14 @@ bool is_atom(std::string_view line) {
 
 bool is_record(std::string_view line, std::string_view name) { return field(line, 1, 6) == name; }
 
-/// Residue numbers above 9999 as hybrid-36 writes them, A000 and on.
-/// (https://cci.lbl.gov/hybrid_36: upper case continues the numbers, lower case continues upper case.)
-std::string plain_number(std::string_view number, std::size_t line) {
-    constexpr long digits = 36, most = digits * digits * digits * digits;
-    constexpr long first_upper = 10 * digits * digits * digits, after_numbers = 10000;
-    const auto is_small = [](char c) { return c >= 'a' && c <= 'z'; };
-    const auto is_large = [](char c) { return c >= 'A' && c <= 'Z'; };
-    const auto is_digit = [](char c) { return c >= '0' && c <= '9'; };
-    const bool minus = number.substr(0, 1) == "-";
-    const std::string_view size = number.substr(minus ? 1 : 0);
-    if (!size.empty() && std::all_of(size.begin(), size.end(), is_digit)) return std::string(number);
-    const bool small = !number.empty() && is_small(number[0]);
-    const bool fits = number.size() == 4 && (small || is_large(number[0])) &&
-                      std::all_of(number.begin(), number.end(),
-                                  [&](char c) { return is_digit(c) || (small ? is_small(c) : is_large(c)); });
-    if (!fits) refuse_line(line, "has " + shown(number) + " for a residue number");
-    long value = 0;
-    for (const char c : number)
-        value = digits * value + (is_digit(c) ? c - '0' : c - (small ? 'a' : 'A') + 10);
-    return std::to_string(value - first_upper + after_numbers + (small ? most - first_upper : 0));
-}
-
 class PdbReader {
   public:
     explicit PdbReader(const Selection& selection) : selection_(selection) {}
 
     FileAtoms read(std::string_view text) {
         while (!text.empty()) {
-            const std::string_view line = text.substr(0, text.find('\n'));
-            ends_in_line_ = line.size() == text.size();
-            text.remove_prefix(std::min(line.size() + 1, text.size()));
+            ends_in_line_ = text.find('\n') == std::string_view::npos;
+            const std::string_view line = next_line(text);
             ++number_;
             if (is_atom(line))
                 atom(line);
@@ -90,8 +69,7 @@ class PdbReader {
         atom.chain = chain_;
         atom.part = std::to_string(parts_of_chain(chain_));
         atom.residue_name = field(line, 18, 20);
-        atom.residue = polymer::ResidueId::parse(plain_number(trimmed(columns(line, 23, 26)), number_) +
-                                                 field(line, 27, 27));
+        atom.residue = residue(line);
         atom.name = name;
         atom.location = field(line, 17, 17);
         atom.occupancy = occupancy(line, atom.location);
@@ -148,10 +126,19 @@ class PdbReader {
         return ended == ended_parts_.end() ? 0 : ended->second;
     }
 
+    polymer::ResidueId residue(std::string_view line) const {
+        std::string number = field(line, 23, 26);
+        if (const auto large = hybrid_36(number)) number = std::to_string(*large);
+        if (!polymer::ResidueId::parse(number).is_number())
+            refuse_line(number_, "has " + words::quoted(number) + " for a residue number");
+        return polymer::ResidueId::parse(number + field(line, 27, 27));
+    }
+
     double coordinate(std::string_view line, std::size_t first) const {
         const auto value = to_number(trimmed(columns(line, first, first + 7)));
         if (!value)
-            refuse_line(number_, "has " + shown(columns(line, first, first + 7)) + " for a coordinate");
+            refuse_line(number_,
+                        "has " + words::quoted(columns(line, first, first + 7)) + " for a coordinate");
         return *value;
     }
 
@@ -160,7 +147,8 @@ class PdbReader {
         const std::string_view text = trimmed(columns(line, 55, 60));
         const auto value = to_number(text);
         if (!value && !text.empty() && !location.empty())
-            refuse_line(number_, "has " + shown(text) + " for the occupancy of an alternate location");
+            refuse_line(number_,
+                        "has " + words::quoted(text) + " for the occupancy of an alternate location");
         return value.value_or(1.0);
     }
 
@@ -206,11 +194,8 @@ FileAtoms read_pdb(std::string_view text, const Selection& selection) {
 }
 
 bool looks_like_pdb(std::string_view text) {
-    while (!text.empty()) {
-        const std::string_view line = text.substr(0, text.find('\n'));
-        text.remove_prefix(std::min(line.size() + 1, text.size()));
-        if (is_atom(line)) return true;
-    }
+    while (!text.empty())
+        if (is_atom(next_line(text))) return true;
     return false;
 }
 

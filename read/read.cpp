@@ -2,6 +2,7 @@
 
 #include "read/bytes.hpp"
 #include "read/mmcif.hpp"
+#include "read/molecules.hpp"
 #include "read/pdb.hpp"
 #include "read/refusal.hpp"
 #include "read/text.hpp"

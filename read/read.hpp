@@ -1,7 +1,8 @@
 // From files to chains with one bead for each residue, or whatever else their beads are.
 #pragma once
 
-#include "read/atoms.hpp"
+#include "polymer/molecule.hpp"
+#include "read/selection.hpp"
 
 namespace loopwise::read {
 

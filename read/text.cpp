@@ -3,6 +3,7 @@
 #include "read/bytes.hpp"
 #include "read/fields.hpp"
 #include "read/refusal.hpp"
+#include "words/text.hpp"
 
 #include <algorithm>
 #include <optional>
@@ -47,8 +48,7 @@ std::vector<std::string_view> fields_of(std::string_view line) {
 std::vector<Line> lines_of(std::string_view text) {
     std::vector<Line> lines;
     for (std::size_t number = 1; !text.empty(); ++number) {
-        const std::string_view line = text.substr(0, text.find('\n'));
-        text.remove_prefix(std::min(line.size() + 1, text.size()));
+        const std::string_view line = next_line(text);
         std::vector<std::string_view> fields = fields_of(line);
         if (!fields.empty()) lines.push_back({number, line, std::move(fields)});
     }
@@ -106,7 +106,7 @@ Head take_head(std::span<const Line>& lines) {
     if (first.fields.size() == 1 && is_whole(first.fields[0])) return take_count(lines);
     if (!may_be_title(first)) return {};
     lines = lines.subspan(1);
-    return {false, "the first line is taken for a title: " + shown(first.text)};
+    return {false, "the first line is taken for a title: " + words::quoted(first.text)};
 }
 
 Form form_of(const Line& first, bool counted) {
@@ -115,22 +115,22 @@ Form form_of(const Line& first, bool counted) {
                                       (first.fields.size() == 1 ? " column: " : " columns: ") + shapes);
     if (!has_name(first)) return {first.fields.size(), std::nullopt};
     if (!counted)
-        refuse_line(first.number, "begins with " + shown(first.fields[0]) + ": " + shapes +
+        refuse_line(first.number, "begins with " + words::quoted(first.fields[0]) + ": " + shapes +
                                       ", and names of atoms are for XYZ files with their count and title");
     return {first.fields.size(), first.fields[0]};
 }
 
 double coordinate(const Line& line, std::string_view field) {
     const auto value = to_number(field);
-    if (!value) refuse_line(line.number, "has " + shown(field) + " for a coordinate: " + shapes);
+    if (!value) refuse_line(line.number, "has " + words::quoted(field) + " for a coordinate: " + shapes);
     return *value;
 }
 
 polymer::ResidueId residue_of(const Line& line, const Form& form, std::size_t position) {
     if (form.fields == 3 || form.atom) return polymer::ResidueId(static_cast<std::int32_t>(position + 1));
     if (!is_whole(line.fields[0]))
-        refuse_line(line.number,
-                    "has " + shown(line.fields[0]) + " for an id, which is no whole number: " + shapes);
+        refuse_line(line.number, "has " + words::quoted(line.fields[0]) +
+                                     " for an id, which is no whole number: " + shapes);
     return polymer::ResidueId::parse(line.fields[0]);
 }
 
@@ -139,7 +139,8 @@ void refuse_other_form(const Line& line, const Form& form) {
         refuse_line(line.number, "has " + std::to_string(line.fields.size()) + " columns, those before it " +
                                      std::to_string(form.fields));
     if (form.atom && line.fields[0] != *form.atom)
-        refuse_line(line.number, "is an atom " + shown(line.fields[0]) + " after " + shown(*form.atom) +
+        refuse_line(line.number, "is an atom " + words::quoted(line.fields[0]) + " after " +
+                                     words::quoted(*form.atom) +
                                      ": a chain is made of one kind, as C-alpha atoms");
 }
 
