@@ -3,12 +3,12 @@
 #include "draw/canvas.hpp"
 #include "draw/palette.hpp"
 #include "words/residues.hpp"
+#include "words/text.hpp"
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
-#include <filesystem>
 #include <map>
 
 namespace loopwise::draw {
@@ -218,9 +218,7 @@ std::string legend(const fingerprint::ChainFingerprint& of, Labels& labels) {
 }
 
 std::string heading(const fingerprint::ChainFingerprint& of) {
-    std::filesystem::path file = std::filesystem::path(of.file).filename();
-    if (file.extension() == ".gz") file = file.stem();
-    const std::string title = file.stem().string() + (of.chain.empty() ? "" : ", chain " + of.chain);
+    const std::string title = words::file_title(of.file) + (of.chain.empty() ? "" : ", chain " + of.chain);
     const std::string below = std::to_string(of.matrix.beads()) + " residues; the whole chain is " +
                               shortened(of.knot) + " in " + number(100.0 * of.share) + " % of " +
                               std::to_string(of.closures) + " closures; " + of.way();

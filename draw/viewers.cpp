@@ -12,13 +12,13 @@ namespace {
 constexpr const char* rest_colour = "#d4d6da";
 constexpr double tail_strength = 0.2;
 
-/// What a script colours, in this order: what comes later lies on top.
+/// A selection that a script colours. Later ones colour over earlier ones.
 struct Part {
     std::string name, colour, note;
     fingerprint::Subchain subchain;
 };
 
-/// A name that both viewers take: letters, digits and _.
+/// A knot as a part of a selection's name, in which both viewers allow letters, digits and _.
 std::string plain(const std::string& knot) {
     std::string name;
     for (const char c : knot) {
@@ -32,7 +32,7 @@ std::string plain(const std::string& knot) {
     return name;
 }
 
-/// The tails of the chain's own knot, then cores, larger ones first.
+/// The knot tails of the chain's own knot, then the knot cores, larger ones first.
 std::vector<Part> parts_of(const fingerprint::ChainFingerprint& of,
                            std::vector<fingerprint::KnotPlace> places) {
     std::erase_if(places, [](const fingerprint::KnotPlace& place) { return !place.core; });
@@ -57,7 +57,7 @@ std::vector<Part> parts_of(const fingerprint::ChainFingerprint& of,
     return parts;
 }
 
-/// Control characters of a file name could end the comment.
+/// Control characters in a file name could end the comment.
 std::string comment(std::string text) {
     std::replace_if(
         text.begin(), text.end(), [](unsigned char c) { return c < ' '; }, '?');
@@ -69,15 +69,15 @@ std::string head(const fingerprint::ChainFingerprint& of, const std::string& how
                    ", by loopwise fingerprint. " + how);
 }
 
-/// How a viewer writes residues.
+/// The syntax of a viewer for residues.
 struct Notation {
-    const char* between;  ///< two entries of a list
-    const char* negative; ///< in front of a minus that does not stand between two numbers
+    const char* between;  ///< between two entries of a list
+    const char* negative; ///< before the minus of a negative number
 };
 constexpr Notation pymol{"+", "\\"}, chimerax{",", ""};
 
-/// Viewers select ranges by residue number alone: insertion codes and the order in the chain do not count. So a
-/// range holds consecutive numbers, and residues that share a number are listed one by one.
+/// Viewers select ranges by residue number alone: insertion codes and the order in the chain do not count. So
+/// a range holds consecutive numbers, and residues that share a number are listed one by one.
 std::string residues(const std::vector<polymer::ResidueId>& chain, fingerprint::Subchain subchain,
                      Notation notation) {
     std::map<std::optional<std::int32_t>, int> sharing;

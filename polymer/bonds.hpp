@@ -24,8 +24,9 @@ struct Bonds {
     std::size_t missing() const;
 };
 
-/// The rule of bonds. In a C-alpha trace, which is a chain of amino acids or one whose median bond has the length of
-/// one, a bond is 3.4 to 4.2 angstroms long. In any other chain a gap is longer than 1.5 times the median bond.
+/// The rule of bonds. In a C-alpha trace, which is a chain of amino acids or one whose median bond has the
+/// length of one, a bond is 3.4 to 4.2 angstroms long. In any other chain a gap is longer than 1.5 times the
+/// median bond.
 Bonds bonds_of(const NamedChain& chain);
 
 /// Whether a short bond of a C-alpha trace may be that of a cis peptide, which is about 3.0 angstroms long.

@@ -34,11 +34,12 @@ bool is_ring(const NamedChain& chain);
 /// Removes the repeated bead of a ring.
 void drop_repeated_end(NamedChain& ring);
 
-/// Sets the identifier of every bead to the number of its residue. If a residue has no number, the identifiers are 1,
-/// 2, 3, ... and the result is false.
+/// Sets the identifier of every bead to the number of its residue. If a residue has no number, the
+/// identifiers are 1, 2, 3, ... and the result is false.
 bool number_by_residues(NamedChain& chain);
 
-/// Sets the identifiers to 0, 1, 2, ... Beads that survive a closure and a reduction then tell where they were.
+/// Sets the identifiers to 0, 1, 2, ... Beads that survive a closure and a reduction then tell where they
+/// were.
 void number_by_position(Chain& chain);
 
 /// Residues whose numbers are the identifiers of the beads.

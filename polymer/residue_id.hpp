@@ -10,8 +10,9 @@
 
 namespace loopwise::polymer {
 
-/// The identifier of a residue: its number and insertion code, as in 52A. Any other text is an identifier too, such as
-/// a number beyond 32 bits. It prints as it was written. Only such texts take memory of their own, which copies share.
+/// The identifier of a residue: its number and insertion code, as in 52A. Any other text is an identifier
+/// too, such as a number beyond 32 bits. It prints as it was written. Only such texts take memory of their
+/// own, which copies share.
 class ResidueId {
   public:
     ResidueId() = default;

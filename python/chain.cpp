@@ -32,10 +32,7 @@ template <class Read> py::list chains_of(const Read& read) {
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& refusal) {
-        // Some parsers use several lines.
-        std::string reason = refusal.what();
-        std::replace(reason.begin(), reason.end(), '\n', ' ');
-        throw py::value_error(reason);
+        throw py::value_error(refusal.what());
     }
     return list_of(molecules);
 }

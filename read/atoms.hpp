@@ -17,7 +17,7 @@ struct FileAtom {
     std::string part; ///< tells molecules with one chain name apart
     std::string residue_name;
     polymer::ResidueId residue;
-    std::string name, location; ///< as atom_name(); of alternate locations which
+    std::string name, location; ///< atom_name(); the alternate location, if any
     double occupancy = 1.0;
     PointR3 place{};
     bool hetero = false;

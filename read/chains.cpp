@@ -40,7 +40,7 @@ bool all_hetero(const std::vector<Residue>& residues) {
                        [](const Residue& residue) { return residue.bead->hetero; });
 }
 
-/// Leaves out single residues that hardly belong to the polymer.
+/// Skips residues that are bonded to no other, by the rule of chains_of().
 std::vector<Residue> polymer_of(std::vector<Residue> residues, const Selection& selection,
                                 polymer::NamedChain& chain) {
     if (residues.empty() || is_of_polymer(residues)) return residues;
@@ -54,7 +54,7 @@ std::vector<Residue> polymer_of(std::vector<Residue> residues, const Selection& 
         const auto to = from + static_cast<std::ptrdiff_t>(runs[i]);
         if (runs[i] == 1 && (from->bead->hetero || i >= last))
             chain.notes.push_back(from->bead->title() +
-                                  " is bonded to no other residue: left out, as no TER makes it a part");
+                                  " skipped: not bonded to the chain, and no TER record");
         else
             kept.insert(kept.end(), from, to);
         from = to;
@@ -93,8 +93,7 @@ class Assembly {
         ++parts_[group.chain];
         if (part > 1) {
             chain.name.append(".").append(std::to_string(part));
-            chain.notes.push_back("chain " + group.chain + " begins once more after its end: chain " +
-                                  chain.name);
+            chain.notes.push_back("second chain named " + group.chain + ": read as " + chain.name);
         }
         for (const Residue& residue : residues) {
             const PointR3& place = residue.bead->place;
@@ -106,7 +105,7 @@ class Assembly {
 
     std::vector<polymer::NamedChain> chains(std::vector<std::string>& notes) {
         if (!without_bead_.empty())
-            notes.push_back("no atom " + selection_.atom + " in chain " + without_bead_ + ": left out");
+            notes.push_back("chain " + without_bead_ + " skipped: no atom " + selection_.atom);
         return std::move(chains_);
     }
 
@@ -118,10 +117,10 @@ class Assembly {
         if (named == chains_.rend()) return;
         for (const Residue& residue : residues)
             if (!residue.bead->hetero)
-                named->notes.push_back(residue.bead->title() + " comes after the end of the chain: left out");
+                named->notes.push_back(residue.bead->title() + " skipped: after the end of the chain");
     }
 
-    /// Only whole polymers are: a protein has an N, a nucleic acid a P or an O3'.
+    /// A polymer without its beads is: a protein has N atoms, a nucleic acid P or O3'. Ligands are not.
     static bool is_worth_a_note(const Atoms& atoms) {
         return std::any_of(atoms.begin(), atoms.end(), [](const FileAtom* atom) {
             return !atom->hetero && (atom->name == "N" || atom->name == "O3'" || atom->name == "P");
@@ -131,7 +130,7 @@ class Assembly {
     const Selection& selection_;
     std::vector<polymer::NamedChain> chains_;
     std::map<std::string, std::size_t> parts_; // by chain name
-    std::string without_bead_;                 // chains
+    std::string without_bead_;                 // names of chains
 };
 
 } // namespace

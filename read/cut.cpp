@@ -15,11 +15,11 @@ using Residues = std::vector<Residue>;
 using Positions = std::pair<std::size_t, std::size_t>;
 
 [[noreturn]] void refuse_residue(const Residues& residues, const Residue& asked) {
-    refuse("has no bead " + words::quoted(asked.text()) + " between " + residues.front().text() + " and " +
-           residues.back().text());
+    refuse("no residue " + words::quoted(asked.text()) + "; the chain runs from " + residues.front().text() +
+           " to " + residues.back().text());
 }
 
-/// From the first to the last residue whose number is not outside.
+/// From the first to the last residue with a number in the range.
 Positions between_numbers(const Residues& residues, const Residue& low, const Residue& high) {
     const auto inside = [&](const Residue& residue) {
         return residue.number() && *residue.number() >= *low.number() && *residue.number() <= *high.number();
@@ -37,7 +37,7 @@ std::size_t position_of(const Residues& residues, const Residue& asked) {
     return static_cast<std::size_t>(found - residues.begin());
 }
 
-/// A number beyond both ends of the chain is a mistake; one between them may be a gap.
+/// A number between the ends of the chain may lie in a gap; one beyond them is a mistake.
 void refuse_beyond_ends(const Residues& residues, const Residue& asked) {
     const auto a = residues.front().number(), b = residues.back().number();
     if (!a || !b || *asked.number() < std::min(*a, *b) || *asked.number() > std::max(*a, *b))

@@ -1,4 +1,4 @@
-// Cutting a chain to a subchain by residues.
+// Cutting a chain at residues.
 #pragma once
 
 #include "polymer/molecule.hpp"
@@ -7,9 +7,10 @@
 
 namespace loopwise::read {
 
-/// Cuts the chain to the subchain between two residues, both included, in either order; without one, to the end
-/// of the chain. A number stands for all residues of that number, 52A too, or the nearest one inside. An
-/// insertion code means one residue. Throws std::runtime_error if the chain lacks it.
+/// Cuts the chain to the subchain from one residue to another, both included, in either order. Without one,
+/// the subchain ends where the chain does. A number includes all residues of that number, such as 52A; if it
+/// lies in a gap, the subchain ends before the gap. With an insertion code it is one residue. Throws
+/// std::runtime_error if the chain lacks it.
 void cut(polymer::NamedChain& chain, const std::optional<polymer::ResidueId>& first,
          const std::optional<polymer::ResidueId>& last);
 

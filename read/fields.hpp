@@ -1,4 +1,4 @@
-// Lines and fields of text files. mmCIF is read as C++17, so this is C++17 too.
+// Lines and fields of text files. In C++17, as the reader of mmCIF is.
 #pragma once
 
 #include <algorithm>

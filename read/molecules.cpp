@@ -27,7 +27,7 @@ std::vector<std::string> models_asked_for(const std::vector<std::string>& models
     if (selection.model.empty()) return {models.front()};
     if (selection.model == every_model) return models;
     if (!holds(models, selection.model))
-        refuse("has no model " + selection.model + "; there is " + words::listed(models));
+        refuse("no model " + selection.model + "; choose from " + words::listed(models));
     return {selection.model};
 }
 
@@ -37,7 +37,7 @@ void select_chains(std::vector<polymer::NamedChain>& chains, const Selection& se
     for (const polymer::NamedChain& chain : chains) names.push_back(chain.name);
     for (const std::string& name : selection.chains)
         if (!holds(names, name))
-            refuse("has no chain " + words::quoted(name) + "; there is " + words::listed(names));
+            refuse("no chain " + words::quoted(name) + "; choose from " + words::listed(names));
     std::erase_if(chains,
                   [&](const polymer::NamedChain& chain) { return !holds(selection.chains, chain.name); });
 }
@@ -50,8 +50,9 @@ polymer::Molecule molecule_of(const FileAtoms& file, const std::string& model, c
     molecule.notes = file.notes;
     molecule.chains = chains_of(atoms, selection, molecule.notes);
     if (molecule.chains.empty())
-        refuse("holds no chain with an atom " + selection.atom +
-               (selection.is_of_amino_acids() ? "; for nucleic acids --atom P or --atom \"C4'\"" : ""));
+        refuse("no chain has " + selection.atom + " atoms; " +
+               (selection.is_of_amino_acids() ? "for nucleic acids use --atom P or --atom \"C4'\""
+                                              : "choose another --atom"));
     select_chains(molecule.chains, selection);
     return molecule;
 }
@@ -66,8 +67,8 @@ std::vector<polymer::Molecule> molecules_of(const FileAtoms& file, const Selecti
         if (models.size() < 2) continue;
         molecules.back().model = model;
         if (selection.model.empty())
-            molecules.back().notes.push_back("model " + model + " of " + std::to_string(models.size()) +
-                                             ": --model takes another, or all");
+            molecules.back().notes.push_back("only model " + model + " of " + std::to_string(models.size()) +
+                                             " is read; choose another, or all, with --model");
     }
     return molecules;
 }

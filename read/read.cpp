@@ -6,9 +6,9 @@
 #include "read/pdb.hpp"
 #include "read/refusal.hpp"
 #include "read/text.hpp"
+#include "words/text.hpp"
 
 #include <algorithm>
-#include <cctype>
 #include <cmath>
 
 namespace loopwise::read {
@@ -16,44 +16,39 @@ namespace {
 
 enum class Format { text, pdb, mmcif };
 
-bool has_extension(std::string path, std::initializer_list<const char*> extensions) {
-    if (path.ends_with(".gz")) path.resize(path.size() - 3);
-    std::transform(path.begin(), path.end(), path.begin(), [](unsigned char c) { return std::tolower(c); });
-    return std::any_of(extensions.begin(), extensions.end(),
-                       [&](const char* extension) { return path.ends_with(extension); });
-}
-
-/// What a file holds goes before what its name says.
+/// By the content; by the name if the content does not tell.
 Format format_of(const std::string& path, std::string_view text) {
-    if (looks_like_mmcif(text) || has_extension(path, {".cif", ".mmcif"})) return Format::mmcif;
-    if (looks_like_pdb(text) || has_extension(path, {".pdb", ".ent"})) return Format::pdb;
+    const std::string extension = words::extension_of(words::without_gz(path));
+    if (looks_like_mmcif(text) || extension == ".cif" || extension == ".mmcif") return Format::mmcif;
+    if (looks_like_pdb(text) || extension == ".pdb" || extension == ".ent") return Format::pdb;
     return Format::text;
 }
 
 void refuse_impossible(const polymer::NamedChain& chain) {
-    // Below this size products of coordinates underflow, and everything seems to touch.
+    // In a smaller chain products of coordinates underflow, and all segments seem to touch.
     constexpr double least_size = 1e-9;
     double least = INFINITY, largest = -INFINITY;
     for (std::size_t i = 0; i < chain.beads.size(); ++i) {
         const ChainAtom &bead = chain.beads[i], &next = chain.beads[std::min(i + 1, chain.beads.size() - 1)];
         for (const double value : {bead.x, bead.y, bead.z}) {
             if (!(std::abs(value) <= largest_coordinate))
-                refuse("bead " + chain.residues[i].text() + " has a coordinate beyond 1e9");
+                refuse("bead " + chain.residues[i].text() + ": coordinate beyond 1e9");
             least = std::min(least, value);
             largest = std::max(largest, value);
         }
         if (i + 1 < chain.beads.size() && bead.x == next.x && bead.y == next.y && bead.z == next.z)
-            refuse("beads " + chain.residues[i].text() + " and " + chain.residues[i + 1].text() +
-                   (chain.name.empty() ? "" : " of chain " + chain.name) +
-                   ", neighbours, are at the same place");
+            refuse((chain.name.empty() ? "" : "chain " + chain.name + ": ") + "neighbouring beads " +
+                   chain.residues[i].text() + " and " + chain.residues[i + 1].text() +
+                   " are at the same place");
     }
-    if (chain.beads.size() > 1 && largest - least < least_size) refuse("is smaller than 1e-9 in all");
+    if (chain.beads.size() > 1 && largest - least < least_size)
+        refuse("all coordinates are within 1e-9 of each other");
 }
 
 std::vector<polymer::Molecule> from_text(std::string_view text, const Selection& selection) {
-    if (!selection.chains.empty()) refuse("is chain text, which has no names of chains");
+    if (!selection.chains.empty()) refuse("chain text has no chain names; leave --chain out");
     if (!selection.model.empty() && selection.model != "1" && selection.model != every_model)
-        refuse("is chain text and holds no model " + selection.model);
+        refuse("no model " + selection.model + "; chain text has only one");
     return {read_chain_text(text)};
 }
 

@@ -1,4 +1,4 @@
-// From files to chains with one bead for each residue, or whatever else their beads are.
+// From files to chains.
 #pragma once
 
 #include "polymer/molecule.hpp"
@@ -6,20 +6,20 @@
 
 namespace loopwise::read {
 
-/// What is read of a file: PDB, mmCIF or chain text, by its name or else its content, gzipped or not; the
-/// standard input for standard_input. One molecule for each model asked for. No chain is empty; coordinates are
-/// finite and no larger than largest_coordinate; no two neighbours are at one place. Throws
-/// std::runtime_error with the reason.
+/// The molecules of a PDB file, an mmCIF file or a chain text, gzipped or not; of the standard input for
+/// standard_input. One molecule for each selected model. No chain is empty, coordinates are at most
+/// largest_coordinate, and neighbouring beads are at different places. The identifiers of beads are those of
+/// polymer::number_by_residues(). Throws std::runtime_error with the reason.
 std::vector<polymer::Molecule> read_molecules(const std::string& path, const Selection& selection);
 
-/// The same from what a file of that name holds.
+/// The same for the bytes of a file of that name.
 std::vector<polymer::Molecule> molecules_in(const std::string& path, std::string bytes,
                                             const Selection& selection);
 
-/// Beyond it nothing of the field is, and a bond of a few units would be lost in rounding.
+/// Beyond it a bond of a few angstroms would be lost in rounding.
 inline constexpr double largest_coordinate = 1e9;
 
-/// The kinds of files that read_molecules() takes.
+/// The formats of read_molecules(), for help texts.
 const char* readable_formats();
 
 } // namespace loopwise::read

@@ -16,8 +16,8 @@ struct Residue {
 };
 
 /// The residues that have a bead, in the order of the file; they refer to `atoms`. Of alternate locations the
-/// bead with the highest occupancy is taken, the first of equals. Throws std::runtime_error if a residue has two
-/// such atoms that are no alternate locations.
+/// bead with the highest occupancy is taken, the first of equals. Throws std::runtime_error if a residue has
+/// two such atoms that are not alternate locations.
 std::vector<Residue> residues_of(const Atoms& atoms, const Selection& selection);
 
 } // namespace loopwise::read

@@ -10,7 +10,7 @@ inline constexpr const char* every_model = "all";
 
 struct Selection {
     std::vector<std::string> chains; ///< names; empty: all chains
-    std::string model;               ///< a number of the file's or every_model; empty: the first
+    std::string model;               ///< a number in the file, or every_model; empty: the first
     std::string atom = "CA";         ///< the atom that stands for a residue, the bead
 
     bool is_of_amino_acids() const { return atom == "CA"; }

@@ -114,7 +114,8 @@ std::string pdb(const std::vector<std::string>& columns) {
 }
 
 TEST(ResidueId, IsReadFromPdbAndWrittenToIt) {
-    // In hybrid-36 A000 follows 9999, and a000 follows ZZZZ. Some programs write large numbers into column 27.
+    // In hybrid-36 A000 follows 9999, and a000 follows ZZZZ. Some programs write large numbers into column
+    // 27.
     const std::vector<std::string> columns{" -99C", "9999 ", "A000 ", "A00ZB",
                                            "ZZZZ ", "a000 ", "zzzz ", "12345"};
     const auto molecules = read::molecules_in("chain.pdb", pdb(columns), {});

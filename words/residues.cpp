@@ -27,9 +27,10 @@ std::string number_of_gaps(const polymer::Bonds& bonds) {
 
 std::string gap_warning(const polymer::Bonds& bonds) {
     if (bonds.gaps.empty()) return "";
-    return "with " + counted(bonds.gaps.size(), "gap") + " crossed by a straight line" +
-           (bonds.missing() > 0 ? ", " + counted(bonds.missing(), "residue") + " missing" : "") +
-           ": what is missing could turn this round";
+    return counted(bonds.gaps.size(), "gap") +
+           (bonds.gaps.size() == 1 ? " crossed by a straight line" : " crossed by straight lines") +
+           (bonds.missing() > 0 ? " (" + counted(bonds.missing(), "residue") + " missing)" : "") +
+           ": missing residues could change the result";
 }
 
 } // namespace loopwise::words

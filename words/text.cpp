@@ -1,6 +1,8 @@
 #include "words/text.hpp"
 
 #include <algorithm>
+#include <cctype>
+#include <filesystem>
 
 namespace loopwise::words {
 
@@ -24,6 +26,22 @@ std::string csv_field(const std::string& text) {
     std::string field = "\"";
     for (const char c : text) field += c == '"' ? "\"\"" : std::string(1, c);
     return field + '"';
+}
+
+std::string extension_of(const std::string& path) {
+    std::string extension = std::filesystem::path(path).extension().string();
+    std::transform(extension.begin(), extension.end(), extension.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return extension;
+}
+
+std::string without_gz(const std::string& path) {
+    constexpr std::string_view gz = ".gz";
+    return path.ends_with(gz) ? path.substr(0, path.size() - gz.size()) : path;
+}
+
+std::string file_title(const std::string& path) {
+    return path == "-" ? "standard input" : std::filesystem::path(without_gz(path)).stem().string();
 }
 
 std::string quoted(std::string_view text) {

@@ -15,6 +15,15 @@ std::string listed(const std::vector<std::string>& names);
 /// One field of CSV, in quotes where it needs them.
 std::string csv_field(const std::string& text);
 
+/// The extension of a file's name, in lower case: ".pdb".
+std::string extension_of(const std::string& path);
+
+/// The name without .gz.
+std::string without_gz(const std::string& path);
+
+/// A file in a title: its name without folder, extension and .gz.
+std::string file_title(const std::string& path);
+
 /// Text of a file quoted in a message: short and printable.
 std::string quoted(std::string_view text);
 

@@ -13,14 +13,14 @@ constexpr int lowest_residue = -999, highest_residue = 9'999;
 constexpr double lowest_coordinate = -999.999, highest_coordinate = 9999.999;
 
 [[noreturn]] void refuse(const std::string& what) {
-    throw std::runtime_error(what + " does not fit a PDB file; chain text takes it");
+    throw std::runtime_error(what + " does not fit the PDB format; write chain text instead");
 }
 
 std::string padded(const std::string& text, std::size_t width) {
     return std::string(width - std::min(width, text.size()), ' ') + text;
 }
 
-/// Columns 23 to 27.
+/// The residue number and insertion code, columns 23 to 27.
 std::string residue_columns(const polymer::ResidueId& residue) {
     const std::string insertion = residue.suffix();
     if (!residue.number() || *residue.number() < lowest_residue || *residue.number() > highest_residue ||
@@ -64,7 +64,7 @@ std::string pdb_text(const polymer::NamedChain& chain, bool loop) {
         for (const double value : {bead.x, bead.y, bead.z}) text += coordinate_columns(value);
         text += "  1.00  0.00           C\n";
     }
-    // What closes a loop is far from the rest: only this says that it belongs to the chain.
+    // Beads that close a loop are far from the rest; the bonds show that they belong to the chain.
     text += "TER\n";
     for (std::size_t i = 1; i < count; ++i) text += bond(i, i + 1);
     if (loop && count > 2) text += bond(count, 1);

@@ -26,11 +26,11 @@ void tell_notes_in_chains(polymer::Molecule& molecule) {
 
 void refuse_second_input(const std::vector<std::string>& files) {
     if (std::count(files.begin(), files.end(), read::standard_input) > 1)
-        refuse_usage("FILE: the standard input can be read once");
+        refuse_usage("FILE: - (the standard input) can be given only once");
 }
 
 std::size_t available_memory() {
-    // What the kernel can free at once counts too, which only this file tells.
+    // Includes what the kernel can free at once.
     std::ifstream file("/proc/meminfo");
     constexpr std::size_t kilobyte = 1024;
     std::string field, rest;
@@ -50,12 +50,10 @@ int ErrorReporter::exit_status() {
     return any_ ? exit_failure : 0;
 }
 
-void ErrorReporter::add(const std::string& what, std::string reason) {
+void ErrorReporter::add(const std::string& what, const std::string& reason) {
     any_ = true;
     progress_.clear();
-    // Some parsers start with the name of the file or use several lines.
-    std::replace(reason.begin(), reason.end(), '\n', ' ');
-    std::cerr << "loopwise: " << (reason.starts_with(what) ? "" : what + ": ") << reason << '\n';
+    std::cerr << "loopwise: " << what << ": " << reason << '\n';
 }
 
 } // namespace loopwise::app

@@ -2,12 +2,12 @@
 
 #include "app/commands/files.hpp"
 #include "words/residues.hpp"
+#include "words/text.hpp"
 #include "write/chain_text.hpp"
 #include "write/whole_file.hpp"
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 #include <iostream>
 
 namespace loopwise::app {
@@ -17,7 +17,7 @@ bool same(const ChainAtom& a, const ChainAtom& b) {
     return a.id == b.id && a.x == b.x && a.y == b.y && a.z == b.z;
 }
 
-/// Beads go away or are appended, those that stay keep their order.
+/// The residues of the beads after an edit that removes beads or appends some.
 std::vector<polymer::ResidueId> residues_after(const polymer::NamedChain& before, const Chain& now) {
     std::vector<polymer::ResidueId> residues;
     std::size_t i = 0;
@@ -38,7 +38,7 @@ std::vector<polymer::ResidueId> residues_after(const polymer::NamedChain& before
 polymer::NamedChain only_chain(const ChainArguments& given) {
     std::vector<polymer::Molecule> molecules =
         read::read_molecules(given.file, selection_of(given.selecting));
-    if (molecules.size() > 1) throw std::runtime_error("has several models, name one with --model");
+    if (molecules.size() > 1) throw std::runtime_error("several models; choose one with --model");
     std::vector<polymer::NamedChain>& chains = molecules.front().chains;
     tell_notes_in_chains(molecules.front());
     for (const polymer::NamedChain& chain : chains)
@@ -48,9 +48,9 @@ polymer::NamedChain only_chain(const ChainArguments& given) {
         read::cut(chains.front(), given.selecting.first, given.selecting.last);
         return std::move(chains.front());
     }
-    std::string names;
-    for (const polymer::NamedChain& named : chains) names += ' ' + named.name;
-    throw std::runtime_error("has several chains, name one with --chain:" + names);
+    std::vector<std::string> names;
+    for (const polymer::NamedChain& named : chains) names.push_back(named.name);
+    throw std::runtime_error("several chains; choose one with --chain from " + words::listed(names));
 }
 
 void tell_gaps(const std::string& file, const polymer::NamedChain& chain) {
@@ -58,7 +58,7 @@ void tell_gaps(const std::string& file, const polymer::NamedChain& chain) {
     if (!warning.empty()) std::cerr << "loopwise: " << file << ": note: " << warning << '\n';
 }
 
-/// A protein's trace as it stands in its file, with an ordinary bond at its end, where a closure leaves a long one.
+/// An open chain ends with a bond of ordinary length, a closed one with a long segment.
 void tell_open_ends(const std::string& file, const polymer::NamedChain& chain) {
     const Chain& beads = chain.beads;
     if (beads.size() < 3) return;
@@ -66,36 +66,32 @@ void tell_open_ends(const std::string& file, const polymer::NamedChain& chain) {
         return std::hypot(a.x - b.x, a.y - b.y, a.z - b.z) < polymer::longest_trace_bond;
     };
     if (is_bond(beads[beads.size() - 2], beads.back()) && !is_bond(beads.back(), beads.front()))
-        std::cerr << "loopwise: " << file
-                  << ": note: taken as a loop: a straight line joins its ends; loopwise close closes a chain"
-                     ", --open leaves it open\n";
+        std::cerr
+            << "loopwise: " << file
+            << ": note: the chain is open; its ends are joined by a straight line. Use `loopwise close` or"
+               " `--open`\n";
 }
 
-/// What is written has the numbers of the residues as identifiers.
+/// Chain text is written with the numbers of the residues as ids.
 void refuse_unnumbered(const polymer::NamedChain& chain) {
     for (const polymer::ResidueId& residue : chain.residues)
         if (!residue.number())
-            throw std::runtime_error("label " + residue.text() + " is no number of 32 bits");
+            throw std::runtime_error("residue " + residue.text() + ": not a number of 32 bits");
 }
 
-std::string extension_of(const std::string& path) {
-    std::string extension = std::filesystem::path(path).extension().string();
-    std::transform(extension.begin(), extension.end(), extension.begin(),
-                   [](unsigned char c) { return std::tolower(c); });
-    return extension;
-}
+using words::extension_of;
 
 bool is_pdb(const ChainArguments& given) {
     const std::string extension = extension_of(given.output);
     return given.pdb || extension == ".pdb" || extension == ".ent";
 }
 
-/// A file is what its name says.
+/// The extension of the output must fit its format.
 void refuse_other_formats(const std::string& output) {
     const std::string extension = extension_of(output);
     for (const char* const other : {".cif", ".mmcif", ".gz", ".xyz", ".svg", ".html", ".json", ".csv"})
         if (extension == other)
-            refuse_usage("--output: chain text or PDB is written, no " + std::string(other) + " file");
+            refuse_usage("--output: expected chain text or PDB, not " + std::string(other));
 }
 
 } // namespace

@@ -5,12 +5,12 @@
 #include "draw/page/assets.hpp"
 #include "draw/palette.hpp"
 #include "words/numbers.hpp"
+#include "words/text.hpp"
 
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 
 namespace loopwise::draw {
 namespace {
@@ -34,12 +34,10 @@ Json positions(const Chain& beads) {
 
 Json page_of(const std::string& file, const std::string& chain,
              const std::vector<polymer::ResidueId>& residues, const Chain& beads) {
-    std::filesystem::path path = std::filesystem::path(file).filename();
-    if (path.extension() == ".gz") path = path.stem();
     Json colours = Json::array();
     for (std::size_t i = 0; i < colours_along; ++i)
         colours.push_back(colour_along(static_cast<double>(i) / (colours_along - 1)));
-    return {{"title", path.stem().string() + (chain.empty() ? "" : ", chain " + chain)},
+    return {{"title", words::file_title(file) + (chain.empty() ? "" : ", chain " + chain)},
             {"labels", polymer::texts_of(residues)},
             {"beads", positions(beads)},
             {"along", std::move(colours)}};
