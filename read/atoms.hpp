@@ -36,6 +36,10 @@ struct FileAtoms {
 /// Whether the atom stands for a residue or shows which residues are bonded. Other atoms are not kept.
 bool is_of_use(std::string_view atom, const Selection& selection);
 
+/// Whether an atom CA is calcium and not a C-alpha atom: by its element, or by its residue if that is not given.
+/// Some programs align all names to the left, so columns do not tell.
+bool is_calcium(std::string_view atom, std::string_view element, std::string_view residue_name);
+
 /// The name as it is written today; old files have C4* for C4'.
 std::string atom_name(std::string_view name);
 

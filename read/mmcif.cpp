@@ -98,11 +98,6 @@ FileAtom atom_of(cif::Table::Row& row, const std::string& atom_name, bool tells_
     return atom;
 }
 
-bool is_calcium(cif::Table::Row& row, const std::string& atom_name) {
-    const std::string element = text_at(row, symbol);
-    return atom_name == "CA" && !element.empty() && element != "C";
-}
-
 std::vector<FileAtom> atoms_of(cif::Table& table, const Selection& selection) {
     if (!table.has_column(author_name) && !table.has_column(name))
         refuse("no atom names (_atom_site.label_atom_id or auth_atom_id)");
@@ -113,7 +108,8 @@ std::vector<FileAtom> atoms_of(cif::Table& table, const Selection& selection) {
     std::vector<FileAtom> atoms;
     for (auto row : table) {
         const std::string named = atom_name(either(row, author_name, name));
-        if (is_of_use(named, selection) && !is_calcium(row, named))
+        if (is_of_use(named, selection) &&
+            !is_calcium(named, text_at(row, symbol), either(row, author_residue_name, residue_name)))
             atoms.push_back(atom_of(row, named, tells_polymers));
     }
     return atoms;

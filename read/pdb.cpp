@@ -63,7 +63,7 @@ class PdbReader {
         const PointR3 place{coordinate(line, 31), coordinate(line, 39), coordinate(line, 47)};
         if (!trimmed(columns(line, 28, 30)).empty())
             refuse_line(number_, "columns 28 to 30 are not blank; the columns are shifted");
-        if (!is_of_use(name, selection_) || is_calcium(line, name)) return;
+        if (!is_of_use(name, selection_) || is_calcium(name, element(line), field(line, 18, 20))) return;
         FileAtom atom;
         atom.model = models_.back();
         atom.chain = chain_;
@@ -152,13 +152,10 @@ class PdbReader {
         return value.value_or(1.0);
     }
 
-    /// C-alpha is " CA " and calcium "CA  ", but some programs align all names to the left.
-    static bool is_calcium(std::string_view line, const std::string& name) {
-        if (name != "CA") return false;
-        const std::string element = field(line, 77, 78);
-        if (!element.empty() && std::isalpha(static_cast<unsigned char>(element[0])) != 0)
-            return element != "C";
-        return field(line, 18, 20) == "CA";
+    /// Old files have other things in its columns.
+    static std::string element(std::string_view line) {
+        const std::string text = field(line, 77, 78);
+        return !text.empty() && std::isalpha(static_cast<unsigned char>(text[0])) != 0 ? text : "";
     }
 
     /// Deposited files have an END. Other programs may leave it out, so only a note is possible.
