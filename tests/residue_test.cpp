@@ -82,7 +82,7 @@ TEST(ResidueId, CutsAChain) {
     EXPECT_EQ(cut(chain, "52A", "53"), (Texts{"52A", "52B", "53"}));
     EXPECT_EQ(cut(chain, "53", "52A"), (Texts{"52A", "52B", "53"}));
     EXPECT_EQ(cut(chain, "4", "52"), (Texts{"52", "52A", "52B"})); // a number means all its insertion codes
-    EXPECT_EQ(cut(chain, "-2", "-1"), (Texts{"-2", "-1"}));
+    EXPECT_EQ(cut(chain, "3", "-1"), (Texts{"-1", "3"}));
     EXPECT_EQ(cut(chain, "54", "59"), Texts{});  // in a gap
     EXPECT_EQ(cut(chain, "3", "61"), Texts{});   // beyond the end
     EXPECT_EQ(cut(chain, "52C", "60"), Texts{}); // no such code
