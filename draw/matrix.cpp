@@ -2,12 +2,13 @@
 
 #include "draw/canvas.hpp"
 #include "draw/palette.hpp"
+#include "words/residues.hpp"
+#include "words/text.hpp"
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
-#include <filesystem>
 #include <map>
 
 namespace loopwise::draw {
@@ -120,10 +121,9 @@ std::string axes(const fingerprint::ChainFingerprint& of) {
     std::string svg = line({plot_left, plot_bottom}, {plot_right, plot_bottom}, thin) +
                       line({plot_left, plot_bottom}, {plot_left, plot_top}, thin);
     for (std::size_t bead = 0; bead < beads; ++bead) {
-        const std::string& label = of.labels[bead];
-        int residue = 0;
-        const auto [end, error] = std::from_chars(label.data(), label.data() + label.size(), residue);
-        if (error != std::errc() || end != label.data() + label.size() || residue % distance != 0) continue;
+        const polymer::ResidueId& residue = of.residues[bead];
+        if (!residue.is_number() || *residue.number() % distance != 0) continue;
+        const std::string label = residue.text();
         const double x = 0.5 * (frame.across(bead) + frame.across(bead + 1));
         const double y = 0.5 * (frame.up(bead) + frame.up(bead + 1));
         svg += line({x, plot_bottom}, {x, plot_bottom + 6.0}, thin) +
@@ -165,7 +165,7 @@ std::string cores(const fingerprint::ChainFingerprint& of, const std::vector<fin
                         0.5 * (frame.up(place.core->last) + frame.up(place.core->last + 1))};
         svg += labels.beside(spot, 9.0,
                              shown(place.knot) + (place.slipknot ? " slipknot " : " core ") +
-                                 of.labels[place.core->first] + "-" + of.labels[place.core->last],
+                                 words::range(of.residues[place.core->first], of.residues[place.core->last]),
                              17.0,
                              "font-weight=\"600\" fill=\"" + std::string(ink) +
                                  "\" stroke=\"#ffffff\" stroke-width=\"4\" stroke-linejoin=\"round\" "
@@ -215,9 +215,7 @@ std::string legend(const fingerprint::ChainFingerprint& of, Labels& labels) {
 }
 
 std::string heading(const fingerprint::ChainFingerprint& of) {
-    std::filesystem::path file = std::filesystem::path(of.file).filename();
-    if (file.extension() == ".gz") file = file.stem();
-    const std::string title = file.stem().string() + (of.chain.empty() ? "" : ", chain " + of.chain);
+    const std::string title = words::file_title(of.file) + (of.chain.empty() ? "" : ", chain " + of.chain);
     const std::string below = std::to_string(of.matrix.beads()) + " residues; the whole chain is " +
                               shown(of.knot) + " in " + number(100.0 * of.share) + " % of " +
                               std::to_string(of.closures) + " closures; " + of.way();

@@ -4,13 +4,16 @@
 #include "draw/drawing.hpp"
 #include "draw/palette.hpp"
 #include "draw/strands.hpp"
+#include "words/numbers.hpp"
+#include "words/text.hpp"
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 
 namespace loopwise::draw {
 namespace {
+
+using words::counted;
 
 constexpr double page_width = 1400.0, page_height = 800.0, panel_top = 122.0;
 constexpr double left_panel = 25.0, right_panel = page_width - left_panel - panel_width;
@@ -116,10 +119,6 @@ std::string panel(double left, const std::string& heading, const std::string& co
            number(panel_top) + "\" " + size + ">\n" + content + "</svg>\n";
 }
 
-std::string counted(std::size_t count, const std::string& what) {
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
-
 /// What the beads are called.
 std::string noun(const survey::Result& result) {
     const bool any =
@@ -147,12 +146,9 @@ std::string knot_shown(const survey::Result& result) {
 }
 
 std::string title(const survey::Result& result, double width) {
-    std::filesystem::path file = std::filesystem::path(result.file).filename();
-    if (file == "-") file = "standard input";
-    if (file.extension() == ".gz") file = file.stem();
     const std::string model = result.model.empty() ? "" : ", model " + result.model;
     return words({0.5 * width, 38.0},
-                 file.stem().string() + model + chains_in_title(result) + ": " +
+                 words::file_title(result.file) + model + chains_in_title(result) + ": " +
                      counted(result.whole.beads, noun(result)) + knot_shown(result),
                  "text-anchor=\"middle\" font-size=\"26\" font-weight=\"bold\" fill=\"" + std::string(ink) +
                      "\"");
@@ -198,10 +194,11 @@ std::string bar_of_one(const survey::Result& result) {
     constexpr int ticks = 4;
     std::string svg = words({bar_left - 45.0, legend_top - 2.0}, noun(result), small_text) +
                       colour_bar(0, 1, bar_left, bar_width);
-    const std::vector<std::string>& labels = result.components.front().labels;
+    const std::vector<polymer::ResidueId>& residues = result.components.front().residues;
     for (int i = 0; i <= ticks; ++i) {
-        const std::size_t atom = (labels.size() - 1) * static_cast<std::size_t>(i) / ticks;
-        svg += words({bar_left + bar_width * i / ticks, legend_top + 18.0}, labels[atom], small_text);
+        const std::size_t atom = (residues.size() - 1) * static_cast<std::size_t>(i) / ticks;
+        svg +=
+            words({bar_left + bar_width * i / ticks, legend_top + 18.0}, residues[atom].text(), small_text);
     }
     return svg;
 }
@@ -278,7 +275,7 @@ double strand_width(const Camera& camera) {
 /// What a picture shows of a chain that nothing was done with.
 survey::Result result_of(const polymer::NamedChain& chain, survey::Method method) {
     survey::ComponentTally tally;
-    tally.labels = chain.labels;
+    tally.residues = chain.residues;
     tally.bonds = polymer::bonds_of(chain);
     tally.kind = chain.kind;
     survey::Result result;
@@ -324,7 +321,7 @@ std::string picture(const polymer::NamedChain& given) {
         result_of(chain, ring ? survey::Method::ring() : survey::Method::standard());
     const Ends joined_by = ring ? Ends::bond : Ends::nothing;
     std::vector<survey::Loop> loops{{chain.beads, chain.beads.size()}};
-    survey::number_by_position(loops.front().beads);
+    polymer::number_by_position(loops.front().beads);
 
     const int view = clearest_view(loops, result, joined_by);
     const Drawing drawing = drawing_of(loops, result, view, joined_by);

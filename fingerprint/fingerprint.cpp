@@ -637,7 +637,7 @@ ChainFingerprint fingerprint_of(const std::string& file, const polymer::NamedCha
     std::vector<knots::KnotType> knots = sampler.take_knots();
     ChainFingerprint result{file,
                             chain.name,
-                            chain.labels,
+                            chain.residues,
                             polymer::bonds_of(chain),
                             chain.notes,
                             plan.closures,
@@ -679,8 +679,7 @@ TypicalClosure typical_closure(const Chain& chain, Subchain subchain, const knot
     const auto closed_in = [&](int row) {
         Chain loop(begin, begin + static_cast<std::ptrdiff_t>(subchain.size()));
         closure::close_in_direction(loop, row);
-        std::int32_t position = 0;
-        for (ChainAtom& bead : loop) bead.id = position++;
+        polymer::number_by_position(loop);
         TypicalClosure closure{row, {}, {loop, subchain.size()}, {loop, 0}};
         Chain& reduced = closure.reduced.beads;
         reduce::reduce(reduced, true);

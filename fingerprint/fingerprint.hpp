@@ -114,7 +114,7 @@ inline constexpr double clear_share = 2.0 / 3.0;
 
 struct ChainFingerprint {
     std::string file, chain;
-    std::vector<std::string> labels; ///< of the beads
+    std::vector<polymer::ResidueId> residues; ///< of the beads
     polymer::Bonds bonds;
     std::vector<std::string> notes;     ///< about the chain, see NamedChain
     std::size_t closures = 0, step = 1; ///< of a stretch; of the grid, 1 where every stretch was tested

@@ -50,7 +50,7 @@ py::list list_of(const std::vector<fingerprint::KnotPlace>& places) {
 
 py::dict fingerprint(const Doubles& xyz, const py::dict& given, const py::object& progress) {
     polymer::NamedChain named{"", chain_of(xyz, std::nullopt), {}};
-    named.labels = polymer::labels_of(named.beads);
+    named.residues = polymer::residues_of(named.beads);
     fingerprint::FingerprintPlan plan;
     plan.closures = given["closures"].cast<std::size_t>();
     plan.step = given["step"].cast<std::size_t>();

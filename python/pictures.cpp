@@ -40,11 +40,11 @@ survey::Result result_of(const py::sequence& components, survey::Method method, 
         tally.name =
             name.empty() && components.size() > 1 ? std::to_string(result.components.size() + 1) : name;
         tally.beads = labels.size();
-        tally.labels = labels;
+        tally.residues = polymer::parsed(labels);
         tally.knots = counts_of(knots);
         const Chain open(closed.begin(), closed.begin() + static_cast<std::ptrdiff_t>(
                                                               std::min(labels.size(), closed.size())));
-        tally.bonds = polymer::bonds_of({name, open, labels});
+        tally.bonds = polymer::bonds_of({name, open, tally.residues});
         result.whole.beads += tally.beads;
         result.components.push_back(std::move(tally));
     }
@@ -63,7 +63,7 @@ std::string survey_picture(const py::sequence& components, const std::string& me
 
 std::string chain_picture(const std::string& name, const Doubles& xyz,
                           const std::vector<std::string>& labels) {
-    const polymer::NamedChain chain{name, chain_of(xyz, std::nullopt), labels};
+    const polymer::NamedChain chain{name, chain_of(xyz, std::nullopt), polymer::parsed(labels)};
     if (labels.size() != chain.beads.size() || labels.size() < 2)
         throw py::value_error("a chain of " + std::to_string(labels.size()) + " beads cannot be drawn");
     const py::gil_scoped_release others;
@@ -92,7 +92,7 @@ std::string fingerprint_picture(const Stretches& numbers, const Stretches& count
                                 const py::list& places) {
     fingerprint::ChainFingerprint found{given["chain"].cast<std::string>(),
                                         "",
-                                        given["labels"].cast<std::vector<std::string>>(),
+                                        polymer::parsed(given["labels"].cast<std::vector<std::string>>()),
                                         {},
                                         {},
                                         given["closures"].cast<std::size_t>(),

@@ -64,8 +64,8 @@ survey::Plan plan_of(const py::dict& given) {
 polymer::Molecule molecule_of(const py::sequence& components) {
     polymer::Molecule molecule;
     for (Chain& chain : structure_of(components)) {
-        std::vector<std::string> labels = polymer::labels_of(chain);
-        molecule.chains.push_back({"", std::move(chain), std::move(labels)});
+        std::vector<polymer::ResidueId> residues = polymer::residues_of(chain);
+        molecule.chains.push_back({"", std::move(chain), std::move(residues)});
     }
     return molecule;
 }

@@ -1,6 +1,7 @@
 #include "survey/close_reduce_name.hpp"
 
 #include "knots/links.hpp"
+#include "polymer/molecule.hpp"
 #include "src/reduce/reduction.hpp"
 #include "survey/closure_rng.hpp"
 
@@ -40,7 +41,8 @@ bool close_reduce_name(std::span<const Chain> open, const Plan& plan, std::size_
     const closure::Closing closing = plan.together ? plan.method->close_structure(closed, input)
                                                    : plan.method->close_chain(closed.front(), input);
     if (closing != closure::Closing::closed) return false;
-    for (Chain& loop : closed) number_by_position(loop);
+    // A closure numbers what it appends by rules of its own.
+    for (Chain& loop : closed) polymer::number_by_position(loop);
     reduced = closed;
     if (plan.together)
         reduce::reduce(reduced, true);

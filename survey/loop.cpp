@@ -4,11 +4,6 @@
 
 namespace loopwise::survey {
 
-void number_by_position(Chain& closed) {
-    std::int32_t position = 0;
-    for (ChainAtom& bead : closed) bead.id = position++;
-}
-
 std::size_t own_beads(const Chain& reduced, std::size_t beads_of_chain) {
     const auto appended = std::partition_point(reduced.begin(), reduced.end(), [&](const ChainAtom& bead) {
         return static_cast<std::size_t>(bead.id) < beads_of_chain;

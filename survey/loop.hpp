@@ -20,9 +20,6 @@ struct Loop {
     LoopPosition position(std::size_t bead) const { return static_cast<LoopPosition>(beads[bead].id); }
 };
 
-/// Gives the beads of a closed chain their positions. Closures number what they append by rules of their own.
-void number_by_position(Chain& closed);
-
 /// How many beads of a reduced loop are the chain's own.
 std::size_t own_beads(const Chain& reduced, std::size_t beads_of_chain);
 

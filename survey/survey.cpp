@@ -69,7 +69,7 @@ Result empty_result(const polymer::Molecule& molecule, const Plan& plan) {
         tally.beads = named.beads.size();
         tally.bonds = polymer::bonds_of(named);
         tally.kind = named.kind;
-        tally.labels = named.labels;
+        tally.residues = named.residues;
         tally.notes = named.notes;
         if (!result.components.empty()) result.whole.name += '+';
         result.whole.name += named.name;
@@ -110,8 +110,8 @@ void count(std::vector<KnotCount>& counts, const knots::KnotType& knot) {
 }
 
 std::string label_of(const Loop& loop, std::size_t bead, const ComponentTally& component) {
-    const std::size_t position = index_of(loop.position(bead)), own = component.labels.size();
-    return position < own ? component.labels[position] : '+' + std::to_string(position - own + 1);
+    const std::size_t position = index_of(loop.position(bead)), own = component.residues.size();
+    return position < own ? component.residues[position].text() : '+' + std::to_string(position - own + 1);
 }
 
 std::size_t Result::counted() const {

@@ -2,7 +2,7 @@
 // nothing, reads no file, and leaves the process's random generator alone.
 #pragma once
 
-#include "polymer/molecule.hpp"
+#include "polymer/bonds.hpp"
 #include "survey/close_reduce_name.hpp"
 
 #include <map>
@@ -41,8 +41,8 @@ struct PairTally {
 struct ComponentTally : Tally {
     polymer::Bonds bonds;
     polymer::BeadKind kind = polymer::BeadKind::any;
-    std::vector<std::string> labels; ///< of the beads
-    std::vector<std::string> notes;  ///< about the chain, see NamedChain
+    std::vector<polymer::ResidueId> residues; ///< of the beads
+    std::vector<std::string> notes;           ///< about the chain, see NamedChain
     struct Smallest {
         std::size_t closure = 0;
         Loop loop;
@@ -50,7 +50,7 @@ struct ComponentTally : Tally {
     std::optional<Smallest> smallest; ///< of the loops that are not fully reduced
 };
 
-/// The label of a bead of a loop: the chain's for its own beads; +1, +2, ... for those that close it.
+/// The label of a bead of a loop: the residue of a chain's own bead; +1, +2, ... for those that close it.
 std::string label_of(const Loop& loop, std::size_t bead, const ComponentTally& component);
 
 struct Result {

@@ -44,8 +44,8 @@ void append_trefoil(Chain& chain, int beads, double shift, bool backwards) {
 }
 
 NamedChain named(Chain beads) {
-    std::vector<std::string> labels = labels_of(beads);
-    return {"", std::move(beads), std::move(labels)};
+    std::vector<ResidueId> residues = residues_of(beads);
+    return {"", std::move(beads), std::move(residues)};
 }
 
 /// Tails of different length go straight away from a trefoil.

@@ -2,7 +2,8 @@
 #include "app/commands/command.hpp"
 #include "app/commands/files.hpp"
 #include "app/commands/selecting.hpp"
-#include "app/report/report.hpp"
+#include "words/numbers.hpp"
+#include "words/residues.hpp"
 
 #include <iostream>
 
@@ -17,16 +18,13 @@ struct Arguments {
 /// Whether the chain has neither a gap nor two neighbours that are too close.
 bool check(const std::string& label, const polymer::NamedChain& chain) {
     const polymer::Bonds bonds = polymer::bonds_of(chain);
-    std::cout << label << ": " << chain.beads.size() << (chain.beads.size() == 1 ? " bead, " : " beads, ")
-              << (bonds.gaps.empty()
-                      ? "no gap"
-                      : std::to_string(bonds.gaps.size()) + (bonds.gaps.size() == 1 ? " gap" : " gaps"))
-              << '\n';
+    std::cout << label << ": " << words::counted(chain.beads.size(), "bead") << ", "
+              << words::number_of_gaps(bonds) << '\n';
     for (const std::string& note : chain.notes) std::cout << "  note: " << note << '\n';
     for (const auto& [list, what] : {std::pair{&bonds.gaps, "gap"}, {&bonds.close, "short"}})
         for (const polymer::OddBond& bond : *list) {
-            std::cout << "  " << what << ": " << chain.labels[bond.bead] << " to "
-                      << chain.labels[bond.bead + 1] << ", " << scale_text(bond.length);
+            std::cout << "  " << what << ": " << chain.residues[bond.bead].text() << " to "
+                      << chain.residues[bond.bead + 1].text() << ", " << words::general(bond.length);
             if (bond.missing > 0) std::cout << ", " << bond.missing << " missing";
             if (list == &bonds.close && polymer::may_be_cis(bond.length))
                 std::cout << ", as short as a cis peptide";

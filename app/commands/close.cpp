@@ -16,8 +16,8 @@ survey::Plan plan_of(const Arguments& given) {
         given.method.empty() ? survey::Method::standard() : survey::Method::named(given.method);
     const survey::Plan plan = plan_of(given, method);
     if (!method->random && given.closure >= method->most_closures)
-        refuse_usage(std::string("--closure: method ") + method->name + " has closures 0 to " +
-                     std::to_string(method->most_closures - 1));
+        refuse_usage("--closure must be below " + std::to_string(method->most_closures) + " for method " +
+                     method->name);
     return plan;
 }
 

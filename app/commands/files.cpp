@@ -11,9 +11,12 @@
 
 namespace loopwise::app {
 
+std::string label_of(const polymer::Molecule& molecule) {
+    return molecule.file + (molecule.model.empty() ? "" : ", model " + molecule.model);
+}
+
 std::string label_of(const polymer::Molecule& molecule, const polymer::NamedChain& chain) {
-    return molecule.file + (molecule.model.empty() ? "" : ", model " + molecule.model) +
-           (chain.name.empty() ? "" : ": chain " + chain.name);
+    return label_of(molecule) + (chain.name.empty() ? "" : ": chain " + chain.name);
 }
 
 void tell_notes_in_chains(polymer::Molecule& molecule) {
@@ -23,11 +26,11 @@ void tell_notes_in_chains(polymer::Molecule& molecule) {
 
 void refuse_second_input(const std::vector<std::string>& files) {
     if (std::count(files.begin(), files.end(), read::standard_input) > 1)
-        refuse_usage("FILE: the standard input can be read once");
+        refuse_usage("FILE: - (the standard input) can be given only once");
 }
 
 std::size_t available_memory() {
-    // What the kernel can free at once counts too, which only this file tells.
+    // Includes what the kernel can free at once.
     std::ifstream file("/proc/meminfo");
     constexpr std::size_t kilobyte = 1024;
     std::string field, rest;
@@ -47,12 +50,10 @@ int ErrorReporter::exit_status() {
     return any_ ? exit_failure : 0;
 }
 
-void ErrorReporter::add(const std::string& what, std::string reason) {
+void ErrorReporter::add(const std::string& what, const std::string& reason) {
     any_ = true;
     progress_.clear();
-    // Some parsers start with the name of the file or use several lines.
-    std::replace(reason.begin(), reason.end(), '\n', ' ');
-    std::cerr << "loopwise: " << (reason.starts_with(what) ? "" : what + ": ") << reason << '\n';
+    std::cerr << "loopwise: " << what << ": " << reason << '\n';
 }
 
 } // namespace loopwise::app

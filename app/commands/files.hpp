@@ -1,33 +1,34 @@
-// What subcommands that go through files have in common.
+// Files and errors, for all subcommands.
 #pragma once
 
 #include "app/interruption.hpp"
 #include "app/progress.hpp"
-#include "read/input.hpp"
+#include "read/read.hpp"
 
 #include <fstream>
 #include <functional>
 
 namespace loopwise::app {
 
-/// What a chain of a file is called in reports: the file, its model and its name.
+/// What a molecule and its chains are called in reports: "complex.pdb, model 2: chain A".
+std::string label_of(const polymer::Molecule& molecule);
 std::string label_of(const polymer::Molecule& molecule, const polymer::NamedChain& chain);
 
-/// Notes about a whole file stand at each of its chains where chains are told of one by one.
+/// Copies the notes about the molecule to each of its chains, for reports that list chains.
 void tell_notes_in_chains(polymer::Molecule& molecule);
 
-/// Refuses a command line that names the standard input twice.
+/// Refuses the standard input as two inputs.
 void refuse_second_input(const std::vector<std::string>& files);
 
-/// Physical memory that can be had without driving other programs out, in bytes.
+/// Physical memory that is free without swapping, in bytes.
 std::size_t available_memory();
 
-/// Tells failures on stderr, a line each, and goes on.
+/// Reports errors on stderr, a line each.
 class ErrorReporter {
   public:
     explicit ErrorReporter(Progress& progress) : progress_(progress) {}
 
-    /// Runs the action. What it throws is told as a failure of that; only Interrupted is passed on.
+    /// Runs the action and reports what it throws as an error of `what`. Only Interrupted is passed on.
     template <class Work> void attempt(const std::string& what, const Work& work) {
         try {
             work();
@@ -37,11 +38,11 @@ class ErrorReporter {
             add(what, failure.what());
         }
     }
-    /// Of a run that ends now: also whether standard output took all that was written to it.
+    /// The exit status at the end of the run. Reports an error if the standard output could not be written.
     int exit_status();
 
   private:
-    void add(const std::string& what, std::string reason);
+    void add(const std::string& what, const std::string& reason);
 
     Progress& progress_;
     bool any_ = false;

@@ -7,7 +7,7 @@
 #include "draw/matrix.hpp"
 #include "draw/page/page.hpp"
 #include "draw/viewers.hpp"
-#include "write/outputs.hpp"
+#include "write/whole_file.hpp"
 
 #include <atomic>
 #include <cmath>

@@ -2,9 +2,9 @@
 #include "app/commands/command.hpp"
 #include "app/commands/files.hpp"
 #include "app/commands/selecting.hpp"
-#include "app/report/report.hpp"
 #include "knots/links.hpp"
 #include "survey/methods.hpp"
+#include "words/residues.hpp"
 
 #include <iostream>
 
@@ -61,10 +61,6 @@ void show_links(const std::string& file, const std::vector<polymer::NamedChain>&
                       << linking.numbers[pair] << '\n';
 }
 
-std::string label_of(const polymer::Molecule& molecule) {
-    return molecule.file + (molecule.model.empty() ? "" : ": model " + molecule.model);
-}
-
 void show_notes(const std::string& label, const std::vector<std::string>& notes) {
     for (const std::string& note : notes) std::cout << label << ": note: " << note << '\n';
 }
@@ -76,12 +72,12 @@ bool one_molecule(polymer::Molecule& molecule, const Arguments& given) {
     for (polymer::NamedChain& named : molecule.chains) {
         show_notes(label_of(molecule), named.notes);
         read::cut(named, given.selecting.first, given.selecting.last);
-        const std::string warning = gap_warning(polymer::bonds_of(named));
+        const std::string warning = words::gap_warning(polymer::bonds_of(named));
         if (polymer::is_ring(named))
             polymer::drop_repeated_end(named);
         else if (given.open)
             survey::Method::standard()->close_chain(named.beads, {.closure = *given.open});
-        const std::string label = label_of(molecule) + (named.name.empty() ? "" : ": chain " + named.name);
+        const std::string label = label_of(molecule, named);
         if (named.beads.size() < fewest_beads) {
             std::cout << label << ": not named: fewer than four beads\n";
             good = false;

@@ -1,7 +1,7 @@
 #include "app/commands/methods.hpp"
 
 #include "app/commands/command.hpp"
-#include "app/report/report.hpp"
+#include "words/numbers.hpp"
 
 namespace loopwise::app {
 namespace {
@@ -18,14 +18,14 @@ std::string refusal(const std::string& name) {
 /// What the help adds to a method's line.
 std::string defaults_of(const survey::MethodRow& row, bool with_structures) {
     const auto is = [&](survey::Method method) { return method->name == std::string_view(row.name); };
-    std::string words;
-    const auto add = [&](const std::string& more) { words.append(words.empty() ? " (" : "; ").append(more); };
+    std::string text;
+    const auto add = [&](const std::string& more) { text.append(text.empty() ? " (" : "; ").append(more); };
     if (is(survey::Method::standard())) add("default");
-    if (row.takes_scale()) add("--scale " + scale_text(row.default_scale));
+    if (row.takes_scale()) add("--scale " + words::general(row.default_scale));
     if (with_structures && row.random)
         add(std::string("--structure: ") + (is(survey::Method::standard(true)) ? "default, " : "") +
             "up to " + std::to_string(row.most_components) + " chains");
-    return words.empty() ? "" : words + ')';
+    return text.empty() ? "" : text + ')';
 }
 
 } // namespace

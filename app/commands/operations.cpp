@@ -1,47 +1,44 @@
 #include "app/commands/operations.hpp"
 
 #include "app/commands/files.hpp"
-#include "app/report/report.hpp"
+#include "words/residues.hpp"
+#include "words/text.hpp"
 #include "write/chain_text.hpp"
-#include "write/outputs.hpp"
+#include "write/whole_file.hpp"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
-#include <filesystem>
 #include <iostream>
 
 namespace loopwise::app {
 namespace {
 
-constexpr double longest_end_bond = 4.2; ///< of a C-alpha trace
-
 bool same(const ChainAtom& a, const ChainAtom& b) {
     return a.id == b.id && a.x == b.x && a.y == b.y && a.z == b.z;
 }
 
-/// Beads go away or are appended, those that stay keep their order.
-std::vector<std::string> labels_after(const polymer::NamedChain& before, const Chain& now) {
-    std::vector<std::string> labels;
+/// The residues of the beads after an edit that removes beads or appends some.
+std::vector<polymer::ResidueId> residues_after(const polymer::NamedChain& before, const Chain& now) {
+    std::vector<polymer::ResidueId> residues;
     std::size_t i = 0;
     for (const ChainAtom& bead : now) {
         const auto from = before.beads.begin() + static_cast<std::ptrdiff_t>(i);
         const auto found =
             std::find_if(from, before.beads.end(), [&](const ChainAtom& b) { return same(b, bead); });
         if (found == before.beads.end()) {
-            labels.push_back(std::to_string(bead.id));
+            residues.emplace_back(bead.id);
         } else {
             i = static_cast<std::size_t>(found - before.beads.begin());
-            labels.push_back(before.labels[i++]);
+            residues.push_back(before.residues[i++]);
         }
     }
-    return labels;
+    return residues;
 }
 
 polymer::NamedChain only_chain(const ChainArguments& given) {
     std::vector<polymer::Molecule> molecules =
         read::read_molecules(given.file, selection_of(given.selecting));
-    if (molecules.size() > 1) throw std::runtime_error("has several models, name one with --model");
+    if (molecules.size() > 1) throw std::runtime_error("several models; choose one with --model");
     std::vector<polymer::NamedChain>& chains = molecules.front().chains;
     tell_notes_in_chains(molecules.front());
     for (const polymer::NamedChain& chain : chains)
@@ -51,57 +48,50 @@ polymer::NamedChain only_chain(const ChainArguments& given) {
         read::cut(chains.front(), given.selecting.first, given.selecting.last);
         return std::move(chains.front());
     }
-    std::string names;
-    for (const polymer::NamedChain& named : chains) names += ' ' + named.name;
-    throw std::runtime_error("has several chains, name one with --chain:" + names);
+    std::vector<std::string> names;
+    for (const polymer::NamedChain& named : chains) names.push_back(named.name);
+    throw std::runtime_error("several chains; choose one with --chain from " + words::listed(names));
 }
 
 void tell_gaps(const std::string& file, const polymer::NamedChain& chain) {
-    const std::string warning = gap_warning(polymer::bonds_of(chain));
+    const std::string warning = words::gap_warning(polymer::bonds_of(chain));
     if (!warning.empty()) std::cerr << "loopwise: " << file << ": note: " << warning << '\n';
 }
 
-/// A protein's trace as it stands in its file, with an ordinary bond at its end, where a closure leaves a long one.
+/// An open chain ends with a bond of ordinary length, a closed one with a long segment.
 void tell_open_ends(const std::string& file, const polymer::NamedChain& chain) {
     const Chain& beads = chain.beads;
     if (beads.size() < 3) return;
     const auto is_bond = [](const ChainAtom& a, const ChainAtom& b) {
-        return std::hypot(a.x - b.x, a.y - b.y, a.z - b.z) < longest_end_bond;
+        return std::hypot(a.x - b.x, a.y - b.y, a.z - b.z) < polymer::longest_trace_bond;
     };
     if (is_bond(beads[beads.size() - 2], beads.back()) && !is_bond(beads.back(), beads.front()))
-        std::cerr << "loopwise: " << file
-                  << ": note: taken as a loop: a straight line joins its ends; loopwise close closes a chain"
-                     ", --open leaves it open\n";
+        std::cerr
+            << "loopwise: " << file
+            << ": note: the chain is open; its ends are joined by a straight line. Use `loopwise close` or"
+               " `--open`\n";
 }
 
-/// A closure numbers what it appends after the beads that are there, so these get the numbers of their labels.
-void number_by_labels(polymer::NamedChain& chain) {
-    for (std::size_t i = 0; i < chain.beads.size(); ++i) {
-        const std::string& label = chain.labels[i];
-        const auto [end, error] =
-            std::from_chars(label.data(), label.data() + label.size(), chain.beads[i].id);
-        if (error != std::errc()) throw std::runtime_error("label " + label + " is no number of 32 bits");
-    }
+/// Chain text is written with the numbers of the residues as ids.
+void refuse_unnumbered(const polymer::NamedChain& chain) {
+    for (const polymer::ResidueId& residue : chain.residues)
+        if (!residue.number())
+            throw std::runtime_error("residue " + residue.text() + ": not a number of 32 bits");
 }
 
-std::string extension_of(const std::string& path) {
-    std::string extension = std::filesystem::path(path).extension().string();
-    std::transform(extension.begin(), extension.end(), extension.begin(),
-                   [](unsigned char c) { return std::tolower(c); });
-    return extension;
-}
+using words::extension_of;
 
 bool is_pdb(const ChainArguments& given) {
     const std::string extension = extension_of(given.output);
     return given.pdb || extension == ".pdb" || extension == ".ent";
 }
 
-/// A file is what its name says.
+/// The extension of the output must fit its format.
 void refuse_other_formats(const std::string& output) {
     const std::string extension = extension_of(output);
     for (const char* const other : {".cif", ".mmcif", ".gz", ".xyz", ".svg", ".html", ".json", ".csv"})
         if (extension == other)
-            refuse_usage("--output: chain text or PDB is written, no " + std::string(other) + " file");
+            refuse_usage("--output: expected chain text or PDB, not " + std::string(other));
 }
 
 } // namespace
@@ -125,10 +115,10 @@ int edit_chain(const ChainArguments& given, const std::function<bool(Chain&)>& e
         polymer::NamedChain before = only_chain(given);
         if (given.tells_gaps) tell_gaps(given.file, before);
         if (given.tells_open_ends) tell_open_ends(given.file, before);
-        number_by_labels(before);
+        refuse_unnumbered(before);
         polymer::NamedChain after{before.name, before.beads, {}, before.kind, {}};
         const bool loop = edit(after.beads);
-        after.labels = labels_after(before, after.beads);
+        after.residues = residues_after(before, after.beads);
         const std::string text =
             is_pdb(given) ? write::pdb_text(after, loop) : write::plain_text(after.beads);
         if (given.output.empty())

@@ -1,4 +1,4 @@
-// What the subcommands for single operations on a chain have in common.
+// Subcommands that edit one chain.
 #pragma once
 
 #include "app/commands/command.hpp"
@@ -6,19 +6,19 @@
 
 namespace loopwise::app {
 
-/// Where a chain comes from and where it goes.
+/// The input and output of a chain.
 struct ChainArguments {
     std::string file, output;
     Selecting selecting;
     bool pdb = false;
-    bool tells_gaps = false;      ///< whether gaps of the chain matter for what is done
-    bool tells_open_ends = false; ///< whether the chain should be a loop
+    bool tells_gaps = false;      ///< whether gaps could change the result
+    bool tells_open_ends = false; ///< whether the chain should be closed
 };
 
 void declare(CLI::App& app, ChainArguments& into);
 
-/// Reads the chain, has it edited and writes it. `edit` says whether it is a loop then; what it throws is told.
-/// Labels follow the beads: beads that are new are labelled by their identifiers.
+/// Reads the chain, calls `edit` and writes the chain. `edit` returns whether the chain is a loop; what it
+/// throws is reported. Beads keep their residues; the residue of a new bead is its identifier.
 int edit_chain(const ChainArguments& given, const std::function<bool(Chain&)>& edit);
 
 } // namespace loopwise::app

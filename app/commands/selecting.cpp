@@ -11,9 +11,14 @@ void declare_selecting(CLI::App& app, Selecting& into) {
     app.add_option("--model", into.model, "The model of this number, or all (default: the first)")
         ->option_text("N|all");
     app.add_option("--atom", into.atom, "The atom of a residue to take (default CA)")->option_text("NAME");
-    app.add_option("--first", into.first, "Cut every chain: first residue, such as 82 or 82A")
+    const auto residue = [](std::optional<polymer::ResidueId>& id) {
+        return [&id](const std::string& text) { id = polymer::ResidueId::parse(text); };
+    };
+    app.add_option_function<std::string>("--first", residue(into.first),
+                                         "Cut every chain: first residue, such as 82 or 82A")
         ->option_text("ID");
-    app.add_option("--last", into.last, "Cut every chain: last residue")->option_text("ID");
+    app.add_option_function<std::string>("--last", residue(into.last), "Cut every chain: last residue")
+        ->option_text("ID");
 }
 
 read::Selection selection_of(const Selecting& given) {
@@ -22,7 +27,7 @@ read::Selection selection_of(const Selecting& given) {
         while (true) {
             const std::size_t comma = names.find(',');
             selection.chains.emplace_back(names.substr(0, comma));
-            if (selection.chains.back().empty()) refuse_usage("--chain: the name of a chain is required");
+            if (selection.chains.back().empty()) refuse_usage("--chain: expected a chain name");
             if (comma == std::string_view::npos) break;
             names.remove_prefix(comma + 1);
         }
@@ -30,8 +35,8 @@ read::Selection selection_of(const Selecting& given) {
     const std::string& model = selection.model;
     const bool is_number = !model.empty() && model.find_first_not_of("0123456789") == std::string::npos;
     if (!model.empty() && model != read::every_model && !is_number)
-        refuse_usage("--model: a number or all, not " + model);
-    if (selection.atom.empty()) refuse_usage("--atom: the name of an atom is required");
+        refuse_usage("--model: expected a number or all, found " + model);
+    if (selection.atom.empty()) refuse_usage("--atom: expected an atom name");
     return selection;
 }
 

@@ -1,21 +1,22 @@
-// The options that choose what of a file is worked on; most subcommands have them.
+// Options that select chains, a model and residues of a file.
 #pragma once
 
-#include "read/input.hpp"
+#include "read/cut.hpp"
+#include "read/read.hpp"
 
 #include <CLI/CLI.hpp>
 
 namespace loopwise::app {
 
 struct Selecting {
-    std::vector<std::string> chains; ///< names, also several with commas between
+    std::vector<std::string> chains; ///< names; one text may hold several, separated by commas
     std::string model, atom = read::Selection{}.atom;
-    std::optional<std::string> first, last; ///< of the stretch that every chain is cut to
+    std::optional<polymer::ResidueId> first, last; ///< of the subchain that every chain is cut to
 };
 
 void declare_selecting(CLI::App& app, Selecting& into);
 
-/// Refuses a command line whose names or numbers cannot be.
+/// Refuses invalid names and numbers.
 read::Selection selection_of(const Selecting& given);
 
 } // namespace loopwise::app

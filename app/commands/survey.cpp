@@ -10,8 +10,8 @@
 #include "draw/page/page.hpp"
 #include "draw/picture.hpp"
 #include "read/bytes.hpp"
-#include "read/input.hpp"
-#include "write/outputs.hpp"
+#include "read/read.hpp"
+#include "write/whole_file.hpp"
 
 #include <chrono>
 #include <iostream>
@@ -154,14 +154,9 @@ class Run {
         }
     }
 
-    std::string label_of(const polymer::Molecule& molecule) const {
-        const std::string& name = molecule.chains.front().name;
-        return molecule.file + (molecule.model.empty() ? "" : ", model " + molecule.model) +
-               (given_.structure || name.empty() ? "" : ": chain " + name);
-    }
-
     void one_molecule(polymer::Molecule& molecule) {
-        const std::string label = label_of(molecule);
+        const std::string label =
+            given_.structure ? label_of(molecule) : label_of(molecule, molecule.chains.front());
         errors_.attempt(label, [&] {
             for (polymer::NamedChain& named : molecule.chains)
                 read::cut(named, given_.selecting.first, given_.selecting.last);

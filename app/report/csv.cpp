@@ -1,19 +1,20 @@
 #include "app/report/report.hpp"
+#include "words/numbers.hpp"
+#include "words/residues.hpp"
+#include "words/text.hpp"
 
 namespace loopwise::app {
 namespace {
 
-std::string joined(const std::vector<std::string>& notes) {
-    std::string text;
-    for (const std::string& note : notes) text += (text.empty() ? "" : "; ") + note;
-    return text;
-}
+using words::csv_field, words::yes_or_no;
+
+constexpr const char* between = "; ";
 
 std::string places_of(const Chain& beads) {
-    std::string text;
+    std::vector<std::string> places;
     for (const ChainAtom& bead : beads)
-        text += (text.empty() ? "" : "; ") + exact(bead.x) + ' ' + exact(bead.y) + ' ' + exact(bead.z);
-    return text;
+        places.push_back(words::exact(bead.x) + ' ' + words::exact(bead.y) + ' ' + words::exact(bead.z));
+    return words::joined(places, between);
 }
 
 /// Of the most frequent knot.
@@ -32,7 +33,8 @@ class CsvReport final : public Report {
     void add(const survey::Result& result) override {
         if (together_) {
             start(result, "structure", result.whole, nullptr);
-            out_ << ",,,,," << csv_field(joined(result.notes)) << ',' << proven_field(result.whole) << '\n';
+            out_ << ",,,,," << csv_field(words::joined(result.notes, between)) << ','
+                 << proven_field(result.whole) << '\n';
         }
         for (const survey::ComponentTally& tally : result.components) {
             start(result, together_ ? "component" : "chain", tally, &tally);
@@ -42,8 +44,9 @@ class CsvReport final : public Report {
                      << places_of(tally.smallest->loop.beads);
             else
                 out_ << ",,,,";
-            out_ << ',' << csv_field(joined(together_ ? tally.notes : notes_on(result, tally))) << ','
-                 << proven_field(tally) << '\n';
+            out_ << ','
+                 << csv_field(words::joined(together_ ? tally.notes : notes_on(result, tally), between))
+                 << ',' << proven_field(tally) << '\n';
         }
         out_.flush();
     }
@@ -58,10 +61,10 @@ class CsvReport final : public Report {
         const survey::KnotCount& first = counts.front();
         out_ << csv_field(text(first.knot)) << ',' << first.closures << ','
              << static_cast<double>(first.closures) / static_cast<double>(closures) << ',';
-        std::string all;
+        std::vector<std::string> all;
         for (const survey::KnotCount& count : counts)
-            all += (all.empty() ? "" : "; ") + text(count.knot) + ':' + std::to_string(count.closures);
-        out_ << csv_field(all) << ',';
+            all.push_back(text(count.knot) + ':' + std::to_string(count.closures));
+        out_ << csv_field(words::joined(all, between)) << ',';
     }
 
     void start(const survey::Result& result, const char* part, const survey::Tally& tally,
@@ -70,11 +73,12 @@ class CsvReport final : public Report {
         out_ << csv_field(result.file) << ',' << csv_field(result.model) << ',' << part << ','
              << csv_field(tally.name) << ',' << tally.beads << ',';
         if (chain != nullptr)
-            out_ << csv_field(gaps_text(chain->bonds, chain->labels, " ")) << ',' << missing_in(chain->bonds);
+            out_ << csv_field(words::gaps_text(chain->bonds, chain->residues, " ")) << ','
+                 << chain->bonds.missing();
         else
             out_ << ',';
         out_ << ',' << plan.method->name << ',';
-        if (plan.method->takes_scale()) out_ << scale_text(plan.scale);
+        if (plan.method->takes_scale()) out_ << words::general(plan.scale);
         out_ << ',';
         if (plan.method->random) out_ << plan.seed;
         out_ << ',' << plan.closures << ',' << result.failed << ',';

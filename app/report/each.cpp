@@ -1,8 +1,10 @@
 #include "app/report/each.hpp"
 
-#include "app/report/report.hpp"
+#include "words/text.hpp"
 
 namespace loopwise::app {
+
+using words::csv_field, words::yes_or_no;
 
 EachClosure::EachClosure(std::ostream& out, survey::Watcher& next) : out_(out), next_(next) {
     out_.imbue(std::locale::classic());

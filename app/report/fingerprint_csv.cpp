@@ -1,7 +1,12 @@
 #include "app/report/fingerprint_report.hpp"
+#include "words/numbers.hpp"
+#include "words/residues.hpp"
+#include "words/text.hpp"
 
 namespace loopwise::app {
 namespace {
+
+using words::csv_field, words::fixed, words::yes_or_no;
 
 class CsvFingerprints final : public FingerprintReport {
   public:
@@ -21,11 +26,11 @@ class CsvFingerprints final : public FingerprintReport {
                  << fixed(place.greatest_share, 4) << ',';
             if (place.core) {
                 const auto [before, after] = tails_of(*place.core, of);
-                out_ << csv_field(of.labels[place.core->first]) << ','
-                     << csv_field(of.labels[place.core->last]) << ',' << before << ',' << after;
+                out_ << csv_field(of.residues[place.core->first].text()) << ','
+                     << csv_field(of.residues[place.core->last].text()) << ',' << before << ',' << after;
             } else
                 out_ << ",,,";
-            out_ << ',' << (place.slipknot ? "yes" : "no") << ','
+            out_ << ',' << yes_or_no(place.slipknot) << ','
                  << (place.core ? std::to_string(place.core_within) : "") << ',' << of.borders_within << ','
                  << yes_or_no(of.knot.proven) << ',' << yes_or_no(place.knot.proven) << '\n';
         }
@@ -35,8 +40,9 @@ class CsvFingerprints final : public FingerprintReport {
   private:
     static std::string start(const fingerprint::ChainFingerprint& of) {
         return csv_field(of.file) + ',' + csv_field(of.model) + ',' + csv_field(of.chain) + ',' +
-               std::to_string(of.matrix.beads()) + ',' + csv_field(gaps_text(of.bonds, of.labels, " ")) +
-               ',' + csv_field(text(of.knot)) + ',' + fixed(of.share, 4);
+               std::to_string(of.matrix.beads()) + ',' +
+               csv_field(words::gaps_text(of.bonds, of.residues, " ")) + ',' + csv_field(text(of.knot)) +
+               ',' + fixed(of.share, 4);
     }
 
     std::ostream& out_;
@@ -49,7 +55,7 @@ std::string matrix_csv(const fingerprint::ChainFingerprint& of) {
     std::string table = "first,last,knot,share,proven\n";
     of.matrix.for_each_tested([&](fingerprint::Subchain s, const fingerprint::FingerprintMatrix::Cell& cell) {
         const knots::KnotType& knot = of.knots[cell.knot];
-        table += csv_field(of.labels[s.first]) + ',' + csv_field(of.labels[s.last]) + ',' +
+        table += csv_field(of.residues[s.first].text()) + ',' + csv_field(of.residues[s.last].text()) + ',' +
                  csv_field(text(knot)) + ',' + fixed(of.share_of(cell), 4) + ',' + yes_or_no(knot.proven) +
                  '\n';
     });

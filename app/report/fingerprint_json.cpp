@@ -1,17 +1,13 @@
 #include "app/report/fingerprint_report.hpp"
 #include "app/report/json_results.hpp"
-
-#include <charconv>
+#include "words/residues.hpp"
 
 namespace loopwise::app {
 namespace {
 
-/// A number where the label is one; labels with an insertion code are text.
-Json residue(const std::string& label) {
-    int number = 0;
-    const auto [end, error] = std::from_chars(label.data(), label.data() + label.size(), number);
-    if (error == std::errc() && end == label.data() + label.size()) return number;
-    return label;
+/// A number if it is nothing else, otherwise text.
+Json json_of(const polymer::ResidueId& residue) {
+    return residue.is_number() ? Json(*residue.number()) : Json(residue.text());
 }
 
 Json json_of(const fingerprint::KnotPlace& place, const fingerprint::ChainFingerprint& of) {
@@ -20,7 +16,7 @@ Json json_of(const fingerprint::KnotPlace& place, const fingerprint::ChainFinger
     json["share"] = place.share;
     json["greatest_share"] = place.greatest_share;
     if (place.core) {
-        json["core"] = {residue(of.labels[place.core->first]), residue(of.labels[place.core->last])};
+        json["core"] = {json_of(of.residues[place.core->first]), json_of(of.residues[place.core->last])};
         json["tails"] = tails_of(*place.core, of);
     } else {
         json["core"] = json["tails"] = nullptr;
@@ -47,7 +43,7 @@ class JsonFingerprints final : public FingerprintReport {
                       {"model", of.model.empty() ? Json(nullptr) : Json(of.model)},
                       {"chain", of.chain},
                       {"residues", of.matrix.beads()},
-                      {"gaps", gaps_text(of.bonds, of.labels, ", ")},
+                      {"gaps", words::gaps_text(of.bonds, of.residues, ", ")},
                       {"notes", of.notes},
                       {"step", of.step},
                       {"stretches", of.tested}};

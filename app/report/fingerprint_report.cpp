@@ -1,9 +1,7 @@
 #include "app/report/fingerprint_report.hpp"
 
 #include <algorithm>
-#include <iomanip>
 #include <locale>
-#include <sstream>
 
 namespace loopwise::app {
 
@@ -33,13 +31,6 @@ std::vector<fingerprint::KnotPlace> places_shown(const fingerprint::ChainFingerp
 std::array<std::size_t, 2> tails_of(const fingerprint::Subchain& subchain,
                                     const fingerprint::ChainFingerprint& fingerprint) {
     return {subchain.first, fingerprint.matrix.beads() - 1 - subchain.last};
-}
-
-std::string fixed(double value, int digits) {
-    std::ostringstream text;
-    text.imbue(std::locale::classic());
-    text << std::fixed << std::setprecision(digits) << value;
-    return text.str();
 }
 
 } // namespace loopwise::app

@@ -37,7 +37,4 @@ std::array<std::size_t, 2> tails_of(const fingerprint::Subchain& subchain,
 /// Every stretch that was tested, a row each: first and last residue, knot, share.
 std::string matrix_csv(const fingerprint::ChainFingerprint& fingerprint);
 
-/// With as many digits after the point, whatever the locale.
-std::string fixed(double value, int digits);
-
 } // namespace loopwise::app

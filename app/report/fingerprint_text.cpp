@@ -1,15 +1,13 @@
 #include "app/report/fingerprint_report.hpp"
+#include "words/numbers.hpp"
+#include "words/residues.hpp"
 
 #include <iomanip>
 
 namespace loopwise::app {
 namespace {
 
-std::string percent(double share) { return fixed(100.0 * share, 1) + " %"; }
-
-std::string counted(std::size_t count, const std::string& what) {
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
+using words::counted, words::percent;
 
 /// Nothing where it is exact.
 std::string within(std::size_t residues) {
@@ -27,16 +25,13 @@ class TextFingerprints final : public FingerprintReport {
         out_ << '\n'
              << of.file << (of.model.empty() ? "" : ", model " + of.model)
              << (of.chain.empty() ? "" : " chain " + of.chain) << ": " << counted(of.matrix.beads(), "bead")
-             << ", "
-             << (of.bonds.gaps.empty()
-                     ? "no gap"
-                     : counted(of.bonds.gaps.size(), "gap") + ": " + gaps_text(of.bonds, of.labels, ", "))
-             << '\n';
+             << ", " << words::number_of_gaps(of.bonds) << (of.bonds.gaps.empty() ? "" : ": ")
+             << words::gaps_text(of.bonds, of.residues, ", ") << '\n';
         for (const std::string& note : of.notes) out_ << "  note: " << note << '\n';
         out_ << "  whole chain: " << short_text(of.knot, longest_knot) << " in " << percent(of.share)
              << " of its closures"
              << (of.matrix.beads() < fingerprint::fewest_knotted ? " (too short for a knot)" : "") << '\n';
-        const std::string warning = gap_warning(of.bonds);
+        const std::string warning = words::gap_warning(of.bonds);
         if (!warning.empty()) out_ << "  " << warning << '\n';
         if (of.depth)
             out_ << "  depth: it stays when up to " << (*of.depth)[0] << " beads are taken off the front, or "
@@ -72,8 +67,9 @@ class TextFingerprints final : public FingerprintReport {
             if (place.core) {
                 const auto [before, after] = tails_of(*place.core, of);
                 out_ << std::left << std::setw(14)
-                     << of.labels[place.core->first] + "-" + of.labels[place.core->last] << std::right
-                     << std::setw(8) << place.core->size() << "  " << before << " and " << after;
+                     << words::range(of.residues[place.core->first], of.residues[place.core->last])
+                     << std::right << std::setw(8) << place.core->size() << "  " << before << " and "
+                     << after;
             } else
                 out_ << "none with one half";
             out_ << within(place.core_within) << (place.slipknot ? ", slipknot" : "") << '\n';

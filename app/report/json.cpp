@@ -46,8 +46,8 @@ Json json_of(const std::optional<survey::ComponentTally::Smallest>& smallest,
 Json json_of(const std::vector<polymer::OddBond>& bonds, const survey::ComponentTally& tally) {
     Json list = Json::array();
     for (const polymer::OddBond& bond : bonds)
-        list.push_back({{"first", tally.labels[bond.bead]},
-                        {"second", tally.labels[bond.bead + 1]},
+        list.push_back({{"first", tally.residues[bond.bead].text()},
+                        {"second", tally.residues[bond.bead + 1].text()},
                         {"length", bond.length},
                         {"missing", bond.missing}});
     return list;

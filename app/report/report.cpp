@@ -1,62 +1,8 @@
 #include "app/report/report.hpp"
 
-#include <charconv>
 #include <locale>
-#include <sstream>
 
 namespace loopwise::app {
-
-std::string csv_field(const std::string& field) {
-    if (field.find_first_of(",\"\r\n") == std::string::npos) return field;
-    std::string text = "\"";
-    for (const char c : field) text += c == '"' ? "\"\"" : std::string(1, c);
-    return text + '"';
-}
-
-std::string scale_text(double scale) {
-    std::ostringstream text;
-    text.imbue(std::locale::classic());
-    text << scale;
-    return text.str();
-}
-
-std::string exact(double value) {
-    char text[32];
-    return {text, std::to_chars(text, text + sizeof text, value).ptr};
-}
-
-std::string bond_text(const polymer::OddBond& bond, const std::vector<std::string>& labels) {
-    char length[32];
-    const auto end =
-        std::to_chars(length, length + sizeof length, bond.length, std::chars_format::general, 3).ptr;
-    return labels[bond.bead] + '-' + labels[bond.bead + 1] + " (" + std::string(length, end) +
-           (bond.missing > 0 ? ", " + std::to_string(bond.missing) + " missing)" : ")");
-}
-
-std::string gaps_text(const polymer::Bonds& bonds, const std::vector<std::string>& labels,
-                      const char* separator) {
-    std::string text;
-    for (const polymer::OddBond& gap : bonds.gaps)
-        text += (text.empty() ? "" : separator) + bond_text(gap, labels);
-    return text;
-}
-
-std::size_t missing_in(const polymer::Bonds& bonds) {
-    std::size_t missing = 0;
-    for (const polymer::OddBond& gap : bonds.gaps) missing += gap.missing;
-    return missing;
-}
-
-std::string gap_warning(const polymer::Bonds& bonds) {
-    const auto counted = [](std::size_t count, const std::string& what) {
-        return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
-    };
-    if (bonds.gaps.empty()) return "";
-    const std::size_t missing = missing_in(bonds);
-    return "with " + counted(bonds.gaps.size(), "gap") + " crossed by a straight line" +
-           (missing > 0 ? ", " + counted(missing, "residue") + " missing" : "") +
-           ": what is missing could turn this round";
-}
 
 std::vector<std::string> notes_on(const survey::Result& result, const survey::ComponentTally& component) {
     std::vector<std::string> notes = result.notes;

@@ -26,32 +26,8 @@ std::unique_ptr<Report> make_text_report(std::ostream& out, const survey::Plan& 
 std::unique_ptr<Report> make_json_report(std::ostream& out, const survey::Plan& plan);
 std::unique_ptr<Report> make_csv_report(std::ostream& out, const survey::Plan& plan);
 
-/// The text as one field of CSV, in quotes where it needs them.
-std::string csv_field(const std::string& text);
-
-inline const char* yes_or_no(bool is) { return is ? "yes" : "no"; }
-
-/// Knots are shortened to so many characters in a table, and in a sentence.
+/// Knots are shortened to this many characters in a table, and in a sentence.
 inline constexpr std::size_t widest_knot_column = 36, longest_knot = 60;
-
-/// A number as streams write it, whatever the locale.
-std::string scale_text(double scale);
-
-/// A number in as few digits as bring it back to the last bit.
-std::string exact(double value);
-
-/// The two beads of a bond and its length: 52-53 (3.01).
-std::string bond_text(const polymer::OddBond& bond, const std::vector<std::string>& labels);
-
-/// The gaps of a chain, each as bond_text() with what is missing.
-std::string gaps_text(const polymer::Bonds& bonds, const std::vector<std::string>& labels,
-                      const char* separator);
-
-/// All residues that the gaps leave out, as far as the numbers tell.
-std::size_t missing_in(const polymer::Bonds& bonds);
-
-/// What a verdict rests on, where part of the chain is not there; empty for a chain without gaps.
-std::string gap_warning(const polymer::Bonds& bonds);
 
 /// All notes about a chain of a result.
 std::vector<std::string> notes_on(const survey::Result& result, const survey::ComponentTally& component);

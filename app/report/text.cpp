@@ -1,24 +1,15 @@
 #include "app/report/report.hpp"
+#include "words/numbers.hpp"
+#include "words/residues.hpp"
 
 #include <iomanip>
-#include <sstream>
 
 namespace loopwise::app {
 namespace {
 
 constexpr std::size_t longest_bar = 40;
 
-std::string percent(std::size_t part, std::size_t whole) {
-    std::ostringstream text;
-    text.imbue(std::locale::classic());
-    text << std::fixed << std::setprecision(1)
-         << (whole == 0 ? 0.0 : 100.0 * static_cast<double>(part) / static_cast<double>(whole)) << " %";
-    return text.str();
-}
-
-std::string counted(std::size_t count, const std::string& what) {
-    return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
-}
+using words::counted, words::percent;
 
 /// Chain text has no names.
 std::string name_in_text(const survey::Tally& tally) {
@@ -28,9 +19,9 @@ std::string name_in_text(const survey::Tally& tally) {
 class TextReport final : public Report {
   public:
     TextReport(std::ostream& out, const survey::Plan& plan) : out_(out), plan_(plan) {
-        out_ << plan.closures << (plan.closures == 1 ? " closure" : " closures") << " of each "
-             << (plan.together ? "structure" : "chain") << ", method " << plan.method->name;
-        if (plan.method->takes_scale()) out_ << ", scale " << scale_text(plan.scale);
+        out_ << counted(plan.closures, "closure") << " of each " << (plan.together ? "structure" : "chain")
+             << ", method " << plan.method->name;
+        if (plan.method->takes_scale()) out_ << ", scale " << words::general(plan.scale);
         if (plan.method->random) out_ << ", seed " << plan.seed;
         out_ << '\n';
     }
@@ -38,9 +29,7 @@ class TextReport final : public Report {
     void add(const survey::Result& result) override {
         out_ << '\n' << result.file;
         if (!result.model.empty()) out_ << ", model " << result.model;
-        if (plan_.together)
-            out_ << ": structure of " << result.components.size()
-                 << (result.components.size() == 1 ? " chain\n" : " chains\n");
+        if (plan_.together) out_ << ": structure of " << counted(result.components.size(), "chain") << '\n';
         for (const survey::ComponentTally& tally : result.components) introduce(tally);
         for (const std::string& note : result.notes) out_ << "  note: " << note << '\n';
         for (const survey::ComponentTally& tally : result.components)
@@ -68,11 +57,10 @@ class TextReport final : public Report {
         const std::size_t gaps = tally.bonds.gaps.size();
         if (plan_.together) out_ << ' ';
         if (plan_.together || !tally.name.empty()) out_ << " chain " << name_in_text(tally);
-        out_ << ": " << tally.beads << (tally.beads == 1 ? " bead, " : " beads, ")
-             << (gaps == 0 ? "no gap" : counted(gaps, "gap")) << '\n';
+        out_ << ": " << counted(tally.beads, "bead") << ", " << words::number_of_gaps(tally.bonds) << '\n';
         if (gaps > 0)
-            out_ << "  " << (gaps == 1 ? "gap: " : "gaps: ") << gaps_text(tally.bonds, tally.labels, ", ")
-                 << '\n';
+            out_ << "  " << (gaps == 1 ? "gap: " : "gaps: ")
+                 << words::gaps_text(tally.bonds, tally.residues, ", ") << '\n';
         introduce_short_bonds(tally, true);
         introduce_short_bonds(tally, false);
     }
@@ -81,7 +69,7 @@ class TextReport final : public Report {
         std::string text;
         for (const polymer::OddBond& bond : tally.bonds.close)
             if (polymer::may_be_cis(bond.length) == cis)
-                text += (text.empty() ? "" : ", ") + bond_text(bond, tally.labels);
+                text += (text.empty() ? "" : ", ") + words::bond_text(bond, tally.residues);
         if (!text.empty())
             out_ << (cis ? "  short as a cis peptide: " : "  too short for a bond: ") << text << '\n';
     }
@@ -89,7 +77,7 @@ class TextReport final : public Report {
     void show_component(const survey::ComponentTally& tally, std::size_t closures) {
         if (plan_.together) out_ << "  chain " << name_in_text(tally) << '\n';
         show_knots(tally, closures);
-        const std::string warning = gap_warning(tally.bonds);
+        const std::string warning = words::gap_warning(tally.bonds);
         if (!warning.empty()) out_ << "  " << warning << '\n';
         show(tally, closures);
         if (tally.smallest)
@@ -102,7 +90,7 @@ class TextReport final : public Report {
         if (tally.knots.empty()) return;
         const survey::KnotCount& most = tally.knots.front();
         out_ << "  " << short_text(most.knot, longest_knot) << " in " << percent(most.closures, closures)
-             << " of " << closures << (closures == 1 ? " closure\n" : " closures\n");
+             << " of " << counted(closures, "closure") << '\n';
         if (tally.knots.size() == 1) return;
         std::size_t width = 14;
         for (const survey::KnotCount& count : tally.knots)

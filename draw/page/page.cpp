@@ -4,12 +4,13 @@
 #include "draw/matrix.hpp"
 #include "draw/page/assets.hpp"
 #include "draw/palette.hpp"
+#include "words/numbers.hpp"
+#include "words/text.hpp"
 
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 
 namespace loopwise::draw {
 namespace {
@@ -21,7 +22,7 @@ constexpr std::size_t most_dots = 400, most_lines = 100; ///< along a side of th
 constexpr std::size_t shades = 5;
 constexpr double thousand = 1000.0;
 
-std::string percent(double share) { return app::fixed(100.0 * share, 1) + " %"; }
+using words::percent;
 
 double rounded(double value) { return std::round(value * thousand) / thousand; }
 
@@ -31,15 +32,13 @@ Json positions(const Chain& beads) {
     return list;
 }
 
-Json page_of(const std::string& file, const std::string& chain, const std::vector<std::string>& labels,
-             const Chain& beads) {
-    std::filesystem::path path = std::filesystem::path(file).filename();
-    if (path.extension() == ".gz") path = path.stem();
+Json page_of(const std::string& file, const std::string& chain,
+             const std::vector<polymer::ResidueId>& residues, const Chain& beads) {
     Json colours = Json::array();
     for (std::size_t i = 0; i < colours_along; ++i)
         colours.push_back(colour_along(static_cast<double>(i) / (colours_along - 1)));
-    return {{"title", path.stem().string() + (chain.empty() ? "" : ", chain " + chain)},
-            {"labels", labels},
+    return {{"title", words::file_title(file) + (chain.empty() ? "" : ", chain " + chain)},
+            {"labels", polymer::texts_of(residues)},
             {"beads", positions(beads)},
             {"along", std::move(colours)}};
 }
@@ -134,7 +133,7 @@ std::string page(const Json& data) {
 
 std::string fingerprint_page(const fingerprint::ChainFingerprint& of,
                              const std::vector<fingerprint::KnotPlace>& places, const Chain& beads) {
-    Json data = page_of(of.file, of.chain, of.labels, beads);
+    Json data = page_of(of.file, of.chain, of.residues, beads);
     data["about"] = std::to_string(beads.size()) + " residues; the whole chain is " + text(of.knot) + " in " +
                     percent(of.share) + " of " + std::to_string(of.closures) + " closures; " + of.way();
     data["columns"] = {"knot", "share on the whole chain", "greatest share", "core", "tails", ""};
@@ -144,7 +143,7 @@ std::string fingerprint_page(const fingerprint::ChainFingerprint& of,
         std::string core = "none", tails;
         if (place.core) {
             const auto [before, after] = app::tails_of(*place.core, of);
-            core = of.labels[place.core->first] + " to " + of.labels[place.core->last];
+            core = of.residues[place.core->first].text() + " to " + of.residues[place.core->last].text();
             tails = std::to_string(before) + " and " + std::to_string(after);
             row["stretch"] = json_of(of, beads, *place.core);
         }
@@ -166,7 +165,7 @@ std::string survey_page(const survey::Result& result) {
     const survey::ClosureResult& shown = *result.typical();
     const survey::Loop &closed = shown.closed.front(), &reduced = shown.reduced.front();
     const Chain beads(closed.beads.begin(), closed.beads.begin() + static_cast<std::ptrdiff_t>(closed.own));
-    Json data = page_of(result.file, tally.name, tally.labels, beads);
+    Json data = page_of(result.file, tally.name, tally.residues, beads);
     data["about"] =
         std::to_string(beads.size()) + " residues, " + std::to_string(result.counted()) + " closures";
     data["columns"] = {"knot", "closures", "share"};

@@ -83,7 +83,7 @@ Plan plan_of(std::size_t closures, unsigned threads) {
     return plan;
 }
 
-Molecule molecule_of(const Chain& chain) { return {"", {{"", chain, labels_of(chain)}}}; }
+Molecule molecule_of(const Chain& chain) { return {"", {{"", chain, residues_of(chain)}}}; }
 
 } // namespace
 

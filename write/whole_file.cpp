@@ -1,8 +1,8 @@
-#include "write/outputs.hpp"
+#include "write/whole_file.hpp"
 
 #include "read/bytes.hpp"
+#include "words/text.hpp"
 
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -14,50 +14,35 @@
 namespace loopwise::write {
 namespace {
 
-/// What a name or a descriptor leads to, when that is a file that can be destroyed.
+/// A regular file, which could be overwritten.
 struct File {
     dev_t device;
     ino_t inode;
     off_t size;
 };
 
-std::optional<File> regular(int failed, const struct stat& state) {
-    if (failed != 0 || !S_ISREG(state.st_mode)) return std::nullopt;
+template <class Query> std::optional<File> regular_file(const Query& query) {
+    struct stat state {};
+    if (query(&state) != 0 || !S_ISREG(state.st_mode)) return std::nullopt;
     return File{state.st_dev, state.st_ino, state.st_size};
 }
 
 std::optional<File> file_at(const std::string& path) {
-    struct stat state {};
-    const int failed = ::stat(path.c_str(), &state);
-    return regular(failed, state);
+    return regular_file([&](struct stat* state) { return ::stat(path.c_str(), state); });
 }
 
-std::optional<File> standard_input_file() {
-    struct stat state {};
-    const int failed = ::fstat(STDIN_FILENO, &state);
-    return regular(failed, state);
-}
-
-std::optional<File> standard_output() {
-    struct stat state {};
-    const int failed = ::fstat(STDOUT_FILENO, &state);
-    return regular(failed, state);
+std::optional<File> file_of(int descriptor) {
+    return regular_file([=](struct stat* state) { return ::fstat(descriptor, state); });
 }
 
 bool are_same(const std::optional<File>& a, const std::optional<File>& b) {
     return a && b && a->device == b->device && a->inode == b->inode;
 }
 
-/// Files that are not there yet are one file when their names lead to one place.
+/// Paths of files that do not exist yet are compared by name.
 bool are_one(const std::string& a, const std::string& b) {
     return std::filesystem::weakly_canonical(a) == std::filesystem::weakly_canonical(b) ||
            are_same(file_at(a), file_at(b));
-}
-
-bool has_extension(const std::string& path, const char* extension) {
-    std::string own = std::filesystem::path(path).extension().string();
-    std::transform(own.begin(), own.end(), own.begin(), [](unsigned char c) { return std::tolower(c); });
-    return own == extension;
 }
 
 [[noreturn]] void refuse_writing() { throw std::runtime_error("cannot be written"); }
@@ -76,7 +61,7 @@ void write_whole(const std::string& path, const std::string& text) {
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
     if (fs::exists(status) && !fs::is_regular_file(status)) return write(path, text);
-    // Written through a link, not in its place; under a name that nobody else has.
+    // A link stays: its target is replaced. The temporary name is unique.
     const fs::path target = fs::exists(status) ? fs::canonical(path, error) : fs::path(path);
     std::string partial = target.string() + ".XXXXXX";
     const int descriptor = ::mkstemp(partial.data());
@@ -97,23 +82,25 @@ void write_whole(const std::string& path, const std::string& text) {
 }
 
 void refuse_harmful_outputs(const std::vector<std::string>& inputs, const std::vector<Output>& outputs) {
-    const std::optional<File> report = standard_output();
+    const std::optional<File> report = file_of(STDOUT_FILENO);
     for (const std::string& input : inputs)
         if (are_same(file_at(input), report))
-            throw std::runtime_error(input + ": is an input and the standard output at once");
+            throw std::runtime_error(input + ": is both an input and the standard output");
     for (auto output = outputs.begin(); output != outputs.end(); ++output) {
         const auto& [path, extension] = *output;
         if (path.empty()) continue;
         const std::optional<File> file = file_at(path);
         for (const std::string& input : inputs)
-            if (are_same(input == read::standard_input ? standard_input_file() : file_at(input), file))
-                throw std::runtime_error(path + ": is an input, not written over");
-        if (are_same(report, file)) throw std::runtime_error(path + ": is the standard output, too");
+            if (are_same(input == read::standard_input ? file_of(STDIN_FILENO) : file_at(input), file))
+                throw std::runtime_error(path + ": is an input; not overwritten");
+        if (are_same(report, file))
+            throw std::runtime_error(path + ": is also the standard output; choose another file");
         for (auto other = outputs.begin(); other != output; ++other)
             if (!other->path.empty() && are_one(path, other->path))
-                throw std::runtime_error(path + ": is asked for twice");
-        if (file && file->size > 0 && *extension != 0 && !has_extension(path, extension))
-            throw std::runtime_error(path + ": is there and no " + extension + " file, not written over");
+                throw std::runtime_error(path + ": is given for two outputs; choose another file");
+        if (file && file->size > 0 && *extension != 0 && words::extension_of(path) != extension)
+            throw std::runtime_error(path + ": exists, and its extension is not " + extension +
+                                     "; not overwritten");
     }
 }
 

@@ -1,6 +1,7 @@
-// Numbers in files: the whole of a field, or nothing.
+// Lines and fields of text files. In C++17, as the reader of mmCIF is.
 #pragma once
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <optional>
@@ -8,7 +9,14 @@
 
 namespace loopwise::read {
 
-/// A finite number in decimal notation, whatever the locale, with nothing before or after it.
+/// Takes the first line off the text. Returns it without its line feed.
+inline std::string_view next_line(std::string_view& text) {
+    const std::string_view line = text.substr(0, text.find('\n'));
+    text.remove_prefix(std::min(line.size() + 1, text.size()));
+    return line;
+}
+
+/// A finite decimal number that is the whole field, whatever the locale.
 inline std::optional<double> to_number(std::string_view field) {
     if (field.substr(0, 1) == "+" && field.substr(1, 1) != "-") field.remove_prefix(1);
     double value = 0.0;

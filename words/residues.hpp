@@ -1,0 +1,28 @@
+// Residues, bonds and gaps in words.
+#pragma once
+
+#include "polymer/bonds.hpp"
+
+#include <string>
+#include <vector>
+
+namespace loopwise::words {
+
+using Residues = std::vector<polymer::ResidueId>;
+
+/// "52-121".
+std::string range(const polymer::ResidueId& first, const polymer::ResidueId& last);
+
+/// The residues of a bond, its length, and how many residues are missing: "52-61 (7.3, 8 missing)".
+std::string bond_text(const polymer::OddBond& bond, const Residues& residues);
+
+/// All gaps of a chain by bond_text().
+std::string gaps_text(const polymer::Bonds& bonds, const Residues& residues, const char* separator);
+
+/// "no gap", "1 gap", "2 gaps".
+std::string number_of_gaps(const polymer::Bonds& bonds);
+
+/// A warning that the chain's gaps were crossed by straight lines; empty if there are none.
+std::string gap_warning(const polymer::Bonds& bonds);
+
+} // namespace loopwise::words
