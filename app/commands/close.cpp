@@ -12,8 +12,7 @@ struct Arguments : ChainArguments, MethodOptions {
 };
 
 survey::Plan plan_of(const Arguments& given) {
-    const survey::Method method =
-        given.method.empty() ? survey::Method::standard() : survey::Method::named(given.method);
+    const survey::Method method = method_of(given);
     const survey::Plan plan = plan_of(given, method);
     if (!method->random && given.closure >= method->most_closures)
         refuse_usage("--closure must be below " + std::to_string(method->most_closures) + " for method " +

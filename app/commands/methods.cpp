@@ -6,15 +6,6 @@
 namespace loopwise::app {
 namespace {
 
-std::string refusal(const std::string& name) {
-    try {
-        survey::Method::named(name);
-        return "";
-    } catch (const std::invalid_argument& unknown) {
-        return unknown.what();
-    }
-}
-
 /// What the help adds to a method's line.
 std::string defaults_of(const survey::MethodRow& row, bool with_structures) {
     const auto is = [&](survey::Method method) { return method->name == std::string_view(row.name); };
@@ -31,9 +22,7 @@ std::string defaults_of(const survey::MethodRow& row, bool with_structures) {
 } // namespace
 
 void declare_method(CLI::App& app, MethodOptions& into, const char* default_seed) {
-    app.add_option("--method", into.method, "How to close, see below")
-        ->check(CLI::Validator([](const std::string& name) { return refusal(name); }, ""))
-        ->option_text("METHOD");
+    app.add_option("--method", into.method, "How to close, see below")->option_text("METHOD");
     app.add_option("--scale", into.scale, "How far out (default: see below)")->option_text("X");
     app.add_option("--seed", into.seed,
                    std::string("Seed of a random method (default: ") + default_seed + ")")
@@ -51,6 +40,12 @@ std::string methods_help(bool with_structures) {
         help.append("\n  ").append(name).append(row.help).append(defaults_of(row, with_structures));
     }
     return help;
+}
+
+survey::Method method_of(const MethodOptions& given, bool together) try {
+    return given.method.empty() ? survey::Method::standard(together) : survey::Method::named(given.method);
+} catch (const std::invalid_argument& unknown) {
+    refuse_usage(std::string("--method: ") + unknown.what());
 }
 
 survey::Plan plan_of(const MethodOptions& given, survey::Method method) {

@@ -84,15 +84,9 @@ std::uint64_t seed_from_clock() {
     return static_cast<std::uint64_t>(ticks % easy_to_type);
 }
 
-survey::Method method_of(const Arguments& given) {
-    if (given.closed && !given.method.empty()) refuse_usage("--method: --closed closes nothing");
-    if (given.closed) return survey::Method::ring();
-    if (!given.method.empty()) return survey::Method::named(given.method);
-    return survey::Method::standard(given.structure);
-}
-
 survey::Plan plan_of(const Arguments& given) {
-    const survey::Method method = method_of(given);
+    if (given.closed && !given.method.empty()) refuse_usage("--method: --closed closes nothing");
+    const survey::Method method = given.closed ? survey::Method::ring() : method_of(given, given.structure);
     const std::string name = method->name;
     if (given.structure && method->most_components == 0)
         refuse_usage("--method " + name + " closes single chains: use " +
