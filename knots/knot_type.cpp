@@ -52,7 +52,12 @@ KnotType KnotType::apart(KnotType one, KnotType other) {
     return {.status = KnotStatus::apart, .proven = proven, .loops = {std::move(one), std::move(other)}};
 }
 
-bool KnotType::operator==(const KnotType& other) const = default;
+// Written out: clang 14 does not survive the default one of a class that holds a vector of itself.
+bool KnotType::operator==(const KnotType& other) const {
+    return status == other.status && proven == other.proven && candidates == other.candidates &&
+           loops == other.loops && jones == other.jones && crossings == other.crossings &&
+           fault == other.fault;
+}
 
 std::strong_ordering operator<=>(const KnotType& a, const KnotType& b) { return text(a) <=> text(b); }
 
