@@ -95,6 +95,11 @@ class FingerprintMatrix {
     std::vector<bool> tested_;
 };
 
+/// The beads in front of a core and behind it.
+inline std::array<std::size_t, 2> tails_of(const Subchain& core, std::size_t beads) {
+    return {core.first, beads - 1 - core.last};
+}
+
 /// A place where a knot is.
 struct KnotPlace {
     knots::KnotType knot;

@@ -11,6 +11,8 @@ const char* words(PolygonFault fault) {
     switch (fault) {
     case PolygonFault::few_beads:
         return "fewer than three beads";
+    case PolygonFault::triangle:
+        return "fewer than four beads";
     case PolygonFault::not_finite:
         return "coordinates that are not finite";
     case PolygonFault::repeated_beads:

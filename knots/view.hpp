@@ -11,6 +11,7 @@ namespace loopwise::knots {
 enum class PolygonFault {
     none,
     few_beads,      ///< fewer than three
+    triangle,       ///< three beads, where a caller asks for more
     not_finite,     ///< an infinity or a not-a-number among the coordinates
     repeated_beads, ///< two beads of one loop at the same place
     touching,       ///< the polygons meet, or come too near for the arithmetic to tell

@@ -1,6 +1,7 @@
 #include "words/residues.hpp"
 
 #include "words/numbers.hpp"
+#include "words/text.hpp"
 
 namespace loopwise::words {
 
@@ -8,17 +9,14 @@ std::string range(const polymer::ResidueId& first, const polymer::ResidueId& las
     return first.text() + '-' + last.text();
 }
 
-std::string bond_text(const polymer::OddBond& bond, const Residues& residues) {
+std::string bonds_text(const std::vector<polymer::OddBond>& bonds, const Residues& residues,
+                       std::string_view separator) {
     constexpr int digits = 3;
-    return range(residues[bond.bead], residues[bond.bead + 1]) + " (" + general(bond.length, digits) +
-           (bond.missing > 0 ? ", " + std::to_string(bond.missing) + " missing)" : ")");
-}
-
-std::string gaps_text(const polymer::Bonds& bonds, const Residues& residues, const char* separator) {
-    std::string text;
-    for (const polymer::OddBond& gap : bonds.gaps)
-        text += (text.empty() ? "" : separator) + bond_text(gap, residues);
-    return text;
+    std::vector<std::string> texts;
+    for (const polymer::OddBond& bond : bonds)
+        texts.push_back(range(residues[bond.bead], residues[bond.bead + 1]) + " (" + general(bond.length, digits) +
+                        (bond.missing > 0 ? ", " + std::to_string(bond.missing) + " missing)" : ")"));
+    return joined(texts, separator);
 }
 
 std::string number_of_gaps(const polymer::Bonds& bonds) {

@@ -4,6 +4,7 @@
 #include "polymer/bonds.hpp"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace loopwise::words {
@@ -13,11 +14,9 @@ using Residues = std::vector<polymer::ResidueId>;
 /// "52-121".
 std::string range(const polymer::ResidueId& first, const polymer::ResidueId& last);
 
-/// The residues of a bond, its length, and how many residues are missing: "52-61 (7.3, 8 missing)".
-std::string bond_text(const polymer::OddBond& bond, const Residues& residues);
-
-/// All gaps of a chain by bond_text().
-std::string gaps_text(const polymer::Bonds& bonds, const Residues& residues, const char* separator);
+/// The residues of every bond, its length, and how many residues are missing: "52-61 (7.3, 8 missing)".
+std::string bonds_text(const std::vector<polymer::OddBond>& bonds, const Residues& residues,
+                       std::string_view separator);
 
 /// "no gap", "1 gap", "2 gaps".
 std::string number_of_gaps(const polymer::Bonds& bonds);

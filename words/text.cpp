@@ -5,6 +5,16 @@
 #include <filesystem>
 
 namespace loopwise::words {
+namespace {
+
+std::string csv_field(const std::string& text) {
+    if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
+    std::string field = "\"";
+    for (const char c : text) field += c == '"' ? "\"\"" : std::string(1, c);
+    return field + '"';
+}
+
+} // namespace
 
 std::string joined(const std::vector<std::string>& texts, std::string_view separator) {
     std::string all;
@@ -21,11 +31,23 @@ std::string listed(const std::vector<std::string>& names) {
            (names.size() > most ? " and " + std::to_string(names.size() - most) + " more" : "");
 }
 
-std::string csv_field(const std::string& text) {
-    if (text.find_first_of(",\"\r\n") == std::string::npos) return text;
-    std::string field = "\"";
-    for (const char c : text) field += c == '"' ? "\"\"" : std::string(1, c);
-    return field + '"';
+std::string csv_row(const std::vector<std::string>& fields) {
+    std::string row;
+    for (const std::string& field : fields) row.append(&field == &fields.front() ? "" : ",").append(csv_field(field));
+    return row + '\n';
+}
+
+std::string left(std::string_view text, std::size_t width) {
+    return std::string(text).append(width - std::min(width, text.size()), ' ');
+}
+
+std::string right(std::string_view text, std::size_t width) {
+    return std::string(width - std::min(width, text.size()), ' ').append(text);
+}
+
+std::size_t widest(const std::vector<std::string>& texts, std::size_t least) {
+    for (const std::string& text : texts) least = std::max(least, text.size());
+    return least;
 }
 
 std::string extension_of(const std::string& path) {

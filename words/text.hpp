@@ -12,8 +12,14 @@ std::string joined(const std::vector<std::string>& texts, std::string_view separ
 /// "A, B, C"; of many names only the first: "A, B, ... and 80 more".
 std::string listed(const std::vector<std::string>& names);
 
-/// One field of CSV, in quotes where it needs them.
-std::string csv_field(const std::string& text);
+/// A row of CSV; fields are in quotes where they need them.
+std::string csv_row(const std::vector<std::string>& fields);
+
+/// The text with blanks after it, or before it, up to the width.
+std::string left(std::string_view text, std::size_t width);
+std::string right(std::string_view text, std::size_t width);
+/// The width of the widest text, or the least if that is more.
+std::size_t widest(const std::vector<std::string>& texts, std::size_t least);
 
 /// The extension of a file's name, in lower case: ".pdb".
 std::string extension_of(const std::string& path);

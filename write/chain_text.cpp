@@ -1,6 +1,7 @@
 #include "write/chain_text.hpp"
 
 #include "words/numbers.hpp"
+#include "words/text.hpp"
 
 #include <algorithm>
 #include <stdexcept>
@@ -16,27 +17,23 @@ constexpr double lowest_coordinate = -999.999, highest_coordinate = 9999.999;
     throw std::runtime_error(what + " does not fit the PDB format; write chain text instead");
 }
 
-std::string padded(const std::string& text, std::size_t width) {
-    return std::string(width - std::min(width, text.size()), ' ') + text;
-}
-
 /// The residue number and insertion code, columns 23 to 27.
 std::string residue_columns(const polymer::ResidueId& residue) {
     const std::string insertion = residue.suffix();
     if (!residue.number() || *residue.number() < lowest_residue || *residue.number() > highest_residue ||
         insertion.size() > 1)
         refuse("residue " + residue.text());
-    return padded(std::to_string(*residue.number()), 4) + (insertion.empty() ? " " : insertion);
+    return words::right(std::to_string(*residue.number()), 4) + (insertion.empty() ? " " : insertion);
 }
 
 std::string coordinate_columns(double value) {
     if (!(value >= lowest_coordinate && value <= highest_coordinate))
         refuse("coordinate " + words::exact(value));
-    return padded(words::fixed(value, 3), 8);
+    return words::right(words::fixed(value, 3), 8);
 }
 
 std::string bond(std::size_t from, std::size_t to) {
-    return "CONECT" + padded(std::to_string(from), 5) + padded(std::to_string(to), 5) + "\n";
+    return "CONECT" + words::right(std::to_string(from), 5) + words::right(std::to_string(to), 5) + "\n";
 }
 
 } // namespace
@@ -59,7 +56,7 @@ std::string pdb_text(const polymer::NamedChain& chain, bool loop) {
     std::string text;
     for (std::size_t i = 0; i < count; ++i) {
         const ChainAtom& bead = chain.beads[i];
-        text.append("ATOM  ").append(padded(std::to_string(i + 1), 5)).append("  CA  UNK ").append(1, name);
+        text.append("ATOM  ").append(words::right(std::to_string(i + 1), 5)).append("  CA  UNK ").append(1, name);
         text.append(residue_columns(chain.residues[i])).append("   ");
         for (const double value : {bead.x, bead.y, bead.z}) text += coordinate_columns(value);
         text += "  1.00  0.00           C\n";

@@ -1,6 +1,7 @@
 // `loopwise close`: makes a loop of a chain.
+#include "app/commands/command.hpp"
+#include "app/commands/edit_chain.hpp"
 #include "app/commands/methods.hpp"
-#include "app/commands/operations.hpp"
 
 #include <stdexcept>
 
@@ -20,7 +21,7 @@ survey::Plan plan_of(const Arguments& given) {
     return plan;
 }
 
-const char* words(closure::Closing closing) {
+const char* reason_of(closure::Closing closing) {
     switch (closing) {
     case closure::Closing::nothing_to_close:
         return "has no atom";
@@ -35,21 +36,20 @@ const char* words(closure::Closing closing) {
 
 } // namespace
 
-Action declare_close(CLI::App& app) {
+Action declare_close(CommandLine& line) {
     const auto given = std::make_shared<Arguments>();
     given->tells_gaps = true;
-    declare(app, static_cast<ChainArguments&>(*given));
-    declare_method(app, *given, "0");
-    app.add_option("--closure", given->closure, "The number of the closure in a survey (default 0)")
-        ->check(not_negative())
-        ->option_text("N");
-    app.footer(methods_help(false));
+    declare(line, *given);
+    declare_method(line, *given, "0");
+    line.number<std::size_t>({"--closure", "N", "The number of the closure in a survey (default 0)"},
+                             {0, SIZE_MAX}, given->closure);
+    line.footer(methods_help(false));
     return [given] {
         const survey::Plan plan = plan_of(*given);
         return edit_chain(*given, [&](Chain& chain) {
             if (polymer::is_ring({"", chain, {}})) throw std::runtime_error("is a ring already");
             const closure::Closing closing = plan.method->close_chain(chain, input_of(plan, given->closure));
-            if (closing != closure::Closing::closed) throw std::runtime_error(words(closing));
+            if (closing != closure::Closing::closed) throw std::runtime_error(reason_of(closing));
             return true;
         });
     };

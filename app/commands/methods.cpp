@@ -1,6 +1,5 @@
 #include "app/commands/methods.hpp"
 
-#include "app/commands/command.hpp"
 #include "words/numbers.hpp"
 
 namespace loopwise::app {
@@ -21,13 +20,16 @@ std::string defaults_of(const survey::MethodRow& row, bool with_structures) {
 
 } // namespace
 
-void declare_method(CLI::App& app, MethodOptions& into, const char* default_seed) {
-    app.add_option("--method", into.method, "How to close, see below")->option_text("METHOD");
-    app.add_option("--scale", into.scale, "How far out (default: see below)")->option_text("X");
-    app.add_option("--seed", into.seed,
-                   std::string("Seed of a random method (default: ") + default_seed + ")")
-        ->check(not_negative())
-        ->option_text("N");
+void declare_method(CommandLine& line, MethodOptions& into, const char* default_seed) {
+    line.text({"--method", "METHOD", "How to close, see below"}, into.method);
+    line.value({"--scale", "X", "How far out (default: see below)"}, [&into](const std::string& text) {
+        into.scale = decimal<double>(text);
+        if (!into.scale || !(*into.scale > survey::scales_above && *into.scale <= survey::largest_scale))
+            refuse_usage("--scale: expected a number above 1, up to 1000000, not '" + text + "'");
+    });
+    line.number<std::uint64_t>(
+        {"--seed", "N", std::string("Seed of a random method (default: ") + default_seed + ")"},
+        {0, UINT64_MAX}, into.seed);
 }
 
 std::string methods_help(bool with_structures) {
@@ -52,8 +54,6 @@ survey::Plan plan_of(const MethodOptions& given, survey::Method method) {
     const std::string name = std::string("method ") + method->name;
     if (given.seed && !method->random) refuse_usage("--seed: " + name + " is not random");
     if (given.scale && !method->takes_scale()) refuse_usage("--scale: " + name + " takes none");
-    if (given.scale && !(*given.scale > survey::scales_above && *given.scale <= survey::largest_scale))
-        refuse_usage("--scale must be above 1, up to 1000000");
     survey::Plan plan;
     plan.method = method;
     plan.closures = method->default_closures;

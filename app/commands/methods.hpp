@@ -1,9 +1,8 @@
 // The options that say how chains are closed; `survey` and `close` have them.
 #pragma once
 
+#include "app/command_line.hpp"
 #include "survey/plan.hpp"
-
-#include <CLI/CLI.hpp>
 
 namespace loopwise::app {
 
@@ -13,7 +12,7 @@ struct MethodOptions {
     std::optional<std::uint64_t> seed;
 };
 
-void declare_method(CLI::App& app, MethodOptions& into, const char* default_seed);
+void declare_method(CommandLine& line, MethodOptions& into, const char* default_seed);
 
 /// The table of methods, for the end of the help; with the defaults and limits of structures where these can be closed.
 std::string methods_help(bool with_structures);

@@ -4,23 +4,17 @@
 
 namespace loopwise::app {
 
-using words::csv_field, words::yes_or_no;
-
 EachClosure::EachClosure(std::ostream& out, survey::Watcher& next) : out_(out), next_(next) {
-    out_.imbue(std::locale::classic());
-    out_ << "file,model,chain,closure,beads,knot,proven\n";
+    out_ << words::csv_row({"file", "model", "chain", "closure", "beads", "knot", "proven"});
 }
 
 void EachClosure::closure_counted(const survey::ClosureResult& made) {
-    for (std::size_t i = 0; i < made.reduced.size(); ++i) {
-        out_ << csv_field(molecule_->file) << ',' << csv_field(molecule_->model) << ','
-             << csv_field(molecule_->chains[i].name) << ',' << made.closure << ','
-             << made.reduced[i].beads.size();
-        if (made.knots.empty())
-            out_ << ",,\n";
-        else
-            out_ << ',' << csv_field(text(made.knots[i])) << ',' << yes_or_no(made.knots[i].proven) << '\n';
-    }
+    const bool named = !made.knots.empty();
+    for (std::size_t i = 0; i < made.reduced.size(); ++i)
+        out_ << words::csv_row({molecule_->file, molecule_->model, molecule_->chains[i].name,
+                                std::to_string(made.closure), std::to_string(made.reduced[i].beads.size()),
+                                named ? text(made.knots[i]) : "",
+                                named ? words::yes_or_no(made.knots[i].proven) : ""});
     next_.closure_counted(made);
 }
 

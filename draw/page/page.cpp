@@ -1,6 +1,5 @@
 #include "draw/page/page.hpp"
 
-#include "app/report/fingerprint_report.hpp"
 #include "draw/matrix.hpp"
 #include "draw/page/assets.hpp"
 #include "draw/palette.hpp"
@@ -142,7 +141,7 @@ std::string fingerprint_page(const fingerprint::ChainFingerprint& of,
         Json row = {{"colour", knot_colour(of, number_of(place, of), 1.0)}, {"stretch", nullptr}};
         std::string core = "none", tails;
         if (place.core) {
-            const auto [before, after] = app::tails_of(*place.core, of);
+            const auto [before, after] = tails_of(*place.core, of.matrix.beads());
             core = of.residues[place.core->first].text() + " to " + of.residues[place.core->last].text();
             tails = std::to_string(before) + " and " + std::to_string(after);
             row["stretch"] = json_of(of, beads, *place.core);

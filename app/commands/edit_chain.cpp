@@ -1,6 +1,8 @@
-#include "app/commands/operations.hpp"
+#include "app/commands/edit_chain.hpp"
 
-#include "app/commands/files.hpp"
+#include "app/errors.hpp"
+#include "polymer/bonds.hpp"
+#include "read/read.hpp"
 #include "words/residues.hpp"
 #include "words/text.hpp"
 #include "write/chain_text.hpp"
@@ -37,7 +39,7 @@ std::vector<polymer::ResidueId> residues_after(const polymer::NamedChain& before
 
 polymer::NamedChain only_chain(const ChainArguments& given) {
     std::vector<polymer::Molecule> molecules =
-        read::read_molecules(given.file, selection_of(given.selecting));
+        read::read_molecules(given.file, given.selection);
     if (molecules.size() > 1) throw std::runtime_error("several models; choose one with --model");
     std::vector<polymer::NamedChain>& chains = molecules.front().chains;
     tell_notes_in_chains(molecules.front());
@@ -45,7 +47,7 @@ polymer::NamedChain only_chain(const ChainArguments& given) {
         for (const std::string& note : chain.notes)
             std::cerr << "loopwise: " << given.file << ": note: " << note << '\n';
     if (chains.size() == 1) {
-        read::cut(chains.front(), given.selecting.first, given.selecting.last);
+        given.cut(chains.front());
         return std::move(chains.front());
     }
     std::vector<std::string> names;
@@ -96,14 +98,12 @@ void refuse_other_formats(const std::string& output) {
 
 } // namespace
 
-void declare(CLI::App& app, ChainArguments& into) {
-    app.add_option("FILE", into.file, read::readable_formats())->required();
-    declare_selecting(app, into.selecting);
-    app.add_option("-o,--output", into.output,
-                   "Write to this file, whole or not at all (default: standard output)")
-        ->option_text("FILE");
-    app.add_flag("--pdb", into.pdb,
-                 "Write PDB with CONECT records (default where the output ends in .pdb or .ent)");
+void declare(CommandLine& line, ChainArguments& into) {
+    line.file(into.file, read::readable_formats());
+    declare_selecting(line, into);
+    line.text({"-o,--output", "FILE", "Write to this file, whole or not at all (default: standard output)"},
+              into.output);
+    line.flag("--pdb", into.pdb, "Write PDB with CONECT records (default if the output ends in .pdb or .ent)");
 }
 
 int edit_chain(const ChainArguments& given, const std::function<bool(Chain&)>& edit) {
