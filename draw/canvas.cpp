@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <limits>
 #include <numbers>
 #include <sstream>
@@ -65,6 +66,17 @@ std::string disc(Spot centre, double radius, const std::string& attributes) {
 std::string words(Spot at, const std::string& text, const std::string& attributes) {
     return "<text x=\"" + number(at.x) + "\" y=\"" + number(at.y) + "\" " + attributes + ">" + escaped(text) +
            "</text>\n";
+}
+
+std::string file_title(const std::string& file) {
+    std::filesystem::path path = std::filesystem::path(file).filename();
+    if (path == "-") return "standard input";
+    if (path.extension() == ".gz") path = path.stem();
+    return path.stem().string();
+}
+
+std::string title_of(const std::string& file, const std::string& chain) {
+    return file_title(file) + (chain.empty() ? "" : ", chain " + chain);
 }
 
 void Labels::avoid(Spot from, Spot to) {

@@ -1,4 +1,4 @@
-// Pieces of SVG, and labels that find a free place.
+// Pieces of SVG, titles, and labels that find a free place.
 #pragma once
 
 #include <string>
@@ -21,6 +21,10 @@ std::string escaped(const std::string& text);
 std::string line(Spot from, Spot to, const std::string& attributes);
 std::string disc(Spot centre, double radius, const std::string& attributes);
 std::string words(Spot at, const std::string& text, const std::string& attributes);
+
+/// The name of a file without its folder and its endings.
+std::string file_title(const std::string& file);
+std::string title_of(const std::string& file, const std::string& chain);
 
 /// Finds places for labels inside a frame so that they cover each other and what is drawn little.
 class Labels {

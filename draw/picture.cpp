@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 
 namespace loopwise::draw {
 namespace {
@@ -146,12 +145,9 @@ std::string knot_shown(const survey::Result& result) {
 }
 
 std::string title(const survey::Result& result, double width) {
-    std::filesystem::path file = std::filesystem::path(result.file).filename();
-    if (file == "-") file = "standard input";
-    if (file.extension() == ".gz") file = file.stem();
     const std::string model = result.model.empty() ? "" : ", model " + result.model;
     return words({0.5 * width, 38.0},
-                 file.stem().string() + model + chains_in_title(result) + ": " +
+                 file_title(result.file) + model + chains_in_title(result) + ": " +
                      counted(result.whole.beads, noun(result)) + knot_shown(result),
                  "text-anchor=\"middle\" font-size=\"26\" font-weight=\"bold\" fill=\"" + std::string(ink) +
                      "\"");

@@ -4,7 +4,7 @@
 #include "app/commands/selecting.hpp"
 #include "app/progress.hpp"
 #include "app/report/fingerprint_report.hpp"
-#include "draw/matrix.hpp"
+#include "draw/matrix_picture.hpp"
 #include "draw/page/page.hpp"
 #include "draw/viewers.hpp"
 #include "write/outputs.hpp"
@@ -21,6 +21,7 @@ namespace {
 constexpr std::size_t largest_step = 1'000'000;
 constexpr unsigned most_threads = 1024;
 constexpr double half = 0.5;
+constexpr std::size_t most_shown = 2000; ///< subchains of which a page holds a closure
 
 constexpr const char* footer =
     R"(For each stretch of a chain its ends are moved out along directions of a table, each loop is reduced and
@@ -43,19 +44,19 @@ struct Arguments {
     std::string matrix, svg, html, pymol, chimerax;
     fingerprint::FingerprintPlan plan;
     double least_share = half;
-    bool json = false, csv = false;
+    bool full = false, json = false, csv = false;
 };
 
 void declare(CLI::App& app, Arguments& into) {
     fingerprint::FingerprintPlan& plan = into.plan;
     plan.threads = std::max(1U, std::thread::hardware_concurrency());
     app.add_option("FILE", into.files, read::readable_formats())->required()->option_text("...");
-    auto* step = app.add_option("--step", plan.step,
+    auto* step = app.add_option("--step", plan.policy.step,
                                 "Residues from line to line of the grid, and every border to the residue\n"
                                 "(default: 40 lines, fewer where these take long, and what seconds allow)")
                      ->check(CLI::Range(std::size_t{1}, largest_step))
                      ->option_text("N");
-    app.add_flag("--full", plan.full, "Close every stretch")->excludes(step);
+    app.add_flag("--full", into.full, "Close every stretch")->excludes(step);
     app.add_option("--closures", plan.closures, "Closures of each stretch, spread evenly (default 100)")
         ->check(CLI::Range(std::size_t{1}, fingerprint::farthest_point_order().size()))
         ->option_text("1..400");
@@ -85,10 +86,11 @@ class Watch final : public fingerprint::FingerprintWatcher {
     Watch(Progress& progress, const fingerprint::FingerprintPlan& plan, const std::string& label,
           std::size_t file_number)
         : progress_(progress), plan_(plan), label_(label), file_number_(file_number) {}
-    void subchain_done(std::size_t done, std::size_t) override { done_ = done; }
-    void part_done(double part) override { progress_.show_part(done_, part); }
+    void subchain_closed(std::size_t done, std::size_t, double part) override {
+        progress_.show_part(done, part);
+    }
     void closure_begins() override { stop_if_interrupted(); }
-    void all_begin(double work) override {
+    void every_subchain_begins(double work) override {
         const double seconds =
             work * static_cast<double>(plan_.closures) * fingerprint::seconds_per_work / plan_.threads;
         if (seconds < long_work) return;
@@ -105,7 +107,6 @@ class Watch final : public fingerprint::FingerprintWatcher {
     const fingerprint::FingerprintPlan& plan_;
     const std::string& label_;
     std::size_t file_number_;
-    std::atomic<std::size_t> done_ = 0;
 };
 
 class Run {
@@ -117,7 +118,7 @@ class Run {
                                                       : Format::text,
                                           std::cout, plan_, given.least_share)) {
         plan_.most_memory = available_memory();
-        plan_.bounded = plan_.step == 0 && !plan_.full;
+        if (given.full) plan_.policy.step = 1;
     }
 
     int all_files() {
@@ -161,20 +162,29 @@ class Run {
         fingerprint.model = molecule.model;
         progress_.clear();
         report_->add(fingerprint);
-        if (!std::exchange(drawn_, true)) write_files(fingerprint, chain.beads, errors);
+        if (!std::exchange(drawn_, true)) write_files(fingerprint, chain.beads, watch, errors);
     }
 
-    void write_files(const fingerprint::ChainFingerprint& of, const Chain& beads,
-                     ErrorReporter& errors) const {
+    void write_files(const fingerprint::ChainFingerprint& of, const Chain& beads, Watch& watch,
+                     ErrorReporter& errors) {
         const std::vector<fingerprint::KnotPlace> places = places_shown(of, given_.least_share);
         const auto write = [&](const std::string& path, const auto& text) {
             if (!path.empty()) errors.attempt(path, [&] { write::write_whole(path, text()); });
         };
         write(given_.matrix, [&] { return matrix_csv(of); });
-        write(given_.svg, [&] { return draw::matrix_picture(of, places); });
-        write(given_.html, [&] { return draw::fingerprint_page(of, places, beads); });
+        write(given_.svg, [&] { return draw::matrix_svg(draw::picture_of(of, places)); });
+        write(given_.html, [&] { return page(of, places, beads, watch); });
         write(given_.pymol, [&] { return draw::pymol_script(of, places); });
         write(given_.chimerax, [&] { return draw::chimerax_script(of, places); });
+    }
+
+    std::string page(const fingerprint::ChainFingerprint& of,
+                     const std::vector<fingerprint::KnotPlace>& places, const Chain& beads, Watch& watch) {
+        progress_.begin("closures for " + given_.html, file_number_);
+        const std::vector<fingerprint::TypicalClosure> closures = fingerprint::typical_closures(
+            beads, of, fingerprint::shown_subchains(of, places, most_shown), plan_.threads, watch);
+        progress_.clear();
+        return draw::fingerprint_page(of, places, beads, closures);
     }
 
     const Arguments& given_;

@@ -17,7 +17,7 @@ class CsvFingerprints final : public FingerprintReport {
             out_ << start(of) << ',' << csv_field(place.knot) << ',' << fixed(place.share, 4) << ','
                  << fixed(place.greatest_share, 4) << ',';
             if (place.core) {
-                const auto [before, after] = tails_of(*place.core, of);
+                const auto [before, after] = fingerprint::tails_of(*place.core, of.matrix.beads());
                 out_ << csv_field(of.labels[place.core->first]) << ','
                      << csv_field(of.labels[place.core->last]) << ',' << before << ',' << after;
             } else
@@ -45,7 +45,7 @@ std::string matrix_csv(const fingerprint::ChainFingerprint& of) {
     std::string text = "first,last,knot,share\n";
     of.matrix.for_each_tested([&](fingerprint::Subchain s, const fingerprint::FingerprintMatrix::Cell& cell) {
         text += csv_field(of.labels[s.first]) + ',' + csv_field(of.labels[s.last]) + ',' +
-                csv_field(of.names[cell.knot]) + ',' + fixed(of.share_of(cell), 4) + '\n';
+                csv_field(of.names[cell.knot]) + ',' + fixed(of.share_of(cell.closures), 4) + '\n';
     });
     return text;
 }

@@ -18,7 +18,7 @@ Json json_of(const fingerprint::KnotPlace& place, const fingerprint::ChainFinger
     Json json = {{"knot", place.knot}, {"share", place.share}, {"greatest_share", place.greatest_share}};
     if (place.core) {
         json["core"] = {residue(of.labels[place.core->first]), residue(of.labels[place.core->last])};
-        json["tails"] = tails_of(*place.core, of);
+        json["tails"] = fingerprint::tails_of(*place.core, of.matrix.beads());
     } else {
         json["core"] = json["tails"] = nullptr;
     }

@@ -30,11 +30,6 @@ std::vector<fingerprint::KnotPlace> places_shown(const fingerprint::ChainFingerp
     return places;
 }
 
-std::array<std::size_t, 2> tails_of(const fingerprint::Subchain& subchain,
-                                    const fingerprint::ChainFingerprint& fingerprint) {
-    return {subchain.first, fingerprint.matrix.beads() - 1 - subchain.last};
-}
-
 std::string fixed(double value, int digits) {
     std::ostringstream text;
     text.imbue(std::locale::classic());

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/report/report.hpp"
+#include "fingerprint/cores.hpp"
 #include "fingerprint/fingerprint.hpp"
 
 namespace loopwise::app {
@@ -30,11 +31,7 @@ std::unique_ptr<FingerprintReport> make_csv_fingerprints(std::ostream& out, doub
 std::vector<fingerprint::KnotPlace> places_shown(const fingerprint::ChainFingerprint& fingerprint,
                                                  double least_share);
 
-/// The beads in front of a stretch and behind it.
-std::array<std::size_t, 2> tails_of(const fingerprint::Subchain& subchain,
-                                    const fingerprint::ChainFingerprint& fingerprint);
-
-/// Every stretch that was tested, a row each: first and last residue, knot, share.
+/// A row for every tested subchain: first and last residue, knot, share.
 std::string matrix_csv(const fingerprint::ChainFingerprint& fingerprint);
 
 /// With as many digits after the point, whatever the locale.

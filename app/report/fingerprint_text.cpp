@@ -63,7 +63,7 @@ class TextFingerprints final : public FingerprintReport {
             out_ << "  " << std::left << std::setw(10) << place.knot << std::right << std::setw(9)
                  << percent(place.share) << std::setw(10) << percent(place.greatest_share) << "  ";
             if (place.core) {
-                const auto [before, after] = tails_of(*place.core, of);
+                const auto [before, after] = fingerprint::tails_of(*place.core, of.matrix.beads());
                 out_ << std::left << std::setw(14)
                      << of.labels[place.core->first] + "-" + of.labels[place.core->last] << std::right
                      << std::setw(8) << place.core->size() << "  " << before << " and " << after;

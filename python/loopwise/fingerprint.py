@@ -135,13 +135,17 @@ class Fingerprint:
         )
 
     def plot(self) -> "Figure":
-        """The matrix: a hue for each knot, as strong as its share, the cores marked. Needs matplotlib."""
+        """The picture of :meth:`to_svg` as a figure of matplotlib, which is needed."""
         from .pictures import fingerprint_figure
 
         return fingerprint_figure(self)
 
     def to_svg(self) -> str:
-        """The same as the text of an SVG picture, for which nothing is needed; the last beads upwards."""
+        """The matrix as the text of an SVG picture: first residues across, last residues upwards, a colour for each
+        knot, stronger for a greater share, the cores marked."""
+        return str(self._picture()["svg"])
+
+    def _picture(self) -> dict[str, Any]:
         given = {
             "chain": self.chain.name or "chain",
             "labels": self.chain.labels,
@@ -195,10 +199,10 @@ def fingerprint(
     ('-3_1', True)
     """
     one = as_chain(chain)
+    grid_step = 0 if step is None else within("step", step, 1, 2**31)
     plan = {
-        "step": 0 if step is None else within("step", step, 1, 2**31),
+        "step": 1 if full else grid_step,
         "closures": within("closures", closures, 1, 400),
-        "full": bool(full),
         "threads": threads_for(threads),
         "most_memory": within("most_memory", most_memory, 0, 2**63),
     }
