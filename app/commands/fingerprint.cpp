@@ -1,4 +1,4 @@
-// `loopwise fingerprint`: the knot of every stretch of a chain, its core and its slipknots.
+// `loopwise fingerprint`: the knot of every subchain of a chain, cores and slipknots.
 #include "app/commands/command.hpp"
 #include "app/commands/files.hpp"
 #include "app/commands/selecting.hpp"
@@ -24,13 +24,13 @@ constexpr double half = 0.5;
 constexpr std::size_t most_shown = 2000; ///< subchains of which a page holds a closure
 
 constexpr const char* footer =
-    R"(For each stretch of a chain its ends are moved out along directions of a table, each loop is reduced and
-its knot named. The core of a knot is the shortest stretch of which at least half the closures give it;
-a slipknot is knotted although the chain, or clearly a longer stretch around it, is not, or otherwise.
+    R"(Each subchain is closed: both ends are moved out along directions of a table. Each loop is reduced and
+its knot named. The core of a knot is the shortest subchain that is this knot in at least half of its closures.
+A slipknot is a knotted subchain inside a longer subchain that is unknotted or a different knot.
 
-Without --full a grid of stretches is closed, and refined where neighbours differ: to the residue, cores
-first, as far as an amount of work goes that is fixed by the chain's length. The report says where it ended.
-Files are written for the first chain, each whole or not at all.
+By default a grid of subchains is closed, and refined along the borders between knots, cores first, until a
+limit of work is reached that the chain's length sets. The report says to within how many residues the
+borders are known then. Files are written for the first chain, each whole or not at all.
 
 Examples:
   loopwise fingerprint chain.txt
@@ -52,12 +52,12 @@ void declare(CLI::App& app, Arguments& into) {
     plan.threads = std::max(1U, std::thread::hardware_concurrency());
     app.add_option("FILE", into.files, read::readable_formats())->required()->option_text("...");
     auto* step = app.add_option("--step", plan.policy.step,
-                                "Residues from line to line of the grid, and every border to the residue\n"
-                                "(default: 40 lines, fewer where these take long, and what seconds allow)")
+                                "Residues between two lines of the grid; follow every border to the residue\n"
+                                "(default: length / 40, coarser if the work limit requires it)")
                      ->check(CLI::Range(std::size_t{1}, largest_step))
                      ->option_text("N");
-    app.add_flag("--full", into.full, "Close every stretch")->excludes(step);
-    app.add_option("--closures", plan.closures, "Closures of each stretch, spread evenly (default 100)")
+    app.add_flag("--full", into.full, "Close every subchain")->excludes(step);
+    app.add_option("--closures", plan.closures, "Closures of each subchain, spread evenly (default 100)")
         ->check(CLI::Range(std::size_t{1}, fingerprint::farthest_point_order().size()))
         ->option_text("1..400");
     app.add_option("--min-share", into.least_share, "Report knots that reach this share (default 0.5)")
@@ -69,9 +69,9 @@ void declare(CLI::App& app, Arguments& into) {
         ->option_text("N");
     auto* json = app.add_flag("--json", into.json, "Report as JSON");
     app.add_flag("--csv", into.csv, "Report as CSV, one row for each knot")->excludes(json);
-    app.add_option("--matrix", into.matrix, "Write the stretches that were closed to this CSV file")
+    app.add_option("--matrix", into.matrix, "Write the subchains that were closed to this CSV file")
         ->option_text("FILE");
-    app.add_option("--svg", into.svg, "Draw all stretches to this file")->option_text("FILE");
+    app.add_option("--svg", into.svg, "Draw all subchains to this SVG file")->option_text("FILE");
     app.add_option("--html", into.html, "Write a page with the chain in three dimensions, for a browser")
         ->option_text("FILE");
     app.add_option("--pymol", into.pymol, "Write a PyMOL script that colours cores")->option_text("FILE");
@@ -95,9 +95,9 @@ class Watch final : public fingerprint::FingerprintWatcher {
             work * static_cast<double>(plan_.closures) * fingerprint::seconds_per_work / plan_.threads;
         if (seconds < long_work) return;
         progress_.clear();
-        std::cerr << "loopwise: note: " << label_ << ": every stretch takes some "
+        std::cerr << "loopwise: note: " << label_ << ": closing every subchain takes some "
                   << std::llround(std::max(1.0, seconds / seconds_per_hour))
-                  << " h; without --full it is far less\n";
+                  << " h; it is far less without --full\n";
         progress_.begin(label_, file_number_);
     }
 
@@ -112,7 +112,7 @@ class Watch final : public fingerprint::FingerprintWatcher {
 class Run {
   public:
     explicit Run(const Arguments& given)
-        : given_(given), plan_(given.plan), progress_(given.files.size(), "stretches"),
+        : given_(given), plan_(given.plan), progress_(given.files.size(), "subchains"),
           report_(make_fingerprint_report(given.json  ? Format::json
                                           : given.csv ? Format::csv
                                                       : Format::text,
@@ -154,7 +154,7 @@ class Run {
                    ErrorReporter& errors) {
         read::cut(chain, given_.selecting.first, given_.selecting.last);
         if (polymer::is_ring(chain))
-            throw std::runtime_error("is a ring, which has no ends to take residues off");
+            throw std::runtime_error("is a ring; only open chains have a fingerprint");
         progress_.begin(label, file_number_);
         Watch watch(progress_, plan_, label, file_number_);
         fingerprint::ChainFingerprint fingerprint =

@@ -9,7 +9,7 @@ std::span<const Command> commands() {
         Command{"survey", "Close chains in many ways, reduce every loop and count what is left",
                 declare_survey},
         Command{"knot", "Name the knot of closed polygons as they are", declare_knot},
-        Command{"fingerprint", "Find the knot of every stretch of a chain, its core and slipknots",
+        Command{"fingerprint", "Find the knot of every subchain of a chain, cores and slipknots",
                 declare_fingerprint},
         Command{"close", "Make a loop of a chain", declare_close},
         Command{"reduce", "Take away the beads that a chain's entanglement does not need", declare_reduce},

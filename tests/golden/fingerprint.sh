@@ -20,7 +20,7 @@ ls never.html* 2>&1
 awk 'function step() { seed = (seed * 16807) % 2147483647; return 7 * seed / 2147483647 - 3.5 }
     BEGIN { seed = 1; for (i = 1; i <= 1500; ++i) print i, x += step(), y += step(), z += step() }' >walk.txt
 loopwise fingerprint --closures 2 --html never.html walk.txt >report &
-until grep -q closed, report; do sleep 0.01; done
+until grep -qs closed, report || ! kill -0 $!; do sleep 0.01; done
 kill -INT $!
 wait $!
 echo "-> $?"
