@@ -9,7 +9,7 @@ ChainFingerprint fingerprint_of(const std::string& file, const polymer::NamedCha
                                 const FingerprintPlan& plan, FingerprintWatcher& watcher) {
     if (chain.beads.empty()) throw std::invalid_argument("the chain has no atom");
     if (plan.closures == 0 || plan.closures > farthest_point_order().size())
-        throw std::invalid_argument("between 1 and 400 closures of a stretch can be made");
+        throw std::invalid_argument("between 1 and 400 closures of a subchain can be made");
     ChainFingerprint result{sample_subchains(chain.beads, plan, watcher)};
     result.file = file;
     result.chain = chain.name;

@@ -20,7 +20,7 @@ class TextFingerprints final : public FingerprintReport {
   public:
     TextFingerprints(std::ostream& out, const fingerprint::FingerprintPlan& plan, double least_share)
         : out_(out), least_share_(least_share) {
-        out_ << "The knot of every stretch, by " << counted(plan.closures, "closure") << " of each\n";
+        out_ << "The knot of every subchain, by " << counted(plan.closures, "closure") << " of each\n";
     }
 
     void add(const fingerprint::ChainFingerprint& of) override {
@@ -43,10 +43,10 @@ class TextFingerprints final : public FingerprintReport {
                  << within(std::max(of.depth_within[0], of.depth_within[1])) << '\n';
         const std::vector<fingerprint::KnotPlace> places = places_shown(of, least_share_);
         if (places.empty())
-            out_ << "  no stretch has a knot in " << percent(least_share_) << " of its closures\n";
+            out_ << "  no subchain has a knot in " << percent(least_share_) << " of its closures\n";
         else
             show(places, of);
-        out_ << "  " << of.tested << (of.tested == 1 ? " stretch" : " stretches") << " closed, "
+        out_ << "  " << of.tested << (of.tested == 1 ? " subchain" : " subchains") << " closed, "
              << (of.step == 1 ? "every one"
                               : "on a grid of " + std::to_string(of.step) + ", refined at borders")
              << '\n';
