@@ -1,6 +1,6 @@
 #include "draw/viewers.hpp"
 
-#include "draw/matrix.hpp"
+#include "draw/knot_colours.hpp"
 
 #include <algorithm>
 #include <map>
@@ -10,7 +10,7 @@ namespace loopwise::draw {
 namespace {
 
 constexpr const char* rest_colour = "#d4d6da";
-constexpr double tail_strength = 0.2;
+constexpr std::size_t tail_shade = 0;
 constexpr std::size_t longest_name = 30; // of a knot, in the name of a selection
 
 /// A selection that a script colours. Later ones colour over earlier ones.
@@ -40,7 +40,7 @@ std::vector<Part> parts_of(const fingerprint::ChainFingerprint& of,
     std::vector<Part> parts;
     if (!places.empty() && places.front().knot == of.knot) {
         const fingerprint::Subchain core = *places.front().core;
-        const std::string colour = knot_colour(of, number_of(places.front(), of), tail_strength);
+        const std::string colour = knot_colour(of, number_of(places.front(), of), tail_shade);
         const std::size_t end = of.matrix.beads() - 1;
         if (core.first > 0) parts.push_back({"tail_before", colour, "before the core", {0, core.first - 1}});
         if (core.last < end) parts.push_back({"tail_after", colour, "behind the core", {core.last + 1, end}});
@@ -53,7 +53,7 @@ std::vector<Part> parts_of(const fingerprint::ChainFingerprint& of,
     for (const fingerprint::KnotPlace& place : places)
         parts.push_back({(place.slipknot ? "slipknot_" : "core_") +
                              plain(short_text(place.knot, longest_name)) + "_" + std::to_string(++number),
-                         knot_colour(of, number_of(place, of), 1.0),
+                         knot_colour(of, number_of(place, of)),
                          text(place.knot) + (place.slipknot ? ", slipknot" : ""), *place.core});
     return parts;
 }

@@ -1,4 +1,4 @@
-// Which knot every stretch of a chain is.
+// The knot of every subchain of a chain.
 #include "fingerprint/fingerprint.hpp"
 
 #include "python/background.hpp"
@@ -10,13 +10,15 @@ namespace {
 class JobWatcher final : public fingerprint::FingerprintWatcher {
   public:
     explicit JobWatcher(Job& job) : job_(job) {}
-    void subchain_done(std::size_t done, std::size_t planned) override { job_.reach(done, planned); }
+    void subchain_closed(std::size_t done, std::size_t planned, double) override {
+        job_.reach(done, planned);
+    }
 
   private:
     Job& job_;
 };
 
-/// A square of one number for each stretch, first beads down and last beads across; 0 below the diagonal.
+/// A square of one number for each subchain, first beads down and last beads across; 0 below the diagonal.
 template <class Number, class Value>
 py::array_t<Number> square(const fingerprint::FingerprintMatrix& matrix, const Value& value) {
     const auto beads = static_cast<py::ssize_t>(matrix.beads());
@@ -53,9 +55,7 @@ py::dict fingerprint(const Doubles& xyz, const py::dict& given, const py::object
     named.residues = polymer::residues_of(named.beads);
     fingerprint::FingerprintPlan plan;
     plan.closures = given["closures"].cast<std::size_t>();
-    plan.step = given["step"].cast<std::size_t>();
-    plan.full = given["full"].cast<bool>();
-    plan.bounded = plan.step == 0 && !plan.full;
+    plan.policy.step = given["step"].cast<std::size_t>();
     plan.threads = given["threads"].cast<unsigned>();
     plan.most_memory = given["most_memory"].cast<std::size_t>();
     const auto found = in_background<fingerprint::ChainFingerprint>(

@@ -33,7 +33,8 @@ std::string listed(const std::vector<std::string>& names) {
 
 std::string csv_row(const std::vector<std::string>& fields) {
     std::string row;
-    for (const std::string& field : fields) row.append(&field == &fields.front() ? "" : ",").append(csv_field(field));
+    for (const std::string& field : fields)
+        row.append(&field == &fields.front() ? "" : ",").append(csv_field(field));
     return row + '\n';
 }
 
@@ -64,6 +65,10 @@ std::string without_gz(const std::string& path) {
 
 std::string file_title(const std::string& path) {
     return path == "-" ? "standard input" : std::filesystem::path(without_gz(path)).stem().string();
+}
+
+std::string title(const std::string& path, const std::string& chain) {
+    return file_title(path) + (chain.empty() ? "" : ", chain " + chain);
 }
 
 std::string quoted(std::string_view text) {

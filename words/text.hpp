@@ -29,6 +29,7 @@ std::string without_gz(const std::string& path);
 
 /// A file in a title: its name without folder, extension and .gz.
 std::string file_title(const std::string& path);
+std::string title(const std::string& path, const std::string& chain);
 
 inline const char* yes_or_no(bool is) { return is ? "yes" : "no"; }
 

@@ -1,13 +1,12 @@
-// `loopwise fingerprint`: the knot of every subchain of a chain, its core and its slipknots.
+// `loopwise fingerprint`: the knot of every subchain of a chain, cores and slipknots.
 #include "app/commands/command.hpp"
 #include "app/commands/run.hpp"
 #include "app/report/fingerprint_entry.hpp"
-#include "draw/matrix.hpp"
+#include "draw/matrix_picture.hpp"
 #include "draw/page/page.hpp"
 #include "draw/viewers.hpp"
 #include "write/whole_file.hpp"
 
-#include <atomic>
 #include <cmath>
 #include <fstream>
 #include <iostream>
@@ -20,15 +19,16 @@ namespace {
 
 constexpr std::size_t largest_step = 1'000'000;
 constexpr double half = 0.5;
+constexpr std::size_t most_shown = 2000; ///< subchains of which a page holds a closure
 
 constexpr const char* footer =
-    R"(For each stretch of a chain its ends are moved out along directions of a table, each loop is reduced and
-its knot named. The core of a knot is the shortest stretch of which at least half the closures give it;
-a slipknot is knotted although the chain, or clearly a longer stretch around it, is not, or otherwise.
+    R"(Each subchain is closed: both ends are moved out along directions of a table. Each loop is reduced and
+its knot named. The core of a knot is the shortest subchain that is this knot in at least half of its closures.
+A slipknot is a knotted subchain inside a longer subchain that is unknotted or a different knot.
 
-Without --full a grid of stretches is closed, and refined where neighbours differ: to the residue, cores
-first, as far as an amount of work goes that is fixed by the chain's length. The report says where it ended.
-Files are written for the first chain, each whole or not at all.
+By default a grid of subchains is closed, and refined along the borders between knots, cores first, until a
+limit of work is reached that the chain's length sets. The report says to within how many residues the
+borders are known then. Files are written for the first chain, each whole or not at all.
 
 Examples:
   loopwise fingerprint chain.txt
@@ -40,6 +40,7 @@ struct Arguments : Inputs {
     std::string matrix, svg, html, pymol, chimerax;
     fingerprint::FingerprintPlan plan;
     double least_share = half;
+    bool full = false;
 };
 
 void declare(CommandLine& line, Arguments& into) {
@@ -47,8 +48,8 @@ void declare(CommandLine& line, Arguments& into) {
     line.number<std::size_t>({"--step", "N",
                               "Residues between two lines of the grid; follow every border to the residue\n"
                               "(default: length / 40, coarser if the work limit requires it)"},
-                             {1, largest_step}, plan.step);
-    line.flag("--full", plan.full, "Close every subchain");
+                             {1, largest_step}, plan.policy.step);
+    line.flag("--full", into.full, "Close every subchain");
     line.exclusive({"--full", "--step"});
     line.number<std::size_t>(
         {"--closures", "1..400", "Closures of each subchain, spread evenly (default 100)"},
@@ -87,10 +88,11 @@ class Watch final : public fingerprint::FingerprintWatcher {
   public:
     Watch(Run& run, const fingerprint::FingerprintPlan& plan, const std::string& label)
         : run_(run), plan_(plan), label_(label) {}
-    void subchain_done(std::size_t done, std::size_t) override { done_ = done; }
-    void part_done(double part) override { run_.progress().show_part(done_, part); }
+    void subchain_closed(std::size_t done, std::size_t, double part) override {
+        run_.progress().show_part(done, part);
+    }
     void closure_begins() override { stop_if_interrupted(); }
-    void all_begin(double work) override {
+    void every_subchain_begins(double work) override {
         const double seconds =
             work * static_cast<double>(plan_.closures) * fingerprint::seconds_per_work / plan_.threads;
         if (seconds < long_work) return;
@@ -106,7 +108,6 @@ class Watch final : public fingerprint::FingerprintWatcher {
     Run& run_;
     const fingerprint::FingerprintPlan& plan_;
     const std::string& label_;
-    std::atomic<std::size_t> done_ = 0;
 };
 
 class FingerprintRun {
@@ -115,7 +116,7 @@ class FingerprintRun {
         : given_(given), plan_(given.plan),
           run_(given, fingerprint_head(plan_.closures, given.least_share), "subchains") {
         plan_.most_memory = available_memory();
-        plan_.bounded = plan_.step == 0 && !plan_.full;
+        if (given.full) plan_.policy.step = 1;
     }
 
     int all_files() {
@@ -130,18 +131,27 @@ class FingerprintRun {
             of.model = molecule.model;
             const std::vector<fingerprint::KnotPlace> places = places_shown(of, given_.least_share);
             run_.add(FingerprintEntry(of, places, given_.least_share));
-            if (!std::exchange(drawn_, true)) write_files(of, places, chain.beads);
+            if (!std::exchange(drawn_, true)) write_files(of, places, chain.beads, watch);
         });
     }
 
   private:
     void write_files(const fingerprint::ChainFingerprint& of,
-                     const std::vector<fingerprint::KnotPlace>& places, const Chain& beads) {
+                     const std::vector<fingerprint::KnotPlace>& places, const Chain& beads, Watch& watch) {
         run_.write(given_.matrix, [&] { return matrix_csv(of); });
-        run_.write(given_.svg, [&] { return draw::matrix_picture(of, places); });
-        run_.write(given_.html, [&] { return draw::fingerprint_page(of, places, beads); });
+        run_.write(given_.svg, [&] { return draw::matrix_svg(draw::picture_of(of, places)); });
+        run_.write(given_.html, [&] { return page(of, places, beads, watch); });
         run_.write(given_.pymol, [&] { return draw::pymol_script(of, places); });
         run_.write(given_.chimerax, [&] { return draw::chimerax_script(of, places); });
+    }
+
+    std::string page(const fingerprint::ChainFingerprint& of,
+                     const std::vector<fingerprint::KnotPlace>& places, const Chain& beads, Watch& watch) {
+        run_.begin("closures for " + given_.html);
+        return draw::fingerprint_page(
+            of, places, beads,
+            fingerprint::typical_closures(beads, of, fingerprint::shown_subchains(of, places, most_shown),
+                                          plan_.threads, watch));
     }
 
     const Arguments& given_;

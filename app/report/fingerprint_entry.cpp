@@ -2,6 +2,7 @@
 
 #include "app/report/json_values.hpp"
 #include "app/report/knot_table.hpp"
+#include "fingerprint/cores.hpp"
 #include "words/numbers.hpp"
 #include "words/residues.hpp"
 #include "words/text.hpp"
@@ -29,7 +30,7 @@ Json json_of(const KnotPlace& place, const fingerprint::ChainFingerprint& of) {
     const auto& core = place.core;
     json["core"] =
         core ? Json{residue_json(of.residues[core->first]), residue_json(of.residues[core->last])} : Json();
-    json["tails"] = core ? Json(tails_of(*core, of.matrix.beads())) : Json();
+    json["tails"] = core ? Json(fingerprint::tails_of(*core, of.matrix.beads())) : Json();
     json["core_within"] = core ? Json(place.core_within) : Json();
     json["slipknot"] = place.slipknot;
     return json;
@@ -88,7 +89,7 @@ std::string FingerprintEntry::table() const {
         text += "  " + words::left(names[i + 1], width) + words::right(percent(place.share), 9) +
                 words::right(percent(place.greatest_share), 10) + "  ";
         if (place.core) {
-            const auto [before, after] = tails_of(*place.core, of_.matrix.beads());
+            const auto [before, after] = fingerprint::tails_of(*place.core, of_.matrix.beads());
             text += words::left(words::range(of_.residues[place.core->first], of_.residues[place.core->last]),
                                 14) +
                     words::right(std::to_string(place.core->size()), 8) + "  " + std::to_string(before) +
@@ -137,7 +138,7 @@ std::vector<Row> FingerprintEntry::rows() const {
     for (const KnotPlace& place : places_) {
         Row core(4), core_within(1);
         if (place.core) {
-            const auto [before, after] = tails_of(*place.core, of_.matrix.beads());
+            const auto [before, after] = fingerprint::tails_of(*place.core, of_.matrix.beads());
             core = {of_.residues[place.core->first].text(), of_.residues[place.core->last].text(),
                     std::to_string(before), std::to_string(after)};
             core_within = {std::to_string(place.core_within)};
@@ -157,10 +158,10 @@ std::vector<KnotPlace> places_shown(const fingerprint::ChainFingerprint& of, dou
 
 std::string matrix_csv(const fingerprint::ChainFingerprint& of) {
     std::string table = words::csv_row({"first", "last", "knot", "share", "proven"});
-    of.matrix.for_each_tested([&](fingerprint::Subchain s, const fingerprint::FingerprintMatrix::Cell& cell) {
+    of.matrix.for_each_tested([&](fingerprint::Subchain s, const fingerprint::Cell& cell) {
         const knots::KnotType& knot = of.knots[cell.knot];
         table += words::csv_row({of.residues[s.first].text(), of.residues[s.last].text(), knots::text(knot),
-                                 fixed(of.share_of(cell), digits_of_share), yes_or_no(knot.proven)});
+                                 fixed(of.share_of(cell.closures), digits_of_share), yes_or_no(knot.proven)});
     });
     return table;
 }
