@@ -21,9 +21,12 @@ add_library(loopwise_objects OBJECT
   src/projection/planar.cpp
   src/projection/projection.cpp
   src/reduce/filter.cpp
-  src/reduce/filter_kernels.cpp
+  src/reduce/frame.cpp
   src/reduce/intersection.cpp
-    src/reduce/reduction.cpp
+  src/reduce/kernels.cpp
+  src/reduce/kernels_avx2.cpp
+  src/reduce/kernels_avx512.cpp
+  src/reduce/reduction.cpp
   src/reduce/segment_index.cpp
   src/textio/break_check.cpp
   src/textio/number_fields.cpp

@@ -25,26 +25,6 @@ struct Indexing {
     std::size_t fewest_beads = 0;
 };
 
-/// The least and the largest finite coordinates of atoms.
-class Extent {
-  public:
-    void widen(std::span<const ChainAtom> atoms);
-    Frame frame() const;
-
-  private:
-    struct Range {
-        double least = std::numeric_limits<double>::infinity(), most = -least;
-        void widen(double value) {
-            least = value < least ? value : least;
-            most = value > most ? value : most;
-        }
-        bool is_finite() const;
-        double middle() const { return least <= most ? least / 2 + most / 2 : 0; }
-        double reach() const { return std::max(most - middle(), middle() - least); }
-    };
-    Range x_, y_, z_;
-};
-
 /// Takes middle beads of free triangles away until no triangle is free. A triangle is free when contact()
 /// finds nothing between it and any segment that shares no bead with it, of its own component or another. The
 /// first free triangle of the first component goes first, and after every removal the search starts at the

@@ -1,7 +1,7 @@
 // The beads of a component while it is reduced.
 #pragma once
 
-#include "src/reduce/filter.hpp"
+#include "src/reduce/kernels.hpp"
 
 #include <algorithm>
 #include <cstddef>
@@ -66,7 +66,7 @@ template <class Id> class GapBuffer {
 
     Id bead(std::size_t slot) const { return s_.bead[slot]; }
     PointR3 at(std::size_t slot) const { return at_number(s_.bead[slot]); }
-    PointR3 at_number(std::size_t number) const { return position(atoms_[number - first_]); }
+    PointR3 at_number(std::size_t number) const { return model::position(atoms_[number - first_]); }
     Id& blocker(std::size_t slot) const { return s_.blocker[slot]; }
     /// The slot of the bead after another, around the end whether it is closed or not.
     std::size_t next(std::size_t slot) const {
@@ -257,7 +257,7 @@ template <class Id> class GapBuffer {
     bool is_placed() const { return frame_.scale != 0; }
 
     void put(std::size_t slot, const ChainAtom& atom) {
-        const PointR3 p = frame_(position(atom));
+        const PointR3 p = frame_(model::position(atom));
         s_.x[slot] = static_cast<float>(p.x);
         s_.y[slot] = static_cast<float>(p.y);
         s_.z[slot] = static_cast<float>(p.z);

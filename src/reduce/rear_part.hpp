@@ -1,7 +1,7 @@
 // Some of the beads for which a component has no slots, placed for one search.
 #pragma once
 
-#include "src/reduce/filter.hpp"
+#include "src/reduce/kernels.hpp"
 
 #include <algorithm>
 #include <cstddef>

@@ -13,7 +13,7 @@ std::size_t cells_along_edge(std::size_t segments) {
 }
 
 /// A segment that is shorter than this part of the mean is loose, unless it is as long as this part of the frame:
-/// most_turn() hardly grows with shorter ones before that. Late in a reduction the mean is that of a few long ones.
+/// most_parallel() hardly grows with shorter ones before that. Late in a reduction the mean is that of a few long ones.
 constexpr float least_of_mean = 0.25F, least_of_frame = 0x1p-9F;
 
 /// What rounding may do to a coordinate on a face and to the bounds of a run, many times over.
@@ -226,7 +226,7 @@ void SegmentIndex::put_box(std::vector<BoxGroup>& groups, std::size_t i, const B
     group.dz[lane] = box.difference[2];
 }
 
-void SegmentIndex::find_runs(std::size_t face, const Turn& turn) {
+void SegmentIndex::find_runs(std::size_t face, const ParallelQuery& query) {
     runs_.clear();
     const auto edge = static_cast<float>(edge_);
     const auto cell = [&](float x) {
@@ -234,13 +234,13 @@ void SegmentIndex::find_runs(std::size_t face, const Turn& turn) {
     };
     // Of a division by zero, all or nothing is left.
     const auto divisor = [](float x) { return std::copysign(std::max(std::fabs(x), 1e-30F), x); };
-    const float v = divisor(turn.v), w = divisor(turn.w);
-    const float middle = -turn.one / w, reach = (std::fabs(v) + 2 * turn.most) / std::fabs(w) + on_face;
+    const float v = divisor(query.v), w = divisor(query.w);
+    const float middle = -query.one / w, reach = (std::fabs(v) + 2 * query.most) / std::fabs(w) + on_face;
     if (middle - reach > 1 || middle + reach < -1) return;
     // In cells: the line goes through the middle of a row at start + row * slope.
-    const float slope = -turn.w / v, start = (1 - (turn.one + turn.w * (1 / edge - 1)) / v) / 2 * edge;
+    const float slope = -query.w / v, start = (1 - (query.one + query.w * (1 / edge - 1)) / v) / 2 * edge;
     const float width =
-        ((std::fabs(turn.w) * (1 / edge + on_face) + 2 * turn.most) / std::fabs(v) + on_face) / 2 * edge;
+        ((std::fabs(query.w) * (1 / edge + on_face) + 2 * query.most) / std::fabs(v) + on_face) / 2 * edge;
     const std::size_t last_row = cell(middle + reach);
     for (std::size_t row = cell(middle - reach); row <= last_row; ++row) {
         const float at = start + slope * static_cast<float>(row), least = at - width, most = at + width;

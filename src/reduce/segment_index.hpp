@@ -1,7 +1,7 @@
 // For long chains: which segments a triangle may meet, without looking at all of them.
 #pragma once
 
-#include "src/reduce/filter.hpp"
+#include "src/reduce/kernels.hpp"
 
 #include <algorithm>
 #include <array>
@@ -111,7 +111,7 @@ class SegmentIndex {
     void sort_boxes();
     std::size_t cell_of(const Direction& direction) const;
     /// The groups of the cells of a face that a line crosses, row by row.
-    void find_runs(std::size_t face, const Turn& turn);
+    void find_runs(std::size_t face, const ParallelQuery& query);
 
     template <class What, class Group, class Visit>
     static bool for_each(FindInGroups<What, Group> find, const What& what, const Group* groups,
@@ -172,14 +172,14 @@ bool SegmentIndex::search(const Filter& filter, const Triangle& in_frame, Visit 
     if (for_each(kernels_.find_boxes, box_filter, large_boxes_.data(), 0, large, visit_large_box))
         return true;
 
-    const float most = most_turn(filter, shortest_);
+    const float most = most_parallel(filter, shortest_);
     const std::array<float, 5> n{filter.height.x, filter.height.y, filter.height.z, filter.height.x,
                                  filter.height.y};
     for (std::size_t face = 0; face < 3; ++face) {
-        const Turn turn{n[face], n[face + 1], n[face + 2], most};
-        find_runs(face, turn);
+        const ParallelQuery query{n[face], n[face + 1], n[face + 2], most};
+        find_runs(face, query);
         for (const Run& run : runs_)
-            if (for_each(kernels_.find_directions, turn, directions_.data(), run.begin, run.end,
+            if (for_each(kernels_.find_directions, query, directions_.data(), run.begin, run.end,
                          [&](std::size_t j) { return visit_segment(sorted_[j]); }))
                 return true;
     }
