@@ -20,12 +20,14 @@ add_library(loopwise_objects OBJECT
   src/model/points.cpp
   src/projection/planar.cpp
   src/projection/projection.cpp
+  src/reduce/components.cpp
   src/reduce/filter.cpp
   src/reduce/frame.cpp
   src/reduce/intersection.cpp
   src/reduce/kernels.cpp
   src/reduce/kernels_avx2.cpp
   src/reduce/kernels_avx512.cpp
+  src/reduce/overflow_elimination.cpp
   src/reduce/reduction.cpp
   src/reduce/segment_index.cpp
   src/textio/break_check.cpp

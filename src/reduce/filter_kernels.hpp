@@ -16,6 +16,18 @@ template <std::size_t count> struct Lanes {
     static constexpr std::size_t lanes = count;
     using Floats [[gnu::vector_size(4 * count)]] = float;
     using Ints [[gnu::vector_size(4 * count)]] = std::int32_t;
+
+    /// The compiler makes vectors of this.
+    static void put_positions(const Frame& frame, std::span<const ChainAtom> atoms, float* __restrict x,
+                              float* __restrict y, float* __restrict z) {
+        const auto [cx, cy, cz] = frame.centre;
+        const double scale = frame.scale;
+        for (std::size_t j = 0; j < atoms.size(); ++j) {
+            x[j] = static_cast<float>((atoms[j].x - cx) * scale);
+            y[j] = static_cast<float>((atoms[j].y - cy) * scale);
+            z[j] = static_cast<float>((atoms[j].z - cz) * scale);
+        }
+    }
 };
 
 template <class Set> class FilterKernels : Set {
@@ -23,11 +35,11 @@ template <class Set> class FilterKernels : Set {
     static constexpr Kernels table() {
         return {find_candidates, find_in_groups<segments_of, Filter, SegmentGroup>,
                 find_in_groups<boxes_of, BoxFilter, BoxGroup>,
-                find_in_groups<directions_of, ParallelQuery, DirectionGroup>, put_positions};
+                find_in_groups<directions_of, ParallelQuery, DirectionGroup>, Set::put_positions};
     }
 
   private:
-    using Set::lanes, Set::multiply_add, Set::greater, Set::following, Set::keep;
+    using Set::lanes, Set::multiply_add, Set::greater, Set::following;
     using typename Set::Floats, typename Set::Ints;
     static constexpr std::uint32_t all_lanes = (2U << (lanes - 1)) - 1;
 
@@ -54,7 +66,7 @@ template <class Set> class FilterKernels : Set {
     /// GCC would read them anew for each function of them, mostly across two lines of the cache.
     static Points points(const Positions3& at, std::size_t j) {
         Floats x = load(at.x + j), y = load(at.y + j), z = load(at.z + j);
-        keep(x), keep(y), keep(z);
+        Set::keep(x), Set::keep(y), Set::keep(z);
         return {x, y, z};
     }
     static Floats value(const Affine& f, const Points& p) {
@@ -171,42 +183,6 @@ template <class Set> class FilterKernels : Set {
         const Floats along_w = multiply_add(load(&d.w[j]), all(query.w), all(query.one));
         const Floats along = multiply_add(load(&d.v[j]), all(query.v), along_w);
         return ~greater(size(along), all(query.most)) & all_lanes;
-    }
-
-    /// Four atoms at a time: rows of x, y, z and what follows them are turned to columns.
-    static void put_positions(const Frame& frame, std::span<const ChainAtom> atoms, float* x, float* y,
-                              float* z) {
-        using Floats4 = float __attribute__((vector_size(16)));
-        using Doubles4 = double __attribute__((vector_size(32)));
-        using Bits4 = std::int64_t __attribute__((vector_size(32)));
-        static_assert(sizeof(ChainAtom) == sizeof(Bits4));
-        constexpr Bits4 coordinates{-1, -1, -1, 0};
-        const Doubles4 centre{frame.centre.x, frame.centre.y, frame.centre.z, 0};
-        const Doubles4 scale = frame.scale - Doubles4{};
-        std::size_t j = 0;
-        for (; j + 4 <= atoms.size(); j += 4) {
-            Floats4 p[4];
-            for (std::size_t k = 0; k < 4; ++k) {
-                Bits4 bits;
-                __builtin_memcpy(&bits, &atoms[j + k], sizeof bits);
-                p[k] = __builtin_convertvector(
-                    (reinterpret_cast<Doubles4>(bits & coordinates) - centre) * scale, Floats4);
-            }
-            const Floats4 xy01 = __builtin_shufflevector(p[0], p[1], 0, 4, 1, 5);
-            const Floats4 xy23 = __builtin_shufflevector(p[2], p[3], 0, 4, 1, 5);
-            const Floats4 z01 = __builtin_shufflevector(p[0], p[1], 2, 6, 3, 7);
-            const Floats4 z23 = __builtin_shufflevector(p[2], p[3], 2, 6, 3, 7);
-            const Floats4 xs = __builtin_shufflevector(xy01, xy23, 0, 1, 4, 5);
-            const Floats4 ys = __builtin_shufflevector(xy01, xy23, 2, 3, 6, 7);
-            const Floats4 zs = __builtin_shufflevector(z01, z23, 0, 1, 4, 5);
-            __builtin_memcpy(x + j, &xs, sizeof xs);
-            __builtin_memcpy(y + j, &ys, sizeof ys);
-            __builtin_memcpy(z + j, &zs, sizeof zs);
-        }
-        for (; j < atoms.size(); ++j) {
-            const PointR3 p = frame(model::position(atoms[j]));
-            x[j] = static_cast<float>(p.x), y[j] = static_cast<float>(p.y), z[j] = static_cast<float>(p.z);
-        }
     }
 };
 

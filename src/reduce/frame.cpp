@@ -10,31 +10,15 @@ constexpr double least_reach = 1e-30, most_reach = 1e30;
 
 } // namespace
 
-bool Extent::Range::is_finite() const {
-    constexpr double largest = std::numeric_limits<double>::max();
-    return !(least < -largest) && !(most > largest);
-}
-
-// Comparisons with a not-a-number are false, so it widens nothing. The slower loop is for infinities.
+// Comparisons with a not-a-number are false, so it widens nothing.
 void Extent::widen(std::span<const ChainAtom> atoms) {
-    Extent all = *this;
+    Extent all = *this; // in registers
     for (const ChainAtom& atom : atoms) {
         all.x_.widen(atom.x);
         all.y_.widen(atom.y);
         all.z_.widen(atom.z);
     }
-    if (all.x_.is_finite() && all.y_.is_finite() && all.z_.is_finite()) {
-        *this = all;
-        return;
-    }
-    const auto widen_if_finite = [](Range& range, double value) {
-        if (std::isfinite(value)) range.widen(value);
-    };
-    for (const ChainAtom& atom : atoms) {
-        widen_if_finite(x_, atom.x);
-        widen_if_finite(y_, atom.y);
-        widen_if_finite(z_, atom.z);
-    }
+    *this = all;
 }
 
 Frame Extent::frame() const {

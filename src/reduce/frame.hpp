@@ -22,7 +22,7 @@ struct Frame {
     }
 };
 
-/// The smallest box around the finite coordinates of atoms.
+/// The smallest box around atoms, whatever coordinates are not numbers.
 class Extent {
   public:
     void widen(std::span<const ChainAtom> atoms);
@@ -36,7 +36,6 @@ class Extent {
             least = value < least ? value : least;
             most = value > most ? value : most;
         }
-        bool is_finite() const;
         double middle() const { return least <= most ? least / 2 + most / 2 : 0; }
         double reach() const { return std::max(most - middle(), middle() - least); }
     };

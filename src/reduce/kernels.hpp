@@ -5,6 +5,7 @@
 #include "src/reduce/filter.hpp"
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -70,5 +71,21 @@ struct Kernels {
     PutPositions put_positions;
 };
 const Kernels& kernels(model::InstructionSet set);
+
+/// The first candidate from `begin` up to `end` of which is_met() is true, or `end`.
+template <class IsMet>
+std::size_t find_met(FindCandidates find_candidates, const Filter& filter, const Positions3& positions,
+                     std::size_t begin, std::size_t end, IsMet is_met) {
+    while (begin < end) {
+        const Candidates candidates = find_candidates(filter, positions, begin, end);
+        begin = candidates.first;
+        for (std::uint32_t lanes = candidates.lanes; lanes != 0; lanes &= lanes - 1) {
+            const std::size_t j = candidates.first + static_cast<std::size_t>(std::countr_zero(lanes));
+            if (is_met(j)) return j;
+            begin = j + 1;
+        }
+    }
+    return end;
+}
 
 } // namespace loopwise::reduce
