@@ -32,7 +32,6 @@ add_library(loopwise_objects OBJECT
   src/reduce/segment_index.cpp
   src/textio/break_check.cpp
   src/textio/number_fields.cpp
-  src/textio/number_text.cpp
   src/textio/reader.cpp
   src/textio/writer.cpp)
 target_compile_features(loopwise_objects PUBLIC cxx_std_20)
