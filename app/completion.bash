@@ -1,19 +1,21 @@
-# bash completion of the program loopwise: subcommands and options are those that its --help lists.
+# bash completion of the program loopwise: subcommands, options and methods are those that its --help lists.
 
 _loopwise()
 {
     local program=${1/#\~/$HOME} word=$2 previous=$3 command='' line value='' list=''
-    local subcommands=() options=()
+    local subcommands=() options=() methods=()
     # `--option=word` comes in three pieces.
     [[ $word == = ]] && word=''
     [[ $previous == = ]] && previous=${COMP_WORDS[COMP_CWORD - 2]}
     COMPREPLY=()
     ((COMP_CWORD > 1)) && command=${COMP_WORDS[1]}
     while IFS= read -r line; do
-        if [[ $line == Subcommands: ]]; then
-            list=yes
+        if [[ $line == Subcommands: || $line == Methods: ]]; then
+            list=$line
         elif [[ -z $line ]]; then
             list=''
+        elif [[ $list == Methods: && $line =~ ^\ \ ([a-z-]+)\  ]]; then
+            methods+=("${BASH_REMATCH[1]}")
         elif [[ $list && $line =~ ^\ \ ([a-z]+)\  ]]; then
             subcommands+=("${BASH_REMATCH[1]}")
         elif [[ $line =~ ^\ \ ((-[A-Za-z]),\ )?(--[a-z-]+)(\ ([^ ]+))?(\ \ |$) ]]; then
@@ -33,7 +35,7 @@ _loopwise()
                 value=FILE
             fi
             ;;
-        METHOD) words='directions direction point two-points outside' ;;
+        METHOD) words=${methods[*]} ;;
         'N|all') words=all ;;
     esac
     if [[ $value == FILE ]]; then

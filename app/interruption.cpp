@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <csignal>
+#include <unistd.h>
 
 namespace loopwise::app {
 namespace {
@@ -14,7 +15,14 @@ extern "C" void note(int signal) {
     interrupted = 1;
 }
 
+extern "C" void end_now(int) { _exit(exit_interrupted); }
+
 } // namespace
+
+void exit_when_interrupted() {
+    std::signal(SIGINT, end_now);
+    std::signal(SIGTERM, end_now);
+}
 
 void note_interruptions() {
     std::signal(SIGINT, note);

@@ -12,7 +12,10 @@ struct Interrupted : std::runtime_error {
 
 inline constexpr int exit_interrupted = 130; ///< as shells have it: 128 and SIGINT
 
-/// From now on an interruption is only noted, the first time; a second one ends the program.
+/// From now on an interruption ends the program at once, with exit_interrupted.
+void exit_when_interrupted();
+
+/// From now on the first interruption is only noted, for work that asks; a second one ends the program.
 void note_interruptions();
 
 /// Throws Interrupted once an interruption was noted. Any thread may ask.

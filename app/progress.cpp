@@ -109,9 +109,10 @@ std::string Progress::line() const {
         part = bar = std::min(1.0, done / static_cast<double>(closures_));
     }
     const std::string filled(static_cast<std::size_t>(static_cast<double>(bar_width) * bar), '#');
-    std::string text = "[" + filled + std::string(bar_width - filled.size(), ' ') + "] ";
-    text += std::to_string(done_) + (closures_ > 0 ? "/" + std::to_string(closures_) : "") + " " + unit_ +
-            ", " + duration(elapsed);
+    std::string text = "[";
+    text.append(filled).append(bar_width - filled.size(), ' ').append("] ").append(std::to_string(done_));
+    if (closures_ > 0) text.append("/").append(std::to_string(closures_));
+    text += " " + unit_ + ", " + duration(elapsed);
     if (part > 0.0) text += ", " + duration(elapsed * (1.0 - part) / part) + " to go";
     return text + place + ": " + what_;
 }

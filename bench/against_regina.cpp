@@ -3,10 +3,9 @@
 //
 //     cmake --preset release -DLOOPWISE_REGINA=ON && cmake --build --preset release --target against_regina
 //     build/release/bench/against_regina
-#include "knots/alexander.hpp"
 #include "knots/braid.hpp"
 #include "knots/braid_words.hpp"
-#include "knots/jones.hpp"
+#include "knots/invariants.hpp"
 #include "knots/links.hpp"
 #include "knots/simplify.hpp"
 #include "support/chains.hpp"

@@ -1,39 +1,7 @@
 # The shared library. Its objects are a target of their own, so that tests can reach internals that the
 # library does not export.
-add_library(loopwise_objects OBJECT
-  src/closure/circle_arc.cpp
-  src/closure/closing.cpp
-  src/closure/direction.cpp
-  src/closure/exported.cpp
-  src/closure/fullerene_table.cpp
-  src/closure/one_point.cpp
-  src/closure/outside.cpp
-  src/closure/two_points.cpp
-  src/closure/uniform_table.cpp
-  src/model/comparisons.cpp
-  src/model/cut.cpp
-  src/model/diameter.cpp
-  src/model/distances.cpp
-  src/model/identifiers.cpp
-  src/model/instruction_sets.cpp
-  src/model/measures.cpp
-  src/model/points.cpp
-  src/projection/planar.cpp
-  src/projection/projection.cpp
-  src/reduce/components.cpp
-  src/reduce/filter.cpp
-  src/reduce/frame.cpp
-  src/reduce/intersection.cpp
-  src/reduce/kernels.cpp
-  src/reduce/kernels_avx2.cpp
-  src/reduce/kernels_avx512.cpp
-  src/reduce/overflow_elimination.cpp
-  src/reduce/reduction.cpp
-  src/reduce/segment_index.cpp
-  src/textio/break_check.cpp
-  src/textio/number_fields.cpp
-  src/textio/reader.cpp
-  src/textio/writer.cpp)
+file(GLOB library_sources CONFIGURE_DEPENDS src/*/*.cpp)
+add_library(loopwise_objects OBJECT ${library_sources})
 target_compile_features(loopwise_objects PUBLIC cxx_std_20)
 target_include_directories(loopwise_objects PUBLIC ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR})
 # A sign decides whether a chain stays knotted: no fused multiply-add may change one.

@@ -1,7 +1,11 @@
-# A room of the product: a folder at the root, a static library, and a namespace of the same name in `loopwise`.
+# A room of the product: a folder at the root with all its sources, a static library, and a namespace of the same name in
+# `loopwise`. usage: loopwise_room(NAME [WITHOUT FILE...] [LINK TARGET...])
 function(loopwise_room name)
-  cmake_parse_arguments(PARSE_ARGV 1 room "" "" "SOURCES;LINK")
-  add_library(loopwise_${name} STATIC EXCLUDE_FROM_ALL ${room_SOURCES})
+  cmake_parse_arguments(PARSE_ARGV 1 room "" "" "WITHOUT;LINK")
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS *.cpp)
+  list(TRANSFORM room_WITHOUT PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/)
+  list(REMOVE_ITEM sources ${room_WITHOUT})
+  add_library(loopwise_${name} STATIC EXCLUDE_FROM_ALL ${sources})
   target_compile_features(loopwise_${name} PUBLIC cxx_std_20)
   target_include_directories(loopwise_${name} PUBLIC ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
   # Every machine gets the same last bit: no fused multiply-add.

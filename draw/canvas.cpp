@@ -1,10 +1,11 @@
 #include "draw/canvas.hpp"
 
+#include "words/numbers.hpp"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
 #include <numbers>
-#include <sstream>
 
 namespace loopwise::draw {
 namespace {
@@ -21,13 +22,7 @@ double overlap(double a, double half_a, double b, double half_b) {
 
 } // namespace
 
-std::string number(double value) {
-    std::ostringstream text;
-    text.imbue(std::locale::classic());
-    text.precision(1);
-    text << std::fixed << value;
-    return text.str();
-}
+std::string number(double value) { return words::fixed(value, 1); }
 
 std::string escaped(const std::string& text) {
     std::string out;

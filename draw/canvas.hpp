@@ -12,7 +12,7 @@ struct Spot {
     double y = 0.0;
 };
 
-/// A number with one digit after the point, whatever the locale.
+/// With one digit after the point.
 std::string number(double value);
 
 /// The text with the characters that mean something in XML written as entities.

@@ -30,8 +30,9 @@ std::size_t beads_of(const std::vector<survey::Loop>& loops) {
 
 int step_of_views(std::size_t beads) { return beads > long_chain ? views / few_views : 1; }
 
-/// Whether the chain has a gap between two of its beads, the second the next that is left.
-bool has_gap(const survey::ComponentTally& chain, std::size_t from, std::size_t to) {
+/// Whether the chain has a gap between two of its own beads that follow each other in a loop.
+bool has_gap(const survey::ComponentTally& chain, survey::LoopPosition one, survey::LoopPosition next) {
+    const std::size_t from = index_of(one), to = index_of(next);
     return std::any_of(chain.bonds.gaps.begin(), chain.bonds.gaps.end(), [&](const polymer::OddBond& gap) {
         return from < to ? from <= gap.bead && gap.bead < to : from <= gap.bead || gap.bead < to;
     });
@@ -126,8 +127,7 @@ bool from_the_side(const Drawing& drawing, const std::vector<survey::Loop>& loop
 } // namespace
 
 Drawing drawing_of(const std::vector<survey::Loop>& loops, const survey::Result& result, int view) {
-    return drawing_of(loops, result, view,
-                      result.plan.method == survey::Method::ring ? Ends::bond : Ends::closure);
+    return drawing_of(loops, result, view, result.plan.method->closes ? Ends::closure : Ends::bond);
 }
 
 Drawing drawing_of(const std::vector<survey::Loop>& loops, const survey::Result& result, int view,

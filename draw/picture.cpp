@@ -4,13 +4,16 @@
 #include "draw/drawing.hpp"
 #include "draw/palette.hpp"
 #include "draw/strands.hpp"
+#include "words/numbers.hpp"
+#include "words/text.hpp"
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 
 namespace loopwise::draw {
 namespace {
+
+using words::counted;
 
 constexpr double page_width = 1400.0, page_height = 800.0, panel_top = 122.0;
 constexpr double left_panel = 25.0, right_panel = page_width - left_panel - panel_width;
@@ -73,7 +76,7 @@ std::string ends(const std::vector<Path>& paths, const survey::Result& result) {
     for (const Path& path : paths) {
         if (path.loop.own == 0) continue;
         const auto [first, last] = names_of_ends(result.components[path.chain()].kind);
-        const bool ring = result.plan.method == survey::Method::ring;
+        const bool ring = !result.plan.method->closes;
         svg += labelled_end(labels, path, 0, ring ? "" : first, result);
         if (!ring) svg += labelled_end(labels, path, path.loop.own - 1, last, result);
     }
@@ -116,10 +119,6 @@ std::string panel(double left, const std::string& heading, const std::string& co
            number(panel_top) + "\" " + size + ">\n" + content + "</svg>\n";
 }
 
-std::string counted(std::size_t count, const std::string& what) {
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
-
 /// What the beads are called.
 std::string noun(const survey::Result& result) {
     const bool any =
@@ -140,32 +139,30 @@ std::string knot_shown(const survey::Result& result) {
     const survey::Tally& tally = result.components.size() == 1 ? result.components.front() : result.whole;
     if (tally.knots.empty()) return "";
     const survey::KnotCount& most = tally.knots.front();
-    return ", " + most.knot + " in " +
+    constexpr std::size_t longest = 60;
+    return ", " + short_text(most.knot, longest) + " in " +
            std::to_string((200 * most.closures + result.counted()) / (2 * result.counted())) +
            " % of closures";
 }
 
 std::string title(const survey::Result& result, double width) {
-    std::filesystem::path file = std::filesystem::path(result.file).filename();
-    if (file == "-") file = "standard input";
-    if (file.extension() == ".gz") file = file.stem();
     const std::string model = result.model.empty() ? "" : ", model " + result.model;
     return words({0.5 * width, 38.0},
-                 file.stem().string() + model + chains_in_title(result) + ": " +
+                 words::file_title(result.file) + model + chains_in_title(result) + ": " +
                      counted(result.whole.beads, noun(result)) + knot_shown(result),
                  "text-anchor=\"middle\" font-size=\"26\" font-weight=\"bold\" fill=\"" + std::string(ink) +
                      "\"");
 }
 
 std::string what_is_shown(const survey::Result& result) {
-    if (result.plan.method == survey::Method::ring)
+    if (!result.plan.method->closes)
         return result.components.size() == 1 ? "a ring, as it is" : "rings, as they are";
     const survey::ClosureResult& shown = *result.typical();
     const std::size_t held = result.counted() - result.whole.fully_reduced;
     const bool fully_reduced =
         &shown == (result.first_fully_reduced ? &*result.first_fully_reduced : nullptr);
     return std::to_string(held) + " of " + counted(result.counted(), "closure") + " (" +
-           survey::name_of(result.plan.method) + ") leave more than three beads; shown: closure " +
+           result.plan.method->name + ") leave more than three beads; shown: closure " +
            std::to_string(shown.closure) +
            (fully_reduced ? ", the first that comes down to three" : ", which leaves the fewest of them");
 }
@@ -197,10 +194,11 @@ std::string bar_of_one(const survey::Result& result) {
     constexpr int ticks = 4;
     std::string svg = words({bar_left - 45.0, legend_top - 2.0}, noun(result), small_text) +
                       colour_bar(0, 1, bar_left, bar_width);
-    const std::vector<std::string>& labels = result.components.front().labels;
+    const std::vector<polymer::ResidueId>& residues = result.components.front().residues;
     for (int i = 0; i <= ticks; ++i) {
-        const std::size_t atom = (labels.size() - 1) * static_cast<std::size_t>(i) / ticks;
-        svg += words({bar_left + bar_width * i / ticks, legend_top + 18.0}, labels[atom], small_text);
+        const std::size_t atom = (residues.size() - 1) * static_cast<std::size_t>(i) / ticks;
+        svg +=
+            words({bar_left + bar_width * i / ticks, legend_top + 18.0}, residues[atom].text(), small_text);
     }
     return svg;
 }
@@ -245,7 +243,7 @@ std::string keys(const survey::Result& result) {
     const std::string text = key_text;
     const std::string pale = "stroke=\"" + std::string(ghost) + "\" stroke-width=\"3\"";
     std::string svg;
-    if (result.plan.method != survey::Method::ring)
+    if (result.plan.method->closes)
         svg += line({640.0, y}, {696.0, y}, dashed()) +
                words({706.0, y + 5.0}, "closure: added to the chain", text);
     if (has_gaps(result)) svg += key_of_gaps(916.0);
@@ -277,7 +275,7 @@ double strand_width(const Camera& camera) {
 /// What a picture shows of a chain that nothing was done with.
 survey::Result result_of(const polymer::NamedChain& chain, survey::Method method) {
     survey::ComponentTally tally;
-    tally.labels = chain.labels;
+    tally.residues = chain.residues;
     tally.bonds = polymer::bonds_of(chain);
     tally.kind = chain.kind;
     survey::Result result;
@@ -301,8 +299,7 @@ std::string picture(const survey::Result& result, std::optional<int> asked_view)
 
     std::size_t left = 0;
     for (const survey::Loop& loop : shown.reduced) left += loop.beads.size();
-    const std::string given =
-        result.plan.method == survey::Method::ring ? "as given: " : "as given, closed: ";
+    const std::string given = result.plan.method->closes ? "as given, closed: " : "as given: ";
     const std::string heading = "reduced: " + counted(left, "bead") + ", " +
                                 counted(after.crossings, "crossing") +
                                 (left > most_labels ? ", not all labelled" : "");
@@ -320,11 +317,11 @@ std::string picture(const polymer::NamedChain& given) {
     polymer::NamedChain chain = given;
     const bool ring = polymer::is_ring(chain);
     if (ring) polymer::drop_repeated_end(chain);
-    const survey::Result result = result_of(chain, ring ? survey::Method::ring : survey::Method::directions);
+    const survey::Result result =
+        result_of(chain, ring ? survey::Method::ring() : survey::Method::standard());
     const Ends joined_by = ring ? Ends::bond : Ends::nothing;
     std::vector<survey::Loop> loops{{chain.beads, chain.beads.size()}};
-    std::int32_t position = 0;
-    for (ChainAtom& bead : loops.front().beads) bead.id = position++;
+    polymer::number_by_position(loops.front().beads);
 
     const int view = clearest_view(loops, result, joined_by);
     const Drawing drawing = drawing_of(loops, result, view, joined_by);

@@ -28,7 +28,7 @@ Path path_of(const survey::Loop& loop, const std::vector<Edge>& edges, const Cam
                                                           path.spots[i + 1].y - path.spots[i].y));
     const double last = static_cast<double>(std::max<std::size_t>(whole.own, 2) - 1);
     for (std::size_t i = 0; i < loop.own; ++i)
-        path.shades.push_back(static_cast<double>(loop.position(i)) / last);
+        path.shades.push_back(static_cast<double>(index_of(loop.position(i))) / last);
     return path;
 }
 

@@ -1,9 +1,8 @@
 #include "draw/viewers.hpp"
 
-#include "draw/matrix.hpp"
+#include "draw/knot_colours.hpp"
 
 #include <algorithm>
-#include <charconv>
 #include <map>
 #include <optional>
 
@@ -11,15 +10,16 @@ namespace loopwise::draw {
 namespace {
 
 constexpr const char* rest_colour = "#d4d6da";
-constexpr double tail_strength = 0.2;
+constexpr std::size_t tail_shade = 0;
+constexpr std::size_t longest_name = 30; // of a knot, in the name of a selection
 
-/// What a script colours, in this order: what comes later lies on top.
+/// A selection that a script colours. Later ones colour over earlier ones.
 struct Part {
     std::string name, colour, note;
     fingerprint::Subchain subchain;
 };
 
-/// A name that both viewers take: letters, digits and _.
+/// A knot as a part of a selection's name, in which both viewers allow letters, digits and _.
 std::string plain(const std::string& knot) {
     std::string name;
     for (const char c : knot) {
@@ -33,14 +33,14 @@ std::string plain(const std::string& knot) {
     return name;
 }
 
-/// The tails of the chain's own knot, then cores, larger ones first.
+/// The knot tails of the chain's own knot, then the knot cores, larger ones first.
 std::vector<Part> parts_of(const fingerprint::ChainFingerprint& of,
                            std::vector<fingerprint::KnotPlace> places) {
     std::erase_if(places, [](const fingerprint::KnotPlace& place) { return !place.core; });
     std::vector<Part> parts;
     if (!places.empty() && places.front().knot == of.knot) {
         const fingerprint::Subchain core = *places.front().core;
-        const std::string colour = knot_colour(of, number_of(places.front(), of), tail_strength);
+        const std::string colour = knot_colour(of, number_of(places.front(), of), tail_shade);
         const std::size_t end = of.matrix.beads() - 1;
         if (core.first > 0) parts.push_back({"tail_before", colour, "before the core", {0, core.first - 1}});
         if (core.last < end) parts.push_back({"tail_after", colour, "behind the core", {core.last + 1, end}});
@@ -51,14 +51,14 @@ std::vector<Part> parts_of(const fingerprint::ChainFingerprint& of,
                      });
     std::size_t number = 0;
     for (const fingerprint::KnotPlace& place : places)
-        parts.push_back(
-            {(place.slipknot ? "slipknot_" : "core_") + plain(place.knot) + "_" + std::to_string(++number),
-             knot_colour(of, number_of(place, of), 1.0), place.knot + (place.slipknot ? ", slipknot" : ""),
-             *place.core});
+        parts.push_back({(place.slipknot ? "slipknot_" : "core_") +
+                             plain(short_text(place.knot, longest_name)) + "_" + std::to_string(++number),
+                         knot_colour(of, number_of(place, of)),
+                         text(place.knot) + (place.slipknot ? ", slipknot" : ""), *place.core});
     return parts;
 }
 
-/// Control characters of a file name could end the comment.
+/// Control characters in a file name could end the comment.
 std::string comment(std::string text) {
     std::replace_if(
         text.begin(), text.end(), [](unsigned char c) { return c < ' '; }, '?');
@@ -70,33 +70,27 @@ std::string head(const fingerprint::ChainFingerprint& of, const std::string& how
                    ", by loopwise fingerprint. " + how);
 }
 
-/// How a viewer writes residues.
+/// The syntax of a viewer for residues.
 struct Notation {
-    const char* between;  ///< two entries of a list
-    const char* negative; ///< in front of a minus that does not stand between two numbers
+    const char* between;  ///< between two entries of a list
+    const char* negative; ///< before the minus of a negative number
 };
 constexpr Notation pymol{"+", "\\"}, chimerax{",", ""};
 
-/// Without the insertion code; none for what is no number.
-std::optional<int> number_of_residue(const std::string& label) {
-    int number = 0;
-    const auto [end, error] = std::from_chars(label.data(), label.data() + label.size(), number);
-    return error == std::errc() ? std::optional(number) : std::nullopt;
-}
-
-/// Viewers take ranges by number alone, insertion codes left out, wherever in the chain the number stands. So a range
-/// holds numbers that follow each other, and residues that share their number stand by themselves.
-std::string residues(const std::vector<std::string>& labels, fingerprint::Subchain subchain,
+/// Viewers select ranges by residue number alone: insertion codes and the order in the chain do not count. So
+/// a range holds consecutive numbers, and residues that share a number are listed one by one.
+std::string residues(const std::vector<polymer::ResidueId>& chain, fingerprint::Subchain subchain,
                      Notation notation) {
-    std::map<std::optional<int>, int> sharing;
-    for (const std::string& label : labels) ++sharing[number_of_residue(label)];
+    std::map<std::optional<std::int32_t>, int> sharing;
+    for (const polymer::ResidueId& residue : chain) ++sharing[residue.number()];
     const auto follows = [&](std::size_t i) {
-        const std::optional<int> before = number_of_residue(labels[i - 1]),
-                                 here = number_of_residue(labels[i]);
-        return before && here && *here == *before + 1 && sharing[before] == 1 && sharing[here] == 1;
+        const auto before = chain[i - 1].number(), here = chain[i].number();
+        return before && here && std::int64_t{*here} - *before == 1 && sharing[before] == 1 &&
+               sharing[here] == 1;
     };
     const auto entry = [&](std::size_t i) {
-        return (labels[i].starts_with('-') ? notation.negative : "") + labels[i];
+        const std::string text = chain[i].text();
+        return (text.starts_with('-') ? notation.negative : "") + text;
     };
     std::string list;
     for (std::size_t i = subchain.first; i <= subchain.last; ++i) {
@@ -117,7 +111,7 @@ std::string pymol_script(const fingerprint::ChainFingerprint& of,
                          ", " + chain + "\n";
     for (const Part& part : parts_of(of, places))
         script += comment(part.note) + "select " + part.name + ", " + chain + " and resi " +
-                  residues(of.labels, part.subchain, pymol) + "\ncolor 0x" + part.colour.substr(1) + ", " +
+                  residues(of.residues, part.subchain, pymol) + "\ncolor 0x" + part.colour.substr(1) + ", " +
                   part.name + "\n";
     return script + "deselect\n";
 }
@@ -129,8 +123,8 @@ std::string chimerax_script(const fingerprint::ChainFingerprint& of,
                          (chain.empty() ? "protein" : chain) + " " + rest_colour + "\n";
     for (const Part& part : parts_of(of, places))
         script += comment(part.note) + "name " + part.name + " " + chain + ":" +
-                  residues(of.labels, part.subchain, chimerax) + "\ncolor " + part.name + " " + part.colour +
-                  "\n";
+                  residues(of.residues, part.subchain, chimerax) + "\ncolor " + part.name + " " +
+                  part.colour + "\n";
     return script;
 }
 

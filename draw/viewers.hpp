@@ -1,12 +1,12 @@
-// Scripts for molecular viewers that colour a chain's knots on the user's own structure.
+// Scripts for molecular viewers that colour the knots of a chain in the user's structure.
 #pragma once
 
 #include "fingerprint/fingerprint.hpp"
 
 namespace loopwise::draw {
 
-// The chain is grey, the cores and their tails have the colours of the matrix's picture; slipknots are named
-// so. To be run after the structure was opened. Chain text has no name of a chain: all chains are meant then.
+// Run after the structure is opened. The chain becomes grey; knot cores and tails get the colours of the
+// matrix picture. A chain without a name, as of chain text, means all chains.
 
 std::string pymol_script(const fingerprint::ChainFingerprint& fingerprint,
                          const std::vector<fingerprint::KnotPlace>& places);

@@ -1,7 +1,7 @@
-// The blocks of a grid over all stretches, quartered along the borders between them.
+// The blocks of a grid over all subchains, quartered along the borders between them.
 #pragma once
 
-#include "fingerprint/fingerprint.hpp"
+#include "fingerprint/matrix.hpp"
 
 #include <algorithm>
 #include <array>
@@ -10,8 +10,8 @@
 
 namespace loopwise::fingerprint {
 
-/// Stretches whose first bead is between two numbers, both included, and whose last one is, too. Neighbours
-/// share a side. Some may end before they begin: those are no stretches.
+/// The subchains whose first bead lies between two numbers, both included, and whose last bead lies between two
+/// others. Neighbouring blocks share a side. Pairs that end before they begin are no subchains.
 struct Block {
     std::size_t first_low, first_high, last_low, last_high;
 
@@ -23,32 +23,11 @@ struct Block {
     }
 };
 
-class SubchainGrid {
-  public:
-    /// Lines every `step` beads, counted from the whole chain; at the other ends they may be closer.
-    SubchainGrid(std::size_t beads, std::size_t step);
+inline std::size_t distance(std::size_t bead, std::size_t other) {
+    return bead > other ? bead - other : other - bead;
+}
 
-    /// The stretches at the corners that were not given before.
-    std::vector<Subchain> corners_to_test(const FingerprintMatrix& matrix);
-
-    /// The numbers of the blocks of more than a bead on whose rim two tested stretches are of a different kind,
-    /// where same_kind(a, b) says for two cells whether they are of one.
-    template <class SameKind>
-    std::vector<std::size_t> mixed(const FingerprintMatrix& matrix, const SameKind& same_kind) const;
-
-    /// Quarters the blocks of these numbers, which are sorted.
-    void refine(std::span<const std::size_t> numbers);
-
-    const std::vector<Block>& blocks() const { return blocks_; }
-
-  private:
-    void quarter(const Block& block, std::vector<Block>& into) const;
-    void add(const Block& block, std::vector<Block>& into) const;
-
-    std::vector<Block> blocks_;
-};
-
-/// Whether body(stretch) is true for a stretch on the rim of the block.
+/// Whether body(subchain) is true for a subchain on the rim of the block.
 template <class Body> bool any_on_rim(const Block& b, const Body& body) {
     const auto check = [&](std::size_t first, std::size_t last) {
         return first <= last && body({first, last});
@@ -60,19 +39,30 @@ template <class Body> bool any_on_rim(const Block& b, const Body& body) {
     return false;
 }
 
-template <class SameKind>
-std::vector<std::size_t> SubchainGrid::mixed(const FingerprintMatrix& matrix,
-                                             const SameKind& same_kind) const {
-    std::vector<std::size_t> numbers;
-    for (std::size_t i = 0; i < blocks_.size(); ++i) {
-        const Block& block = blocks_[i];
-        if (block.span() <= 1) continue;
-        const FingerprintMatrix::Cell& corner = matrix.at(block.longest());
-        if (any_on_rim(block,
-                       [&](Subchain s) { return matrix.is_tested(s) && !same_kind(matrix.at(s), corner); }))
-            numbers.push_back(i);
-    }
-    return numbers;
-}
+class SubchainGrid {
+  public:
+    /// Lines every `step` beads, counted from both ends of the whole chain; the last two may be closer.
+    SubchainGrid(std::size_t beads, std::size_t step);
+
+    /// The subchains at the corners that are not yet tested.
+    std::vector<Subchain> corners_to_test(const FingerprintMatrix& matrix) const;
+
+    /// The numbers of the mixed blocks: those longer than a bead on whose rim two tested subchains differ, in the
+    /// knot or in whether its share is at least one half.
+    std::vector<std::size_t> mixed(const FingerprintMatrix& matrix, std::size_t closures) const;
+
+    /// Quarters the blocks of these numbers, which are sorted.
+    void refine(std::span<const std::size_t> numbers);
+
+    const std::vector<Block>& blocks() const { return blocks_; }
+
+  private:
+    std::vector<Block> blocks_;
+};
+
+/// Infers what was not tested in a block whose corners agree.
+void infer_from_corners(FingerprintMatrix& matrix, const Block& block);
+/// Infers what was not tested in a mixed block: each subchain is as the nearest corner.
+void infer_from_nearest_corners(FingerprintMatrix& matrix, const Block& block);
 
 } // namespace loopwise::fingerprint

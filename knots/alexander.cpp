@@ -1,6 +1,5 @@
-#include "knots/alexander.hpp"
+#include "knots/invariants.hpp"
 
-#include "knots/jones.hpp"
 #include "knots/modular.hpp"
 
 #include <algorithm>
@@ -11,11 +10,11 @@ namespace {
 
 using namespace modular;
 
-// The polynomial is the determinant of a matrix of entries of degree at most 1, with one row and one column for all
-// crossings but one: of degree less than n for n crossings. It is found from its values at t = 1 to n modulo a prime.
-// Kauffman ("Formal knot theory", 1983) writes it as a sum of one power of t, with a sign, for each state of the
-// diagram; states are spanning trees of its checkerboard graph, which are sets of its n edges. So no coefficient is
-// larger than 2^n, and the residue nearest to 0 is the coefficient itself.
+// The polynomial is the determinant of a matrix with a row and a column for every crossing but one, and entries of
+// degree at most 1. With n crossings its degree is less than n, and its values at t = 1 to n, modulo a prime, give all
+// coefficients modulo the prime. Kauffman ("Formal knot theory", 1983) writes the polynomial as a sum over the states of
+// the diagram, each a power of t with a sign. States are spanning trees of the checkerboard graph: sets of its n edges.
+// So no coefficient is larger than 2^n, and the residue nearest to 0 is the coefficient itself.
 constexpr std::size_t most = most_crossings;
 static_assert(most_crossings <= 59, "coefficients have to stay below half of the prime");
 
@@ -26,8 +25,8 @@ constexpr std::array<std::uint64_t, most + 1> make_inverses() {
 }
 constexpr std::array<std::uint64_t, most + 1> inverses = make_inverses();
 
-/// A crossing says (1 - t) over + t one - other = 0 of the arcs that meet there; arcs run from one passage below
-/// to the next.
+/// The relation of a crossing between the arcs that meet there: (1 - t) over + t one - other = 0. An arc runs from one
+/// passage below to the next.
 struct Relation {
     int over, one, other;
 };
@@ -55,7 +54,7 @@ struct Fraction {
     std::uint64_t above, below;
 };
 
-/// By elimination without division; the matrix is sparse, and most rows are passed over.
+/// Elimination without division. The matrix is sparse: most rows are skipped.
 Fraction determinant(std::vector<std::uint64_t>& matrix, std::size_t size) {
     Fraction result{1, 1};
     for (std::size_t k = 0; k < size; ++k) {
@@ -128,7 +127,7 @@ std::optional<Laurent> alexander(const Diagram& diagram) {
         below.push_back(value.below);
         products.push_back(multiply(products.back(), value.below));
     }
-    // One inversion serves all.
+    // One modular inversion gives those of all.
     std::uint64_t rest = inverse(products.back());
     for (std::size_t i = count; i-- > 0;) {
         values[i] = multiply(values[i], multiply(rest, products[i]));

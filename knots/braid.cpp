@@ -6,13 +6,13 @@
 
 namespace loopwise::knots {
 
-/// All strands run upwards. At a crossing, the strand below comes in at 0, which is the lower left end of a
-/// negative crossing and the lower right one of a positive crossing.
+/// All strands run upwards. The strand below enters a crossing at place 0, the lower left end of a negative crossing and
+/// the lower right end of a positive one.
 Diagram closed_braid(int strands, std::span<const signed char> word) {
     const auto count = static_cast<std::size_t>(strands);
     Diagram diagram;
     std::vector<Dart> first(count, -1), last(count, -1);
-    std::vector<int> owner(count); // the strand at the bottom that is at a place now
+    std::vector<int> owner(count); // by place: the strand that started at the bottom and is here now
     std::iota(owner.begin(), owner.end(), 0);
     const auto enter = [&](std::size_t place, Dart in) {
         if (last[place] < 0)
@@ -33,7 +33,7 @@ Diagram closed_braid(int strands, std::span<const signed char> word) {
         last[right] = opposite(positive ? over : under);
         std::swap(owner[left], owner[right]);
     }
-    // What arrives at a place on top goes on from that place at the bottom.
+    // The closure joins each place on top to the same place at the bottom.
     std::vector<int> loop(count, -1);
     diagram.loops = 0;
     for (std::size_t start = 0; start < count; ++start) {

@@ -9,7 +9,7 @@ int Diagram::add(Crossing crossing) {
 }
 
 void Diagram::dissolve(int crossing) {
-    // One strand after the other: the first may end at the second, as in a kink.
+    // One strand after the other: in a kink the first leads to the second.
     for (const int place : {0, 1}) {
         const Dart in = 4 * crossing + place, out = opposite(in);
         link(across(in), across(out));

@@ -1,4 +1,4 @@
-// A knot or link as it is drawn: crossings, and which end of which crossing leads to which.
+// Diagrams of knots and links: crossings, and the edges between their ends.
 #pragma once
 
 #include <cstddef>
@@ -6,14 +6,14 @@
 
 namespace loopwise::knots {
 
-/// One of the four ends at a crossing: four times the crossing plus the end's place. Places go around the
-/// crossing counterclockwise: 0 is where the strand below comes in, 2 where it goes out. At a positive
-/// crossing the strand above comes in at 3 and goes out at 1, at a negative one the other way.
+/// One of the four ends at a crossing: four times the crossing plus the end's place. Places go around the crossing
+/// counterclockwise: the strand below enters at 0 and leaves at 2. The strand above enters a positive crossing at 3 and
+/// leaves it at 1, a negative one the other way.
 using Dart = int;
 
 constexpr int crossing_of(Dart d) { return d / 4; }
 constexpr int place_of(Dart d) { return d % 4; }
-/// The end across the same crossing, where the strand goes on.
+/// The end on the other side of the crossing, where the strand goes on.
 constexpr Dart opposite(Dart d) { return d ^ 2; }
 /// The end that is `steps` places counterclockwise at the same crossing.
 constexpr Dart turned(Dart d, int steps) { return (d & ~3) | ((d + steps) & 3); }
@@ -21,10 +21,10 @@ constexpr bool is_under(Dart d) { return d % 2 == 0; }
 
 struct Crossing {
     int sign;        ///< +1 or -1
-    int under, over; ///< the loops that the two strands belong to
+    int under, over; ///< the loops of the two strands
 };
 
-/// A planar diagram code with signs. Loops without any crossing are counted, not drawn.
+/// A planar diagram code with signs. Loops without a crossing count in `loops` only.
 struct Diagram {
     std::vector<Crossing> crossings;
     std::vector<Dart> mate; ///< the other end of the edge that starts at a dart
@@ -44,18 +44,17 @@ struct Diagram {
         mate[static_cast<std::size_t>(a)] = b;
         mate[static_cast<std::size_t>(b)] = a;
     }
-    /// Adds a crossing whose four ends are not linked yet.
+    /// Adds a crossing with four unlinked ends and returns its number.
     int add(Crossing crossing);
-    /// Takes the crossing out: both strands go straight on without it. Its number stays, unused, until
-    /// renumber().
+    /// Removes the crossing: both strands go straight on. Its number stays unused until renumber().
     void dissolve(int crossing);
     bool is_gone(int crossing) const { return crossings[static_cast<std::size_t>(crossing)].sign == 0; }
-    /// Closes the gaps that dissolved crossings leave.
+    /// Gives the crossings that are left consecutive numbers.
     void renumber();
-    /// The sum of signs; with `own_only`, of the crossings of loops with themselves, which does not depend on
-    /// the directions of the loops.
+    /// The sum of signs. With `own_only` of crossings of a loop with itself alone: this sum does not depend on the
+    /// directions of the loops.
     int writhe(bool own_only = false) const;
-    /// The sums of the signs of the crossings between two different loops, halved.
+    /// Half the sum of the signs of crossings between two different loops.
     int linking_number(int one, int other) const;
 };
 

@@ -1,4 +1,4 @@
-#include "knots/jones.hpp"
+#include "knots/invariants.hpp"
 
 #include <algorithm>
 #include <array>
@@ -8,12 +8,12 @@
 namespace loopwise::knots {
 namespace {
 
-/// A diagram is contracted crossing by crossing. The edges that lead from the crossings that are done to the rest are
-/// the front; its points are numbered. Smoothing all crossings behind the front in one way joins its points in pairs
-/// and leaves some circles; the bracket of the part that is done is a polynomial in A for every pairing.
+/// A diagram is contracted crossing by crossing. The front is the set of edges from contracted crossings to the rest; its
+/// points are numbered. Smoothing all contracted crossings in one way joins the points of the front in pairs and leaves
+/// some circles. The bracket of the contracted part is a polynomial in A for every pairing.
 constexpr std::size_t most_points = widest_front + 4;
 
-using Pairing = std::array<std::uint8_t, 32>; ///< whom a point is joined to; zeros after the last
+using Pairing = std::array<std::uint8_t, 32>; ///< the partner of every point; zeros after the last
 static_assert(most_points <= std::tuple_size_v<Pairing>);
 
 /// The order of the crossings, and how wide the front becomes.
@@ -23,7 +23,7 @@ struct Order {
     double cost = 0;
 };
 
-/// Always the crossing with the most ends at the front; of several, the one that came next to it first.
+/// Takes the crossing with the most ends at the front; of several, the one that touched the front first.
 Order order_from(const Diagram& diagram, int start) {
     const auto count = static_cast<std::size_t>(diagram.size());
     Order order;
@@ -36,7 +36,7 @@ Order order_from(const Diagram& diagram, int start) {
         for (auto i = waiting.begin(); i != waiting.end(); ++i)
             if (ends[static_cast<std::size_t>(*i)] > ends[static_cast<std::size_t>(*best)]) best = i;
         int next = 0;
-        if (best == waiting.end()) // another piece of a diagram that falls apart
+        if (best == waiting.end()) // another component of a split diagram
             while (done[static_cast<std::size_t>(next)]) ++next;
         else {
             next = *best;
@@ -72,15 +72,15 @@ Order best_order(const Diagram& diagram) {
     return best;
 }
 
-/// The polynomial of one pairing: every fourth power of A from the lowest on. Smoothing a crossing the other way
-/// changes the power by 2 and, in the plane, the circles by one, so that powers of one pairing differ by fours.
+/// The polynomial of one pairing, with every fourth power of A from the lowest on. Smoothing a crossing the other way
+/// changes the power by 2 and, in the plane, the number of circles by one: powers of one pairing differ by fours.
 struct State {
     Pairing pairing;
     int lowest, highest;
     std::size_t coefficients; ///< where they start
 };
 
-/// What one way to smooth a crossing makes of one state.
+/// One way to smooth a crossing takes a state to another.
 struct Contribution {
     std::uint32_t from, to;
     int shift, circles;
@@ -101,7 +101,7 @@ class Contraction {
         coefficients_.push_back(1);
     }
     bool add(int crossing);
-    /// The bracket times that of one circle, once no front is left.
+    /// The bracket times that of one circle, when all crossings are contracted.
     const State* result() const { return states_.empty() ? nullptr : &states_.front(); }
     std::int64_t coefficient(const State& s, int power) const {
         return coefficients_[s.coefficients + static_cast<std::size_t>((power - s.lowest) / 4)];
@@ -113,7 +113,7 @@ class Contraction {
     };
 
     const Diagram& diagram_;
-    std::vector<int> point_; ///< of the darts at the front
+    std::vector<int> point_; ///< by dart: its point at the front, or -1
     std::vector<Dart> front_;
     std::vector<State> states_, next_;
     std::vector<std::int64_t> coefficients_, sums_;
@@ -128,7 +128,7 @@ class Contraction {
     bool sum_up();
 };
 
-/// Points 0 to w - 1 are the front's, w to w + 3 the four ends of the crossing.
+/// Points 0 to w - 1 are those of the front, w to w + 3 the four ends of the crossing.
 void Contraction::advance_front(int crossing) {
     const std::size_t width = front_.size();
     gluings_.clear();
@@ -175,8 +175,8 @@ std::uint32_t Contraction::state_with(const Pairing& pairing) {
     }
 }
 
-/// Places 0 and 2 are those of the strand below: turning the strand above counterclockwise sweeps the corners between
-/// 1 and 2 and between 3 and 0. Joining them is the smoothing that counts A.
+/// The strand below has the places 0 and 2. Turning the strand above counterclockwise sweeps the corners between 1 and 2
+/// and between 3 and 0: joining these is the smoothing that counts A.
 bool Contraction::add(int crossing) {
     const std::size_t width = front_.size();
     advance_front(crossing);
@@ -210,7 +210,7 @@ bool Contraction::add(int crossing) {
     return sum_up();
 }
 
-/// A circle counts -A^2 - A^-2: as c circles do, (-1)^c times the binomial coefficients.
+/// A circle counts -A^2 - A^-2, so c circles count (-1)^c times the binomial coefficients.
 bool Contraction::sum_up() {
     std::size_t count = 0;
     for (State& s : next_) {
@@ -251,7 +251,7 @@ std::optional<Laurent> jones(const Diagram& diagram) {
             if (!drawn[static_cast<std::size_t>(loop)])
                 drawn[static_cast<std::size_t>(loop)] = true, --circles;
 
-    // The bracket in powers of A, every fourth, that of one circle being 1.
+    // The bracket in every fourth power of A; that of one circle is 1.
     int lowest = 0;
     std::vector<std::int64_t> bracket{1};
     if (diagram.size() == 0)
@@ -262,7 +262,7 @@ std::optional<Laurent> jones(const Diagram& diagram) {
         Contraction contraction(diagram);
         for (const int crossing : order.crossings)
             if (!contraction.add(crossing)) return {};
-        // Every pairing of no points is the same one: a single state is left, with one circle too many.
+        // Without points there is one pairing: a single state is left, with one circle too many.
         const State* const state = contraction.result();
         lowest = state->lowest + 2;
         bracket.clear();

@@ -1,79 +1,53 @@
 #include "knots/knot.hpp"
 
-#include "knots/alexander.hpp"
-#include "knots/jones.hpp"
 #include "knots/names.hpp"
 #include "knots/simplify.hpp"
 #include "knots/table.hpp"
 
 #include <algorithm>
 #include <array>
-#include <iterator>
 
 namespace loopwise::knots {
 namespace {
 
-const char* words(PolygonFault fault) {
-    switch (fault) {
-    case PolygonFault::few_beads:
-        return "fewer than three beads";
-    case PolygonFault::not_finite:
-        return "coordinates that are not finite";
-    case PolygonFault::repeated_beads:
-        return "repeated beads";
-    case PolygonFault::touching:
-        return "the polygon meets itself, or nearly";
-    case PolygonFault::none:
-        break;
-    }
-    return "";
-}
-
-KnotName fault_name(PolygonFault fault) {
-    KnotName result;
-    result.fault = fault;
-    return result;
-}
-
-/// A diagram of at most two crossings needs no polynomial.
+/// A diagram of at most two crossings is one of the unknot, whatever the crossings are.
 constexpr int surely_unknotted = 2;
 
-KnotName unknot(int crossings) {
-    KnotName result;
-    result.status = KnotStatus::named;
-    result.names = {"0_1"};
-    result.proven = true;
-    result.crossings = crossings;
-    result.jones = result.alexander = Laurent::one();
-    return result;
+const KnotName& unknot(int crossings) {
+    static const auto names = [] {
+        std::array<KnotName, surely_unknotted + 1> unknots;
+        for (int n = 0; n <= surely_unknotted; ++n)
+            unknots[static_cast<std::size_t>(n)] = {KnotType::unknot(), n, invariants_of(Diagram{})};
+        return unknots;
+    }();
+    return names[static_cast<std::size_t>(crossings)];
 }
 
-/// Of a diagram that no move makes smaller.
+KnotType type_of(const Laurent& jones, const Laurent& alexander, int crossings) {
+    const bool like_unknot = jones == Laurent::one();
+    std::vector<KnotSum> candidates = candidates_of(jones, alexander, crossings);
+    if (!candidates.empty())
+        return KnotType::named(std::move(candidates), crossings <= table_crossings || like_unknot);
+    return like_unknot ? KnotType::too_complex(crossings) : KnotType::unknown(jones);
+}
+
+/// Names a diagram that no move makes smaller.
 KnotName name_of(const Diagram& diagram) {
     if (diagram.size() <= surely_unknotted) return unknot(diagram.size());
-    KnotName result;
-    result.crossings = diagram.size();
-    result.status = KnotStatus::too_complex;
-    std::optional<Laurent> v = jones(diagram);
-    std::optional<Laurent> delta = v ? alexander(diagram) : std::nullopt;
-    if (!v || !delta) return result;
-    result.names = names_of(*v, *delta, diagram.size());
-    if (result.names.empty())
-        result.status = *v == Laurent::one() ? KnotStatus::too_complex : KnotStatus::unknown;
-    else
-        result.status = result.names.size() == 1 ? KnotStatus::named : KnotStatus::several;
-    result.proven = !result.names.empty() && (diagram.size() <= table_crossings || *v == Laurent::one());
-    result.jones = *std::move(v);
-    result.alexander = *std::move(delta);
-    return result;
+    KnotName name{KnotType::too_complex(diagram.size()), diagram.size(), invariants_of(diagram)};
+    const Laurent* const v = find_polynomial(name.invariants, "jones");
+    const Laurent* const delta = find_polynomial(name.invariants, "alexander");
+    if (v && delta) name.type = type_of(*v, *delta, diagram.size());
+    return name;
 }
 
-/// A diagram's signed Gauss code from the start that makes it the smallest: equal for equal diagrams on the sphere,
-/// which the code determines.
+/// Larger diagrams seldom come twice.
 constexpr int largest_code = 20;
-/// Then a memory starts anew.
+/// A memory of more diagrams is emptied.
 constexpr std::size_t most_remembered = 10'000;
 
+/// A diagram's signed Gauss code from the start that makes it the smallest. Diagrams have the same code where they are
+/// the same on the sphere, and nowhere else.
 std::string code_of(const Diagram& diagram) {
     std::string best;
     std::array<signed char, largest_code> number;
@@ -105,24 +79,6 @@ View reduced_view(std::span<const ChainAtom> loop) {
 
 } // namespace
 
-std::string KnotName::text() const {
-    switch (status) {
-    case KnotStatus::named:
-    case KnotStatus::several: {
-        std::string all;
-        for (const std::string& name : names) all.append(all.empty() ? "" : " or ").append(name);
-        return all;
-    }
-    case KnotStatus::unknown:
-        return "unknown: " + knots::text(jones);
-    case KnotStatus::too_complex:
-        return "not named: " + std::to_string(crossings) + " crossings";
-    case KnotStatus::bad_polygon:
-        break;
-    }
-    return std::string("not named: ") + words(fault);
-}
-
 KnotName knot_of(Diagram diagram) {
     simplify(diagram, table_crossings);
     return name_of(diagram);
@@ -130,14 +86,15 @@ KnotName knot_of(Diagram diagram) {
 
 KnotName knot_of(std::span<const ChainAtom> loop) {
     const View view = reduced_view(loop);
-    return view.fault == PolygonFault::none ? name_of(view.diagram) : fault_name(view.fault);
+    return view.fault == PolygonFault::none ? name_of(view.diagram)
+                                            : KnotName{KnotType::no_polygon(view.fault)};
 }
 
 const KnotName& KnotNamer::name(std::span<const ChainAtom> loop) {
     const View view = reduced_view(loop);
-    if (view.fault != PolygonFault::none) return last_ = fault_name(view.fault);
-    if (view.diagram.size() <= surely_unknotted || view.diagram.size() > largest_code)
-        return last_ = name_of(view.diagram);
+    if (view.fault != PolygonFault::none) return last_ = KnotName{KnotType::no_polygon(view.fault)};
+    if (view.diagram.size() <= surely_unknotted) return unknot(view.diagram.size());
+    if (view.diagram.size() > largest_code) return last_ = name_of(view.diagram);
     std::string code = code_of(view.diagram);
     const auto known = known_.find(code);
     if (known != known_.end()) return known->second;

@@ -1,4 +1,4 @@
-// Polynomials in t with integer coefficients and exponents of either sign, whole or all half-odd.
+// Laurent polynomials in t with integer coefficients; the exponents are all whole, or all half-odd.
 #pragma once
 
 #include <cstdint>
@@ -8,10 +8,9 @@
 
 namespace loopwise::knots {
 
-/// Neither the first nor the last coefficient is 0; the zero polynomial has none. The exponents of the
-/// Jones polynomial of a link of an even number of loops are half-odd, hence twice the lowest.
+/// Neither the first nor the last coefficient is 0; the zero polynomial has none.
 struct Laurent {
-    int twice_lowest = 0;
+    int twice_lowest = 0; ///< exponents are half-odd in the Jones polynomial of a link of two loops
     std::vector<std::int64_t> coefficients;
 
     static Laurent one() { return {0, {1}}; }
@@ -22,14 +21,14 @@ struct Laurent {
 /// Drops zeros at both ends.
 void trim(Laurent& polynomial);
 
-/// With 1/t for t: the Jones polynomial of the mirror image.
+/// The polynomial in 1/t: the Jones polynomial of the mirror image.
 Laurent mirrored(const Laurent& polynomial);
 
 /// Nothing when a coefficient leaves the 64-bit range.
 std::optional<Laurent> product(const Laurent& a, const Laurent& b);
 
-/// The absolute value at t = -1 of a polynomial with whole exponents: of Jones and Alexander polynomials
-/// alike the determinant of the knot. Nothing when it leaves the 64-bit range.
+/// The absolute value at t = -1 of a polynomial with whole exponents. Both the Jones and the Alexander polynomial give
+/// the determinant of the knot. Nothing when it leaves the 64-bit range.
 std::optional<std::int64_t> determinant(const Laurent& polynomial);
 
 /// As "-t^-4 + t^-3 + t^-1", lowest exponent first, "0" for the zero polynomial; half-odd exponents as t^(5/2).

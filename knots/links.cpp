@@ -1,8 +1,8 @@
 #include "knots/links.hpp"
 
 #include "knots/braid.hpp"
-#include "knots/jones.hpp"
 #include "knots/simplify.hpp"
+#include "knots/table.hpp"
 
 #include <algorithm>
 #include <array>
@@ -12,42 +12,30 @@ namespace loopwise::knots {
 namespace {
 
 struct TableLink {
-    std::string name;
+    PrimeKnot link;
     Laurent jones;
     int linking_number; ///< its absolute value
 };
 
-/// From the shortest braids of the links in Rolfsen's table, both hands where the polynomials tell them apart.
+/// Both hands of the links to table_link_crossings in Rolfsen's table, from their shortest braids.
 std::vector<TableLink> computed() {
     struct Row {
-        const char* name;
-        int strands;
+        int crossings, strands;
         std::array<signed char, 6> word;
     };
-    constexpr std::array<Row, 4> rows{{{"0^2_1", 2, {}},
-                                       {"2^2_1", 2, {1, 1}},
-                                       {"4^2_1", 2, {1, 1, 1, 1}},
-                                       {"5^2_1", 3, {1, -2, 1, -2, -2}}}};
+    constexpr std::array<Row, 4> rows{
+        {{0, 2, {}}, {2, 2, {1, 1}}, {4, 2, {1, 1, 1, 1}}, {5, 3, {1, -2, 1, -2, -2}}}};
     std::vector<TableLink> table;
     for (const Row& row : rows) {
         const Diagram diagram = closed_braid(row.strands, row.word);
-        const Laurent own = *jones(diagram), other = mirrored(own);
         const int number = std::abs(diagram.linking_number(0, 1));
-        if (own == other) {
-            table.push_back({row.name, own, number});
-            continue;
-        }
-        const bool right = own.twice_lowest + own.twice_highest() > 0;
-        table.push_back({std::string("+").append(row.name), right ? own : other, number});
-        table.push_back({std::string("-").append(row.name), right ? other : own, number});
+        for (auto& [hand, polynomial] : by_hand(*jones(diagram)))
+            table.push_back({{row.crossings, 1, hand, 2}, std::move(polynomial), number});
     }
     return table;
 }
 
-/// All links of two loops with no more crossings are in the table, are sums of a Hopf link and a trefoil, or fall
-/// apart, and their polynomials differ.
-constexpr int table_link_crossings = 5;
-
+/// The diagram of one of the loops alone.
 Diagram only(Diagram diagram, int loop) {
     for (int c = 0; c < diagram.size(); ++c) {
         const Crossing& crossing = diagram.crossings[static_cast<std::size_t>(c)];
@@ -59,22 +47,13 @@ Diagram only(Diagram diagram, int loop) {
     return diagram;
 }
 
-/// Two loops without a crossing between them.
+/// Names two loops that come apart: without a crossing between them.
 KnotName apart(const Diagram& diagram) {
-    KnotName one = knot_of(only(diagram, 0));
-    const KnotName other = knot_of(only(diagram, 1));
-    if (one.names.empty()) return one;
-    if (other.names.empty()) return other;
-    const std::string first = one.text(), second = other.text();
-    const bool unknots = first == "0_1" && second == "0_1";
-    one.status = KnotStatus::named;
-    one.names = {unknots ? "0^2_1" : std::string(first).append(", ").append(second).append(" apart")};
-    one.proven = one.proven && other.proven;
-    one.crossings += other.crossings;
-    one.alexander = {};
-    const std::optional<Laurent> v = jones(diagram);
-    one.jones = v ? *v : Laurent{};
-    return one;
+    KnotName one = knot_of(only(diagram, 0)), other = knot_of(only(diagram, 1));
+    if (!one.type.has_name()) return one;
+    if (!other.type.has_name()) return other;
+    return {KnotType::apart(std::move(one.type), std::move(other.type)), one.crossings + other.crossings,
+            invariants_of(diagram)};
 }
 
 } // namespace
@@ -105,18 +84,17 @@ KnotName link_of(Diagram diagram) {
                                   [](const Crossing& c) { return c.under != c.over; });
     if (!meet) return apart(diagram);
     static const std::vector<TableLink> table = computed();
-    KnotName result;
-    result.crossings = diagram.size();
-    result.status = KnotStatus::too_complex;
-    const std::optional<Laurent> v = jones(diagram);
-    if (!v) return result;
+    KnotName name{KnotType::too_complex(diagram.size()), diagram.size(), invariants_of(diagram)};
+    const Laurent* const v = find_polynomial(name.invariants, "jones");
+    if (!v) return name;
     const int number = std::abs(diagram.linking_number(0, 1));
-    for (const TableLink& link : table)
-        if (link.jones == *v && link.linking_number == number) result.names.push_back(link.name);
-    result.status = result.names.empty() ? KnotStatus::unknown : KnotStatus::named;
-    result.proven = !result.names.empty() && diagram.size() <= table_link_crossings;
-    result.jones = *v;
-    return result;
+    std::vector<KnotSum> candidates;
+    for (const TableLink& known : table)
+        if (known.jones == *v && known.linking_number == number) candidates.push_back({known.link});
+    name.type = candidates.empty()
+                    ? KnotType::unknown(*v)
+                    : KnotType::named(std::move(candidates), diagram.size() <= table_link_crossings);
+    return name;
 }
 
 KnotName link_of(std::span<const ChainAtom> one, std::span<const ChainAtom> other) {
@@ -124,9 +102,7 @@ KnotName link_of(std::span<const ChainAtom> one, std::span<const ChainAtom> othe
                                                           without_copy_of_first(other)};
     View view = project_diagram(loops);
     if (view.fault == PolygonFault::none) return link_of(std::move(view.diagram));
-    KnotName result;
-    result.fault = view.fault;
-    return result;
+    return {KnotType::no_polygon(view.fault)};
 }
 
 } // namespace loopwise::knots

@@ -8,13 +8,13 @@
 namespace loopwise::knots {
 namespace {
 
-/// Looks for the factors one after the other. A determinant that does not divide what is left, and fingerprints, rule
-/// nearly everything out; polynomials decide.
+/// Search for the factors, one after the other. Determinants that do not divide the rest and hashes rule nearly all
+/// combinations out; polynomials decide.
 class Search {
   public:
     Search(const Laurent& jones, const Laurent& alexander) : jones_(jones), alexander_(alexander) {}
 
-    std::vector<std::string> run() {
+    std::vector<KnotSum> run() {
         const auto det = determinant(jones_);
         if (det && *det > 0)
             for (std::size_t count = 1; count <= most_factors; ++count)
@@ -26,17 +26,16 @@ class Search {
     const Laurent &jones_, &alexander_;
     const std::vector<TableKnot>& table_ = knot_table();
     std::array<std::size_t, most_factors> factors_{};
-    std::vector<std::string> found_;
+    std::vector<KnotSum> found_;
 
     void extend(std::size_t depth, std::size_t count, std::size_t first, std::int64_t det,
                 PolynomialHash rest) {
-        // No factor has a determinant below that of the trefoil.
-        constexpr std::int64_t least = 3;
+        constexpr std::int64_t least = 3; // the trefoil's
         const bool last = depth + 1 == count;
         if (det < least || (!last && det < least * least)) return;
         for (std::size_t i = first; i < table_.size(); ++i) {
             const TableKnot& knot = table_[i];
-            if (last ? !(knot.determinant == det && knot.print == rest) : det % knot.determinant != 0)
+            if (last ? !(knot.determinant == det && knot.hash == rest) : det % knot.determinant != 0)
                 continue;
             factors_[depth] = i;
             if (!last)
@@ -58,18 +57,16 @@ class Search {
     }
 
     void keep(std::size_t count) {
-        std::string name;
-        for (std::size_t i = 0; i < count; ++i)
-            name.append(i > 0 ? " # " : "").append(table_[factors_[i]].name);
-        found_.push_back(std::move(name));
+        KnotSum& sum = found_.emplace_back();
+        for (std::size_t i = 0; i < count; ++i) sum.push_back(table_[factors_[i]].knot);
     }
 };
 
 } // namespace
 
-std::vector<std::string> names_of(const Laurent& jones, const Laurent& alexander, int crossings) {
+std::vector<KnotSum> candidates_of(const Laurent& jones, const Laurent& alexander, int crossings) {
     if (jones != Laurent::one()) return Search(jones, alexander).run();
-    if (crossings < unknot_is_proven_below) return {"0_1"};
+    if (crossings < unknot_is_proven_below) return {KnotSum{}};
     return {};
 }
 

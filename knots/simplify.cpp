@@ -6,43 +6,43 @@
 namespace loopwise::knots {
 namespace {
 
-/// Larger diagrams, and those that take more steps, are left as they are: nothing is named that takes seconds.
+/// Larger diagrams are not rerouted, and no diagram for more steps: naming takes less than a second.
 constexpr int most_crossings_to_reroute = 3000;
 constexpr long long most_steps = 15'000'000;
 
-/// The piece of a strand from one edge to another, over all crossings between them or under all.
-struct Subchain {
-    std::vector<Dart> edges;    ///< by the ends where they leave
-    std::vector<int> crossings; ///< between them
+/// A part of a strand that is over at all its crossings, or under at all.
+struct Pass {
+    std::vector<Dart> edges;    ///< each by the end where it begins
+    std::vector<int> crossings; ///< between the edges
 };
 
-/// Where a new stretch crosses edges: it comes from the face to the left of each of these ends.
+/// The edges that a new pass crosses. It crosses each from the face to the left of this end.
 using Route = std::vector<Dart>;
 
 class Rerouting {
   public:
     explicit Rerouting(Diagram& diagram) : diagram_(diagram) {}
-    /// Whether a stretch was laid anew.
+    /// Reroutes one pass so that it has fewer crossings. Returns false where no pass can have fewer.
     bool improve_once();
 
   private:
     Diagram& diagram_;
-    std::vector<int> face_;        ///< to the left of an end, looking along its edge
-    std::vector<Dart> any_end_;    ///< one end of every face
-    std::vector<int> on_stretch_;  ///< of ends: the last search with a stretch that the edge is on
-    std::vector<int> reached_;     ///< of faces: the last search that came there
-    std::vector<Dart> entered_by_; ///< of faces: the end whose edge was crossed
+    std::vector<int> face_;        ///< by end: the face to its left, looking along its edge
+    std::vector<Dart> any_end_;    ///< by face: one of its ends
+    std::vector<int> on_pass_;     ///< by end: the last search for a pass that has its edge
+    std::vector<int> reached_;     ///< by face: the last search that reached it
+    std::vector<Dart> entered_by_; ///< by face: the end whose edge was crossed to it
     int search_ = 0;
-    Dart turn_ = 0;       ///< whose turn it is to start a stretch
-    long long steps_ = 0; ///< ends of edges looked at so far
+    Dart turn_ = 0;       ///< the next end to start a pass from
+    long long steps_ = 0; ///< ends visited so far
 
     void find_faces();
-    Subchain stretch_from(Dart out, bool under) const;
-    std::optional<Route> shorter_route(const Subchain& subchain);
-    bool lay(Subchain subchain, Route route, bool under);
+    Pass pass_from(Dart out, bool under) const;
+    std::optional<Route> shorter_route(const Pass& pass);
+    bool lay(Pass pass, Route route, bool under);
 };
 
-/// Where an edge arrives, the next one around the face on its left leaves one place clockwise.
+/// The next edge around the face on the left of an edge begins one place clockwise of where that edge arrives.
 void Rerouting::find_faces() {
     face_.assign(diagram_.mate.size(), -1);
     any_end_.clear();
@@ -53,37 +53,37 @@ void Rerouting::find_faces() {
         any_end_.push_back(start);
     }
     steps_ += static_cast<long long>(diagram_.mate.size());
-    on_stretch_.assign(diagram_.mate.size(), 0);
+    on_pass_.assign(diagram_.mate.size(), 0);
     reached_.assign(any_end_.size(), 0);
     entered_by_.assign(any_end_.size(), -1);
     search_ = 0;
 }
 
-/// As long as can be, but so that neither of its ends lies at a crossing of its own.
-Subchain Rerouting::stretch_from(Dart out, bool under) const {
-    Subchain subchain{{out}, {}};
+/// The longest pass from this end that does not begin or end at one of its own crossings.
+Pass Rerouting::pass_from(Dart out, bool under) const {
+    Pass pass{{out}, {}};
     Dart to = diagram_.across(out);
     while (is_under(to) == under && crossing_of(to) != crossing_of(out)) {
-        subchain.crossings.push_back(crossing_of(to));
-        subchain.edges.push_back(opposite(to));
+        pass.crossings.push_back(crossing_of(to));
+        pass.edges.push_back(opposite(to));
         to = diagram_.across(opposite(to));
     }
-    const auto own = std::find(subchain.crossings.begin(), subchain.crossings.end(), crossing_of(to));
-    if (own != subchain.crossings.end()) {
-        subchain.edges.resize(static_cast<std::size_t>(own - subchain.crossings.begin()) + 1);
-        subchain.crossings.erase(own, subchain.crossings.end());
+    const auto own = std::find(pass.crossings.begin(), pass.crossings.end(), crossing_of(to));
+    if (own != pass.crossings.end()) {
+        pass.edges.resize(static_cast<std::size_t>(own - pass.crossings.begin()) + 1);
+        pass.crossings.erase(own, pass.crossings.end());
     }
-    return subchain;
+    return pass;
 }
 
-/// The fewest edges to cross from a face along the first edge to a face along the last. Edges of the stretch itself do
-/// not count, as they will be gone.
-std::optional<Route> Rerouting::shorter_route(const Subchain& subchain) {
+/// The route with the fewest edges from a face along the pass's first edge to a face along its last. Edges of the pass
+/// itself do not count: they will be removed.
+std::optional<Route> Rerouting::shorter_route(const Pass& pass) {
     ++search_;
-    for (const Dart d : subchain.edges)
-        for (const Dart end : {d, diagram_.across(d)}) on_stretch_[static_cast<std::size_t>(end)] = search_;
-    const int start = face_[static_cast<std::size_t>(subchain.edges.front())];
-    const int goal = face_[static_cast<std::size_t>(subchain.edges.back())];
+    for (const Dart d : pass.edges)
+        for (const Dart end : {d, diagram_.across(d)}) on_pass_[static_cast<std::size_t>(end)] = search_;
+    const int start = face_[static_cast<std::size_t>(pass.edges.front())];
+    const int goal = face_[static_cast<std::size_t>(pass.edges.back())];
     std::vector<int> here{start}, farther;
     reached_[static_cast<std::size_t>(start)] = search_;
     entered_by_[static_cast<std::size_t>(start)] = -1;
@@ -103,8 +103,8 @@ std::optional<Route> Rerouting::shorter_route(const Subchain& subchain) {
             ++steps_;
         } while (d != first);
     };
-    const auto free = [&](Dart d) { return on_stretch_[static_cast<std::size_t>(d)] == search_; };
-    for (std::size_t crossed = 0; crossed < subchain.crossings.size() && !here.empty(); ++crossed) {
+    const auto free = [&](Dart d) { return on_pass_[static_cast<std::size_t>(d)] == search_; };
+    for (std::size_t crossed = 0; crossed < pass.crossings.size() && !here.empty(); ++crossed) {
         for (std::size_t i = 0; i < here.size(); ++i)
             around(here[i], [&](Dart d) {
                 if (free(d)) reach(d, here);
@@ -129,24 +129,24 @@ std::optional<Route> Rerouting::shorter_route(const Subchain& subchain) {
     return {};
 }
 
-bool Rerouting::lay(Subchain subchain, Route route, bool under) {
-    // An edge that the old stretch cuts in two becomes one again: it starts where its first part does.
+bool Rerouting::lay(Pass pass, Route route, bool under) {
+    // An edge that the old pass divides becomes one again: it begins where its first part does.
     for (Dart& d : route)
-        for (std::size_t steps = 0; std::find(subchain.crossings.begin(), subchain.crossings.end(),
-                                              crossing_of(d)) != subchain.crossings.end();
+        for (std::size_t steps = 0;
+             std::find(pass.crossings.begin(), pass.crossings.end(), crossing_of(d)) != pass.crossings.end();
              d = diagram_.across(opposite(d)))
-            if (++steps > subchain.crossings.size()) return false; // a loop that crosses nothing else
-    for (const int crossing : subchain.crossings) diagram_.dissolve(crossing);
-    Dart from = subchain.edges.front();
+            if (++steps > pass.crossings.size()) return false; // a loop that crosses only the pass
+    for (const int crossing : pass.crossings) diagram_.dissolve(crossing);
+    Dart from = pass.edges.front();
     const Dart to = diagram_.across(from);
     const int loop = diagram_.loop_of(from);
     for (const Dart start : route) {
-        // Seen with the edge going up, the stretch comes from the left.
+        // With the edge pointing up, the pass comes from the left.
         const Dart end = diagram_.across(start);
         const bool upwards = diagram_.is_out(start);
         const int other = diagram_.loop_of(start);
-        const int crossing = subchain.crossings.back();
-        subchain.crossings.pop_back();
+        const int crossing = pass.crossings.back();
+        pass.crossings.pop_back();
         const int left = under ? 0 : upwards ? 3 : 1;
         const Dart in = 4 * crossing + left;
         diagram_.crossings[static_cast<std::size_t>(crossing)] = {upwards != under ? 1 : -1,
@@ -160,7 +160,7 @@ bool Rerouting::lay(Subchain subchain, Route route, bool under) {
     return true;
 }
 
-/// Goes on where the last improvement was, until every end has had its turn in vain.
+/// Starts where the last improvement was, and stops when no end starts a pass that can have fewer crossings.
 bool Rerouting::improve_once() {
     find_faces();
     const auto ends = static_cast<Dart>(diagram_.mate.size());
@@ -168,16 +168,16 @@ bool Rerouting::improve_once() {
         const Dart out = turn_++ % ends;
         if (!diagram_.is_out(out)) continue;
         for (const bool under : {false, true}) {
-            const Subchain subchain = stretch_from(out, under);
-            if (subchain.crossings.empty()) continue;
-            const std::optional<Route> route = shorter_route(subchain);
-            if (route && lay(subchain, *route, under)) return true;
+            const Pass pass = pass_from(out, under);
+            if (pass.crossings.empty()) continue;
+            const std::optional<Route> route = shorter_route(pass);
+            if (route && lay(pass, *route, under)) return true;
         }
     }
     return false;
 }
 
-/// Kinks, and two crossings in a row between the same two strands, one of which is above at both.
+/// Undoes Reidemeister's move I (a kink) or II (a strand over two crossings in a row with another) at a crossing.
 bool undo_at(Diagram& diagram, int crossing) {
     for (Dart d = 4 * crossing; d < 4 * crossing + 4; ++d) {
         const Dart next = turned(d, 1), end = diagram.across(d);

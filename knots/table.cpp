@@ -1,20 +1,19 @@
 #include "knots/table.hpp"
 
-#include "knots/alexander.hpp"
 #include "knots/braid.hpp"
 #include "knots/braid_words.hpp"
-#include "knots/jones.hpp"
+#include "knots/invariants.hpp"
 #include "knots/modular.hpp"
 
 namespace loopwise::knots {
 namespace {
 
-/// Of no meaning; at which none of the table's polynomials is 0.
+/// Any place at which none of the table's polynomials is 0.
 constexpr std::uint64_t place = 1234567890123456789;
 constexpr std::uint64_t inverse_place = modular::inverse(place);
 static_assert(place < modular::prime);
 
-/// Apart from half-odd exponents, which no knot has.
+/// The polynomial's value at the place. Its exponents are whole, as those of every knot.
 std::uint64_t value(const Laurent& polynomial) {
     std::uint64_t sum = 0;
     for (auto c = polynomial.coefficients.rbegin(); c != polynomial.coefficients.rend(); ++c)
@@ -25,15 +24,14 @@ std::uint64_t value(const Laurent& polynomial) {
                              modular::power(base, static_cast<std::uint64_t>(lowest < 0 ? -lowest : lowest)));
 }
 
-TableKnot entry(const std::string& name, const Laurent& jones_polynomial,
-                const Laurent& alexander_polynomial) {
-    const PolynomialHash print = polynomial_hash(jones_polynomial, alexander_polynomial);
-    return {name,
+TableKnot entry(const PrimeKnot& knot, const Laurent& jones_polynomial, const Laurent& alexander_polynomial) {
+    const PolynomialHash hash = polynomial_hash(jones_polynomial, alexander_polynomial);
+    return {knot,
             jones_polynomial,
             alexander_polynomial,
             *determinant(jones_polynomial),
-            print,
-            {modular::inverse(print.jones), modular::inverse(print.alexander)}};
+            hash,
+            {modular::inverse(hash.jones), modular::inverse(hash.alexander)}};
 }
 
 std::vector<TableKnot> computed() {
@@ -41,14 +39,9 @@ std::vector<TableKnot> computed() {
     table.reserve(2 * braid_rows.size());
     for (const BraidRow& row : braid_rows) {
         const Diagram diagram = closed_braid(row.strands, row.word);
-        const Laurent own = *jones(diagram), other = mirrored(own), both = *alexander(diagram);
-        if (own == other) {
-            table.push_back(entry(row.name, own, both));
-            continue;
-        }
-        const bool right = own.twice_lowest + own.twice_highest() > 0;
-        table.push_back(entry(std::string("+") + row.name, right ? own : other, both));
-        table.push_back(entry(std::string("-") + row.name, right ? other : own, both));
+        const Laurent own = *jones(diagram), both = *alexander(diagram);
+        for (const auto& [hand, polynomial] : by_hand(own))
+            table.push_back(entry({row.crossings, row.number, hand}, polynomial, both));
     }
     return table;
 }
@@ -57,6 +50,13 @@ std::vector<TableKnot> computed() {
 
 PolynomialHash polynomial_hash(const Laurent& jones, const Laurent& alexander) {
     return {value(jones), value(alexander)};
+}
+
+std::vector<std::pair<Hand, Laurent>> by_hand(const Laurent& jones) {
+    const Laurent mirror = mirrored(jones);
+    if (jones == mirror) return {{Hand::none, jones}};
+    const bool right = jones.twice_lowest + jones.twice_highest() > 0;
+    return {{Hand::right, right ? jones : mirror}, {Hand::left, right ? mirror : jones}};
 }
 
 const std::vector<TableKnot>& knot_table() {

@@ -9,18 +9,18 @@
 namespace loopwise::knots {
 namespace {
 
-// How far rounding carries what decides. The unit roundoff is u = 2^-53. Beads are moved so that one of them is the
-// origin and scaled by a power of two so that no coordinate exceeds 1: one rounding of at most u each. The rows of
-// a frame are taken as the exact entries of a linear map with a positive determinant, which no knot minds; they have
-// length 1 up to a few u, so the sum of their absolute entries is at most 1.74.
-//   coordinate in the picture   at most 1.74, wrong by at most 1.74 (u + 3u)              < 8 u
+// Bounds of the rounding errors. The unit roundoff is u = 2^-53. Beads are moved so that one of them is the origin and
+// scaled by a power of two so that no coordinate exceeds 1: one rounding of at most u each. The rows of a frame are the
+// exact entries of a linear map with a positive determinant, which keeps the knot; they have length 1 up to a few u, so
+// the sum of their absolute entries is at most 1.74.
+//   projected coordinate        at most 1.74, wrong by at most 1.74 (u + 3u)              < 8 u
 //   difference of two           at most 3.48, wrong by at most 2 * 8u + 3.48u              < 20 u
 //   orientation, two products   at most 24.3, wrong by at most 4 * 3.48 * 20u + 49u         < 512 u
-// An orientation has to be twice as far from 0 as that, so that its reciprocal can be bounded too.
+// An orientation has to be twice as far from 0, so that its reciprocal can be bounded too.
 // Which of two strands is above does not depend on the frame: the determinant is that of the beads as given. Each of
 // its entries is one difference, wrong by a factor of 1 + u at most; each of its six terms takes two products and three
-// sums: together at most 9 u of the sum of their sizes, which is itself added up to within 8 u of it. What underflow
-// takes away is far less than the least volume.
+// sums: together at most 9 u of the sum of their sizes, which is itself added up to within 8 u of it. Underflow takes
+// away far less than the least volume.
 constexpr double u = 0x1p-53;
 constexpr double coordinate_error = 8 * u;
 constexpr double orientation_error = 512 * u;
@@ -28,19 +28,19 @@ constexpr double surely_turned = 2 * orientation_error;
 constexpr double depth_error = 16 * u;
 constexpr double least_volume = 0x1p-1000;
 
-/// The fewest crossings among so many pictures that can be read are taken; of so many directions in all.
-constexpr int pictures_wanted = 6;
+/// The projection with the fewest crossings is taken, of this many proven ones among this many directions.
+constexpr int projections_wanted = 6;
 constexpr int directions = 48;
-/// A diagram of a knot with no more crossings is one of the unknot.
+/// A diagram with at most this many crossings is the unknot: no other direction is tried.
 constexpr std::size_t few_enough = 2;
-/// From here on another direction cannot help.
+/// With this many crossings other directions have too many, too.
 constexpr std::size_t far_too_many = 3000;
 
 struct Frame {
     std::array<double, 9> rows;
 };
 
-/// Turns by quaternions of whole numbers that a generator draws: nothing is aligned with them.
+/// Rotations by random quaternions of whole numbers: beads on a lattice are not aligned with them.
 constexpr std::array<Frame, directions> make_frames() {
     std::array<Frame, directions> frames{};
     std::uint64_t state = 20260113;
@@ -81,16 +81,16 @@ struct Segment {
 /// One of the two ways through a crossing.
 struct Passage {
     int segment;
-    double at, error; ///< which part of the segment lies before it
+    double at, error; ///< part of the segment before the crossing
     int crossing;
     bool over;
 };
 
-class Viewer {
+class Projector {
   public:
     PolygonFault take(std::span<const std::span<const ChainAtom>> loops);
-    /// Whether the picture can be read; its passages are then in order along the loops.
-    bool look(const Frame& frame, std::vector<Passage>& passages, std::vector<int>& signs);
+    /// Whether every sign is proven; then the passages are in order along the loops.
+    bool project_along(const Frame& frame, std::vector<Passage>& passages, std::vector<int>& signs);
     Diagram drawn(const std::vector<Passage>& passages, const std::vector<int>& signs) const;
 
   private:
@@ -101,8 +101,8 @@ class Viewer {
     enum class Meeting { none, crossing, unsure };
 
     std::vector<PointR3> given_; ///< as given, up to a power of two
-    std::vector<PointR3> beads_; ///< from the first one on, and scaled: no coordinate exceeds 1
-    std::vector<PointR3> seen_;  ///< in the frame
+    std::vector<PointR3> beads_; ///< relative to the first one, and scaled: no coordinate exceeds 1
+    std::vector<PointR3> seen_;  ///< in the frame: x and y are projected, z is the depth
     double scale_[2] = {1, 1};   ///< one factor alone may be out of range
     std::vector<Segment> segments_;
     std::vector<Box> boxes_;
@@ -116,8 +116,8 @@ class Viewer {
     Meeting meet(int one, int other, std::vector<Passage>& passages, std::vector<int>& signs) const;
 };
 
-/// Moved and scaled; nothing but the one subtraction is rounded where it could matter.
-PolygonFault Viewer::take(std::span<const std::span<const ChainAtom>> loops) {
+/// Moves and scales the beads. Apart from the one subtraction, scaling is exact.
+PolygonFault Projector::take(std::span<const std::span<const ChainAtom>> loops) {
     double largest = 0;
     for (const auto loop : loops) {
         if (loop.size() < 3) return PolygonFault::few_beads;
@@ -152,7 +152,7 @@ PolygonFault Viewer::take(std::span<const std::span<const ChainAtom>> loops) {
     return PolygonFault::none;
 }
 
-void Viewer::project(const Frame& frame) {
+void Projector::project(const Frame& frame) {
     const auto& r = frame.rows;
     seen_.resize(beads_.size());
     for (std::size_t i = 0; i < beads_.size(); ++i) {
@@ -171,21 +171,21 @@ void Viewer::project(const Frame& frame) {
     std::sort(boxes_.begin(), boxes_.end(), [](const Box& a, const Box& b) { return a.left < b.left; });
 }
 
-/// Whether the next segment may lie on this one: neither surely turned away nor surely going on.
-bool Viewer::folds_back(const Segment& s) const {
+/// Whether the next segment may lie on this one: it is not proven to turn away or to go on.
+bool Projector::folds_back(const Segment& s) const {
     const Flat here = way(seen(s.from), seen(s.to));
     const Flat next = way(seen(s.to), seen(segments_[static_cast<std::size_t>(s.next)].to));
     return !(std::fabs(cross(here, next)) > surely_turned || dot(here, next) > surely_turned);
 }
 
-PointR3 Viewer::way_between(int from, int to) const {
+PointR3 Projector::way_between(int from, int to) const {
     const PointR3 &a = given_[static_cast<std::size_t>(from)], &b = given_[static_cast<std::size_t>(to)];
     const auto scaled = [this](double x) { return x * scale_[0] * scale_[1]; };
     return {scaled(b.x - a.x), scaled(b.y - a.y), scaled(b.z - a.z)};
 }
 
-/// The sign of det(b - a, d - c, c - a); 0 where it is not sure.
-int Viewer::side_of_volume(int a, int b, int c, int d) const {
+/// The sign of det(b - a, d - c, c - a); 0 where it is not proven.
+int Projector::side_of_volume(int a, int b, int c, int d) const {
     const PointR3 v = way_between(a, b), w = way_between(c, d), r = way_between(a, c);
     const double terms[3][2] = {{r.x * (v.y * w.z), r.x * (v.z * w.y)},
                                 {r.y * (v.z * w.x), r.y * (v.x * w.z)},
@@ -199,13 +199,13 @@ int Viewer::side_of_volume(int a, int b, int c, int d) const {
     return volume > 0 ? 1 : -1;
 }
 
-/// Two segments without a common bead, in the picture and in depth.
+/// Meets two segments without a common bead, in projection and in depth.
 ///
-/// With U = b - a, V = d - c, W = c - a and the crossing at a + sU = c + tV in the picture, sU - tV - W is
-/// (0, 0, h), h the height of the first over the second; so det(U, V, W) = -h (U x V), and U x V has the sign of
-/// the side of ab that d is on.
-Viewer::Meeting Viewer::meet(int one, int other, std::vector<Passage>& passages,
-                             std::vector<int>& signs) const {
+/// With U = b - a, V = d - c, W = c - a and the projected crossing at a + sU = c + tV, sU - tV - W is (0, 0, h), h the
+/// height of the first over the second. So det(U, V, W) = -h (U x V), and U x V has the sign of the side of ab that d
+/// is on.
+Projector::Meeting Projector::meet(int one, int other, std::vector<Passage>& passages,
+                                   std::vector<int>& signs) const {
     const Segment &p = segments_[static_cast<std::size_t>(one)],
                   &q = segments_[static_cast<std::size_t>(other)];
     const PointR3 &a = seen(p.from), &b = seen(p.to), &c = seen(q.from), &d = seen(q.to);
@@ -226,7 +226,7 @@ Viewer::Meeting Viewer::meet(int one, int other, std::vector<Passage>& passages,
     const int crossing = static_cast<int>(signs.size());
     signs.push_back(over == (d_side > 0) ? 1 : -1);
     // s = x / (x - y) with x and y of different signs, each wrong by at most e and larger than 2e: s is wrong by at
-    // most 2e / |x - y|, apart from its own rounding.
+    // most 2e / |x - y| and its own rounding.
     const auto part = [](double x, double y) { return x / (x - y); };
     const auto error = [](double x, double y) { return 2 * orientation_error / std::fabs(x - y) + 4 * u; };
     passages.push_back({one, part(a_side, b_side), error(a_side, b_side), crossing, over});
@@ -234,7 +234,7 @@ Viewer::Meeting Viewer::meet(int one, int other, std::vector<Passage>& passages,
     return Meeting::crossing;
 }
 
-bool Viewer::look(const Frame& frame, std::vector<Passage>& passages, std::vector<int>& signs) {
+bool Projector::project_along(const Frame& frame, std::vector<Passage>& passages, std::vector<int>& signs) {
     passages.clear();
     signs.clear();
     project(frame);
@@ -256,13 +256,13 @@ bool Viewer::look(const Frame& frame, std::vector<Passage>& passages, std::vecto
     std::sort(passages.begin(), passages.end(), [](const Passage& a, const Passage& b) {
         return std::tie(a.segment, a.at) < std::tie(b.segment, b.at);
     });
-    // Also where three segments meet in one point: two of them do so at one point of the third.
+    // Of three segments that meet in one point, two pass the third at one place.
     return std::adjacent_find(passages.begin(), passages.end(), [](const Passage& a, const Passage& b) {
                return a.segment == b.segment && b.at - a.at <= a.error + b.error;
            }) == passages.end();
 }
 
-Diagram Viewer::drawn(const std::vector<Passage>& passages, const std::vector<int>& signs) const {
+Diagram Projector::drawn(const std::vector<Passage>& passages, const std::vector<int>& signs) const {
     Diagram diagram;
     diagram.loops = loops_;
     for (const int sign : signs) diagram.add({sign, 0, 0});
@@ -301,30 +301,30 @@ std::span<const ChainAtom> without_copy_of_first(std::span<const ChainAtom> loop
 }
 
 View project_diagram(std::span<const std::span<const ChainAtom>> loops) {
-    Viewer viewer;
+    Projector projector;
     View view;
-    view.fault = viewer.take(loops);
+    view.fault = projector.take(loops);
     if (view.fault != PolygonFault::none) return view;
     std::vector<Passage> passages, fewest_passages;
     std::vector<int> signs, fewest_signs;
-    int pictures = 0;
+    int projections = 0;
     for (const Frame& frame : frames) {
-        if (!viewer.look(frame, passages, signs)) continue;
-        if (pictures == 0 || signs.size() < fewest_signs.size()) {
+        if (!projector.project_along(frame, passages, signs)) continue;
+        if (projections == 0 || signs.size() < fewest_signs.size()) {
             fewest_passages.swap(passages);
             fewest_signs.swap(signs);
         }
-        ++pictures;
+        ++projections;
         const std::size_t fewest = fewest_signs.size();
-        if (pictures == pictures_wanted || fewest <= few_enough || fewest >= far_too_many) break;
+        if (projections == projections_wanted || fewest <= few_enough || fewest >= far_too_many) break;
     }
     const bool repeated = std::any_of(loops.begin(), loops.end(), has_repeated_beads);
     if (repeated)
         view.fault = PolygonFault::repeated_beads;
-    else if (pictures == 0)
+    else if (projections == 0)
         view.fault = PolygonFault::touching;
     else
-        view.diagram = viewer.drawn(fewest_passages, fewest_signs);
+        view.diagram = projector.drawn(fewest_passages, fewest_signs);
     return view;
 }
 

@@ -1,7 +1,8 @@
-// What is surveyed: chains with the names that people know them by.
+// Chains whose beads are residues, and the molecules that they make.
 #pragma once
 
 #include "libloopwise.h"
+#include "polymer/residue_id.hpp"
 
 #include <string>
 #include <vector>
@@ -12,48 +13,36 @@ namespace loopwise::polymer {
 enum class BeadKind { any, amino_acids, nucleotides };
 
 struct NamedChain {
-    std::string name; ///< as the file has it; chain text has no names
+    std::string name; ///< as in the file; empty for chain text
     Chain beads;
-    std::vector<std::string> labels; ///< one for each bead: its identifier, or residue number and letter
+    std::vector<ResidueId> residues; ///< one for each bead
     BeadKind kind = BeadKind::any;
-    std::vector<std::string> notes{}; ///< what its reader had to decide, for people to judge
+    std::vector<std::string> notes{}; ///< what the reader decided, for people to check
 };
 
-/// What is surveyed at once: one chain, or all components of a structure.
+/// The chains of one model of a file.
 struct Molecule {
     std::string file;
     std::vector<NamedChain> chains;
-    std::string model{};              ///< empty where the file has but one
-    std::vector<std::string> notes{}; ///< about the whole
+    std::string model{};              ///< empty if the file has only one
+    std::vector<std::string> notes{}; ///< about all of the file
 };
 
-/// Two neighbours of a chain that are no ordinary bond apart.
-struct OddBond {
-    std::size_t bead = 0; ///< the first of the two
-    double length = 0.0;
-    std::size_t missing = 0; ///< residues that the numbers between the two labels leave out
-};
-
-struct Bonds {
-    double longest = 0.0;       ///< what still counts as a bond
-    std::vector<OddBond> gaps;  ///< the longer ones: something is missing
-    std::vector<OddBond> close; ///< those too short between C-alpha atoms; see may_be_cis()
-};
-
-/// The bonds of a C-alpha trace, which is a chain of amino acids or one whose middle bond is like one, are
-/// 3.4 to 4.2 angstroms long. Any other chain is its own measure: a gap is 1.5 times its middle bond.
-Bonds bonds_of(const NamedChain& chain);
-
-/// Whether a bond of a C-alpha trace may be that of a cis peptide, about 3.0 angstroms long.
-bool may_be_cis(double length);
-
-/// Whether the chain is stored as a ring: its first bead once more at its end.
+/// Whether the chain is stored as a ring: its last bead repeats the first at the same place.
 bool is_ring(const NamedChain& chain);
 
 /// Removes the repeated bead of a ring.
 void drop_repeated_end(NamedChain& ring);
 
-/// The identifiers of the beads as their labels.
-std::vector<std::string> labels_of(const Chain& beads);
+/// Sets the identifier of every bead to the number of its residue. If a residue has no number, the
+/// identifiers are 1, 2, 3, ... and the result is false.
+bool number_by_residues(NamedChain& chain);
+
+/// Sets the identifiers to 0, 1, 2, ... Beads that survive a closure and a reduction then tell where they
+/// were.
+void number_by_position(Chain& chain);
+
+/// Residues whose numbers are the identifiers of the beads.
+std::vector<ResidueId> residues_of(const Chain& beads);
 
 } // namespace loopwise::polymer

@@ -1,29 +1,14 @@
 // Chains from and to text, their check and their cut.
+#include "polymer/bonds.hpp"
 #include "python/arrays.hpp"
 #include "python/module.hpp"
-#include "read/input.hpp"
+#include "read/read.hpp"
 #include "src/model/cut.hpp"
 
 #include <algorithm>
-#include <charconv>
 
 namespace loopwise::python {
 namespace {
-
-constexpr double shortest_bond = 3.4, longest_bond = 4.2; // as CheckDistancesBetweenAtoms()
-
-/// Readers number beads by position. Here they have the numbers that their labels begin with, if all do.
-void number_by_label(polymer::NamedChain& named) {
-    std::vector<std::int32_t> numbers;
-    for (const std::string& label : named.labels) {
-        std::int32_t number = 0;
-        if (std::from_chars(label.data(), label.data() + label.size(), number).ec != std::errc{}) break;
-        numbers.push_back(number);
-    }
-    const bool all = numbers.size() == named.beads.size();
-    for (std::size_t i = 0; i < named.beads.size(); ++i)
-        named.beads[i].id = all ? numbers[i] : static_cast<std::int32_t>(i + 1);
-}
 
 py::list list_of(const std::vector<polymer::Molecule>& molecules) {
     py::list result;
@@ -32,7 +17,8 @@ py::list list_of(const std::vector<polymer::Molecule>& molecules) {
             const py::tuple arrays = arrays_of(named.beads);
             std::vector<std::string> notes = molecule.notes;
             notes.insert(notes.end(), named.notes.begin(), named.notes.end());
-            result.append(py::make_tuple(arrays[0], arrays[1], named.labels, named.name, notes));
+            result.append(
+                py::make_tuple(arrays[0], arrays[1], polymer::texts_of(named.residues), named.name, notes));
         }
     return result;
 }
@@ -43,15 +29,10 @@ template <class Read> py::list chains_of(const Read& read) {
     try {
         const py::gil_scoped_release others;
         molecules = read();
-        for (polymer::Molecule& molecule : molecules)
-            for (polymer::NamedChain& named : molecule.chains) number_by_label(named);
     } catch (const std::bad_alloc&) {
         throw;
     } catch (const std::exception& refusal) {
-        // Some parsers use several lines.
-        std::string reason = refusal.what();
-        std::replace(reason.begin(), reason.end(), '\n', ' ');
-        throw py::value_error(reason);
+        throw py::value_error(refusal.what());
     }
     return list_of(molecules);
 }
@@ -93,7 +74,7 @@ py::tuple check(const Doubles& xyz, const Ids& ids) {
     for (std::size_t i = 0; i < bonds; ++i, ++to) {
         const ChainAtom &a = chain[i], &b = chain[i + 1];
         *to = Dist({a.x, a.y, a.z}, {b.x, b.y, b.z});
-        if (*to < shortest_bond || *to > longest_bond) odd.push_back(i);
+        if (*to < polymer::shortest_trace_bond || *to > polymer::longest_trace_bond) odd.push_back(i);
     }
     return py::make_tuple(distances, odd, CheckDistancesBetweenAtoms(chain));
 }

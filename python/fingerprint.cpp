@@ -1,4 +1,4 @@
-// Which knot every stretch of a chain is.
+// The knot of every subchain of a chain.
 #include "fingerprint/fingerprint.hpp"
 
 #include "python/background.hpp"
@@ -10,13 +10,15 @@ namespace {
 class JobWatcher final : public fingerprint::FingerprintWatcher {
   public:
     explicit JobWatcher(Job& job) : job_(job) {}
-    void subchain_done(std::size_t done, std::size_t planned) override { job_.reach(done, planned); }
+    void subchain_closed(std::size_t done, std::size_t planned, double) override {
+        job_.reach(done, planned);
+    }
 
   private:
     Job& job_;
 };
 
-/// A square of one number for each stretch, first beads down and last beads across; 0 below the diagonal.
+/// A square of one number for each subchain, first beads down and last beads across; 0 below the diagonal.
 template <class Number, class Value>
 py::array_t<Number> square(const fingerprint::FingerprintMatrix& matrix, const Value& value) {
     const auto beads = static_cast<py::ssize_t>(matrix.beads());
@@ -36,7 +38,7 @@ py::list list_of(const std::vector<fingerprint::KnotPlace>& places) {
     py::list result;
     for (const fingerprint::KnotPlace& place : places) {
         py::dict dict;
-        dict["knot"] = place.knot;
+        dict["type"] = place.knot;
         dict["share"] = place.share;
         dict["greatest_share"] = place.greatest_share;
         dict["greatest"] = pair_of(place.greatest);
@@ -50,12 +52,10 @@ py::list list_of(const std::vector<fingerprint::KnotPlace>& places) {
 
 py::dict fingerprint(const Doubles& xyz, const py::dict& given, const py::object& progress) {
     polymer::NamedChain named{"", chain_of(xyz, std::nullopt), {}};
-    named.labels = polymer::labels_of(named.beads);
+    named.residues = polymer::residues_of(named.beads);
     fingerprint::FingerprintPlan plan;
     plan.closures = given["closures"].cast<std::size_t>();
-    plan.step = given["step"].cast<std::size_t>();
-    plan.full = given["full"].cast<bool>();
-    plan.bounded = plan.step == 0 && !plan.full;
+    plan.policy.step = given["step"].cast<std::size_t>();
     plan.threads = given["threads"].cast<unsigned>();
     plan.most_memory = given["most_memory"].cast<std::size_t>();
     const auto found = in_background<fingerprint::ChainFingerprint>(
@@ -69,8 +69,8 @@ py::dict fingerprint(const Doubles& xyz, const py::dict& given, const py::object
     result["closures"] = found.closures;
     result["step"] = found.step;
     result["stretches"] = found.tested;
-    result["names"] = found.names;
-    result["knot"] = found.knot;
+    result["types"] = found.knots;
+    result["type"] = found.knot;
     result["share"] = found.share;
     result["depth"] = found.depth;
     result["depth_within"] = std::pair{found.depth_within[0], found.depth_within[1]};

@@ -6,7 +6,6 @@
 #include "src/closure/point_tables.hpp"
 #include "src/projection/projection.hpp"
 #include "src/reduce/reduction.hpp"
-#include "survey/closure_rng.hpp"
 #include "survey/plan.hpp"
 
 namespace loopwise::python {
@@ -14,9 +13,6 @@ namespace {
 
 /// Reductions of more beads are worth a thread, so that they can be interrupted.
 constexpr std::size_t many_beads = 4000;
-
-/// A row of the table; drawn with the seed when there is none.
-using Row = std::optional<int>;
 
 template <class What> What closed(What what, closure::Closing closing, const std::string& method) {
     switch (closing) {
@@ -35,45 +31,60 @@ template <class What> What closed(What what, closure::Closing closing, const std
     throw py::value_error("method '" + method + "' finds no way around: centre and ends span no plane");
 }
 
-py::tuple close_chain(const Doubles& xyz, const Ids& ids, const std::string& method, const Row& row,
-                      double scale, std::uint64_t seed, std::uint64_t closure) {
-    Chain chain = chain_of(xyz, ids);
-    closure::Draw draw = survey::ClosureRng(seed, closure);
-    if (row && (*row < 0 || *row >= closure::uniform_rows))
-        closed(chain, closure::Closing::no_such_row, method);
-    if (row) draw = [row] { return *row; };
-    closure::Closing closing = closure::Closing::closed;
-    {
-        const py::gil_scoped_release others;
-        if (method == survey::name_of(survey::Method::point))
-            closing = closure::close_through_point(chain, scale, draw);
-        else if (method == survey::name_of(survey::Method::direction))
-            closing = closure::close_in_random_direction(chain, draw);
-        else if (method == survey::name_of(survey::Method::two_points))
-            closing = closure::close_by_arc(chain, scale, draw);
-        else
-            closing = closure::close_outside(chain, scale);
-    }
-    return arrays_of(closed(std::move(chain), closing, method));
+survey::ClosureInput input_of(survey::Method method, double scale, std::uint64_t seed, std::size_t closure) {
+    survey::Plan plan;
+    plan.method = method;
+    plan.scale = scale;
+    plan.seed = seed;
+    return input_of(plan, closure);
 }
 
-py::list close_structure(const py::sequence& components, const std::string& method, double scale,
-                         std::uint64_t seed, std::uint64_t closure) {
-    Structure structure = structure_of(components);
-    const closure::Draw draw = survey::ClosureRng(seed, closure);
+/// With a direction, of methods that take one, nothing is drawn.
+py::tuple close_chain(const Doubles& xyz, const Ids& ids, const std::string& name,
+                      const std::optional<int>& direction, double scale, std::uint64_t seed,
+                      std::size_t closure) {
+    Chain chain = chain_of(xyz, ids);
+    const survey::Method method = survey::Method::named(name);
+    survey::ClosureInput input = input_of(method, scale, seed, closure);
+    if (direction) {
+        input.closure = static_cast<std::size_t>(*direction);
+        input.draw = [direction] { return *direction; };
+    }
     closure::Closing closing = closure::Closing::closed;
     {
         const py::gil_scoped_release others;
-        if (method == survey::name_of(survey::Method::point))
-            closing = closure::close_through_points(structure, scale, draw);
-        else if (method == survey::name_of(survey::Method::direction))
-            closing = closure::close_in_random_directions(structure, draw);
-        else if (method == survey::name_of(survey::Method::two_points))
-            closing = closure::close_by_arcs(structure, scale, draw);
-        else
-            closing = closure::close_outside(structure, scale);
+        closing = method->close_chain(chain, input);
     }
-    return arrays_of(closed(std::move(structure), closing, method));
+    return arrays_of(closed(std::move(chain), closing, name));
+}
+
+py::list close_structure(const py::sequence& components, const std::string& name, double scale,
+                         std::uint64_t seed, std::size_t closure) {
+    Structure structure = structure_of(components);
+    const survey::Method method = survey::Method::named(name);
+    const survey::ClosureInput input = input_of(method, scale, seed, closure);
+    closure::Closing closing = closure::Closing::too_many_components;
+    if (method->close_structure) {
+        const py::gil_scoped_release others;
+        closing = method->close_structure(structure, input);
+    }
+    return arrays_of(closed(std::move(structure), closing, name));
+}
+
+void bind_methods(py::module_& module) {
+    using Row = survey::MethodRow;
+    py::class_<Row>(module, "Method")
+        .def_readonly("name", &Row::name)
+        .def_readonly("random", &Row::random)
+        .def_readonly("closes", &Row::closes)
+        .def_readonly("takes_direction", &Row::takes_direction)
+        .def_readonly("default_closures", &Row::default_closures)
+        .def_readonly("most_closures", &Row::most_closures)
+        .def_readonly("default_scale", &Row::default_scale)
+        .def_readonly("most_components", &Row::most_components);
+    module.attr("methods") = std::vector<Row>(survey::all_methods().begin(), survey::all_methods().end());
+    module.attr("scale_limits") = py::make_tuple(survey::scales_above, survey::largest_scale);
+    module.def("standard_method", [](bool together) { return survey::Method::standard(together)->name; });
 }
 
 /// Positions instead of identifiers. A loop stored with its first atom repeated at its end, which the reduction knows
@@ -186,6 +197,7 @@ void bind_predicates(py::module_& module) {
 void bind_operations(py::module_& module) {
     bind_measures(module);
     bind_predicates(module);
+    bind_methods(module);
     module.def("close", close_chain);
     module.def("close_together", close_structure);
     module.def("arc", [](const Doubles& start, const Doubles& end, const Doubles& centre, double radius,

@@ -15,7 +15,7 @@ namespace {
 /// What each closure left of every component, and the numbers of the knots, by row. Knots are numbered as they come.
 struct Rows {
     std::vector<std::int64_t> closures, left, knots;
-    std::unordered_map<std::string, std::int64_t> numbers;
+    std::unordered_map<knots::KnotType, std::int64_t> numbers;
 };
 
 struct Survey {
@@ -31,7 +31,7 @@ class SurveyWatcher final : public survey::Watcher {
         rows_.closures.push_back(static_cast<std::int64_t>(made.closure));
         for (const survey::Loop& loop : made.reduced)
             rows_.left.push_back(static_cast<std::int64_t>(loop.beads.size()));
-        for (const std::string& knot : made.knots) {
+        for (const knots::KnotType& knot : made.knots) {
             const auto next = static_cast<std::int64_t>(rows_.numbers.size());
             rows_.knots.push_back(rows_.numbers.try_emplace(knot, next).first->second);
         }
@@ -51,7 +51,7 @@ Survey surveyed(const polymer::Molecule& molecule, const survey::Plan& plan, Job
 
 survey::Plan plan_of(const py::dict& given) {
     survey::Plan plan;
-    plan.method = method_of(given["method"].cast<std::string>());
+    plan.method = survey::Method::named(given["method"].cast<std::string>(), true);
     plan.closures = given["closures"].cast<std::size_t>();
     plan.scale = given["scale"].cast<double>();
     plan.seed = given["seed"].cast<std::uint64_t>();
@@ -64,15 +64,15 @@ survey::Plan plan_of(const py::dict& given) {
 polymer::Molecule molecule_of(const py::sequence& components) {
     polymer::Molecule molecule;
     for (Chain& chain : structure_of(components)) {
-        std::vector<std::string> labels = polymer::labels_of(chain);
-        molecule.chains.push_back({"", std::move(chain), std::move(labels)});
+        std::vector<polymer::ResidueId> residues = polymer::residues_of(chain);
+        molecule.chains.push_back({"", std::move(chain), std::move(residues)});
     }
     return molecule;
 }
 
 py::dict dict_of(const std::vector<survey::KnotCount>& counts) {
     py::dict knots;
-    for (const survey::KnotCount& count : counts) knots[py::str(count.knot)] = count.closures;
+    for (const survey::KnotCount& count : counts) knots[py::cast(count.knot)] = count.closures;
     return knots;
 }
 
@@ -83,6 +83,15 @@ py::dict linking_numbers_of(const std::vector<survey::PairTally>& pairs) {
     return numbers;
 }
 
+/// Positions in the closed chain.
+py::array_t<std::int64_t> positions_of(const survey::Loop& loop) {
+    py::array_t<std::int64_t> positions(static_cast<py::ssize_t>(loop.beads.size()));
+    std::int64_t* to = positions.mutable_data();
+    for (std::size_t i = 0; i < loop.beads.size(); ++i)
+        *to++ = static_cast<std::int64_t>(index_of(loop.position(i)));
+    return positions;
+}
+
 py::dict dict_of(const survey::ComponentTally& tally) {
     py::dict result;
     result["beads"] = tally.beads;
@@ -90,7 +99,7 @@ py::dict dict_of(const survey::ComponentTally& tally) {
     result["bare"] = tally.fully_reduced;
     result["knots"] = dict_of(tally.knots);
     if (const auto& smallest = tally.smallest)
-        result["smallest"] = py::make_tuple(smallest->closure, positions_of(smallest->loop.beads),
+        result["smallest"] = py::make_tuple(smallest->closure, positions_of(smallest->loop),
                                             coordinates_of(smallest->loop.beads));
     else
         result["smallest"] = py::none();
@@ -103,8 +112,10 @@ py::object tuple_of(const survey::ClosureResult* made) {
     py::list components;
     for (std::size_t i = 0; i < made->closed.size(); ++i)
         components.append(
-            py::make_tuple(coordinates_of(made->closed[i].beads), positions_of(made->reduced[i].beads)));
-    return py::make_tuple(made->closure, components, made->knots);
+            py::make_tuple(coordinates_of(made->closed[i].beads), positions_of(made->reduced[i])));
+    py::list knots;
+    for (const knots::KnotType& knot : made->knots) knots.append(text(knot));
+    return py::make_tuple(made->closure, components, knots);
 }
 
 using Table = py::array_t<std::int64_t>;
@@ -117,12 +128,12 @@ Table table_of(const std::vector<std::int64_t>& numbers, std::size_t height, std
 
 /// Arrays of the closures, of what they left of each component and of its knot's number among the names in order.
 py::tuple tables_of(const Rows& rows, std::size_t width) {
-    const std::map<std::string, std::int64_t> sorted(rows.numbers.begin(), rows.numbers.end());
+    const std::map<knots::KnotType, std::int64_t> sorted(rows.numbers.begin(), rows.numbers.end());
     std::vector<std::int64_t> place(sorted.size());
     py::list names;
-    for (const auto& [name, number] : sorted) {
+    for (const auto& [knot, number] : sorted) {
         place[static_cast<std::size_t>(number)] = static_cast<std::int64_t>(names.size());
-        names.append(name);
+        names.append(text(knot));
     }
     std::vector<std::int64_t> knots = rows.knots;
     for (std::int64_t& knot : knots) knot = place[static_cast<std::size_t>(knot)];
@@ -142,7 +153,7 @@ py::dict dict_of(const Survey& survey) {
     dict["bare"] = result.whole.fully_reduced;
     dict["links"] = dict_of(result.whole.knots);
     dict["linking_numbers"] = linking_numbers_of(result.pairs);
-    dict["method"] = survey::name_of(result.plan.method);
+    dict["method"] = result.plan.method->name;
     dict["closures"] = result.plan.closures;
     dict["failed"] = result.failed;
     dict["counted"] = result.counted();
@@ -196,14 +207,6 @@ py::list survey_frames(const py::sequence& frames, const py::dict& given, const 
 }
 
 } // namespace
-
-survey::Method method_of(const std::string& name) {
-    for (const survey::Method method :
-         {survey::Method::directions, survey::Method::point, survey::Method::direction,
-          survey::Method::two_points, survey::Method::outside, survey::Method::ring})
-        if (name == survey::name_of(method)) return method;
-    throw py::value_error("there is no method '" + name + "'");
-}
 
 void bind_survey(py::module_& module) {
     module.def("survey", survey_molecule);

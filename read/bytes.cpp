@@ -6,17 +6,19 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <iterator>
 #include <limits>
+#include <system_error>
 
 namespace loopwise::read {
 namespace {
 
 constexpr std::string_view gzip_mark = "\x1f\x8b";
-constexpr int gzip_window = 15 + 16; // the largest window; gzip's frame and checksum are required
+constexpr int gzip_window = 15 + 16; // 15: the largest window; 16: with the header and checksum of gzip
 
 class Inflation {
   public:
@@ -41,10 +43,9 @@ class Inflation {
             state = inflate(&stream_, Z_NO_FLUSH);
             packed.remove_prefix(piece - stream_.avail_in);
             into.append(buffer_.data(), buffer_.size() - stream_.avail_out);
-            if (state == Z_BUF_ERROR) refuse("is a gzipped file that is cut off");
+            if (state == Z_BUF_ERROR) refuse("truncated gzip file; get it again");
             if (state != Z_OK && state != Z_STREAM_END)
-                refuse("is a damaged gzipped file" +
-                       (stream_.msg == nullptr ? "" : ": " + std::string(stream_.msg)));
+                refuse("damaged gzip file" + (stream_.msg == nullptr ? "" : ": " + std::string(stream_.msg)));
         }
         return packed;
     }
@@ -62,9 +63,9 @@ std::string all_of(std::istream& in) {
 
 std::string raw_bytes(const std::string& path) {
     if (path == standard_input) return all_of(std::cin);
-    if (std::filesystem::is_directory(path)) refuse("is a directory");
+    if (std::filesystem::is_directory(path)) refuse("is a directory, not a file");
     std::ifstream file(path, std::ios::binary);
-    if (!file) refuse("cannot be opened");
+    if (!file) refuse("cannot be opened: " + std::generic_category().message(errno));
     return all_of(file);
 }
 
@@ -75,16 +76,16 @@ std::string unpacked(std::string_view gzipped) {
     Inflation inflation;
     do gzipped = inflation.member(gzipped, bytes);
     while (gzipped.starts_with(gzip_mark));
-    // Archives on tape are filled up with zeros.
+    // Tape archives are padded with zeros.
     if (gzipped.find_first_not_of('\0') != std::string_view::npos)
-        refuse("has something after the end of its gzipped part");
+        refuse("damaged gzip file: other bytes follow its end");
     return bytes;
 }
 
 std::string read_bytes(const std::string& path) {
     std::string bytes = raw_bytes(path);
     if (bytes.starts_with(gzip_mark)) return unpacked(bytes);
-    if (path.ends_with(".gz")) refuse("is no gzipped file");
+    if (path.ends_with(".gz")) refuse("is named .gz but is not a gzip file");
     return bytes;
 }
 

@@ -1,4 +1,4 @@
-// What a file holds, unpacked.
+// The bytes of a file, unpacked.
 #pragma once
 
 #include <string>
@@ -10,13 +10,13 @@ namespace loopwise::read {
 inline constexpr const char* standard_input = "-";
 
 /// The whole file, or the standard input; unpacked if it is gzipped, whatever its name. Throws
-/// std::runtime_error with the reason: a gzipped file that is cut off or whose checksum is wrong is refused.
+/// std::runtime_error with the reason, also if gzip data is truncated or its checksum is wrong.
 std::string read_bytes(const std::string& path);
 
-/// Unpacks gzipped bytes, several members too. Throws as read_bytes().
+/// Unpacks gzip data of one or several members. Throws as read_bytes().
 std::string unpacked(std::string_view gzipped);
 
-/// Line ends of a carriage return, with or without a line feed, become line feeds.
+/// Makes every carriage return, with or without a line feed, a line feed.
 std::string with_line_feeds(std::string text);
 
 } // namespace loopwise::read

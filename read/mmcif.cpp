@@ -1,19 +1,19 @@
 #include "read/mmcif.hpp"
 
-#include "read/number.hpp"
+#include "read/fields.hpp"
 #include "read/refusal.hpp"
-
-#include <gemmi/cif.hpp>
+#include "words/text.hpp"
 
 #include <algorithm>
+#include <gemmi/cif.hpp>
 
 namespace loopwise::read {
 namespace {
 
 namespace cif = gemmi::cif;
 
-/// The columns that are looked at; but for the coordinates all are optional. Names that authors give go before those of
-/// the archive, except for what tells molecules apart.
+/// The columns that are read. Only the coordinates are required. Names by the authors are preferred to those
+/// by the archive; only the part is the archive's, as it tells molecules apart.
 enum Column {
     x,
     y,
@@ -52,7 +52,7 @@ std::string either(cif::Table::Row& row, Column column, Column other) {
     return text.empty() ? text_at(row, other) : text;
 }
 
-/// Without the standard uncertainty that may follow in brackets.
+/// Ignores a standard uncertainty in brackets.
 std::optional<double> number_at(cif::Table::Row& row, Column column) {
     const std::string text = text_at(row, column);
     return to_number(std::string_view(text).substr(0, text.find('(')));
@@ -61,8 +61,8 @@ std::optional<double> number_at(cif::Table::Row& row, Column column) {
 double coordinate(cif::Table::Row& row, Column column, const FileAtom& atom) {
     const auto value = number_at(row, column);
     if (!value)
-        refuse("has " + shown(text_at(row, column)) + " for a coordinate of atom " + atom.name +
-               " of residue " + atom.residue_name + " " + atom.residue);
+        refuse("residue " + atom.title() + ", atom " + atom.name + ": coordinate " +
+               words::quoted(text_at(row, column)) + " is not a number");
     return *value;
 }
 
@@ -70,12 +70,12 @@ double occupancy_of(cif::Table::Row& row, const FileAtom& atom) {
     if (!row.has2(occupancy)) return 1.0;
     const auto value = number_at(row, occupancy);
     if (!value && !atom.location.empty())
-        refuse("has " + shown(text_at(row, occupancy)) + " for the occupancy of a location of residue " +
-               atom.residue_name + " " + atom.residue);
+        refuse("residue " + atom.title() + ", location " + atom.location + ": occupancy " +
+               words::quoted(text_at(row, occupancy)) + " is not a number");
     return value.value_or(1.0);
 }
 
-/// Only polymers have numbers in their sequence; where nothing has, nothing is said.
+/// Only residues of polymers have a sequence number. A file without any does not tell.
 FileAtom::Polymer polymer_of(cif::Table::Row& row, bool tells) {
     if (!tells) return FileAtom::Polymer::unknown;
     return row.has2(residue) ? FileAtom::Polymer::yes : FileAtom::Polymer::no;
@@ -89,7 +89,7 @@ FileAtom atom_of(cif::Table::Row& row, const std::string& atom_name, bool tells_
     atom.chain = either(row, author_chain, chain);
     atom.part = text_at(row, chain);
     atom.residue_name = either(row, author_residue_name, residue_name);
-    atom.residue = either(row, author_residue, residue) + text_at(row, insertion);
+    atom.residue = polymer::ResidueId::parse(either(row, author_residue, residue) + text_at(row, insertion));
     atom.location = text_at(row, location);
     atom.hetero = text_at(row, group) == "HETATM";
     atom.polymer = polymer_of(row, tells_polymers);
@@ -98,20 +98,18 @@ FileAtom atom_of(cif::Table::Row& row, const std::string& atom_name, bool tells_
     return atom;
 }
 
-bool is_calcium(cif::Table::Row& row, const std::string& atom_name) {
-    const std::string element = text_at(row, symbol);
-    return atom_name == "CA" && !element.empty() && element != "C";
-}
-
 std::vector<FileAtom> atoms_of(cif::Table& table, const Selection& selection) {
-    if (!table.has_column(author_name) && !table.has_column(name)) refuse("has no names of atoms");
-    if (!table.has_column(author_residue) && !table.has_column(residue)) refuse("has no numbers of residues");
+    if (!table.has_column(author_name) && !table.has_column(name))
+        refuse("no atom names (_atom_site.label_atom_id or auth_atom_id)");
+    if (!table.has_column(author_residue) && !table.has_column(residue))
+        refuse("no residue numbers (_atom_site.label_seq_id or auth_seq_id)");
     bool tells_polymers = false;
     for (auto row : table) tells_polymers = tells_polymers || row.has2(residue);
     std::vector<FileAtom> atoms;
     for (auto row : table) {
         const std::string named = atom_name(either(row, author_name, name));
-        if (is_of_use(named, selection) && !is_calcium(row, named))
+        if (is_of_use(named, selection) &&
+            !is_calcium(named, text_at(row, symbol), either(row, author_residue_name, residue_name)))
             atoms.push_back(atom_of(row, named, tells_polymers));
     }
     return atoms;
@@ -125,19 +123,17 @@ cif::Document parse(std::string_view text) {
         std::string reason = error.what();
         if (const auto colon = reason.rfind(": "); colon != std::string::npos)
             reason = reason.substr(colon + 2);
-        refuse("is no whole mmCIF file: line " + std::to_string(place) + ", " + reason);
+        std::replace(reason.begin(), reason.end(), '\n', ' ');
+        refuse("invalid or truncated mmCIF: line " + std::to_string(place) + ": " + reason);
     }
 }
 
-/// A line with nothing but the mark that many programs put after every table.
+/// Many programs write a line of # after every table.
 bool is_mark(std::string_view line) { return trimmed(line) == "#"; }
 
 bool has_marks(std::string_view text) {
-    while (!text.empty()) {
-        const std::string_view line = text.substr(0, text.find('\n'));
-        if (is_mark(line)) return true;
-        text.remove_prefix(std::min(line.size() + 1, text.size()));
-    }
+    while (!text.empty())
+        if (is_mark(next_line(text))) return true;
     return false;
 }
 
@@ -148,8 +144,9 @@ bool ends_with_atoms(const cif::Block& block) {
            gemmi::istarts_with(last.loop.tags.front(), "_atom_site.");
 }
 
-/// A file that goes on after its atoms holds them all. One that ends with them is cut off if its last line
-/// has no end, or if it marks the end of its tables but not of this one; otherwise nobody can know.
+/// A file that continues after its atoms has them all. A file that ends with its atoms is truncated if its
+/// last line has no line end, or if # lines follow its other tables but not the atoms. Otherwise it cannot be
+/// known.
 void judge_end(std::string_view text, const cif::Block& block, std::vector<std::string>& notes) {
     if (!ends_with_atoms(block)) return;
     std::string_view rest = text;
@@ -157,9 +154,9 @@ void judge_end(std::string_view text, const cif::Block& block, std::vector<std::
     const std::size_t before = rest.rfind('\n');
     const std::string_view last = before == std::string_view::npos ? rest : rest.substr(before + 1);
     if (last.substr(0, 1) == "#") return;
-    if (text.back() != '\n') refuse("ends inside a line of its atoms: it is cut off");
-    if (has_marks(text)) refuse("ends inside its atoms, without the # that closes its tables: it is cut off");
-    notes.push_back("the file ends with its atoms and no mark: whether it is complete cannot be known");
+    if (text.back() != '\n') refuse("truncated mmCIF: it ends inside a line of its atoms");
+    if (has_marks(text)) refuse("truncated mmCIF: a # line follows its other tables, but not its atoms");
+    notes.push_back("the file ends with its atoms and has no # lines; it may be truncated");
 }
 
 } // namespace
@@ -171,10 +168,11 @@ FileAtoms read_mmcif(std::string_view text, const Selection& selection) {
     for (cif::Block& block : document.blocks) {
         if (!block.find("_atom_site.", tags).ok() || block.find_mmcif_category("_atom_site.").length() == 0)
             continue;
-        if (found != nullptr) refuse("holds atoms in two data blocks, " + found->name + " and " + block.name);
+        if (found != nullptr)
+            refuse("atoms in two data blocks, " + found->name + " and " + block.name + "; split the file");
         found = &block;
     }
-    if (found == nullptr) refuse("holds no atoms with coordinates (_atom_site.Cartn_x, _y and _z)");
+    if (found == nullptr) refuse("no atoms with coordinates (_atom_site.Cartn_x, _y and _z)");
     cif::Table table = found->find("_atom_site.", tags);
     read.atoms = atoms_of(table, selection);
     judge_end(text, document.blocks.back(), read.notes);
@@ -183,10 +181,8 @@ FileAtoms read_mmcif(std::string_view text, const Selection& selection) {
 
 bool looks_like_mmcif(std::string_view text) {
     while (!text.empty()) {
-        const std::string_view line = text.substr(0, text.find('\n'));
-        const std::string_view content = trimmed(line);
+        const std::string_view content = trimmed(next_line(text));
         if (!content.empty() && content.front() != '#') return content.substr(0, 5) == "data_";
-        text.remove_prefix(std::min(line.size() + 1, text.size()));
     }
     return false;
 }

@@ -1,15 +1,15 @@
-// mmCIF files, through gemmi.
+// mmCIF files, parsed by gemmi.
 #pragma once
 
 #include "read/atoms.hpp"
 
 namespace loopwise::read {
 
-/// The atoms of use in an mmCIF file with line feeds as line ends. Throws std::runtime_error with the reason
-/// when it does not parse, when a field is no number, and when the file shows that it is cut off.
+/// The atoms that is_of_use() keeps in an mmCIF file. Lines must end in line feeds. Throws std::runtime_error
+/// with the reason if the file is invalid or truncated.
 FileAtoms read_mmcif(std::string_view text, const Selection& selection);
 
-/// Whether a text without a telling name is such a file.
+/// Whether the text is mmCIF, whatever the name of its file.
 bool looks_like_mmcif(std::string_view text);
 
 } // namespace loopwise::read

@@ -1,7 +1,9 @@
 #include "read/pdb.hpp"
 
-#include "read/number.hpp"
+#include "read/fields.hpp"
+#include "read/hybrid_36.hpp"
 #include "read/refusal.hpp"
+#include "words/text.hpp"
 
 #include <algorithm>
 #include <array>
@@ -15,7 +17,7 @@ namespace {
 constexpr std::size_t end_of_coordinates = 54;
 constexpr std::array atom_records = {std::string_view("ATOM  "), std::string_view("HETATM")};
 
-/// The columns from `first` to `last`, counted from 1 as the format does; less where the line ends before.
+/// Columns `first` to `last`, counted from 1; fewer if the line is shorter.
 std::string_view columns(std::string_view line, std::size_t first, std::size_t last) {
     return line.size() < first ? std::string_view() : line.substr(first - 1, last - first + 1);
 }
@@ -31,37 +33,14 @@ bool is_atom(std::string_view line) {
 
 bool is_record(std::string_view line, std::string_view name) { return field(line, 1, 6) == name; }
 
-/// Residue numbers above 9999 as hybrid-36 writes them, A000 and on.
-/// (https://cci.lbl.gov/hybrid_36: upper case continues the numbers, lower case continues upper case.)
-std::string plain_number(std::string_view number, std::size_t line) {
-    constexpr long digits = 36, most = digits * digits * digits * digits;
-    constexpr long first_upper = 10 * digits * digits * digits, after_numbers = 10000;
-    const auto is_small = [](char c) { return c >= 'a' && c <= 'z'; };
-    const auto is_large = [](char c) { return c >= 'A' && c <= 'Z'; };
-    const auto is_digit = [](char c) { return c >= '0' && c <= '9'; };
-    const bool minus = number.substr(0, 1) == "-";
-    const std::string_view size = number.substr(minus ? 1 : 0);
-    if (!size.empty() && std::all_of(size.begin(), size.end(), is_digit)) return std::string(number);
-    const bool small = !number.empty() && is_small(number[0]);
-    const bool fits = number.size() == 4 && (small || is_large(number[0])) &&
-                      std::all_of(number.begin(), number.end(),
-                                  [&](char c) { return is_digit(c) || (small ? is_small(c) : is_large(c)); });
-    if (!fits) refuse_line(line, "has " + shown(number) + " for a residue number");
-    long value = 0;
-    for (const char c : number)
-        value = digits * value + (is_digit(c) ? c - '0' : c - (small ? 'a' : 'A') + 10);
-    return std::to_string(value - first_upper + after_numbers + (small ? most - first_upper : 0));
-}
-
 class PdbReader {
   public:
     explicit PdbReader(const Selection& selection) : selection_(selection) {}
 
     FileAtoms read(std::string_view text) {
         while (!text.empty()) {
-            const std::string_view line = text.substr(0, text.find('\n'));
-            ends_in_line_ = line.size() == text.size();
-            text.remove_prefix(std::min(line.size() + 1, text.size()));
+            ends_in_line_ = text.find('\n') == std::string_view::npos;
+            const std::string_view line = next_line(text);
             ++number_;
             if (is_atom(line))
                 atom(line);
@@ -77,20 +56,20 @@ class PdbReader {
         if (!open_) begin_model(std::to_string(models_.size() + 1));
         complete_ = false;
         chain_ = field(line, 21, 22);
-        if (chain_.empty()) chain_ = field(line, 73, 76); // where the name of a segment does instead
+        if (chain_.empty()) chain_ = field(line, 73, 76); // some programs write only the segment
         const std::string name = atom_name(trimmed(columns(line, 13, 16)));
         if (line.size() < end_of_coordinates)
-            refuse_line(number_, "is an atom that ends before its coordinates do");
+            refuse_line(number_, "the record ends before column 54, where its coordinates end");
         const PointR3 place{coordinate(line, 31), coordinate(line, 39), coordinate(line, 47)};
         if (!trimmed(columns(line, 28, 30)).empty())
-            refuse_line(number_, "has something in columns 28 to 30: its columns are shifted");
-        if (!is_of_use(name, selection_) || is_calcium(line, name)) return;
+            refuse_line(number_, "columns 28 to 30 are not blank; the columns are shifted");
+        if (!is_of_use(name, selection_) || is_calcium(name, element(line), field(line, 18, 20))) return;
         FileAtom atom;
         atom.model = models_.back();
         atom.chain = chain_;
         atom.part = std::to_string(parts_of_chain(chain_));
         atom.residue_name = field(line, 18, 20);
-        atom.residue = plain_number(trimmed(columns(line, 23, 26)), number_) + field(line, 27, 27);
+        atom.residue = residue(line);
         atom.name = name;
         atom.location = field(line, 17, 17);
         atom.occupancy = occupancy(line, atom.location);
@@ -101,13 +80,13 @@ class PdbReader {
 
     void other(std::string_view line) {
         if (is_record(line, "MODEL")) {
-            if (open_) refuse_line(number_, "begins a model inside another");
+            if (open_) refuse_line(number_, "MODEL inside another model");
             begin_model(field(line, 7, 20));
             in_model_ = true;
         } else if (is_record(line, "ENDMDL")) {
             end_model();
         } else if (is_record(line, "END")) {
-            if (in_model_) refuse_line(number_, "ends the file inside a model: it is cut off");
+            if (in_model_) refuse_line(number_, "END inside a model; the file is truncated");
             end_model();
             complete_ = true;
         } else if (is_record(line, "MASTER") || is_record(line, "CONECT")) {
@@ -120,7 +99,7 @@ class PdbReader {
     }
 
     void begin_model(const std::string& name) {
-        if (!known_models_.insert(name).second) refuse_line(number_, "begins model " + name + " once more");
+        if (!known_models_.insert(name).second) refuse_line(number_, "second model " + name);
         models_.push_back(name);
         open_ = true;
         ended_parts_.clear();
@@ -135,7 +114,7 @@ class PdbReader {
 
     void end_chain() {
         if (!open_) return;
-        if (ended_parts_[chain_]++ > 0) return; // what comes after the first one may be anything
+        if (ended_parts_[chain_]++ > 0) return; // ligands and water follow the first one
         for (auto atom = read_.atoms.rbegin(); atom != read_.atoms.rend(); ++atom) {
             if (atom->model != models_.back() || atom->chain != chain_) break;
             atom->polymer = FileAtom::Polymer::yes;
@@ -147,51 +126,58 @@ class PdbReader {
         return ended == ended_parts_.end() ? 0 : ended->second;
     }
 
+    polymer::ResidueId residue(std::string_view line) const {
+        std::string number = field(line, 23, 26);
+        if (const auto large = hybrid_36(number)) number = std::to_string(*large);
+        if (!polymer::ResidueId::parse(number).is_number())
+            refuse_line(number_, "residue number " + words::quoted(number) + " is not a number");
+        return polymer::ResidueId::parse(number + field(line, 27, 27));
+    }
+
     double coordinate(std::string_view line, std::size_t first) const {
         const auto value = to_number(trimmed(columns(line, first, first + 7)));
         if (!value)
-            refuse_line(number_, "has " + shown(columns(line, first, first + 7)) + " for a coordinate");
+            refuse_line(number_,
+                        "coordinate " + words::quoted(columns(line, first, first + 7)) + " is not a number");
         return *value;
     }
 
-    /// Blank is whole. It matters only where there are alternate locations.
+    /// 1 if blank. Only alternate locations need it.
     double occupancy(std::string_view line, const std::string& location) const {
         const std::string_view text = trimmed(columns(line, 55, 60));
         const auto value = to_number(text);
         if (!value && !text.empty() && !location.empty())
-            refuse_line(number_, "has " + shown(text) + " for the occupancy of an alternate location");
+            refuse_line(number_,
+                        "occupancy " + words::quoted(text) + " of an alternate location is not a number");
         return value.value_or(1.0);
     }
 
-    /// C-alpha is " CA ", calcium "CA  "; but some programs move every name to the left.
-    static bool is_calcium(std::string_view line, const std::string& name) {
-        if (name != "CA") return false;
-        const std::string element = field(line, 77, 78);
-        if (!element.empty() && std::isalpha(static_cast<unsigned char>(element[0])) != 0)
-            return element != "C";
-        return field(line, 18, 20) == "CA";
+    /// Old files have other things in its columns.
+    static std::string element(std::string_view line) {
+        const std::string text = field(line, 77, 78);
+        return !text.empty() && std::isalpha(static_cast<unsigned char>(text[0])) != 0 ? text : "";
     }
 
-    /// Files as the PDB writes them have an END. Others end in many ways: that is worth a note.
+    /// Deposited files have an END. Other programs may leave it out, so only a note is possible.
     void judge_end() {
-        if (in_model_) refuse("ends inside model " + models_.back() + ": it is cut off");
+        if (in_model_) refuse("truncated PDB: it ends inside model " + models_.back());
         if (complete_ || models_.empty()) return;
-        if (deposited_) refuse("has a HEADER or SEQRES, but no END: it is cut off");
+        if (deposited_) refuse("truncated PDB: HEADER or SEQRES, but no END");
         if (!open_ && last_model_ended_) return;
-        read_.notes.push_back(ends_in_line_
-                                  ? "the last line has no end, and there is no END: the file may be cut off"
-                                  : "there is no END: whether the file is complete cannot be known");
+        read_.notes.push_back(
+            ends_in_line_ ? "no END record, and the last line has no line end; the file may be truncated"
+                          : "no END record; the file may be truncated");
     }
 
     const Selection& selection_;
     FileAtoms read_;
     std::size_t number_ = 0;
     std::string chain_;                              // of the last atom
-    std::map<std::string, std::size_t> ended_parts_; // by the TER of the chain
+    std::map<std::string, std::size_t> ended_parts_; // TER records by chain name
     std::vector<std::string> models_;
     std::set<std::string> known_models_;
-    bool open_ = false;     // a model is begun
-    bool in_model_ = false; // by a MODEL record
+    bool open_ = false;     // atoms belong to a model
+    bool in_model_ = false; // that a MODEL record began
     bool last_model_ended_ = false;
     bool complete_ = false;
     bool deposited_ = false;
@@ -205,11 +191,8 @@ FileAtoms read_pdb(std::string_view text, const Selection& selection) {
 }
 
 bool looks_like_pdb(std::string_view text) {
-    while (!text.empty()) {
-        const std::string_view line = text.substr(0, text.find('\n'));
-        text.remove_prefix(std::min(line.size() + 1, text.size()));
-        if (is_atom(line)) return true;
-    }
+    while (!text.empty())
+        if (is_atom(next_line(text))) return true;
     return false;
 }
 

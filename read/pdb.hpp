@@ -5,11 +5,11 @@
 
 namespace loopwise::read {
 
-/// The atoms of use in a PDB file with line feeds as line ends. Throws std::runtime_error with the line and
-/// the reason when a field is no number, and when the file shows that it is cut off.
+/// The atoms that is_of_use() keeps in a PDB file. Lines must end in line feeds. Throws std::runtime_error
+/// with the line and the reason if a field is invalid or the file is truncated.
 FileAtoms read_pdb(std::string_view text, const Selection& selection);
 
-/// Whether a text without a telling name is such a file.
+/// Whether the text is PDB, whatever the name of its file.
 bool looks_like_pdb(std::string_view text);
 
 } // namespace loopwise::read

@@ -1,8 +1,9 @@
 #include "read/text.hpp"
 
-#include "read/bytes.hpp"
-#include "read/number.hpp"
+#include "read/fields.hpp"
 #include "read/refusal.hpp"
+#include "words/numbers.hpp"
+#include "words/text.hpp"
 
 #include <algorithm>
 #include <optional>
@@ -13,7 +14,6 @@ namespace loopwise::read {
 namespace {
 
 constexpr std::string_view byte_order_mark = "\xef\xbb\xbf";
-constexpr const char* shapes = "a bead is x y z, or id x y z";
 
 struct Line {
     std::size_t number;
@@ -43,12 +43,11 @@ std::vector<std::string_view> fields_of(std::string_view line) {
     }
 }
 
-/// Those that are not blank.
+/// Lines that are not blank.
 std::vector<Line> lines_of(std::string_view text) {
     std::vector<Line> lines;
     for (std::size_t number = 1; !text.empty(); ++number) {
-        const std::string_view line = text.substr(0, text.find('\n'));
-        text.remove_prefix(std::min(line.size() + 1, text.size()));
+        const std::string_view line = next_line(text);
         std::vector<std::string_view> fields = fields_of(line);
         if (!fields.empty()) lines.push_back({number, line, std::move(fields)});
     }
@@ -57,10 +56,14 @@ std::vector<Line> lines_of(std::string_view text) {
 
 void refuse_binary(std::string_view text) {
     const auto is_odd = [](char c) { return (c >= 0 && c < ' ' && (c < '\t' || c > '\r')) || c == '\x7f'; };
-    if (std::any_of(text.begin(), text.end(), is_odd)) refuse("is no text");
+    if (std::any_of(text.begin(), text.end(), is_odd)) refuse("not a text in ASCII or UTF-8");
 }
 
-/// The form of a bead's line, which the first one sets for all.
+[[noreturn]] void refuse_form(const Line& line, const std::string& found) {
+    refuse_line(line.number, "expected x y z or id x y z, found " + found);
+}
+
+/// The columns of a line. The first line decides for all.
 struct Form {
     std::size_t fields;
     std::optional<std::string_view> atom; ///< the name in the first field
@@ -68,7 +71,7 @@ struct Form {
 
 bool has_name(const Line& line) { return line.fields.size() == 4 && !to_number(line.fields[0]); }
 
-/// A title is no damaged bead: it has another number of fields, or hardly a number among them.
+/// A line with 3 or 4 fields and two numbers is rather a damaged bead than a title.
 bool may_be_title(const Line& line) {
     const std::size_t numbers = numbers_in(line);
     if (numbers == line.fields.size()) return false;
@@ -77,10 +80,10 @@ bool may_be_title(const Line& line) {
 
 struct Head {
     bool counted = false;
-    std::string note{}; ///< what was decided about a title
+    std::string note{}; ///< how a title was read
 };
 
-/// A title may be blank, and some files have none, which looks like a title of numbers and a missing bead.
+/// The title may be blank. Some files lack it: then the line after the count is a bead.
 Head take_count(std::span<const Line>& lines) {
     const Line first = lines.front();
     const auto count = to_number(first.fields[0]);
@@ -89,69 +92,64 @@ Head take_count(std::span<const Line>& lines) {
     const auto are_counted = [&] { return count && static_cast<double>(lines.size()) == *count; };
     if (blank_title && are_counted()) return {true};
     if (!blank_title && are_counted() && numbers_in(lines.front()) > 2)
-        return {true,
-                "the line after the count is taken for a bead, as they are " + std::string(first.fields[0])};
+        return {true, "no title: the line after the count is read as a bead"};
     if (!blank_title) lines = lines.subspan(1);
     if (!are_counted())
-        refuse_line(first.number, "says " + std::string(first.fields[0]) +
-                                      " beads, but after it and a title come " +
-                                      std::to_string(lines.size()));
+        refuse_line(first.number, "the count is " + std::string(first.fields[0]) + ", but " +
+                                      words::counted(lines.size(), "line") +
+                                      (lines.size() == 1 ? " follows" : " follow") + " the title");
     return {true};
 }
 
-/// Takes the count and the title of an XYZ file, or a title alone, off the lines.
+/// Takes the count and the title of an XYZ file off the lines, or a title alone.
 Head take_head(std::span<const Line>& lines) {
     if (lines.empty()) return {};
     const Line& first = lines.front();
     if (first.fields.size() == 1 && is_whole(first.fields[0])) return take_count(lines);
     if (!may_be_title(first)) return {};
     lines = lines.subspan(1);
-    return {false, "the first line is taken for a title: " + shown(first.text)};
+    return {false, "first line read as a title: " + words::quoted(first.text)};
 }
 
 Form form_of(const Line& first, bool counted) {
     if (first.fields.size() != 3 && first.fields.size() != 4)
-        refuse_line(first.number, "has " + std::to_string(first.fields.size()) +
-                                      (first.fields.size() == 1 ? " column: " : " columns: ") + shapes);
+        refuse_form(first, words::counted(first.fields.size(), "column"));
     if (!has_name(first)) return {first.fields.size(), std::nullopt};
     if (!counted)
-        refuse_line(first.number, "begins with " + shown(first.fields[0]) + ": " + shapes +
-                                      ", and names of atoms are for XYZ files with their count and title");
+        refuse_form(first,
+                    words::quoted(first.fields[0]) + "; atom names need the count and title of an XYZ file");
     return {first.fields.size(), first.fields[0]};
 }
 
 double coordinate(const Line& line, std::string_view field) {
     const auto value = to_number(field);
-    if (!value) refuse_line(line.number, "has " + shown(field) + " for a coordinate: " + shapes);
+    if (!value) refuse_form(line, "coordinate " + words::quoted(field));
     return *value;
 }
 
-std::string label_of(const Line& line, const Form& form, std::size_t position) {
-    if (form.fields == 3 || form.atom) return std::to_string(position + 1);
-    if (!is_whole(line.fields[0]))
-        refuse_line(line.number,
-                    "has " + shown(line.fields[0]) + " for an id, which is no whole number: " + shapes);
-    return std::string(line.fields[0]);
+polymer::ResidueId residue_of(const Line& line, const Form& form, std::size_t position) {
+    if (form.fields == 3 || form.atom) return polymer::ResidueId(static_cast<std::int32_t>(position + 1));
+    if (!is_whole(line.fields[0])) refuse_form(line, "id " + words::quoted(line.fields[0]));
+    return polymer::ResidueId::parse(line.fields[0]);
 }
 
 void refuse_other_form(const Line& line, const Form& form) {
     if (line.fields.size() != form.fields)
-        refuse_line(line.number, "has " + std::to_string(line.fields.size()) + " columns, those before it " +
-                                     std::to_string(form.fields));
+        refuse_line(line.number, "expected " + std::to_string(form.fields) + " columns as before, found " +
+                                     std::to_string(line.fields.size()));
     if (form.atom && line.fields[0] != *form.atom)
-        refuse_line(line.number, "is an atom " + shown(line.fields[0]) + " after " + shown(*form.atom) +
-                                     ": a chain is made of one kind, as C-alpha atoms");
+        refuse_line(line.number, "atom " + words::quoted(line.fields[0]) + " after " +
+                                     words::quoted(*form.atom) + "; a chain has atoms of one name");
 }
 
-/// Three columns of which the first counts the lines are numbers of beads, and the third coordinate is lost.
+/// Such columns are ids, x and y; z was lost.
 void refuse_lost_column(std::span<const Line> lines, const Chain& beads) {
     constexpr std::size_t enough = 4;
-    const auto counts = [](const ChainAtom& bead) { return bead.x == bead.id + 1; };
+    const auto counts = [&](const ChainAtom& bead) {
+        return bead.x == static_cast<double>(&bead - beads.data()) + 1.0;
+    };
     if (beads.size() >= enough && std::all_of(beads.begin(), beads.end(), counts))
-        refuse_line(lines.front().number,
-                    "and all after it have three columns of which the first counts the lines: "
-                    "ids without a third coordinate? " +
-                        std::string(shapes));
+        refuse_form(lines.front(), "three columns of which the first counts the lines");
 }
 
 polymer::NamedChain chain_of(std::span<const Line> lines, const Form& form) {
@@ -159,32 +157,31 @@ polymer::NamedChain chain_of(std::span<const Line> lines, const Form& form) {
     for (const Line& line : lines) {
         refuse_other_form(line, form);
         const std::size_t position = chain.beads.size(), x = form.fields - 3;
-        chain.labels.push_back(label_of(line, form, position));
+        chain.residues.push_back(residue_of(line, form, position));
         chain.beads.push_back({coordinate(line, line.fields[x]), coordinate(line, line.fields[x + 1]),
-                               coordinate(line, line.fields[x + 2]), static_cast<std::int32_t>(position)});
+                               coordinate(line, line.fields[x + 2]), 0});
     }
     if (form.fields == 3) refuse_lost_column(lines, chain.beads);
-    const std::set<std::string> different(chain.labels.begin(), chain.labels.end());
-    const bool ring = chain.labels.front() == chain.labels.back();
-    if (different.size() + (ring && chain.labels.size() > 1) < chain.labels.size())
-        chain.notes.push_back("ids come more than once: is the first of the four columns an id?");
+    const std::set<polymer::ResidueId> different(chain.residues.begin(), chain.residues.end());
+    const bool ring = chain.residues.front() == chain.residues.back();
+    if (different.size() + (ring && chain.residues.size() > 1) < chain.residues.size())
+        chain.notes.push_back("ids repeat; is the first of the four columns an id?");
     return chain;
 }
 
 } // namespace
 
-polymer::Molecule read_chain_text(std::string_view given) {
-    if (given.starts_with(byte_order_mark)) given.remove_prefix(byte_order_mark.size());
-    refuse_binary(given);
-    const std::string text = with_line_feeds(std::string(given));
+polymer::Molecule read_chain_text(std::string_view text) {
+    if (text.starts_with(byte_order_mark)) text.remove_prefix(byte_order_mark.size());
+    refuse_binary(text);
     const std::vector<Line> all = lines_of(text);
     std::span<const Line> lines = all;
     const Head head = take_head(lines);
-    if (lines.empty()) refuse("holds no bead");
+    if (lines.empty()) refuse("no beads");
     polymer::NamedChain chain = chain_of(lines, form_of(lines.front(), head.counted));
     if (!head.note.empty()) chain.notes.push_back(head.note);
     if (!text.ends_with('\n'))
-        chain.notes.push_back("the last line has no end: the file may be cut off in it");
+        chain.notes.push_back("the last line has no line end; the file may be truncated");
     polymer::Molecule molecule;
     molecule.chains.push_back(std::move(chain));
     return molecule;

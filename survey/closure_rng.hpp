@@ -1,13 +1,13 @@
-// The draws of one random closure.
+// The random numbers of one closure.
 #pragma once
 
 #include <cstdint>
 
 namespace loopwise::survey {
 
-/// Whole numbers from 0 to 2^31 - 1 from a seed of the closure's own, so that closures can be made in any
-/// order and on any thread. SplitMix64 (Steele, Lea and Flood, "Fast splittable pseudorandom number
-/// generators", OOPSLA 2014): consecutive closures start far apart in one sequence of 2^64.
+/// Random whole numbers from 0 to 2^31 - 1. The closure's number is part of the seed, so that closures can be made in
+/// any order and on any thread. SplitMix64 (Steele, Lea and Flood, "Fast splittable pseudorandom number generators",
+/// OOPSLA 2014): consecutive closures start far apart in one sequence of 2^64.
 class ClosureRng {
   public:
     ClosureRng(std::uint64_t seed, std::uint64_t closure) : state_(mixed(seed) + mixed(closure + golden)) {}

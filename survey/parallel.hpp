@@ -1,4 +1,4 @@
-// Independent pieces of work on several threads.
+// Loops over several threads.
 #pragma once
 
 #include <algorithm>
@@ -13,21 +13,21 @@
 namespace loopwise::survey {
 
 /// Runs work(worker) on the calling thread, which is worker 0, and on threads - 1 more, or as many as can be
-/// started. What one of them throws reaches the caller after all have ended.
+/// started. The exception of a worker reaches the caller after all have ended.
 template <class Work> void on_threads(std::size_t threads, const Work& work) {
     std::vector<std::future<void>> running;
     try {
         while (running.size() + 1 < threads)
             running.push_back(std::async(std::launch::async, work, running.size() + 1));
     } catch (const std::exception&) {
-        // The work is for any number of threads.
+        // Fewer threads do the same work.
     }
     work(0);
     for (std::future<void>& thread : running) thread.get();
 }
 
-/// Runs body(i, worker) for every i below count, each once, on up to so many threads, of which the calling one is
-/// worker 0. When one throws, no further piece is begun, and the exception reaches the caller after all have ended.
+/// Runs body(i, worker) for every i below count, each once, on up to `threads` threads; the calling one is worker 0.
+/// After an exception no further index is begun, and the exception reaches the caller after all workers have ended.
 template <class Body> void in_parallel(std::size_t count, unsigned threads, const Body& body) {
     if (count == 0) return;
     std::atomic<std::size_t> next = 0;
@@ -41,112 +41,116 @@ template <class Body> void in_parallel(std::size_t count, unsigned threads, cons
     });
 }
 
-/// Pieces that threads make in any order and one thread takes in theirs. Fewer are made and not yet taken than there
-/// are places; piece i has the place i % places.
+/// Indices from `first` up to `end`, without it.
+struct IndexRange {
+    std::size_t first = 0, end = 0;
+    bool empty() const { return first == end; }
+};
+
+/// Ordered queue: produced in any order by several threads, consumed by index by one. It holds fewer indices than it
+/// has slots; index i has the slot i % slots.
 class OrderedQueue {
   public:
-    struct Pieces {
-        std::size_t first = 0, end = 0;
-        bool none() const { return first == end; }
-    };
+    OrderedQueue(std::size_t count, std::size_t slots, std::size_t threads)
+        : count_(count), slots_(slots), threads_(threads), is_produced_(slots) {}
 
-    OrderedQueue(std::size_t count, std::size_t places, std::size_t threads)
-        : count_(count), places_(places), threads_(threads), made_(places) {}
-
-    /// Pieces to make. Waits for free places; none when no more are to be made.
-    Pieces begin() {
+    /// Indices to produce. Waits for free slots; empty when no index is left.
+    IndexRange wait_to_produce() {
         std::unique_lock lock(mutex_);
-        freed_.wait(lock, [this] { return next_ == count_ || has_place(); });
+        slot_freed_.wait(lock, [this] { return next_ == count_ || has_free_slot(); });
         return claim();
     }
 
-    void finish(const Pieces& pieces) {
+    void produced(const IndexRange& range) {
         const std::lock_guard lock(mutex_);
-        for (std::size_t i = pieces.first; i < pieces.end; ++i) made_[i % places_] = true;
-        if (pieces.first == taken_) finished_.notify_one();
+        for (std::size_t i = range.first; i < range.end; ++i) is_produced_[i % slots_] = true;
+        if (range.first == consumed_) first_produced_.notify_one();
     }
 
-    /// What the thread that takes does next.
-    struct Turn {
-        Pieces take, make; ///< both none when all are taken or the line has stopped
+    /// What the consumer does next; it produces while there is nothing to consume. Both are empty when all indices are
+    /// consumed or the queue has stopped.
+    struct Step {
+        IndexRange consume, produce;
+        bool is_last() const { return consume.empty() && produce.empty(); }
     };
-    Turn turn() {
+    Step wait_to_consume() {
         std::unique_lock lock(mutex_);
-        finished_.wait(
-            lock, [this] { return stopped_ || made_[taken_ % places_] || has_place() || taken_ == count_; });
-        Turn turn;
-        if (stopped_ || taken_ == count_) return turn;
-        turn.take = {taken_, taken_};
-        while (turn.take.end < next_ && turn.take.end < taken_ + places_ && made_[turn.take.end % places_])
-            ++turn.take.end;
-        if (turn.take.none()) turn.make = claim();
-        return turn;
+        first_produced_.wait(lock, [this] {
+            return stopped_ || is_produced_[consumed_ % slots_] || has_free_slot() || consumed_ == count_;
+        });
+        Step step;
+        if (stopped_ || consumed_ == count_) return step;
+        std::size_t end = consumed_;
+        while (end < next_ && end < consumed_ + slots_ && is_produced_[end % slots_]) ++end;
+        step.consume = {consumed_, end};
+        if (step.consume.empty()) step.produce = claim();
+        return step;
     }
 
-    void take(const Pieces& pieces) {
+    void consumed(const IndexRange& range) {
         const std::lock_guard lock(mutex_);
-        for (std::size_t i = pieces.first; i < pieces.end; ++i) made_[i % places_] = false;
-        taken_ = pieces.end;
-        freed_.notify_all();
+        for (std::size_t i = range.first; i < range.end; ++i) is_produced_[i % slots_] = false;
+        consumed_ = range.end;
+        slot_freed_.notify_all();
     }
 
-    /// No further piece is begun or taken.
+    /// No further index is produced or consumed.
     void stop() {
         const std::lock_guard lock(mutex_);
         stopped_ = true;
         next_ = count_;
-        freed_.notify_all();
-        finished_.notify_all();
+        slot_freed_.notify_all();
+        first_produced_.notify_all();
     }
 
   private:
-    /// Pieces are given out several at once, so that threads seldom meet here, but at the end one by one.
+    /// Several indices are claimed at once, so that threads seldom wait for each other; at the end one by one.
     static constexpr std::size_t most_at_once = 8, rounds = 4;
 
-    bool has_place() const { return next_ < std::min(count_, taken_ + places_); }
-    Pieces claim() {
-        if (!has_place()) return {};
-        const std::size_t share = std::min(count_ - next_, places_) / (rounds * threads_);
+    bool has_free_slot() const { return next_ < std::min(count_, consumed_ + slots_); }
+    IndexRange claim() {
+        if (!has_free_slot()) return {};
+        const std::size_t share = std::min(count_ - next_, slots_) / (rounds * threads_);
         const std::size_t end = next_ + std::clamp<std::size_t>(share, 1, most_at_once);
-        const Pieces pieces{next_, std::min({end, count_, taken_ + places_})};
-        next_ = pieces.end;
-        return pieces;
+        const IndexRange range{next_, std::min({end, count_, consumed_ + slots_})};
+        next_ = range.end;
+        return range;
     }
 
-    const std::size_t count_, places_, threads_;
+    const std::size_t count_, slots_, threads_;
     std::mutex mutex_;
-    std::condition_variable freed_, finished_;
-    std::vector<char> made_; ///< in which places
-    std::size_t next_ = 0;   ///< all before it are begun
-    std::size_t taken_ = 0;  ///< all before it are taken
+    std::condition_variable slot_freed_, first_produced_;
+    std::vector<char> is_produced_; ///< by slot
+    std::size_t next_ = 0;          ///< the first index that nobody has claimed
+    std::size_t consumed_ = 0;      ///< the first index that is not consumed
     bool stopped_ = false;
 };
 
-/// Runs make(i, place, worker) for every i below count, on up to so many threads, and take(i, place) after it, on the
-/// calling thread alone, which is worker 0, in the order of i. At most `places` pieces are made and not yet taken, each
-/// in a place of its own. When one throws, nothing further is begun, and the exception reaches the caller after
-/// all have ended.
-template <class Make, class Take>
-void in_parallel_and_in_order(std::size_t count, unsigned threads, std::size_t places, const Make& make,
-                              const Take& take) {
+/// Runs produce(i, slot, worker) for every i below count on up to `threads` threads. The calling thread, worker 0, runs
+/// consume(i, slot) after it in the order of i. At most `slots` indices are produced and not yet consumed, each in a
+/// slot of its own. After an exception nothing further is begun, and the exception reaches the caller after all
+/// workers have ended.
+template <class Produce, class Consume>
+void produce_and_consume(std::size_t count, unsigned threads, std::size_t slots, const Produce& produce,
+                         const Consume& consume) {
     if (count == 0) return;
     const std::size_t workers = std::min<std::size_t>(std::max(threads, 1U), count);
-    OrderedQueue queue(count, places, workers);
-    const auto make_all = [&](const OrderedQueue::Pieces& pieces, std::size_t worker) {
-        for (std::size_t i = pieces.first; i < pieces.end; ++i) make(i, i % places, worker);
-        queue.finish(pieces);
+    OrderedQueue queue(count, slots, workers);
+    const auto produce_all = [&](const IndexRange& range, std::size_t worker) {
+        for (std::size_t i = range.first; i < range.end; ++i) produce(i, i % slots, worker);
+        queue.produced(range);
     };
     on_threads(workers, [&](std::size_t worker) {
         try {
             if (worker > 0) {
-                for (auto pieces = queue.begin(); !pieces.none(); pieces = queue.begin())
-                    make_all(pieces, worker);
+                for (auto range = queue.wait_to_produce(); !range.empty(); range = queue.wait_to_produce())
+                    produce_all(range, worker);
                 return;
             }
-            for (auto turn = queue.turn(); !turn.take.none() || !turn.make.none(); turn = queue.turn()) {
-                if (!turn.make.none()) make_all(turn.make, worker);
-                for (std::size_t i = turn.take.first; i < turn.take.end; ++i) take(i, i % places);
-                if (!turn.take.none()) queue.take(turn.take);
+            for (auto step = queue.wait_to_consume(); !step.is_last(); step = queue.wait_to_consume()) {
+                if (!step.produce.empty()) produce_all(step.produce, worker);
+                for (std::size_t i = step.consume.first; i < step.consume.end; ++i) consume(i, i % slots);
+                if (!step.consume.empty()) queue.consumed(step.consume);
             }
         } catch (...) {
             queue.stop();

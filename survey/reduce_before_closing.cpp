@@ -11,14 +11,14 @@ namespace loopwise::survey {
 using namespace model;
 namespace {
 
-/// Chains of so few beads are reduced as fast by themselves.
+/// Shorter chains are reduced as fast after closing.
 constexpr std::size_t fewest_beads = 16;
 
 bool are_one_place(const ChainAtom& a, const ChainAtom& b) {
     return CompareEq(length(position(a) - position(b)), 0);
 }
 
-/// The box around a chain.
+/// The bounding box of a chain.
 class Box {
   public:
     explicit Box(const Chain& chain) : low_(position(chain.front())), high_(low_) {
@@ -27,7 +27,7 @@ class Box {
             high_ = {std::max(high_.x, bead.x), std::max(high_.y, bead.y), std::max(high_.z, bead.z)};
         }
     }
-    /// The part of a way from a point inside after which it leaves the box; 1 or more where it does not.
+    /// The part of a path, from a point inside, after which it leaves the box; 1 or more where it stays inside.
     double part_inside(PointR3 from, PointR3 way) const {
         return std::min({part(from.x, way.x, low_.x, high_.x), part(from.y, way.y, low_.y, high_.y),
                          part(from.z, way.z, low_.z, high_.z)});
@@ -40,8 +40,8 @@ class Box {
     PointR3 low_, high_;
 };
 
-/// Leaves a path to its end only what is in the box, and a little more. What is far out meets no triangle between the
-/// beads, but a long path has all triangles near its box look at it.
+/// Ends a path a little outside the box. Farther out it meets no triangle between the beads, and the reduction would
+/// test a long path against many triangles.
 void shorten(const ChainAtom& from, ChainAtom& to, const Box& box) {
     constexpr double outside = 1.01, least_outside = 1;
     const PointR3 start = position(from), way = position(to) - start;
@@ -51,9 +51,9 @@ void shorten(const ChainAtom& from, ChainAtom& to, const Box& box) {
 
 } // namespace
 
-/// The paths stand in the way as components of two beads, of which none can be taken, as far as they are in the box
-/// around the chain and all triangles between its beads. The part that joins the shifted ends is outside of it, or
-/// farther out in its direction than the chain.
+/// The paths are obstacles: components of two beads, which stay. They end outside the box, which holds the chain and all
+/// triangles between its beads. The segment between the shifted ends is outside the box, or farther out in its direction
+/// than the chain.
 void reduce_before_closing(Chain& chain, std::span<const int> rows, double diameter) {
     // A chain or a path whose ends are one place would pass for a loop.
     if (chain.size() < fewest_beads || are_one_place(chain.front(), chain.back())) return;

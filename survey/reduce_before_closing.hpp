@@ -1,4 +1,4 @@
-// What can be taken off a chain before it is closed, whichever way that is.
+// Reduction of a chain before it is closed in several directions.
 #pragma once
 
 #include "libloopwise.h"
@@ -7,9 +7,9 @@
 
 namespace loopwise::survey {
 
-/// Takes beads off a chain that every loop can spare which close_in_direction() makes of it in these rows, with this
-/// distance: those of triangles that neither the chain nor one of the paths from its ends meets. Each loop stays the
-/// knot that it was, and is reduced in far less time. The ends stay; a chain whose ends are one place stays as it is.
+/// Removes beads that no loop needs which close_in_direction() makes of the chain in these rows, with this diameter:
+/// their triangles meet neither the chain nor any of the paths from its ends. Each loop keeps its knot and is reduced in
+/// far less time. The ends stay; a chain whose ends are at one place stays as it is.
 void reduce_before_closing(Chain& chain, std::span<const int> rows, double diameter);
 
 } // namespace loopwise::survey

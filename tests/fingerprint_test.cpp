@@ -1,6 +1,6 @@
 #include "fingerprint/fingerprint.hpp"
 
-#include "fingerprint/grid.hpp"
+#include "fingerprint/typical.hpp"
 #include "knots/knot.hpp"
 #include "src/closure/closures.hpp"
 #include "src/closure/point_tables.hpp"
@@ -26,7 +26,7 @@ namespace {
 constexpr std::size_t closures = 12;
 
 struct Silent : FingerprintWatcher {
-    void subchain_done(std::size_t, std::size_t) override {}
+    void subchain_closed(std::size_t, std::size_t, double) override {}
 };
 
 void append(Chain& chain, double x, double y, double z) {
@@ -44,8 +44,8 @@ void append_trefoil(Chain& chain, int beads, double shift, bool backwards) {
 }
 
 NamedChain named(Chain beads) {
-    std::vector<std::string> labels = labels_of(beads);
-    return {"", std::move(beads), std::move(labels)};
+    std::vector<ResidueId> residues = residues_of(beads);
+    return {"", std::move(beads), std::move(residues)};
 }
 
 /// Tails of different length go straight away from a trefoil.
@@ -72,29 +72,30 @@ NamedChain slipknot() {
     return named(chain);
 }
 
-/// What a stretch is, spelled out.
-std::pair<std::string, std::size_t> judged(const Chain& chain, Subchain s) {
-    std::map<std::string, std::size_t> counts;
-    for (const int row : farthest_point_order().first(closures)) {
-        Chain loop(chain.begin() + static_cast<std::ptrdiff_t>(s.first),
-                   chain.begin() + static_cast<std::ptrdiff_t>(s.last) + 1);
-        close_in_direction(loop, row);
-        reduce(loop, true);
-        const std::string knot = knot_of(loop).text();
-        ++counts[knot.starts_with(unnamed) ? unnamed : knot];
-    }
-    std::pair<std::string, std::size_t> most{"", 0};
+/// The knot of a closure, spelled out.
+KnotType knot_in_row(const Chain& chain, Subchain s, int row) {
+    Chain loop(chain.begin() + static_cast<std::ptrdiff_t>(s.first),
+               chain.begin() + static_cast<std::ptrdiff_t>(s.last) + 1);
+    close_in_direction(loop, row);
+    reduce(loop, true);
+    const KnotType knot = knot_of(loop).type;
+    return knot.has_name() ? knot : KnotType{};
+}
+
+/// The most frequent knot of a subchain, spelled out.
+std::pair<KnotType, std::size_t> judged(const Chain& chain, Subchain s) {
+    std::map<KnotType, std::size_t> counts;
+    for (const int row : farthest_point_order().first(closures)) ++counts[knot_in_row(chain, s, row)];
+    std::pair<KnotType, std::size_t> most;
     for (const bool with_knots : {true, false})
-        for (const auto& [knot, count] : counts) {
-            const bool is_knot = knot != unknot_name && knot != unnamed;
-            if (is_knot == with_knots && count > most.second) most = {knot, count};
-        }
+        for (const auto& [knot, count] : counts)
+            if (knot.is_knot() == with_knots && count > most.second) most = {knot, count};
     return most;
 }
 
 ChainFingerprint fingerprint(const NamedChain& chain, std::size_t step, unsigned threads = 2) {
     Silent silent;
-    return fingerprint_of("", chain, {closures, step, false, threads, SIZE_MAX}, silent);
+    return fingerprint_of("", chain, {closures, {step}, threads}, silent);
 }
 
 class OfAChain : public testing::TestWithParam<NamedChain (*)()> {};
@@ -108,7 +109,7 @@ TEST_P(OfAChain, EveryStretchIsAsSpelledOutAlsoThoseTooShortForAKnot) {
             const auto& cell = full.matrix.at({first, last});
             // Two beads and their copies are a flat loop, which has no name.
             if (last == first + 1) continue;
-            ASSERT_EQ(full.names[cell.knot], knot) << first << ' ' << last;
+            ASSERT_EQ(full.knots[cell.knot], knot) << first << ' ' << last;
             ASSERT_EQ(cell.closures, count) << first << ' ' << last;
         }
 }
@@ -117,8 +118,7 @@ TEST_P(OfAChain, IsTheSameWithBoundedWorkThatSuffices) {
     const NamedChain chain = GetParam()();
     Silent silent;
     const ChainFingerprint grid = fingerprint(chain, 7),
-                           bounded =
-                               fingerprint_of("", chain, {closures, 7, false, 2, SIZE_MAX, true}, silent);
+                           bounded = fingerprint_of("", chain, {closures, {7, 1e12}, 2}, silent);
     EXPECT_EQ(bounded.tested, grid.tested);
     EXPECT_EQ(bounded.borders_within, 1);
     ASSERT_EQ(bounded.places.size(), grid.places.size());
@@ -134,7 +134,7 @@ TEST_P(OfAChain, SaysHowFarItIsOffWhereBoundedWorkEndsEarly) {
     for (const double work : {1.0, 1500.0, 3000.0, 4500.0, 6000.0, 7000.0}) {
         Silent silent;
         const auto with_threads = [&](unsigned threads) {
-            return fingerprint_of("", chain, {closures, 7, false, threads, SIZE_MAX, true, work}, silent);
+            return fingerprint_of("", chain, {closures, {7, work}, threads}, silent);
         };
         const ChainFingerprint found = with_threads(1), other = with_threads(3);
         EXPECT_LT(found.tested, grid.tested) << work;
@@ -171,7 +171,7 @@ TEST_P(OfAChain, TheGridFindsWhatEveryStretchShowsWithAnyNumberOfThreads) {
     ASSERT_FALSE(full.places.empty());
     EXPECT_EQ(grid.places.front().core, full.places.front().core);
     EXPECT_EQ(grid.places.front().slipknot, full.places.front().slipknot);
-    EXPECT_EQ(grid.names, alone.names);
+    EXPECT_EQ(grid.knots, alone.knots);
     for (std::size_t last = 0; last < chain.beads.size(); ++last)
         for (std::size_t first = 0; first <= last; ++first) {
             const auto &a = grid.matrix.at({first, last}), &b = alone.matrix.at({first, last});
@@ -185,7 +185,7 @@ INSTANTIATE_TEST_SUITE_P(Chains, OfAChain, testing::Values(knot_in_the_middle, s
 
 TEST(Fingerprint, KnowsAKnotWithTailsFromASlipknot) {
     const ChainFingerprint knot = fingerprint(knot_in_the_middle(), 1);
-    EXPECT_EQ(knot.knot, "-3_1");
+    EXPECT_EQ(text(knot.knot), "-3_1");
     ASSERT_EQ(knot.places.size(), 1);
     const KnotPlace& place = knot.places.front();
     EXPECT_FALSE(place.slipknot);
@@ -200,7 +200,7 @@ TEST(Fingerprint, KnowsAKnotWithTailsFromASlipknot) {
     EXPECT_GE((*knot.depth)[0], place.core->first);
 
     const ChainFingerprint slip = fingerprint(slipknot(), 1);
-    EXPECT_EQ(slip.knot, "0_1");
+    EXPECT_EQ(slip.knot, KnotType::unknot());
     EXPECT_FALSE(slip.depth);
     ASSERT_FALSE(slip.places.empty());
     for (const KnotPlace& loop : slip.places) EXPECT_TRUE(loop.slipknot);
@@ -252,8 +252,10 @@ NamedChain stretched(NamedChain chain) {
 
 /// How much work all stretches were said to take, and whether that came first.
 struct Listener : Silent {
-    void all_begin(double work) override { told.push_back(done == 0 ? work : 0); }
-    void subchain_done(std::size_t so_far, std::size_t) override { done = so_far; }
+    void every_subchain_begins(double work) override { told.push_back(done == 0 ? work : 0); }
+    void subchain_closed(std::size_t so_far, std::size_t, double) override {
+        done = std::max<std::size_t>(done, so_far);
+    }
     std::vector<double> told;
     std::atomic<std::size_t> done = 0;
 };
@@ -263,7 +265,7 @@ TEST(Fingerprint, TakesLessOfADenseChainAndTellsTheWorkFirst) {
     constexpr double dense_radius = 7.0;
     const auto bounded = [](const NamedChain& chain) {
         Silent silent;
-        return fingerprint_of("", chain, {few, 0, false, 2, SIZE_MAX, true}, silent);
+        return fingerprint_of("", chain, {few, {}, 2}, silent);
     };
     const ChainFingerprint dense = bounded(walk_in_a_ball(beads, dense_radius)),
                            loose = bounded(stretched(walk_in_a_ball(beads, 1e3)));
@@ -274,7 +276,7 @@ TEST(Fingerprint, TakesLessOfADenseChainAndTellsTheWorkFirst) {
 
     const auto told = [](double radius) {
         Listener listener;
-        fingerprint_of("", walk_in_a_ball(120, radius), {few, 0, true, 2, SIZE_MAX}, listener);
+        fingerprint_of("", walk_in_a_ball(120, radius), {few, {1}, 2}, listener);
         EXPECT_EQ(listener.told.size(), 1);
         EXPECT_EQ(listener.done, 117 * 118 / 2);
         return listener.told.empty() ? 0 : listener.told.front();
@@ -300,15 +302,52 @@ TEST(Fingerprint, OfAStretchedChainIsAsSpelledOut) {
     for (int i = 1; i <= 150; ++i)
         append(chain, chain[29].x + 4 * i, chain[29].y + std::sin(2.0 * i), chain[29].z + std::cos(2.0 * i));
     const ChainFingerprint found = fingerprint(named(chain), 40);
-    std::set<std::string> knots;
+    std::set<KnotType> knots;
     found.matrix.for_each_tested([&](Subchain s, const FingerprintMatrix::Cell& cell) {
         if (s.size() < fewest_knotted) return;
         const auto [knot, count] = judged(chain, s);
-        EXPECT_EQ(found.names[cell.knot], knot) << s.first << ' ' << s.last;
+        EXPECT_EQ(found.knots[cell.knot], knot) << s.first << ' ' << s.last;
         EXPECT_EQ(cell.closures, count) << s.first << ' ' << s.last;
         knots.insert(knot);
     });
     EXPECT_GE(knots.size(), 2);
+}
+
+TEST(Fingerprint, KeepsTheFirstClosureThatGivesTheKnot) {
+    const NamedChain chain = knot_in_the_middle();
+    const ChainFingerprint found = fingerprint(chain, 7);
+    Silent silent;
+    const auto closed = [&](std::size_t most, unsigned threads) {
+        return typical_closures(chain.beads, found, shown_subchains(found, found.places, most), threads,
+                                silent);
+    };
+    const std::vector<TypicalClosure> all = closed(SIZE_MAX, 2), few = closed(30, 1);
+    EXPECT_EQ(all.front().subchain, found.matrix.whole_chain());
+    EXPECT_EQ(all[1].subchain, *found.places.front().core);
+    EXPECT_GT(few.size(), 10);
+    EXPECT_LE(few.size(), 32);
+    EXPECT_GT(few.back().subchain.first, chain.beads.size() / 2) << "spread evenly";
+    EXPECT_EQ(all.size(), found.tested);
+    std::set<KnotType> knots;
+    for (const TypicalClosure& typical : all) {
+        const Subchain& s = typical.subchain;
+        const KnotType& knot = found.knots[found.matrix.at(s).knot];
+        ASSERT_EQ(typical.knot, knot) << s.first << ' ' << s.last;
+        knots.insert(knot);
+        for (const int row : farthest_point_order()) {
+            const bool is_knot = knot_in_row(chain.beads, s, row) == knot;
+            ASSERT_EQ(is_knot, row == typical.row) << s.first << ' ' << s.last << " in " << row;
+            if (is_knot) break;
+        }
+        Chain loop;
+        for (const std::size_t bead : typical.left) {
+            ASSERT_TRUE(bead >= chain.beads.size() || (s.first <= bead && bead <= s.last));
+            loop.push_back(bead < chain.beads.size() ? chain.beads[bead]
+                                                     : typical.closing.at(bead - chain.beads.size()));
+        }
+        EXPECT_EQ(knot_of(loop).type, knot);
+    }
+    EXPECT_EQ(knots.size(), 2);
 }
 
 TEST(Fingerprint, RefusesWhatCannotBeAndStopsWhenAsked) {
@@ -322,15 +361,17 @@ TEST(Fingerprint, RefusesWhatCannotBeAndStopsWhenAsked) {
         Chain chain;
         append_trefoil(chain, beads + 1, 0, false);
         chain.resize(static_cast<std::size_t>(beads));
-        EXPECT_EQ(fingerprint(named(chain), 0).knot, "0_1") << beads;
+        EXPECT_EQ(fingerprint(named(chain), 0).knot, KnotType::unknot()) << beads;
     }
     struct Impatient : FingerprintWatcher {
-        void subchain_done(std::size_t done, std::size_t planned) override {
+        void subchain_closed(std::size_t done, std::size_t planned, double) override {
             EXPECT_LE(done, planned);
             if (done == 5) throw std::runtime_error("enough");
         }
     } impatient;
-    EXPECT_THROW(fingerprint_of("", slipknot(), {closures, 1, false, 2, SIZE_MAX}, impatient),
+    EXPECT_THROW(fingerprint_of("", slipknot(), {closures, {1}, 2}, impatient), std::runtime_error);
+    const ChainFingerprint found = fingerprint(slipknot(), 7);
+    EXPECT_THROW(typical_closures(slipknot().beads, found, shown_subchains(found, {}, 100), 2, impatient),
                  std::runtime_error);
 }
 

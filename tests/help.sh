@@ -48,8 +48,9 @@ offers 'a b.pdb\n' fingerprint --svg = a
 offers 'all\n' check --model ''
 offers '' survey --count ''
 offers '' weave ''
-methods=$("$program" survey --method x c.txt 2>&1 | sed 's/.*{//; s/}.*//; s/,/\\n/g')
+methods=$("$program" survey --method x c.txt 2>&1 | sed 's/.*choose from //; s/ (see.*//; s/, /\n/g' |
+    LC_ALL=C sort | sed -z 's/\n/\\n/g')
 [ "$methods" != "${methods#*point}" ]
-offers "$methods\n" survey --method ''
-offers "$methods\n" close --method =
+offers "$methods" survey --method ''
+offers "$methods" close --method =
 offers 'two-points\n' close --method = tw

@@ -1,9 +1,9 @@
 #include "write/chain_text.hpp"
 
+#include "words/numbers.hpp"
+#include "words/text.hpp"
+
 #include <algorithm>
-#include <array>
-#include <charconv>
-#include <cmath>
 #include <stdexcept>
 
 namespace loopwise::write {
@@ -14,39 +14,26 @@ constexpr int lowest_residue = -999, highest_residue = 9'999;
 constexpr double lowest_coordinate = -999.999, highest_coordinate = 9999.999;
 
 [[noreturn]] void refuse(const std::string& what) {
-    throw std::runtime_error(what + " does not fit a PDB file; chain text takes it");
+    throw std::runtime_error(what + " does not fit the PDB format; write chain text instead");
 }
 
-std::string shortest(double value) {
-    std::array<char, 32> digits;
-    return {digits.data(), std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr};
+/// The residue number and insertion code, columns 23 to 27.
+std::string residue_columns(const polymer::ResidueId& residue) {
+    const std::string insertion = residue.suffix();
+    if (!residue.number() || *residue.number() < lowest_residue || *residue.number() > highest_residue ||
+        insertion.size() > 1)
+        refuse("residue " + residue.text());
+    return words::right(std::to_string(*residue.number()), 4) + (insertion.empty() ? " " : insertion);
 }
 
-std::string padded(const std::string& text, std::size_t width) {
-    return std::string(width - std::min(width, text.size()), ' ') + text;
-}
-
-/// Columns 23 to 27.
-std::string residue_columns(const std::string& label) {
-    int number = 0;
-    const auto [rest, error] = std::from_chars(label.data(), label.data() + label.size(), number);
-    const auto left = label.data() + label.size() - rest;
-    if (error != std::errc() || left > 1 || number < lowest_residue || number > highest_residue)
-        refuse("residue " + label);
-    return padded(std::to_string(number), 4) + (left == 1 ? *rest : ' ');
-}
-
-/// In thousandths, so that no locale has a say in the point.
 std::string coordinate_columns(double value) {
-    if (!(value >= lowest_coordinate && value <= highest_coordinate)) refuse("coordinate " + shortest(value));
-    std::array<char, 32> digits;
-    const auto end =
-        std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed, 3).ptr;
-    return padded({digits.data(), end}, 8);
+    if (!(value >= lowest_coordinate && value <= highest_coordinate))
+        refuse("coordinate " + words::exact(value));
+    return words::right(words::fixed(value, 3), 8);
 }
 
 std::string bond(std::size_t from, std::size_t to) {
-    return "CONECT" + padded(std::to_string(from), 5) + padded(std::to_string(to), 5) + "\n";
+    return "CONECT" + words::right(std::to_string(from), 5) + words::right(std::to_string(to), 5) + "\n";
 }
 
 } // namespace
@@ -55,7 +42,7 @@ std::string plain_text(const Chain& chain) {
     std::string text;
     for (const ChainAtom& bead : chain) {
         text += std::to_string(bead.id);
-        for (const double value : {bead.x, bead.y, bead.z}) text.append(1, ' ').append(shortest(value));
+        for (const double value : {bead.x, bead.y, bead.z}) text.append(1, ' ').append(words::exact(value));
         text += '\n';
     }
     return text;
@@ -69,12 +56,12 @@ std::string pdb_text(const polymer::NamedChain& chain, bool loop) {
     std::string text;
     for (std::size_t i = 0; i < count; ++i) {
         const ChainAtom& bead = chain.beads[i];
-        text.append("ATOM  ").append(padded(std::to_string(i + 1), 5)).append("  CA  UNK ").append(1, name);
-        text.append(residue_columns(chain.labels[i])).append("   ");
+        text.append("ATOM  ").append(words::right(std::to_string(i + 1), 5)).append("  CA  UNK ").append(1, name);
+        text.append(residue_columns(chain.residues[i])).append("   ");
         for (const double value : {bead.x, bead.y, bead.z}) text += coordinate_columns(value);
         text += "  1.00  0.00           C\n";
     }
-    // What closes a loop is far from the rest: only this says that it belongs to the chain.
+    // Beads that close a loop are far from the rest; the bonds show that they belong to the chain.
     text += "TER\n";
     for (std::size_t i = 1; i < count; ++i) text += bond(i, i + 1);
     if (loop && count > 2) text += bond(count, 1);

@@ -1,68 +1,82 @@
 // `loopwise check`: looks for gaps.
 #include "app/commands/command.hpp"
-#include "app/commands/files.hpp"
-#include "app/commands/selecting.hpp"
-#include "app/report/report.hpp"
-
-#include <iostream>
+#include "app/commands/run.hpp"
+#include "app/report/json_values.hpp"
+#include "polymer/bonds.hpp"
+#include "words/numbers.hpp"
+#include "words/residues.hpp"
+#include "words/text.hpp"
 
 namespace loopwise::app {
 namespace {
 
-struct Arguments {
-    std::vector<std::string> files;
-    Selecting selecting;
+class CheckEntry final : public Entry {
+  public:
+    CheckEntry(const polymer::Molecule& molecule, const polymer::NamedChain& chain)
+        : molecule_(molecule), chain_(chain), bonds_(polymer::bonds_of(chain)) {}
+
+    bool is_sound() const { return bonds_.gaps.empty() && bonds_.close.empty(); }
+
+    std::string text() const override {
+        std::string text = label_of(molecule_, chain_) + ": " + words::counted(chain_.beads.size(), "bead") +
+                           ", " + words::number_of_gaps(bonds_) + '\n';
+        for (const std::string& note : chain_.notes) text += "  note: " + note + '\n';
+        for (const polymer::OddBond& gap : bonds_.gaps) text += line("gap", gap) + '\n';
+        for (const polymer::OddBond& bond : bonds_.close)
+            text += line("short", bond) +
+                    (polymer::may_be_cis(bond.length) ? ", as short as a cis peptide\n" : "\n");
+        return text;
+    }
+    Json json() const override {
+        return {{"file", molecule_.file},
+                {"model", text_or_null(molecule_.model)},
+                {"chain", chain_.name},
+                {"beads", chain_.beads.size()},
+                {"notes", chain_.notes},
+                {"gaps", bonds_json(bonds_.gaps, chain_.residues)},
+                {"short_bonds", bonds_json(bonds_.close, chain_.residues)},
+                {"sound", is_sound()}};
+    }
+    std::vector<Row> rows() const override {
+        return {{molecule_.file, molecule_.model, chain_.name, std::to_string(chain_.beads.size()),
+                 words::bonds_text(bonds_.gaps, chain_.residues, " "), std::to_string(bonds_.missing()),
+                 words::bonds_text(bonds_.close, chain_.residues, " "), words::yes_or_no(is_sound()),
+                 words::joined(chain_.notes, "; ")}};
+    }
+
+  private:
+    std::string line(const char* what, const polymer::OddBond& bond) const {
+        return std::string("  ") + what + ": " + chain_.residues[bond.bead].text() + " to " +
+               chain_.residues[bond.bead + 1].text() + ", " + words::general(bond.length) +
+               (bond.missing > 0 ? ", " + std::to_string(bond.missing) + " missing" : "");
+    }
+
+    const polymer::Molecule& molecule_;
+    const polymer::NamedChain& chain_;
+    polymer::Bonds bonds_;
 };
 
-/// Whether the chain has neither a gap nor two neighbours that are too close.
-bool check(const std::string& label, const polymer::NamedChain& chain) {
-    const polymer::Bonds bonds = polymer::bonds_of(chain);
-    std::cout << label << ": " << chain.beads.size() << (chain.beads.size() == 1 ? " bead, " : " beads, ")
-              << (bonds.gaps.empty()
-                      ? "no gap"
-                      : std::to_string(bonds.gaps.size()) + (bonds.gaps.size() == 1 ? " gap" : " gaps"))
-              << '\n';
-    for (const std::string& note : chain.notes) std::cout << "  note: " << note << '\n';
-    for (const auto& [list, what] : {std::pair{&bonds.gaps, "gap"}, {&bonds.close, "short"}})
-        for (const polymer::OddBond& bond : *list) {
-            std::cout << "  " << what << ": " << chain.labels[bond.bead] << " to "
-                      << chain.labels[bond.bead + 1] << ", " << scale_text(bond.length);
-            if (bond.missing > 0) std::cout << ", " << bond.missing << " missing";
-            if (list == &bonds.close && polymer::may_be_cis(bond.length))
-                std::cout << ", as short as a cis peptide";
-            std::cout << '\n';
-        }
-    return bonds.gaps.empty() && bonds.close.empty();
-}
-
-int run(const Arguments& given) {
-    refuse_second_input(given.files);
-    Progress progress(given.files.size());
-    ErrorReporter errors(progress);
-    bool sound = true;
-    for (const std::string& file : given.files)
-        errors.attempt(file, [&] {
-            for (polymer::Molecule& molecule : read::read_molecules(file, selection_of(given.selecting))) {
-                tell_notes_in_chains(molecule);
-                for (polymer::NamedChain& chain : molecule.chains) {
-                    read::cut(chain, given.selecting.first, given.selecting.last);
-                    sound &= check(label_of(molecule, chain), chain);
-                }
-            }
-        });
-    const int status = errors.exit_status();
-    return sound ? status : exit_failure;
+int run(const Inputs& given) {
+    Run run(given, {"check",
+                    "",
+                    {},
+                    {"file", "model", "chain", "beads", "gaps", "missing", "short_bonds", "sound", "notes"}});
+    return run.each_chain([&](const polymer::Molecule& molecule, const polymer::NamedChain& chain) {
+        const CheckEntry entry(molecule, chain);
+        run.add(entry);
+        if (!entry.is_sound()) run.fail();
+    });
 }
 
 } // namespace
 
-Action declare_check(CLI::App& app) {
-    const auto given = std::make_shared<Arguments>();
-    app.add_option("FILE", given->files, read::readable_formats())->required()->option_text("...");
-    declare_selecting(app, given->selecting);
-    app.footer(
-        "Neighbours of a C-alpha trace should be 3.4 to 4.2 apart; any other chain is its own measure.\n"
-        "Exit status 1 also where a chain has a gap or neighbours that are too close.");
+Action declare_check(CommandLine& line) {
+    const auto given = std::make_shared<Inputs>();
+    declare_inputs(line, *given);
+    line.footer(
+        "Neighbours in a C-alpha trace should be 3.4 to 4.2 apart. In any other chain a gap is longer\n"
+        "than 1.5 times the median bond. The exit status is 1 also if a chain has a gap or neighbours\n"
+        "that are too close.");
     return [given] { return run(*given); };
 }
 

@@ -1,35 +1,34 @@
-// `loopwise fingerprint`: the knot of every stretch of a chain, its core and its slipknots.
+// `loopwise fingerprint`: the knot of every subchain of a chain, cores and slipknots.
 #include "app/commands/command.hpp"
-#include "app/commands/files.hpp"
-#include "app/commands/selecting.hpp"
-#include "app/progress.hpp"
-#include "app/report/fingerprint_report.hpp"
-#include "draw/matrix.hpp"
+#include "app/commands/run.hpp"
+#include "app/report/fingerprint_entry.hpp"
+#include "draw/matrix_picture.hpp"
 #include "draw/page/page.hpp"
 #include "draw/viewers.hpp"
-#include "write/outputs.hpp"
+#include "write/whole_file.hpp"
 
-#include <atomic>
 #include <cmath>
 #include <fstream>
 #include <iostream>
-#include <thread>
+#include <limits>
+#include <unistd.h>
+#include <utility>
 
 namespace loopwise::app {
 namespace {
 
 constexpr std::size_t largest_step = 1'000'000;
-constexpr unsigned most_threads = 1024;
 constexpr double half = 0.5;
+constexpr std::size_t most_shown = 2000; ///< subchains of which a page holds a closure
 
 constexpr const char* footer =
-    R"(For each stretch of a chain its ends are moved out along directions of a table, each loop is reduced and
-its knot named. The core of a knot is the shortest stretch of which at least half the closures give it;
-a slipknot is knotted although the chain, or clearly a longer stretch around it, is not, or otherwise.
+    R"(Each subchain is closed: both ends are moved out along directions of a table. Each loop is reduced and
+its knot named. The core of a knot is the shortest subchain that is this knot in at least half of its closures.
+A slipknot is a knotted subchain inside a longer subchain that is unknotted or a different knot.
 
-Without --full a grid of stretches is closed, and refined where neighbours differ: to the residue, cores
-first, as far as an amount of work goes that is fixed by the chain's length. The report says where it ended.
-Files are written for the first chain, each whole or not at all.
+By default a grid of subchains is closed, and refined along the borders between knots, cores first, until a
+limit of work is reached that the chain's length sets. The report says to within how many residues the
+borders are known then. Files are written for the first chain, each whole or not at all.
 
 Examples:
   loopwise fingerprint chain.txt
@@ -37,169 +36,142 @@ Examples:
   loopwise fingerprint --full --json *.pdb > knots.json
   loopwise fingerprint --pymol knot.pml entry.pdb && pymol entry.pdb knot.pml)";
 
-struct Arguments {
-    std::vector<std::string> files;
-    Selecting selecting;
+struct Arguments : Inputs {
     std::string matrix, svg, html, pymol, chimerax;
     fingerprint::FingerprintPlan plan;
     double least_share = half;
-    bool json = false, csv = false;
+    bool full = false;
 };
 
-void declare(CLI::App& app, Arguments& into) {
+void declare(CommandLine& line, Arguments& into) {
     fingerprint::FingerprintPlan& plan = into.plan;
-    plan.threads = std::max(1U, std::thread::hardware_concurrency());
-    app.add_option("FILE", into.files, read::readable_formats())->required()->option_text("...");
-    auto* step = app.add_option("--step", plan.step,
-                                "Residues from line to line of the grid, and every border to the residue\n"
-                                "(default: 40 lines, fewer where these take long, and what seconds allow)")
-                     ->check(CLI::Range(std::size_t{1}, largest_step))
-                     ->option_text("N");
-    app.add_flag("--full", plan.full, "Close every stretch")->excludes(step);
-    app.add_option("--closures", plan.closures, "Closures of each stretch, spread evenly (default 100)")
-        ->check(CLI::Range(std::size_t{1}, fingerprint::farthest_point_order().size()))
-        ->option_text("1..400");
-    app.add_option("--min-share", into.least_share, "Report knots that reach this share (default 0.5)")
-        ->check(CLI::Range(0.0, 1.0))
-        ->option_text("X");
-    declare_selecting(app, into.selecting);
-    app.add_option("--threads", plan.threads, "Threads (default: all); the output is the same for any number")
-        ->check(CLI::Range(1U, most_threads))
-        ->option_text("N");
-    auto* json = app.add_flag("--json", into.json, "Report as JSON");
-    app.add_flag("--csv", into.csv, "Report as CSV, one row for each knot")->excludes(json);
-    app.add_option("--matrix", into.matrix, "Write the stretches that were closed to this CSV file")
-        ->option_text("FILE");
-    app.add_option("--svg", into.svg, "Draw all stretches to this file")->option_text("FILE");
-    app.add_option("--html", into.html, "Write a page with the chain in three dimensions, for a browser")
-        ->option_text("FILE");
-    app.add_option("--pymol", into.pymol, "Write a PyMOL script that colours cores")->option_text("FILE");
-    app.add_option("--chimerax", into.chimerax, "Write a ChimeraX script that colours cores")
-        ->option_text("FILE");
-    app.footer(footer);
+    line.number<std::size_t>({"--step", "N",
+                              "Residues between two lines of the grid; follow every border to the residue\n"
+                              "(default: length / 40, coarser if the work limit requires it)"},
+                             {1, largest_step}, plan.policy.step);
+    line.flag("--full", into.full, "Close every subchain");
+    line.exclusive({"--full", "--step"});
+    line.number<std::size_t>(
+        {"--closures", "1..400", "Closures of each subchain, spread evenly (default 100)"},
+        {1, fingerprint::farthest_point_order().size()}, plan.closures);
+    line.number<double>({"--min-share", "X", "Report knots that reach this share (default 0.5)"}, {0.0, 1.0},
+                        into.least_share);
+    declare_inputs(line, into);
+    declare_threads(line, plan.threads);
+    line.text({"--matrix", "FILE", "Write the subchains that were closed to this CSV file"}, into.matrix);
+    line.text({"--svg", "FILE", "Draw all subchains to this SVG file"}, into.svg);
+    line.text({"--html", "FILE", "Write a page with the chain in three dimensions, for a browser"},
+              into.html);
+    line.text({"--pymol", "FILE", "Write a PyMOL script that colours cores"}, into.pymol);
+    line.text({"--chimerax", "FILE", "Write a ChimeraX script that colours cores"}, into.chimerax);
+    line.footer(footer);
+}
+
+/// Physical memory in bytes that other programs do not need.
+std::size_t available_memory() {
+    // Only this file counts what the kernel can free at once.
+    std::ifstream file("/proc/meminfo");
+    constexpr std::size_t kilobyte = 1024;
+    std::string field, rest;
+    while (file >> field)
+        if (std::size_t amount = 0; field == "MemAvailable:" && file >> amount)
+            return amount * kilobyte;
+        else
+            std::getline(file, rest);
+    const long pages = sysconf(_SC_PHYS_PAGES), size = sysconf(_SC_PAGESIZE);
+    if (pages <= 0 || size <= 0) return std::numeric_limits<std::size_t>::max();
+    return static_cast<std::size_t>(pages) * static_cast<std::size_t>(size);
 }
 
 /// Shows the work and ends it when the user asks for that.
 class Watch final : public fingerprint::FingerprintWatcher {
   public:
-    Watch(Progress& progress, const fingerprint::FingerprintPlan& plan, const std::string& label,
-          std::size_t file_number)
-        : progress_(progress), plan_(plan), label_(label), file_number_(file_number) {}
-    void subchain_done(std::size_t done, std::size_t) override { done_ = done; }
-    void part_done(double part) override { progress_.show_part(done_, part); }
+    Watch(Run& run, const fingerprint::FingerprintPlan& plan, const std::string& label)
+        : run_(run), plan_(plan), label_(label) {}
+    void subchain_closed(std::size_t done, std::size_t, double part) override {
+        run_.progress().show_part(done, part);
+    }
     void closure_begins() override { stop_if_interrupted(); }
-    void all_begin(double work) override {
+    void every_subchain_begins(double work) override {
         const double seconds =
             work * static_cast<double>(plan_.closures) * fingerprint::seconds_per_work / plan_.threads;
         if (seconds < long_work) return;
-        progress_.clear();
-        std::cerr << "loopwise: note: " << label_ << ": every stretch takes some "
+        run_.progress().clear();
+        std::cerr << "loopwise: note: " << label_ << ": closing every subchain takes some "
                   << std::llround(std::max(1.0, seconds / seconds_per_hour))
-                  << " h; without --full it is far less\n";
-        progress_.begin(label_, file_number_);
+                  << " h; it is far less without --full\n";
+        run_.begin(label_);
     }
 
   private:
     static constexpr double long_work = 1800, seconds_per_hour = 3600;
-    Progress& progress_;
+    Run& run_;
     const fingerprint::FingerprintPlan& plan_;
     const std::string& label_;
-    std::size_t file_number_;
-    std::atomic<std::size_t> done_ = 0;
 };
 
-class Run {
+class FingerprintRun {
   public:
-    explicit Run(const Arguments& given)
-        : given_(given), plan_(given.plan), progress_(given.files.size(), "stretches"),
-          report_(make_fingerprint_report(given.json  ? Format::json
-                                          : given.csv ? Format::csv
-                                                      : Format::text,
-                                          std::cout, plan_, given.least_share)) {
+    explicit FingerprintRun(const Arguments& given)
+        : given_(given), plan_(given.plan),
+          run_(given, fingerprint_head(plan_.closures, given.least_share), "subchains") {
         plan_.most_memory = available_memory();
-        plan_.bounded = plan_.step == 0 && !plan_.full;
+        if (given.full) plan_.policy.step = 1;
     }
 
     int all_files() {
-        ErrorReporter errors(progress_);
-        bool interrupted = false;
-        try {
-            for (const std::string& file : given_.files) {
-                ++file_number_;
-                errors.attempt(file, [&] { one_file(file, errors); });
-            }
-        } catch (const Interrupted&) {
-            interrupted = true;
-        }
-        progress_.clear();
-        report_->finish();
-        const int status = errors.exit_status();
-        return interrupted ? exit_interrupted : status;
+        return run_.each_chain([&](const polymer::Molecule& molecule, const polymer::NamedChain& chain) {
+            if (polymer::is_ring(chain))
+                throw std::runtime_error("is a ring; only open chains have a fingerprint");
+            const std::string label = label_of(molecule, chain);
+            run_.begin(label);
+            Watch watch(run_, plan_, label);
+            fingerprint::ChainFingerprint of =
+                fingerprint::fingerprint_of(molecule.file, chain, plan_, watch);
+            of.model = molecule.model;
+            const std::vector<fingerprint::KnotPlace> places = places_shown(of, given_.least_share);
+            run_.add(FingerprintEntry(of, places, given_.least_share));
+            if (!std::exchange(drawn_, true)) write_files(of, places, chain.beads, watch);
+        });
     }
 
   private:
-    void one_file(const std::string& file, ErrorReporter& errors) {
-        progress_.begin("reading " + file, file_number_);
-        for (polymer::Molecule& molecule : read::read_molecules(file, selection_of(given_.selecting))) {
-            tell_notes_in_chains(molecule);
-            for (polymer::NamedChain& chain : molecule.chains) {
-                const std::string label = label_of(molecule, chain);
-                errors.attempt(label, [&] { one_chain(molecule, label, chain, errors); });
-            }
-        }
+    void write_files(const fingerprint::ChainFingerprint& of,
+                     const std::vector<fingerprint::KnotPlace>& places, const Chain& beads, Watch& watch) {
+        run_.write(given_.matrix, [&] { return matrix_csv(of); });
+        run_.write(given_.svg, [&] { return draw::matrix_svg(draw::picture_of(of, places)); });
+        run_.write(given_.html, [&] { return page(of, places, beads, watch); });
+        run_.write(given_.pymol, [&] { return draw::pymol_script(of, places); });
+        run_.write(given_.chimerax, [&] { return draw::chimerax_script(of, places); });
     }
 
-    void one_chain(const polymer::Molecule& molecule, const std::string& label, polymer::NamedChain& chain,
-                   ErrorReporter& errors) {
-        read::cut(chain, given_.selecting.first, given_.selecting.last);
-        if (polymer::is_ring(chain))
-            throw std::runtime_error("is a ring, which has no ends to take residues off");
-        progress_.begin(label, file_number_);
-        Watch watch(progress_, plan_, label, file_number_);
-        fingerprint::ChainFingerprint fingerprint =
-            fingerprint::fingerprint_of(molecule.file, chain, plan_, watch);
-        fingerprint.model = molecule.model;
-        progress_.clear();
-        report_->add(fingerprint);
-        if (!std::exchange(drawn_, true)) write_files(fingerprint, chain.beads, errors);
-    }
-
-    void write_files(const fingerprint::ChainFingerprint& of, const Chain& beads,
-                     ErrorReporter& errors) const {
-        const std::vector<fingerprint::KnotPlace> places = places_shown(of, given_.least_share);
-        const auto write = [&](const std::string& path, const auto& text) {
-            if (!path.empty()) errors.attempt(path, [&] { write::write_whole(path, text()); });
-        };
-        write(given_.matrix, [&] { return matrix_csv(of); });
-        write(given_.svg, [&] { return draw::matrix_picture(of, places); });
-        write(given_.html, [&] { return draw::fingerprint_page(of, places, beads); });
-        write(given_.pymol, [&] { return draw::pymol_script(of, places); });
-        write(given_.chimerax, [&] { return draw::chimerax_script(of, places); });
+    std::string page(const fingerprint::ChainFingerprint& of,
+                     const std::vector<fingerprint::KnotPlace>& places, const Chain& beads, Watch& watch) {
+        run_.begin("closures for " + given_.html);
+        return draw::fingerprint_page(
+            of, places, beads,
+            fingerprint::typical_closures(beads, of, fingerprint::shown_subchains(of, places, most_shown),
+                                          plan_.threads, watch));
     }
 
     const Arguments& given_;
     fingerprint::FingerprintPlan plan_;
-    Progress progress_;
-    std::unique_ptr<FingerprintReport> report_;
-    std::size_t file_number_ = 0;
+    Run run_;
     bool drawn_ = false;
 };
 
 } // namespace
 
-Action declare_fingerprint(CLI::App& command) {
+Action declare_fingerprint(CommandLine& line) {
     const auto given = std::make_shared<Arguments>();
-    declare(command, *given);
+    declare(line, *given);
     return [given] {
-        if (!std::isfinite(given->least_share)) refuse_usage("--min-share: a number from 0 to 1");
-        refuse_second_input(given->files);
         write::refuse_harmful_outputs(given->files, {{given->matrix, ".csv"},
                                                      {given->svg, ".svg"},
                                                      {given->html, ".html"},
                                                      {given->pymol, ".pml"},
                                                      {given->chimerax, ".cxc"}});
-        note_interruptions();
-        return Run(*given).all_files();
+        return FingerprintRun(*given).all_files();
     };
 }
 

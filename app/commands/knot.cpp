@@ -1,14 +1,10 @@
 // `loopwise knot`: names closed polygons as they are.
-#include "knots/knot.hpp"
 #include "app/commands/command.hpp"
-#include "app/commands/files.hpp"
-#include "app/commands/selecting.hpp"
-#include "app/report/report.hpp"
-#include "knots/links.hpp"
-#include "src/closure/closures.hpp"
-#include "src/closure/point_tables.hpp"
-
-#include <iostream>
+#include "app/commands/run.hpp"
+#include "app/report/knot_entry.hpp"
+#include "polymer/bonds.hpp"
+#include "survey/methods.hpp"
+#include "words/residues.hpp"
 
 namespace loopwise::app {
 namespace {
@@ -21,109 +17,66 @@ Examples:
   loopwise knot --open 0 chain.txt    of a chain, closed along direction 0 of 400
   loopwise knot --link rings.pdb      how the rings of a file are linked)";
 
-/// Three make a triangle, of which there is nothing to ask: whoever gives them meant something else.
+/// Three beads are always a triangle: probably a mistake.
 constexpr std::size_t fewest_beads = 4;
 
-struct Arguments {
-    std::vector<std::string> files;
-    Selecting selecting;
-    std::optional<int> open;
+struct Arguments : Inputs {
+    std::optional<std::size_t> open;
     bool link = false;
 };
 
-void declare(CLI::App& app, Arguments& into) {
-    app.add_option("FILE", into.files, read::readable_formats())->required()->option_text("...");
-    app.add_option("--open", into.open, "Close every chain by moving both ends out along this direction")
-        ->check(CLI::Range(0, closure::uniform_rows - 1))
-        ->option_text("0..399");
-    declare_selecting(app, into.selecting);
-    app.add_flag("--link", into.link, "Also say how the chains of a file are linked");
-    app.footer(footer);
+/// Closes the chain where that is asked for, and names it.
+PolygonEntry named(const polymer::Molecule& molecule, polymer::NamedChain& chain, const Arguments& given) {
+    PolygonEntry entry(molecule, chain);
+    if (given.open) entry.warning = words::gap_warning(polymer::bonds_of(chain));
+    if (polymer::is_ring(chain))
+        polymer::drop_repeated_end(chain);
+    else if (given.open)
+        survey::Method::standard()->close_chain(chain.beads, {.closure = *given.open});
+    if (chain.beads.size() >= fewest_beads)
+        entry.name = knots::knot_of(chain.beads);
+    else
+        entry.name.type = knots::KnotType::no_polygon(knots::PolygonFault::triangle);
+    return entry;
 }
 
-void show(const std::string& label, const knots::KnotName& name) {
-    std::cout << label << ": " << name.text() << '\n';
-    if (name.status == knots::KnotStatus::bad_polygon) return;
-    std::cout << "  crossings: " << name.crossings << '\n';
-    if (!name.jones.coefficients.empty()) std::cout << "  Jones polynomial: " << text(name.jones) << '\n';
-    if (!name.alexander.coefficients.empty())
-        std::cout << "  Alexander polynomial: " << text(name.alexander) << '\n';
-    if (!name.names.empty() && !name.proven)
-        std::cout << "  knots of more than nine crossings with these polynomials are not ruled out\n";
-}
-
-void show_links(const std::string& file, const std::vector<polymer::NamedChain>& chains) {
+LinkEntry linked(const polymer::Molecule& molecule) {
+    LinkEntry entry(molecule);
     std::vector<std::span<const ChainAtom>> loops;
-    for (const polymer::NamedChain& named : chains) loops.emplace_back(named.beads);
-    if (loops.size() == 2)
-        show(file + ": chains " + chains[0].name + " and " + chains[1].name,
-             knots::link_of(loops[0], loops[1]));
+    for (const polymer::NamedChain& chain : molecule.chains) loops.emplace_back(chain.beads);
+    if (loops.size() == 2) entry.name = knots::link_of(loops[0], loops[1]);
     const knots::Linking linking = knots::linking_of(loops);
-    std::size_t pair = 0;
+    auto number = linking.numbers.begin();
     for (std::size_t i = 0; i < loops.size(); ++i)
-        for (std::size_t j = i + 1; j < loops.size() && pair < linking.numbers.size(); ++j, ++pair)
-            std::cout << "  linking number of " << chains[i].name << " and " << chains[j].name << ": "
-                      << linking.numbers[pair] << '\n';
-}
-
-std::string label_of(const polymer::Molecule& molecule) {
-    return molecule.file + (molecule.model.empty() ? "" : ": model " + molecule.model);
-}
-
-void show_notes(const std::string& label, const std::vector<std::string>& notes) {
-    for (const std::string& note : notes) std::cout << label << ": note: " << note << '\n';
-}
-
-/// Whether every polygon of the molecule could be looked at.
-bool one_molecule(polymer::Molecule& molecule, const Arguments& given) {
-    show_notes(label_of(molecule), molecule.notes);
-    bool good = true;
-    for (polymer::NamedChain& named : molecule.chains) {
-        show_notes(label_of(molecule), named.notes);
-        read::cut(named, given.selecting.first, given.selecting.last);
-        const std::string warning = gap_warning(polymer::bonds_of(named));
-        if (polymer::is_ring(named))
-            polymer::drop_repeated_end(named);
-        else if (given.open)
-            closure::close_in_direction(named.beads, *given.open);
-        const std::string label = label_of(molecule) + (named.name.empty() ? "" : ": chain " + named.name);
-        if (named.beads.size() < fewest_beads) {
-            std::cout << label << ": not named: fewer than four beads\n";
-            good = false;
-            continue;
-        }
-        const knots::KnotName name = knots::knot_of(named.beads);
-        show(label, name);
-        if (given.open && !warning.empty()) std::cout << "  " << warning << '\n';
-        good = good && name.status != knots::KnotStatus::bad_polygon;
-    }
-    if (given.link) show_links(label_of(molecule), molecule.chains);
-    return good;
-}
-
-bool one_file(const std::string& file, const Arguments& given) {
-    bool good = true;
-    for (polymer::Molecule& molecule : read::read_molecules(file, selection_of(given.selecting)))
-        good = one_molecule(molecule, given) && good;
-    return good;
+        for (std::size_t j = i + 1; j < loops.size() && number != linking.numbers.end(); ++j)
+            entry.pairs.push_back({i, j, *number++});
+    return entry;
 }
 
 int run(const Arguments& given) {
-    refuse_second_input(given.files);
-    Progress progress(given.files.size());
-    ErrorReporter errors(progress);
-    bool good = true;
-    for (const std::string& file : given.files)
-        errors.attempt(file, [&] { good = one_file(file, given) && good; });
-    const int status = errors.exit_status();
-    return good ? status : exit_failure;
+    Run run(given, knot_head());
+    return run.each_molecule([&](polymer::Molecule& molecule) {
+        tell_notes_in_chains(molecule);
+        for (polymer::NamedChain& chain : molecule.chains) {
+            given.cut(chain);
+            const PolygonEntry entry = named(molecule, chain, given);
+            run.add(entry);
+            if (entry.name.type.status == knots::KnotStatus::no_polygon) run.fail();
+        }
+        if (given.link) run.add(linked(molecule));
+    });
 }
 
 } // namespace
 
-Action declare_knot(CLI::App& command) {
+Action declare_knot(CommandLine& line) {
     const auto given = std::make_shared<Arguments>();
-    declare(command, *given);
+    declare_inputs(line, *given);
+    line.number<std::size_t>(
+        {"--open", "0..399", "Close every chain by moving both ends out along this direction"},
+        {0, survey::Method::standard()->most_closures - 1}, given->open);
+    line.flag("--link", given->link, "Also say how the chains of a file are linked");
+    line.footer(footer);
     return [given] { return run(*given); };
 }
 

@@ -1,47 +1,27 @@
 // `loopwise survey`: closes each chain in many ways, reduces every loop and counts what is left.
 #include "app/commands/command.hpp"
-#include "app/commands/files.hpp"
-#include "app/commands/selecting.hpp"
-#include "app/progress.hpp"
+#include "app/commands/methods.hpp"
+#include "app/commands/run.hpp"
 #include "app/report/each.hpp"
-#include "app/report/report.hpp"
+#include "app/report/survey_entry.hpp"
 #include "draw/drawing.hpp"
 #include "draw/page/page.hpp"
 #include "draw/picture.hpp"
-#include "read/bytes.hpp"
-#include "read/input.hpp"
-#include "write/outputs.hpp"
+#include "write/whole_file.hpp"
 
 #include <chrono>
-#include <iostream>
-#include <thread>
+#include <fstream>
+#include <utility>
 
 namespace loopwise::app {
 namespace {
 
-constexpr double default_point_scale = 10.0;
-constexpr double default_arc_scale = 2.0;
-constexpr double largest_scale = 1e6;
-constexpr std::size_t default_count = 400;
-constexpr std::size_t largest_count = 100'000'000;
-constexpr unsigned most_threads = 1024;
+constexpr const char* footer =
+    R"(
 
-const std::map<std::string, survey::Method> methods = {{"directions", survey::Method::directions},
-                                                       {"point", survey::Method::point},
-                                                       {"direction", survey::Method::direction},
-                                                       {"two-points", survey::Method::two_points},
-                                                       {"outside", survey::Method::outside}};
-
-constexpr const char* footer = R"(Methods:
-  directions  both ends moved out along each of 400 directions, one closure for each (default)
-  direction   the same along a random direction (default with --structure)
-  point       through one far point in a random direction
-  two-points  by a far arc between two random directions
-  outside     by a far arc from the last atom's direction to the first's: one closure
-A chain whose first bead stands once more at its end is a ring and reduced as it is; --closed takes
-every chain for one. With --structure, point closes at most 60 chains together, direction 400 and
-two-points 200. The random ones are repeated --count times. --scale is where the far atoms are: times the chain's
-radius, or the structure's diameter; --seed repeats a run whose seed was reported.
+A random method is repeated --count times. --scale says how far out the closure goes: in radii of the chain,
+or in diameters of the structure. --seed repeats a run whose seed was reported. A chain that stores its first
+bead again at its end is a ring and is reduced as it is; --closed takes every chain for a ring.
 
 Examples:
   loopwise survey chain.txt                           400 closures of one chain
@@ -51,51 +31,34 @@ Examples:
   loopwise survey --structure --seed 7 complex.pdb    all chains of a file as one structure
   loopwise survey --csv *.txt > survey.csv            a table of many chains)";
 
-struct Arguments {
-    std::vector<std::string> files;
-    std::string method, svg, html, each;
-    Selecting selecting;
+struct Arguments : Inputs, MethodOptions {
+    std::string svg, html, each;
     std::optional<std::size_t> count;
-    std::optional<double> scale;
-    std::optional<std::uint64_t> seed;
     std::optional<int> view;
-    unsigned threads = std::max(1U, std::thread::hardware_concurrency());
-    bool structure = false, closed = false, no_knots = false, json = false, csv = false;
+    unsigned threads = 0;
+    bool structure = false, closed = false, no_knots = false;
 };
 
-void declare(CLI::App& app, Arguments& into) {
-    app.add_option("FILE", into.files, read::readable_formats())->required()->option_text("...");
-    app.add_option("--method", into.method, "How to close, see below")
-        ->check(CLI::IsMember(&methods))
-        ->option_text("METHOD");
-    app.add_option("--count", into.count, "Closures of a random method (default 400)")
-        ->check(CLI::Range(std::size_t{1}, largest_count))
-        ->option_text("N");
-    app.add_option("--scale", into.scale, "How far out (default 10 for point, 2 for arcs)")->option_text("X");
-    app.add_option("--seed", into.seed, "Seed of a random method (default: from the clock, reported)")
-        ->check(not_negative())
-        ->option_text("N");
-    declare_selecting(app, into.selecting);
-    app.add_flag("--closed", into.closed, "Every chain is a ring: reduce it as it is");
-    app.add_flag("--structure", into.structure, "Close and reduce all chains of a file together");
-    app.add_option("--threads", into.threads, "Threads (default: all); the output is the same for any number")
-        ->check(CLI::Range(1U, most_threads))
-        ->option_text("N");
-    auto* json = app.add_flag("--json", into.json, "Report as JSON");
-    app.add_flag("--csv", into.csv, "Report as CSV, one row for each chain")->excludes(json);
-    auto* svg = app.add_option("--svg", into.svg, "Draw the first chain or structure to this file")
-                    ->option_text("FILE");
-    app.add_option("--html", into.html,
-                   "Write a page with the first chain in three dimensions, for a browser")
-        ->option_text("FILE");
-    app.add_option("--view", into.view, "Look along this direction (default: a clear one)")
-        ->check(CLI::Range(0, draw::views - 1))
-        ->option_text("0..59")
-        ->needs(svg);
-    app.add_option("--each", into.each, "Write a row of CSV for every closure to this file")
-        ->option_text("FILE");
-    app.add_flag("--no-knots", into.no_knots, "Only count the beads left; do not name the knots");
-    app.footer(footer);
+void declare(CommandLine& line, Arguments& into) {
+    declare_method(line, into, "from the clock, reported");
+    const survey::Method random = survey::Method::standard(true);
+    line.number<std::size_t>(
+        {"--count", "N",
+         "Closures of a random method (default " + std::to_string(random->default_closures) + ")"},
+        {1, random->most_closures}, into.count);
+    declare_inputs(line, into);
+    line.flag("--closed", into.closed, "Every chain is a ring: reduce it as it is");
+    line.flag("--structure", into.structure, "Close and reduce all chains of a file together");
+    declare_threads(line, into.threads);
+    line.text({"--svg", "FILE", "Draw the first chain or structure to this file"}, into.svg);
+    line.text({"--html", "FILE", "Write a page with the first chain in three dimensions, for a browser"},
+              into.html);
+    line.number<int>({"--view", "0..59", "Look along this direction (default: a clear one)"},
+                     {0, draw::views - 1}, into.view);
+    line.needs("--view", "--svg");
+    line.text({"--each", "FILE", "Write a row of CSV for every closure to this file"}, into.each);
+    line.flag("--no-knots", into.no_knots, "Only count the beads left; do not name the knots");
+    line.footer(methods_help(true) + footer);
 }
 
 std::uint64_t seed_from_clock() {
@@ -104,153 +67,100 @@ std::uint64_t seed_from_clock() {
     return static_cast<std::uint64_t>(ticks % easy_to_type);
 }
 
-survey::Method method_of(const Arguments& given) {
-    if (given.closed && !given.method.empty()) refuse_usage("--method: --closed closes nothing");
-    if (given.closed) return survey::Method::ring;
-    if (!given.method.empty()) return methods.at(given.method);
-    return given.structure ? survey::Method::direction : survey::Method::directions;
-}
-
 survey::Plan plan_of(const Arguments& given) {
-    survey::Plan plan;
+    if (given.closed && !given.method.empty()) refuse_usage("--method: --closed closes nothing");
+    const survey::Method method = given.closed ? survey::Method::ring() : method_of(given, given.structure);
+    const std::string name = method->name;
+    if (given.structure && method->most_components == 0)
+        refuse_usage("--method " + name + " closes single chains: use " +
+                     survey::Method::standard(true)->name + " with --structure");
+    if (given.structure && !given.html.empty()) refuse_usage("--html shows single chains, not a structure");
+    if (given.count && !method->random) refuse_usage("--count: method " + name + " is not random");
+    survey::Plan plan = plan_of(given, method);
     plan.together = given.structure;
     plan.threads = given.threads;
     plan.name_knots = !given.no_knots;
-    plan.method = method_of(given);
-
-    const std::string name = survey::name_of(plan.method);
-    if (given.structure && plan.method == survey::Method::directions)
-        refuse_usage("--method directions closes single chains: use direction with --structure");
-    if (given.structure && !given.html.empty()) refuse_usage("--html shows single chains, not a structure");
-    if (given.count && !survey::is_random(plan.method))
-        refuse_usage("--count: method " + name + " is not random");
-    if (given.seed && !survey::is_random(plan.method))
-        refuse_usage("--seed: method " + name + " is not random");
-    if (given.scale && !survey::takes_scale(plan.method))
-        refuse_usage("--scale: method " + name + " takes none");
-
-    plan.scale =
-        given.scale.value_or(plan.method == survey::Method::point ? default_point_scale : default_arc_scale);
-    if (!(plan.scale > 1.0 && plan.scale <= largest_scale))
-        refuse_usage("--scale must be above 1, up to 1000000");
-    if (plan.method == survey::Method::outside || plan.method == survey::Method::ring) plan.closures = 1;
-    if (survey::is_random(plan.method)) {
-        plan.closures = given.count.value_or(default_count);
-        plan.seed = given.seed ? *given.seed : seed_from_clock();
-    }
+    if (given.count) plan.closures = *given.count;
+    if (method->random && !given.seed) plan.seed = seed_from_clock();
     return plan;
 }
 
-/// One run over all files. What fails is told on stderr and does not stop the rest.
-class Run {
+/// Shows the work and ends it when the user asks for that.
+class Watch final : public survey::Watcher {
   public:
-    Run(const Arguments& given, const read::Selection& selection, const survey::Plan& plan, std::ostream& out)
-        : given_(given), selection_(selection), plan_(plan), report_(make_report(format(), out, plan)),
-          progress_(given.files.size()) {
-        if (given.each.empty()) return;
-        each_file_.open(given.each, std::ios::binary);
-        if (!each_file_) throw std::runtime_error(given.each + ": cannot be written");
-        each_.emplace(each_file_, progress_);
-    }
-
-    int all_files() {
-        for (const std::string& file : given_.files) {
-            ++file_number_;
-            errors_.attempt(file, [&] { one_file(file); });
-        }
-        progress_.clear();
-        report_->finish();
-        if (each_) errors_.attempt(given_.each, [&] { close(each_file_); });
-        return errors_.exit_status();
+    explicit Watch(Progress& progress) : progress_(progress) {}
+    void closure_at(std::size_t closure, double part) override {
+        stop_if_interrupted();
+        progress_.closure_at(closure, part);
     }
 
   private:
-    Format format() const { return given_.json ? Format::json : given_.csv ? Format::csv : Format::text; }
+    Progress& progress_;
+};
 
-    static void close(std::ofstream& file) {
-        file.close();
-        if (!file) throw std::runtime_error("cannot be written");
+class SurveyRun {
+  public:
+    explicit SurveyRun(const Arguments& given)
+        : given_(given), plan_(plan_of(given)), run_(given, survey_head(plan_)), watch_(run_.progress()) {
+        if (given.each.empty()) return;
+        each_file_.open(given.each, std::ios::binary);
+        if (!each_file_) throw std::runtime_error(given.each + ": cannot be written");
+        each_.emplace(each_file_, watch_);
     }
 
-    void one_file(const std::string& file) {
-        progress_.begin("reading " + file, file_number_);
-        for (polymer::Molecule& whole : read::read_molecules(file, selection_)) {
-            if (given_.structure) {
-                one_molecule(whole);
-                continue;
+    int all_files() {
+        const int status = run_.each_molecule([&](polymer::Molecule& molecule) {
+            if (given_.structure) return one_molecule(molecule, label_of(molecule));
+            for (polymer::NamedChain& chain : molecule.chains) {
+                polymer::Molecule single{molecule.file, {std::move(chain)}, molecule.model, molecule.notes};
+                one_molecule(single, label_of(single, single.chains.front()));
             }
-            for (polymer::NamedChain& named : whole.chains) {
-                polymer::Molecule single{file, {}, whole.model, whole.notes};
-                single.chains.push_back(std::move(named));
-                one_molecule(single);
-            }
-        }
+        });
+        if (!each_) return status;
+        run_.attempt(given_.each, [&] {
+            each_file_.close();
+            if (!each_file_) throw std::runtime_error("cannot be written");
+        });
+        return std::max(status, run_.exit_status());
     }
 
-    std::string label_of(const polymer::Molecule& molecule) const {
-        const std::string& name = molecule.chains.front().name;
-        return molecule.file + (molecule.model.empty() ? "" : ", model " + molecule.model) +
-               (given_.structure || name.empty() ? "" : ": chain " + name);
-    }
-
-    void one_molecule(polymer::Molecule& molecule) {
-        const std::string label = label_of(molecule);
-        errors_.attempt(label, [&] {
-            for (polymer::NamedChain& named : molecule.chains)
-                read::cut(named, given_.selecting.first, given_.selecting.last);
+  private:
+    void one_molecule(polymer::Molecule& molecule, const std::string& label) {
+        run_.attempt(label, [&] {
+            for (polymer::NamedChain& chain : molecule.chains) given_.cut(chain);
             const survey::Plan plan = survey::plan_for(molecule, plan_);
-            progress_.begin(label, file_number_, plan.closures);
+            run_.begin(label, plan.closures);
             if (each_) each_->begin(molecule);
             const survey::Result result =
-                survey::survey(molecule, plan, each_ ? static_cast<survey::Watcher&>(*each_) : progress_);
-            progress_.clear();
-            report_->add(result);
+                survey::survey(molecule, plan, each_ ? static_cast<survey::Watcher&>(*each_) : watch_);
+            run_.add(SurveyEntry(result));
             if (result.counted() == 0) throw std::runtime_error("every closure failed");
-            if (!std::exchange(drawn_, true)) draw(result);
+            if (std::exchange(drawn_, true)) return;
+            run_.write(given_.svg, [&] { return draw::picture(result, given_.view); });
+            run_.write(given_.html, [&] { return draw::survey_page(result); });
         });
     }
 
-    void draw(const survey::Result& result) {
-        const auto write = [&](const std::string& path, const auto& text) {
-            if (path.empty()) return;
-            errors_.attempt(path, [&] {
-                progress_.begin("drawing " + path, file_number_);
-                const std::string drawn = text();
-                progress_.clear();
-                write::write_whole(path, drawn);
-            });
-        };
-        write(given_.svg, [&] { return draw::picture(result, given_.view); });
-        write(given_.html, [&] { return draw::survey_page(result); });
-    }
-
     const Arguments& given_;
-    const read::Selection& selection_;
-    const survey::Plan& plan_;
-    std::unique_ptr<Report> report_;
-    Progress progress_;
-    ErrorReporter errors_{progress_};
+    const survey::Plan plan_;
+    Run run_;
+    Watch watch_;
     std::ofstream each_file_;
     std::optional<EachClosure> each_;
-    std::size_t file_number_ = 0;
     bool drawn_ = false;
 };
 
-int run(const Arguments& given) {
-    const read::Selection selection = selection_of(given.selecting);
-    refuse_second_input(given.files);
-    const survey::Plan plan = plan_of(given);
-    write::refuse_harmful_outputs(given.files,
-                                  {{given.svg, ".svg"}, {given.html, ".html"}, {given.each, ".csv"}});
-    return Run(given, selection, plan, std::cout).all_files();
-}
-
 } // namespace
 
-Action declare_survey(CLI::App& command) {
+Action declare_survey(CommandLine& line) {
     const auto given = std::make_shared<Arguments>();
-    declare(command, *given);
-    return [given] { return run(*given); };
+    declare(line, *given);
+    return [given] {
+        plan_of(*given);
+        write::refuse_harmful_outputs(given->files,
+                                      {{given->svg, ".svg"}, {given->html, ".html"}, {given->each, ".csv"}});
+        return SurveyRun(*given).all_files();
+    };
 }
 
 } // namespace loopwise::app

@@ -1,4 +1,4 @@
-// One row of CSV for every closure of every chain.
+// A row of CSV for every closure.
 #pragma once
 
 #include "survey/survey.hpp"
@@ -7,7 +7,7 @@
 
 namespace loopwise::app {
 
-/// Writes the rows as the survey counts, and hands all that it is told on to another watcher.
+/// Writes the rows while the survey counts, and passes everything on to another watcher.
 class EachClosure final : public survey::Watcher {
   public:
     /// Writes the head; `out` and `next` must outlive it.

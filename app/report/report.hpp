@@ -1,58 +1,55 @@
-// The results as text for people, or as JSON or CSV for programs.
+// Reports of all subcommands, in any format.
 #pragma once
 
-#include "survey/survey.hpp"
+#include <nlohmann/json_fwd.hpp>
 
+#include <functional>
 #include <memory>
 #include <ostream>
+#include <string>
+#include <vector>
 
 namespace loopwise::app {
 
-enum class Format { text, json, csv };
+class CommandLine;
 
-/// Results are written as they come, so that a long run shows what it has.
+using Json = nlohmann::ordered_json;
+using Row = std::vector<std::string>;
+
+/// What is said once, before all entries.
+struct Head {
+    std::string subcommand;
+    std::string text;                             ///< lines for people, or none
+    std::function<void(Json& head)> add_settings; ///< to the head of JSON; or none
+    Row columns;
+};
+
+/// What a subcommand found out about a chain, a structure or a file. A format asks for the form that it prints.
+class Entry {
+  public:
+    virtual ~Entry() = default;
+    virtual std::string text() const = 0;
+    virtual Json json() const = 0;
+    /// By the columns of the head.
+    virtual std::vector<Row> rows() const = 0;
+};
+
+/// Entries are written as they come, so that a long run shows what it has.
 class Report {
   public:
     virtual ~Report() = default;
-    virtual void add(const survey::Result& result) = 0;
+    virtual void add(const Entry& entry) = 0;
     virtual void finish() {}
 };
 
-/// Writes the head of the report; `out` and `plan` must outlive it.
-std::unique_ptr<Report> make_report(Format format, std::ostream& out, const survey::Plan& plan);
+struct Format {
+    const char* option; ///< that asks for it; none for the default
+    const char* help;
+    std::unique_ptr<Report> (*make)(std::ostream& out, const Head& head);
+};
 
-// One for each format.
-std::unique_ptr<Report> make_text_report(std::ostream& out, const survey::Plan& plan);
-std::unique_ptr<Report> make_json_report(std::ostream& out, const survey::Plan& plan);
-std::unique_ptr<Report> make_csv_report(std::ostream& out, const survey::Plan& plan);
-
-/// The text as one field of CSV, in quotes where it needs them.
-std::string csv_field(const std::string& text);
-
-/// A number as streams write it, whatever the locale.
-std::string scale_text(double scale);
-
-/// A number in as few digits as bring it back to the last bit.
-std::string exact(double value);
-
-/// The two beads of a bond and its length: 52-53 (3.01).
-std::string bond_text(const polymer::OddBond& bond, const std::vector<std::string>& labels);
-
-/// The gaps of a chain, each as bond_text() with what is missing.
-std::string gaps_text(const polymer::Bonds& bonds, const std::vector<std::string>& labels,
-                      const char* separator);
-
-/// All residues that the gaps leave out, as far as the numbers tell.
-std::size_t missing_in(const polymer::Bonds& bonds);
-
-/// What a verdict rests on, where part of the chain is not there; empty for a chain without gaps.
-std::string gap_warning(const polymer::Bonds& bonds);
-
-/// All notes about a chain of a result.
-std::vector<std::string> notes_on(const survey::Result& result, const survey::ComponentTally& component);
-
-/// The labels of what is left of a loop.
-std::string labels_of(const survey::ComponentTally::Smallest& smallest,
-                      const survey::ComponentTally& component);
+/// Gives the subcommand an option for each format.
+void declare_formats(CommandLine& line, const Format*& into);
+const Format& default_format();
 
 } // namespace loopwise::app

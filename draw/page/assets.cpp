@@ -7,7 +7,7 @@
         "loopwise_" #name ":\n.incbin \"" path "\"\n"                                                        \
         "loopwise_" #name "_end:\n.byte 0\n.popsection\n");                                                  \
     extern "C" __attribute__((visibility("hidden"))) const char loopwise_##name[], loopwise_##name##_end[];  \
-    std::string_view loopwise::assets::name() {                                                              \
+    std::string_view loopwise::draw::assets::name() {                                                        \
         return {loopwise_##name, static_cast<std::size_t>(loopwise_##name##_end - loopwise_##name)};         \
     }
 

@@ -1,13 +1,10 @@
-// The page of a chain: the matrix of its stretches, the chain in three dimensions, the table of its knots.
+// The page of a chain: the matrix of its subchains, the chain in three dimensions, the table of its knots.
 "use strict";
 (() => {
 const data = JSON.parse(document.getElementById("data").textContent);
 const GHOST = "#d8dade", INK = "#222222", CLOSURE = "#9aa0a8";
 const byId = (id) => document.getElementById(id);
 const along = (i) => data.along[Math.round(i / Math.max(1, data.beads.length - 1) * (data.along.length - 1))];
-const rgb = (hex) => [1, 3, 5].map((at) => parseInt(hex.slice(at, at + 2), 16) / 255);
-const mixed = (from, to, part) =>
-  `rgb(${rgb(from).map((v, i) => Math.round(255 * (v + part * (rgb(to)[i] - v)))).join(",")})`;
 
 // What is drawn: sticks from point to point, each with two colours, and balls.
 function chainParts(first, last) {
@@ -18,8 +15,8 @@ function chainParts(first, last) {
   }
   return sticks;
 }
-function loopParts(stretch) {
-  const {first, last, far, kept} = stretch, n = data.beads.length;
+function loopParts({first, last, far, kept}) {
+  const n = data.beads.length;
   const own = (i) => i < n;
   const at = (i) => own(i) ? data.beads[i] : far[i - n];
   const way = [data.beads[last], ...far, data.beads[first]];
@@ -163,106 +160,63 @@ canvas.addEventListener("wheel", (event) => {
 
 const name = (i) => data.labels[i];
 let selected = null;
-function select(stretch) {
-  selected = stretch;
-  const beads = stretch.kept.length;
-  byId("info").textContent = `Residues ${name(stretch.first)} to ${name(stretch.last)}: ${stretch.words}`;
-  byId("loop").textContent = `${stretch.closure} is ${stretch.knot}; it comes down to ${beads} beads: ` +
-    stretch.kept.map((i) => i < data.beads.length ? name(i) : `+${i - data.beads.length + 1}`).join(" ");
-  const loop = loopParts(stretch);
-  view.show({sticks: [...chainParts(stretch.first, stretch.last), ...loop.sticks], balls: loop.balls});
+function select(closure) {
+  selected = closure;
+  const beads = closure.kept.length;
+  byId("info").textContent = `Residues ${name(closure.first)} to ${name(closure.last)}: ${closure.words}`;
+  byId("loop").textContent = `${closure.closure} is ${closure.knot}; it is reduced to ${beads} beads: ` +
+    closure.kept.map((i) => i < data.beads.length ? name(i) : `+${i - data.beads.length + 1}`).join(" ");
+  const loop = loopParts(closure);
+  view.show({sticks: [...chainParts(closure.first, closure.last), ...loop.sticks], balls: loop.balls});
   draw();
-  if (data.matrix) drawMatrix();
+  if (data.plot) markSelected();
 }
 
-// The matrix: across the first residue, upwards the last one.
-const matrix = byId("matrix"), margin = 46, pad = 14;
-let side = 0, plot = 0; // of the canvas, and of the square in it
-const place = (bead) => margin + (bead + 0.5) / data.beads.length * plot;
-function drawMatrix() {
-  side = matrix.clientWidth;
-  matrix.width = matrix.height = side;
-  matrix.style.height = `${side}px`;
-  const pen = matrix.getContext("2d"), n = data.beads.length, unit = (side - margin - pad) / n;
-  plot = n * unit;
-  pen.fillStyle = "#ffffff";
-  pen.fillRect(0, 0, side, side);
-  pen.fillStyle = data.matrix.colours[0][0];
-  pen.beginPath();
-  pen.moveTo(margin, side - margin);
-  pen.lineTo(margin, pad);
-  pen.lineTo(side - pad, pad);
-  pen.fill();
-  const dot = data.matrix.side;
-  data.matrix.rows.forEach((row, j) => {
-    let i = 0;
-    for (const [knot, shade, run] of row) {
-      if (knot > 0) {
-        pen.fillStyle = data.matrix.colours[knot][shade];
-        pen.fillRect(margin + i * dot * unit, side - margin - (j + 1) * dot * unit, run * dot * unit + 0.5, dot * unit + 0.5);
-      }
-      i += run;
-    }
-  });
-  pen.fillStyle = "#555555";
-  pen.font = "12px Helvetica, Arial, sans-serif";
-  const step = [1, 2, 5, 10, 20, 50, 100, 200, 500, 1000, 2000, 5000].find((s) => n / s <= 9) || 10000;
-  for (let i = step - 1; i < n; i += step) {
-    pen.textAlign = "center";
-    pen.fillText(name(i), place(i), side - margin + 18);
-    pen.textAlign = "right";
-    pen.fillText(name(i), margin - 6, side - place(i) + 4);
-  }
-  pen.textAlign = "center";
-  pen.save();
-  pen.translate(12, side - margin - plot / 2);
-  pen.rotate(-Math.PI / 2);
-  pen.fillText("last residue", 0, 0);
-  pen.restore();
-  pen.fillText("first residue", margin + plot / 2, side - 8);
-  const mark = (stretch, fill) => {
-    pen.beginPath();
-    pen.arc(place(stretch.first), side - place(stretch.last), 6, 0, 7);
-    pen.fillStyle = fill;
-    pen.fill();
-    pen.lineWidth = 2;
-    pen.strokeStyle = INK;
-    pen.stroke();
-  };
-  data.places.forEach((p) => { if (p.stretch) mark(p.stretch, p.colour); });
-  if (selected) mark(selected, "rgba(255,255,255,0.75)");
+// The picture of the matrix: the first residue across, the last one upwards.
+const matrix = document.querySelector("#subchains svg");
+const mark = document.createElementNS("http://www.w3.org/2000/svg", "circle");
+const place = ({first, last}) => [first, last].map((bead) => (bead + 0.5) / data.beads.length * data.plot.side);
+function markSelected() {
+  const [across, up] = place(selected);
+  mark.setAttribute("cx", data.plot.left + across);
+  mark.setAttribute("cy", data.plot.bottom - up);
 }
 function clickMatrix(event) {
-  const box = matrix.getBoundingClientRect(), n = data.beads.length;
-  const first = (event.clientX - box.left - margin) / plot * n;
-  const last = (side - (event.clientY - box.top) - margin) / plot * n;
-  const away = (s) => (s.first + 0.5 - first) ** 2 + (s.last + 0.5 - last) ** 2;
-  select(data.stretches.reduce((best, s) => away(s) < away(best) ? s : best));
+  const at = new DOMPoint(event.clientX, event.clientY).matrixTransform(matrix.getScreenCTM().inverse());
+  const away = (closure) => {
+    const [across, up] = place(closure);
+    return (data.plot.left + across - at.x) ** 2 + (data.plot.bottom - up - at.y) ** 2;
+  };
+  select(data.closures.reduce((best, closure) => away(closure) < away(best) ? closure : best));
 }
 
 byId("title").textContent = data.title;
 byId("about").textContent = data.about;
 const table = byId("knots");
-for (const cells of [data.columns, ...data.places.map((p) => p.cells)]) {
+for (const cells of [data.columns, ...data.rows.map((row) => row.cells)]) {
   const row = table.insertRow(), index = table.rows.length - 2;
   cells.forEach((text, i) => {
     const cell = document.createElement(index < 0 ? "th" : "td");
     if (i === 0 && index >= 0) {
       const chip = document.createElement("span");
       chip.className = "chip";
-      chip.style.background = data.places[index].colour;
+      chip.style.background = data.rows[index].colour;
       cell.append(chip);
     }
     cell.append(text);
     row.append(cell);
   });
-  if (index >= 0 && data.places[index].stretch) {
+  const shown = index < 0 ? null : data.rows[index].shown;
+  if (shown !== null) {
     row.dataset.row = index;
-    row.addEventListener("click", () => select(data.places[index].stretch));
+    row.addEventListener("click", () => select(data.closures[shown]));
   }
 }
-if (data.matrix) matrix.addEventListener("click", clickMatrix);
-else byId("stretches").remove();
+if (data.plot) {
+  for (const [key, value] of Object.entries({r: 10, fill: "none", stroke: INK, "stroke-width": 3})) mark.setAttribute(key, value);
+  matrix.append(mark);
+  matrix.addEventListener("click", clickMatrix);
+} else byId("subchains").remove();
 // At first the closure leaves upwards, in the plane of the picture.
 function turnUp(d) {
   const flat = Math.hypot(d[0], d[1]);
@@ -270,11 +224,11 @@ function turnUp(d) {
   const out = [0, 1, 2].map((k) => across[(k + 1) % 3] * d[(k + 2) % 3] - across[(k + 2) % 3] * d[(k + 1) % 3]);
   turn = [across, d, out];
 }
-const known = data.places.find((p) => p.stretch);
-const start = known ? known.stretch : data.stretches[0];
+const known = data.rows.find((row) => row.shown !== null);
+const start = data.closures[known ? known.shown : 0];
 const wayOut = start.far.length ? start.far[0].map((v, k) => v - data.beads[start.last][k]) : [0, 1, 0];
 turnUp(wayOut.map((v) => v / (Math.hypot(...wayOut) || 1)));
 select(start);
-addEventListener("resize", () => select(selected));
+addEventListener("resize", draw);
 document.body.dataset.ready = "yes";
 })();

@@ -14,7 +14,7 @@ from ._core import version as __version__
 from .chain import Chain
 from .files import from_text, read, read_all, readable_formats, to_text, write
 from .fingerprint import Fingerprint, Place, fingerprint
-from .knots import Knot, knot, linking_numbers
+from .knots import Knot, KnotType, knot, linking_numbers
 from .operations import (
     Check,
     arc,
@@ -50,6 +50,7 @@ __all__ = [
     "Core",
     "Fingerprint",
     "Knot",
+    "KnotType",
     "Place",
     "Specimen",
     "Survey",

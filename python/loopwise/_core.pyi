@@ -40,6 +40,37 @@ def scalar_product(a: _Xyz, b: _Xyz) -> float: ...
 def determinant(matrix: _Xyz) -> float: ...
 def project_point(point: _Xyz, direction: _Xyz) -> _Xyz: ...
 def project(xyz: _Xyz, ids: _Optional_ids, direction: int, closed: bool) -> _Xyz: ...
+class KnotType:
+    """What a polygon, or a link of two, is: a value to compare and to count."""
+    @property
+    def names(self) -> list[str]:
+        """Every knot of the table that it can be."""
+    @property
+    def proven(self) -> bool:
+        """Whether every knot that it can be is among the names."""
+    @property
+    def has_name(self) -> bool: ...
+    @property
+    def is_knot(self) -> bool:
+        """Whether it has a name and is not the unknot."""
+    def short(self, width: int) -> str:
+        """The text in at most so many characters."""
+
+scale_limits: tuple[float, float]
+
+class Method:
+    name: str
+    random: bool
+    closes: bool
+    takes_direction: bool
+    default_closures: int
+    most_closures: int
+    default_scale: float
+    most_components: int
+
+methods: list[Method]
+
+def standard_method(together: bool) -> str: ...
 def close(
     xyz: _Xyz, ids: _Optional_ids, method: str, direction: int | None, scale: float, seed: int, closure: int
 ) -> _Arrays: ...
@@ -56,7 +87,7 @@ def survey(components: _Components, plan: dict[str, Any], progress: _Teller) -> 
 def survey_frames(frames: Sequence[_Components], plan: dict[str, Any], progress: _Teller) -> list[dict[str, Any]]: ...
 def chain_picture(name: str, xyz: _Xyz, labels: Sequence[str]) -> str: ...
 def survey_picture(
-    components: Sequence[tuple[str, Sequence[str], dict[str, int], _Xyz, NDArray[int64]]],
+    components: Sequence[tuple[str, Sequence[str], dict[KnotType, int], _Xyz, NDArray[int64]]],
     method: str,
     whole: dict[str, Any],
 ) -> str: ...
@@ -64,5 +95,5 @@ def fingerprint_picture(
     numbers: NDArray[uint16],
     counts: NDArray[uint16],
     given: dict[str, Any],
-    places: Sequence[tuple[str, int, int, bool]],
-) -> str: ...
+    places: Sequence[tuple[KnotType, int, int, bool]],
+) -> dict[str, Any]: ...

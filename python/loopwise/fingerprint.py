@@ -10,6 +10,7 @@ from numpy.typing import NDArray
 
 from . import _core
 from .chain import Chain, ChainLike, as_chain
+from .knots import KnotType
 from .operations import within
 from .progress import Progress, teller
 from .results import data_frame, html_table, svg_image
@@ -20,56 +21,76 @@ if TYPE_CHECKING:
     from matplotlib.figure import Figure
 
 
+@dataclasses.dataclass(frozen=True, repr=False)
+class _Named:
+    """What has a knot."""
+
+    type: KnotType
+    """The knot as a value."""
+
+    @property
+    def knot(self) -> str:
+        """The knot in words."""
+        return str(self.type)
+
+    @property
+    def proven(self) -> bool:
+        """Whether the knot is proven."""
+        return self.type.proven
+
+
 @dataclasses.dataclass(frozen=True)
-class Place:
-    """A place where a knot is. Stretches are positions of their first and last bead, both included."""
+class Place(_Named):
+    """A place where a knot is. A subchain is the positions of its first and last bead, both included."""
 
-    knot: str
     share: float
-    """Of the closures of the whole chain."""
+    """Share of the closures of the whole chain."""
     greatest_share: float
-    """Among the stretches around the core that are this knot."""
+    """Greatest share among the subchains that hold the core and are this knot most often."""
     greatest: tuple[int, int]
-    """The shortest stretch with that share."""
+    """The shortest subchain with that share."""
     core: tuple[int, int] | None
-    """The shortest stretch with a share of at least one half."""
+    """The shortest subchain with a share of at least one half."""
     core_within: int
-    """Either end of the core is known up to so many beads; 1 is to the bead."""
+    """Each end of the core is known to within as many beads; 1 is exact."""
     slipknot: bool
-    """Whether the chain, or a stretch around the knot, is clearly something else."""
-
+    """Whether the chain, or a subchain around the core, is unknotted or a different knot."""
 
 @dataclasses.dataclass(frozen=True, repr=False)
-class Fingerprint:
-    """What :func:`fingerprint` found."""
+class Fingerprint(_Named):
+    """What :func:`fingerprint` found; its knot is that of the whole chain."""
 
     chain: Chain
     closures: int
-    """Of each stretch."""
+    """Closures of each subchain."""
     step: int
-    """Of the grid, in beads; 1 where every stretch was closed."""
+    """Beads between two lines of the grid; 1: every subchain was closed."""
     stretches: int
-    """How many were closed."""
-    knot: str
-    """Of the whole chain."""
+    """Number of subchains that were closed."""
     share: float
     """Its share of the whole chain's closures."""
     depth: tuple[int, int] | None
-    """How many beads can be taken off the front, or off the back, and the knot is there all the way."""
+    """How many beads can be taken off the front, or off the back, and the knot stays all the way."""
     depth_within: tuple[int, int]
-    """Up to how many beads each depth is known; 1 is to the bead."""
+    """Each depth is known to within as many beads; 1 is exact."""
     borders_within: int
-    """Up to how many beads the borders between knots are known anywhere; 1 is to the bead."""
+    """The borders between knots are known to within as many beads everywhere; 1 is exact."""
     places: list[Place]
     """The chain's own knot first, then by greatest share."""
-    names: list[str]
-    """Of the knots, by their numbers; the unknot first."""
+    types: list[KnotType]
+    """The knots as values, by their numbers; the unknot first."""
     numbers: NDArray[np.uint16]
-    """(n, n): the number of the most frequent knot of the stretch from row to column; 0 below the diagonal."""
+    """(n, n): the number of the most frequent knot of the subchain from row to column; 0 below the diagonal."""
     counts: NDArray[np.uint16]
     """(n, n): the closures that gave it."""
     tested: NDArray[np.bool_]
-    """(n, n): whether the stretch was closed or is too short for a knot; others are as those around them, which agree, or as the nearest where a border was not followed."""
+    """(n, n): whether the subchain was closed or is too short for a knot. The knot of any other is inferred from tested
+    subchains around it, which agree, or from the nearest one near a border that was not followed."""
+
+    @property
+    def names(self) -> list[str]:
+        """The knots in words, by their numbers."""
+        return [str(knot) for knot in self.types]
 
     @property
     def shares(self) -> NDArray[np.float64]:
@@ -79,13 +100,13 @@ class Fingerprint:
     @property
     def core(self) -> tuple[int, int] | None:
         """The core of the chain's own knot, if it has one."""
-        return next((place.core for place in self.places if place.knot == self.knot), None)
+        return next((place.core for place in self.places if place.type == self.type), None)
 
-    def _labels(self, stretch: tuple[int, int] | None) -> list[str] | None:
-        return None if stretch is None else [self.chain._label(i) for i in stretch]
+    def _labels(self, subchain: tuple[int, int] | None) -> list[str] | None:
+        return None if subchain is None else [self.chain._label(i) for i in subchain]
 
-    def _tails(self, stretch: tuple[int, int] | None) -> list[int] | None:
-        return None if stretch is None else [stretch[0], len(self.chain) - 1 - stretch[1]]
+    def _tails(self, subchain: tuple[int, int] | None) -> list[int] | None:
+        return None if subchain is None else [subchain[0], len(self.chain) - 1 - subchain[1]]
 
     def __repr__(self) -> str:
         places = [
@@ -99,6 +120,7 @@ class Fingerprint:
         knots = [
             {
                 "knot": p.knot,
+                "proven": p.proven,
                 "share": p.share,
                 "greatest_share": p.greatest_share,
                 "core": self._labels(p.core),
@@ -114,6 +136,7 @@ class Fingerprint:
             "step": self.step,
             "stretches": self.stretches,
             "knot": self.knot,
+            "proven": self.proven,
             "share": self.share,
             "depth": None if self.depth is None else list(self.depth),
             "depth_within": None if self.depth is None else list(self.depth_within),
@@ -122,7 +145,8 @@ class Fingerprint:
         }
 
     def to_dataframe(self) -> "pandas.DataFrame":
-        """A row for each stretch that was closed or is too short for a knot: first, last, knot, share; the ends by labels. Needs pandas."""
+        """A row for each subchain that was closed or is too short for a knot: first, last, knot, share. The ends are
+        labels. Needs pandas."""
         first, last = np.nonzero(self.tested & (self.counts > 0))
         labels = np.array(self.chain.labels, dtype=object)
         return data_frame(
@@ -135,24 +159,28 @@ class Fingerprint:
         )
 
     def plot(self) -> "Figure":
-        """The matrix: a hue for each knot, as strong as its share, the cores marked. Needs matplotlib."""
+        """The picture of :meth:`to_svg` as a figure of matplotlib, which is needed."""
         from .pictures import fingerprint_figure
 
         return fingerprint_figure(self)
 
     def to_svg(self) -> str:
-        """The same as the text of an SVG picture, for which nothing is needed; the last beads upwards."""
+        """The matrix as the text of an SVG picture: first residues across, last residues upwards, a colour for each
+        knot, stronger for a greater share, the cores marked."""
+        return str(self._picture()["svg"])
+
+    def _picture(self) -> dict[str, Any]:
         given = {
             "chain": self.chain.name or "chain",
             "labels": self.chain.labels,
-            "names": self.names,
+            "types": self.types,
             "closures": self.closures,
             "step": self.step,
             "borders_within": self.borders_within,
-            "knot": self.knot,
+            "type": self.type,
             "share": self.share,
         }
-        places = [(place.knot, *place.core, place.slipknot) for place in self.places if place.core]
+        places = [(place.type, *place.core, place.slipknot) for place in self.places if place.core]
         return _core.fingerprint_picture(self.numbers, self.counts, given, places)
 
     def _repr_svg_(self) -> str:
@@ -178,12 +206,12 @@ def fingerprint(
     most_memory: int = 2**33,
     progress: Progress = None,
 ) -> Fingerprint:
-    """Finds the knot of every stretch of a chain (King, Yeates and Yeates 2007), and from it cores, depth and slipknots.
+    """Finds the knot of every subchain of a chain (King, Yeates and Yeates 2007), and from it cores, depth and slipknots.
 
-    A grid of stretches every ``step`` beads is closed in ``closures`` directions each and refined to the bead along the
-    borders between different knots; with ``full``, every stretch is closed. Without either, as in the program, the grid
-    has some eight hundred stretches and the work is bounded by the chain's length: cores and depths first, and the
-    result says to within how many beads it is known.
+    Each subchain is closed in ``closures`` directions. By default the subchains are those of a grid with some 40 lines,
+    and the borders between knots are followed, cores and depths first, until a limit of work is reached that the
+    chain's length sets; the result says to within how many beads the borders are known. With ``step``, the grid has a
+    line every ``step`` beads, and every border is followed to the bead. With ``full``, every subchain is closed.
     The matrix may take ``most_memory`` bytes. ``threads`` and ``progress`` are as in :func:`survey`.
 
     Raises ValueError for values out of range, coordinates that are not finite, a chain without beads and a matrix that
@@ -195,10 +223,10 @@ def fingerprint(
     ('-3_1', True)
     """
     one = as_chain(chain)
+    grid_step = 0 if step is None else within("step", step, 1, 2**31)
     plan = {
-        "step": 0 if step is None else within("step", step, 1, 2**31),
+        "step": 1 if full else grid_step,
         "closures": within("closures", closures, 1, 400),
-        "full": bool(full),
         "threads": threads_for(threads),
         "most_memory": within("most_memory", most_memory, 0, 2**63),
     }

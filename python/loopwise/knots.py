@@ -7,7 +7,10 @@ import html
 from typing import Any
 
 from . import _core
+from ._core import KnotType
 from .chain import structure_of
+
+__all__ = ["Knot", "KnotType", "knot", "linking_numbers"]
 
 
 def polynomial(terms: dict[float, int]) -> str:
@@ -28,17 +31,25 @@ class Knot:
     status: str
     """"named"; "several" names fit; "unknown" to the table; "too complex"; or "bad polygon"."""
     text: str
-    """In words, as "+3_1", "9_12 or 4_1 # 5_2", "not named: repeated beads"."""
+    """In words, as "+3_1", "9_12 or 4_1 # 5_2", "-5_1 or beyond nine crossings", "not named: repeated beads"."""
     names: list[str]
     """Rolfsen's numbers with a hand: "0_1", "+3_1", "4_1", "+3_1 # -3_1"."""
     proven: bool
     """Whether every knot that it can be is among the names."""
     crossings: int
     """Of the simplified diagram."""
-    jones: dict[float, int]
-    """The Jones polynomial, exponents and their coefficients; empty when not computed."""
-    alexander: dict[float, int]
-    """The Alexander polynomial likewise."""
+    invariants: dict[str, dict[float, int] | int]
+    """Those that were computed, by their keys; of polynomials the exponents and their coefficients."""
+
+    @property
+    def jones(self) -> dict[float, int]:
+        """The Jones polynomial; empty when not computed."""
+        return self.invariants.get("jones", {})  # type: ignore[return-value]
+
+    @property
+    def alexander(self) -> dict[float, int]:
+        """The Alexander polynomial likewise."""
+        return self.invariants.get("alexander", {})  # type: ignore[return-value]
 
     @property
     def name(self) -> str | None:
@@ -54,7 +65,9 @@ class Knot:
 
     def to_dict(self) -> dict[str, Any]:
         """Plain values, as for JSON."""
-        return dataclasses.asdict(self)
+        values = dataclasses.asdict(self)
+        invariants = values.pop("invariants")
+        return {**values, "jones": {}, "alexander": {}, **invariants}
 
     def _repr_html_(self) -> str:
         jones = f", Jones polynomial {html.escape(polynomial(self.jones))}" if self.jones else ""

@@ -12,27 +12,33 @@ from numpy.typing import ArrayLike, NDArray
 from . import _core
 from .chain import Chain, ChainLike, Coordinates, Positions, arrays_of, as_chain, is_structure, structure_of
 
-default_scales = {"point": 10.0, "two_points": 2.0, "outside": 2.0}
-random_methods = ("point", "direction", "two_points")
-largest_scale = 1e6
+methods = {method.name.replace("-", "_"): method for method in _core.methods}
+"""The table of methods, by names with underscores."""
 
 
-def method_named(method: str, known: tuple[str, ...]) -> str:
-    """The method's name with underscores."""
-    name = method.replace("-", "_") if isinstance(method, str) else method
+def method_named(method: str | None, together: bool, rings: bool = False) -> str:
+    """The method's name with underscores; that of the default without one."""
+    name = _core.standard_method(together) if method is None else method
+    if isinstance(name, str):
+        name = name.replace("-", "_")
+    known = [name for name, row in methods.items() if row.closes or rings]
     if name not in known:
-        raise ValueError(f"method must be one of {', '.join(known)}, not {method!r}")
+        raise ValueError(f"unknown method {method!r}; choose from {', '.join(known)}")
+    if together and not methods[name].most_components:
+        raise ValueError(f"method {name!r} closes single chains: use {_core.standard_method(True)!r} for several")
     return name
 
 
 def scale_for(method: str, scale: float | None) -> float:
     """The scale, or the method's own; 0 for a method that takes none."""
+    default = methods[method].default_scale
     if scale is None:
-        return default_scales.get(method, 0.0)
-    if method not in default_scales:
+        return default
+    if not default:
         raise ValueError(f"method {method!r} takes no scale")
-    if not (math.isfinite(scale) and 1 < scale <= largest_scale):
-        raise ValueError(f"scale must be above 1, up to {largest_scale:.0f}, not {scale}")
+    above, largest = _core.scale_limits
+    if not (math.isfinite(scale) and above < scale <= largest):
+        raise ValueError(f"scale must be above {above:.0f}, up to {largest:.0f}, not {scale}")
     return float(scale)
 
 
@@ -51,7 +57,7 @@ def _appended(old: Chain, xyz: Any, ids: Any) -> Chain:
 @overload
 def close(  # type: ignore[misc]  # a list of chains is an array of numbers, too
     chain: list[Chain] | tuple[Chain, ...],
-    method: str = ...,
+    method: str | None = ...,
     *,
     seed: int = ...,
     closure: int = ...,
@@ -60,7 +66,7 @@ def close(  # type: ignore[misc]  # a list of chains is an array of numbers, too
 @overload
 def close(
     chain: ChainLike,
-    method: str = ...,
+    method: str | None = ...,
     *,
     direction: int | None = ...,
     seed: int = ...,
@@ -69,7 +75,7 @@ def close(
 ) -> Chain: ...
 def close(
     chain: Any,
-    method: str = "direction",
+    method: str | None = None,
     *,
     direction: int | None = None,
     seed: int = 0,
@@ -81,15 +87,16 @@ def close(
 
     ``method`` is one of
 
-    - "direction": both ends are moved out along one of 400 directions;
-    - "point": through one far point in one of 400 directions, at ``scale`` (10) times the radius;
-    - "two_points": by an arc between two directions, at ``scale`` (2) times the radius;
+    - "directions", the default of single chains: both ends move out along direction ``closure`` of 400;
+    - "direction", the default of several: both ends move out along a random direction;
+    - "point": through one far point in a random direction, at ``scale`` (10) times the radius;
+    - "two_points": by an arc between two random directions, at ``scale`` (2) times the radius;
     - "outside": by an arc from the last bead's direction to the first's, at ``scale`` (2) times the radius. The same
       chain gives the same closure.
 
-    ``direction`` (0 to 399) names the direction of the first two for a single chain. Otherwise directions are drawn
-    with ``seed``; a survey's closure k with the same seed is that of ``closure=k``. For several chains radius is the
-    diameter of all.
+    ``direction`` (0 to 399) names the direction of the first three for a single chain. Random directions are drawn
+    with ``seed``; closure k of a survey with the same seed is that of ``closure=k``. For several chains the radius is
+    the diameter of all.
 
     Raises ValueError for other methods and numbers, coordinates that are not finite, chains without beads, more chains
     than the method has directions for, and where an arc finds no way around.
@@ -100,18 +107,19 @@ def close(
     >>> [len(c) for c in lw.close([lw.sample("trefoil"), lw.sample("unknot")], "point", seed=3)]
     [61, 61]
     """
-    name = method_named(method, ("direction", "point", "two_points", "outside"))
+    together = is_structure(chain)
+    name = method_named(method, together)
     scale = scale_for(name, scale)
     within("seed", seed, 0, 2**64 - 1)
     within("closure", closure, 0, 2**64 - 1)
-    if is_structure(chain):
+    if together:
         if direction is not None:
             raise ValueError("several chains are closed in directions of their own: give a seed")
         old = [as_chain(c) for c in chain]
         new = _core.close_together([(c._xyz, c.ids) for c in old], name.replace("_", "-"), scale, seed, closure)
         return [_appended(c, *arrays) for c, arrays in zip(old, new)]
     if direction is not None:
-        if name not in ("direction", "point"):
+        if not methods[name].takes_direction:
             raise ValueError(f"method {name!r} takes no direction")
         within("direction", direction, 0, 399)
     one = as_chain(chain)

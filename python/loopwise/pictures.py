@@ -6,8 +6,6 @@ from typing import TYPE_CHECKING, Any
 
 import numpy as np
 
-from .survey import not_named
-
 if TYPE_CHECKING:
     from matplotlib.figure import Figure
 
@@ -16,6 +14,8 @@ if TYPE_CHECKING:
 
 _colours = "viridis"
 _closing = "0.6"
+_longest_knot = 30
+_labelled_cores = 6
 
 
 def _figure(**options: Any) -> "Figure":
@@ -95,8 +95,8 @@ def trajectory_figure(trajectory: "Trajectory") -> "Figure":
     axes = figure.subplots()
     shares: dict[str, Any] = {}
     for frame, survey in enumerate(trajectory):
-        for knot, closures in survey.knots.items():
-            name = not_named if knot.startswith(not_named) else knot
+        for knot, closures in survey._only().types.items():
+            name = knot.short(_longest_knot) if knot.has_name else "not named"
             shares.setdefault(name, np.zeros(len(trajectory)))[frame] += closures / survey.counted
     axes.stackplot(range(len(trajectory)), list(shares.values()), labels=list(shares), step="mid")
     axes.set(xlabel="frame", ylabel="share of closures", xlim=(0, max(len(trajectory) - 1, 1)), ylim=(0, 1))
@@ -105,34 +105,39 @@ def trajectory_figure(trajectory: "Trajectory") -> "Figure":
 
 
 def fingerprint_figure(fingerprint: "Fingerprint") -> "Figure":
-    """The matrix of all stretches, first beads down and last beads across."""
-    import matplotlib
+    """The matrix as in the program's picture: first residues across, last residues upwards."""
+    from matplotlib.colors import to_rgba
     from matplotlib.patches import Patch
 
+    picture = fingerprint._picture()
+    beads, rows, colours = picture["beads"], picture["rows"], picture["colours"]
+    dots = np.zeros((len(rows), len(rows), 4))
+    for row, runs in zip(dots, rows):
+        start = 0
+        for knot, shade, count in runs:
+            row[start : start + count] = to_rgba(colours[knot][shade], 1 if knot else 0)
+            start += count
     figure = _figure(figsize=(7.5, 6))
     axes = figure.subplots()
-    knots = [i for i, name in enumerate(fingerprint.names) if i in np.unique(fingerprint.numbers) and i > 0]
-    hues = {number: matplotlib.colormaps["tab10"](k % 10)[:3] for k, number in enumerate(knots)}
-    beads = len(fingerprint.chain)
-    image = np.ones((beads, beads, 3))
-    for number, hue in hues.items():
-        strength = np.where(fingerprint.numbers == number, fingerprint.shares, 0.0)[..., None]
-        image -= strength * (1 - np.array(hue))
-    image[np.tril_indices(beads, -1)] = 0.93
-    axes.imshow(image, origin="lower", interpolation="nearest")
-    for place in fingerprint.places:
-        if place.core:
-            axes.plot(place.core[1], place.core[0], "kx", markersize=7)
-            ends = "-".join(fingerprint.chain.labels[i] for i in place.core)
-            corner = (place.core[1], place.core[0])
-            axes.annotate(f"{place.knot} {ends}", corner, (8, -12), textcoords="offset points")
-    ticks = [tick for tick in axes.get_xticks() if 0 <= tick < beads]
-    labels = [fingerprint.chain.labels[int(tick)] for tick in ticks]
-    axes.set_xticks(ticks, labels)
-    axes.set_yticks(ticks, labels)
-    axes.set(xlabel="last bead", ylabel="first bead", xlim=(-0.5, beads - 0.5), ylim=(-0.5, beads - 0.5))
-    patches = [Patch(color=hue, label=fingerprint.names[number]) for number, hue in hues.items()]
-    if patches:
-        axes.legend(handles=patches, loc="center left", bbox_to_anchor=(1, 0.5), frameon=False)
-    axes.set_title(f"{fingerprint.chain.name or 'chain'}: {fingerprint.knot} in {100 * fingerprint.share:.0f} %")
+    axes.fill([0, 0, beads], [0, beads, beads], colours[0][0], linewidth=0, zorder=0)
+    side = len(rows) * picture["dot"]
+    axes.imshow(dots, origin="lower", interpolation="nearest", extent=(0, side, 0, side), zorder=1)
+    for i, (first, last, knot, label) in enumerate(picture["cores"]):
+        place = first + 0.5, last + 0.5
+        axes.plot(*place, "o", color=colours[knot][-1], markeredgecolor="black", markersize=8)
+        if i < _labelled_cores:
+            axes.annotate(label, place, (8, -12), textcoords="offset points", fontsize=9)
+    ticks, labels = zip(*picture["ticks"]) if picture["ticks"] else ((), ())
+    axes.set_xticks([tick + 0.5 for tick in ticks], labels)
+    axes.set_yticks([tick + 0.5 for tick in ticks], labels)
+    axes.set(xlim=(0, beads), ylim=(0, beads))
+    axes.set_xlabel(picture["axes"][0])
+    axes.set_ylabel(picture["axes"][1])
+    axes.spines[["top", "right"]].set_visible(False)
+    patches = [Patch(color=colours[knot][-1], label=picture["knots"][knot]) for knot in picture["legend"]]
+    if not picture["is_legend_complete"]:
+        patches.insert(-1, Patch(color="none", label="and others"))
+    axes.legend(handles=patches, loc="lower right", frameon=False)
+    figure.suptitle(picture["title"])
+    axes.set_title(picture["about"], fontsize=7)
     return figure

@@ -12,7 +12,8 @@ from numpy.typing import NDArray
 
 from . import _core
 from .chain import Chain, ChainLike, Coordinates, Positions, as_chain, is_structure
-from .operations import default_scales, method_named, random_methods, scale_for, within
+from .knots import KnotType
+from .operations import method_named, methods, scale_for, within
 from .progress import Progress, teller
 from .results import data_frame, html_table, percent, svg_image
 
@@ -20,9 +21,6 @@ if TYPE_CHECKING:
     import pandas
     from matplotlib.figure import Figure
 
-unknot = "0_1"
-not_named = "not named"
-_largest_count = 100_000_000
 _most_threads = 1024
 _frames_a_thread = 64
 
@@ -53,14 +51,24 @@ class Component:
     """Beads left -> closures."""
     bare: int
     """Closures that left three beads: nothing held the loop."""
-    knots: dict[str, int]
-    """Knots -> closures, the most frequent first."""
+    types: dict[KnotType, int]
+    """Knots as values -> closures, the most frequent first."""
     smallest: Core | None
+
+    @property
+    def knots(self) -> dict[str, int]:
+        """Knots in words -> closures, the most frequent first."""
+        return {str(knot): closures for knot, closures in self.types.items()}
 
     @property
     def knot(self) -> str | None:
         """The most frequent knot; None when no closure was named."""
         return next(iter(self.knots), None)
+
+    @property
+    def proven(self) -> bool:
+        """Whether the most frequent knot is proven."""
+        return any(knot.proven for knot in itertools.islice(self.types, 1))
 
     def __repr__(self) -> str:
         return f"<Component {self.chain!r}: {_knots_text(self.knots)}>"
@@ -73,7 +81,8 @@ class Component:
             "beads": len(self.chain),
             "left": dict(self.left),
             "bare": self.bare,
-            "knots": dict(self.knots),
+            "knots": self.knots,
+            "proven": self.proven,
             "smallest": core and {"closure": core.closure, "labels": list(core.labels), "kept": core.kept.tolist()},
         }
 
@@ -112,8 +121,8 @@ class Survey:
     """Beads left, of all components together -> closures."""
     bare: int
     """Closures of which no component kept more than three beads."""
-    links: dict[str, int]
-    """Links of two chains -> closures, the most frequent first; empty for one chain or more than two."""
+    link_types: dict[KnotType, int]
+    """Links of two chains as values -> closures, the most frequent first; empty for one chain or more than two."""
     linking_numbers: dict[tuple[int, int], dict[int, int]]
     """Of two of several chains, by their positions: linking number -> closures."""
     typical: Specimen | None
@@ -142,6 +151,16 @@ class Survey:
         return self._only().knot
 
     @property
+    def proven(self) -> bool:
+        """Whether the most frequent knot is proven."""
+        return self._only().proven
+
+    @property
+    def links(self) -> dict[str, int]:
+        """Links of two chains in words -> closures, the most frequent first."""
+        return {str(link): closures for link, closures in self.link_types.items()}
+
+    @property
     def smallest(self) -> Core | None:
         """The smallest loop that was left, apart from bare ones."""
         return self._only().smallest
@@ -154,7 +173,7 @@ class Survey:
     @property
     def knotted(self) -> float:
         """The share of the counted closures that are a knot; those that got no name do not count as one."""
-        knotted = sum(n for knot, n in self.knots.items() if knot != unknot and not knot.startswith(not_named))
+        knotted = sum(closures for knot, closures in self._only().types.items() if knot.is_knot)
         return knotted / self.counted if self.counted else 0.0
 
     def __repr__(self) -> str:
@@ -173,7 +192,7 @@ class Survey:
             "failed": self.failed,
             "bare": self.bare,
             "left": dict(self.left),
-            "links": dict(self.links),
+            "links": self.links,
             "chains": [c.to_dict() for c in self.components],
         }
 
@@ -203,10 +222,10 @@ class Survey:
         if self.typical is None:
             raise ValueError("every closure failed: there is nothing to draw")
         components = [
-            (c.chain.name, c.chain.labels, c.knots, closed, kept)
+            (c.chain.name, c.chain.labels, c.types, closed, kept)
             for c, closed, kept in zip(self.components, self.typical.closed, self.typical.kept)
         ]
-        whole = {"left": self.left, "bare": self.bare, "links": self.links, "closure": self.typical.closure}
+        whole = {"left": self.left, "bare": self.bare, "links": self.link_types, "closure": self.typical.closure}
         return _core.survey_picture(components, self.method.replace("_", "-"), whole)
 
     def _repr_svg_(self) -> str | None:
@@ -304,13 +323,13 @@ def _survey(chains: list[Chain], plan: dict[str, Any], found: dict[str, Any]) ->
         components=[_component(chain, one) for chain, one in zip(chains, found["components"])],
         method=method,
         closures=found["closures"],
-        scale=plan["scale"] if method in default_scales else None,
-        seed=plan["seed"] if method in random_methods else None,
+        scale=plan["scale"] if methods[method].default_scale else None,
+        seed=plan["seed"] if methods[method].random else None,
         counted=found["counted"],
         failed=found["failed"],
         left=found["left"],
         bare=found["bare"],
-        links=found["links"],
+        link_types=found["links"],
         linking_numbers=found["linking_numbers"],
         typical=typical,
         table=found["table"],
@@ -333,18 +352,11 @@ def _plan(
     threads: int | None,
     names: bool,
 ) -> dict[str, Any]:
-    default = "direction" if together else "directions"
-    name = method_named(method or default, ("directions", "direction", "point", "two_points", "outside", "ring"))
-    if together and name == "directions":
-        raise ValueError("method 'directions' closes single chains: use 'direction' for several")
-    if name in ("outside", "ring"):
-        count = within("closures", 1 if closures is None else closures, 1, 1)
-    else:
-        most = 400 if name == "directions" else _largest_count
-        count = within("closures", 400 if closures is None else closures, 1, most)
+    name = method_named(method, together, rings=True)
+    row = methods[name]
     return {
-        "method": name.replace("_", "-"),
-        "closures": count,
+        "method": row.name,
+        "closures": within("closures", row.default_closures if closures is None else closures, 1, row.most_closures),
         "scale": scale_for(name, scale),
         "seed": within("seed", seed, 0, 2**64 - 1),
         "threads": threads_for(threads),

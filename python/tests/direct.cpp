@@ -83,7 +83,7 @@ Plan plan_of(std::size_t closures, unsigned threads) {
     return plan;
 }
 
-Molecule molecule_of(const Chain& chain) { return {"", {{"", chain, labels_of(chain)}}}; }
+Molecule molecule_of(const Chain& chain) { return {"", {{"", chain, residues_of(chain)}}}; }
 
 } // namespace
 
@@ -129,11 +129,11 @@ extern "C" void every_result(const double* xyz, std::size_t beads, const char* p
         close(
             structure, [&](Structure& s) { close_outside(s, 2); }, out);
     }
-    out.add(knot_of(chain).text());
+    out.add(text(knot_of(chain).type));
     Watcher watcher;
     const Result result = survey(molecule_of(chain), plan_of(40, 1), watcher);
     for (const KnotCount& count : result.components.front().knots)
-        out.add(count.knot), out.add(count.closures);
+        out.add(text(count.knot)), out.add(count.closures);
     for (const auto& [left, closures] : result.whole.left) out.add(left), out.add(closures);
 }
 

@@ -76,7 +76,7 @@ def test_coordinates_that_are_not_finite_are_refused_where_they_mean_nothing(fun
 @pytest.mark.parametrize(
     "call, words",
     [
-        (lambda c: lw.close(c, "sideways"), "two_points.*'sideways'"),
+        (lambda c: lw.close(c, "sideways"), "'sideways'.*two_points"),
         (lambda c: lw.close(c, direction=400), "399.*400"),
         (lambda c: lw.close(c, "outside", direction=1), "outside"),
         (lambda c: lw.close(c, "point", scale=0.5), "scale.*0.5"),

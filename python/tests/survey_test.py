@@ -2,7 +2,9 @@
 
 import json
 import os
+import pathlib
 import pickle
+import re
 import signal
 import subprocess
 import sys
@@ -30,6 +32,7 @@ def test_a_survey_tells_what_became_of_each_closure(trefoil):
         assert len(kept) == left[k, 0] and lw.knot(loop[kept]).text == names[knots[k, 0]]
     core = result.smallest
     loop = lw.close(trefoil, direction=core.closure)
+    assert loop == lw.close(trefoil, closure=core.closure) and lw.close(trefoil) == lw.close(trefoil, direction=0)
     assert np.array_equal(core.kept, lw.reduce(loop)) and np.array_equal(core.xyz, loop.xyz[core.kept])
     assert core.labels == [str(i + 1) if i < len(trefoil) else f"+{i - 59}" for i in core.kept.tolist()]
     assert result.to_dict() == lw.survey(trefoil, closures=100, threads=1).to_dict()
@@ -60,6 +63,22 @@ def test_results_show_themselves(trefoil):
         pair.knots
 
 
+def test_a_knot_that_is_not_proven_says_so_everywhere():
+    chain = lw.read(pathlib.Path(__file__).parents[2] / "tests/golden/files/beyond.txt")
+    words = "-5_1 or beyond nine crossings"
+    result, found = lw.survey(chain), lw.fingerprint(chain, closures=2, step=100)
+    for shown in (lw.knot(lw.close(chain)), result, found, found.places[0], *result.components):
+        assert not shown.proven
+    for shown in (result, found):
+        copy = pickle.loads(pickle.dumps(shown))
+        assert shown.knot == words and words in repr(shown) and words in shown.to_svg() and copy.to_svg() == shown.to_svg()
+    assert result.to_dict()["chains"][0]["proven"] is found.to_dict()["knots"][0]["proven"] is False
+    kinds = [*result.components[0].types, *found.types]
+    assert pickle.loads(pickle.dumps(kinds)) == kinds and any(str(kind).startswith("unknown: ") for kind in kinds)
+    assert {str(kind): kind for kind in set(kinds)} == {str(kind): kind for kind in kinds}
+    assert result.knotted == 1 and not found.types[0].is_knot
+
+
 def test_frames_are_surveyed_as_they_are_alone(trefoil):
     frames = [trefoil.xyz * scale for scale in np.linspace(0.5, 2, 40)] + [lw.sample("unknot")]
     told = []
@@ -77,13 +96,36 @@ def test_a_fingerprint_finds_the_core_where_the_closures_change(trefoil):
     assert found.knot == "-3_1" == found.to_dict()["knots"][0]["knot"] and "<td>-3_1</td>" in found._repr_html_()
     coarse = lw.fingerprint(trefoil, closures=20, step=8, progress=lambda *_: None)
     assert coarse.core == found.core and coarse.stretches < found.stretches
-    pytest.importorskip("matplotlib")
-    assert found.plot().axes
     drawn = "".join(xml.etree.ElementTree.fromstring(found._repr_svg_()).itertext())
-    assert f"-3_1 core {first + 1}-{last + 1}" in drawn and "every stretch was closed" in drawn
+    assert f"-3_1 core {first + 1}-{last + 1}" in drawn and "every subchain was closed" in drawn
     pytest.importorskip("pandas")
     frame = found.to_dataframe()
     assert set(frame["knot"]) <= set(found.names) and len(frame) == np.count_nonzero(found.tested)
+
+
+def test_the_figure_and_the_svg_picture_of_a_fingerprint_show_the_same(trefoil):
+    pytest.importorskip("matplotlib")
+    found = lw.fingerprint(trefoil, closures=20, full=True)
+    figure, beads = found.plot(), len(trefoil)
+    figure.canvas.draw()
+    pixels, to_pixel = np.asarray(figure.canvas.buffer_rgba()), figure.axes[0].transData.transform
+    # A triangle of unknots, and on it rectangles M left lower H right V upper H left z in the colours of knots.
+    paths = re.findall(r'<path fill="(#......)" d="([^"]*)"', found.to_svg())
+    rectangles = [
+        (colour, *map(float, re.split("[MHV ]+", rectangle)[1:5]))
+        for colour, path in paths[1:]
+        for rectangle in path.split("z")[:-1]
+    ]
+    colours = set()
+    for first, last in ((2, beads - 1), (8, beads - 1), (2, beads // 2), (beads // 2, beads - 3), (35, 20)):
+        x, y = 110 + 780 * (first + 0.5) / beads, 880 - 780 * (last + 0.5) / beads
+        inside = [c for c, left, low, right, high in rectangles if left < x < right and high < y < low]
+        expected = (inside or [paths[0][0] if first <= last else "#ffffff"])[0]
+        across, up = to_pixel((first + 0.5, last + 0.5))
+        drawn = "#%02x%02x%02x" % tuple(pixels[round(len(pixels) - up), round(across), :3])
+        assert drawn == expected, (first, last)
+        colours.add(drawn)
+    assert len(colours) >= 3 and "#ffffff" in colours
 
 
 def test_a_fingerprint_of_a_long_chain_says_how_far_it_is_known():

@@ -16,3 +16,12 @@ loopwise fingerprint --full long.txt 2>&1 | sed 's/[0-9]* MB/... MB/'
 timeout --preserve-status -s INT 4 loopwise fingerprint --full --closures 400 --json --html never.html trefoil.txt
 echo "-> $?"
 ls never.html* 2>&1
+# An interruption once the report is there, while the page is made.
+awk 'function step() { seed = (seed * 16807) % 2147483647; return 7 * seed / 2147483647 - 3.5 }
+    BEGIN { seed = 1; for (i = 1; i <= 1500; ++i) print i, x += step(), y += step(), z += step() }' >walk.txt
+loopwise fingerprint --closures 2 --html never.html walk.txt >report &
+until grep -qs closed, report || ! kill -0 $!; do sleep 0.01; done
+kill -INT $!
+wait $!
+echo "-> $?"
+ls never.html* 2>&1

@@ -1,6 +1,6 @@
 #include "support/input_properties.hpp"
 
-#include "read/input.hpp"
+#include "read/read.hpp"
 
 #include <algorithm>
 #include <array>
@@ -30,14 +30,14 @@ Molecules read(const char* name, const std::string& bytes, const Selection& sele
 bool same(const ChainAtom& a, const ChainAtom& b) { return a.x == b.x && a.y == b.y && a.z == b.z; }
 
 bool same(const NamedChain& a, const NamedChain& b) {
-    return a.name == b.name && a.labels == b.labels &&
+    return a.name == b.name && a.residues == b.residues &&
            std::equal(a.beads.begin(), a.beads.end(), b.beads.begin(), b.beads.end(),
                       [](const ChainAtom& one, const ChainAtom& other) { return same(one, other); });
 }
 
 bool is_sound(const NamedChain& chain) {
     const auto in_range = [](double value) { return std::abs(value) <= largest_coordinate; };
-    return !chain.beads.empty() && chain.beads.size() == chain.labels.size() &&
+    return !chain.beads.empty() && chain.beads.size() == chain.residues.size() &&
            std::all_of(chain.beads.begin(), chain.beads.end(),
                        [&](const ChainAtom& bead) {
                            return in_range(bead.x) && in_range(bead.y) && in_range(bead.z);

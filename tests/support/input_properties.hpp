@@ -6,7 +6,7 @@
 
 namespace properties {
 
-/// What the program takes of a file is sound: beads with labels, in range, no neighbours at one place. The text
+/// What the program takes of a file is sound: beads with residues, in range, no neighbours at one place. The text
 /// up to `cut` is refused, noted or a part of the chain, and all of it where the beads are counted.
 void takes_text(const std::string& bytes, std::size_t cut);
 

@@ -1,0 +1,24 @@
+#include "app/errors.hpp"
+
+#include "app/commands/command.hpp"
+
+#include <algorithm>
+#include <iostream>
+
+namespace loopwise::app {
+
+int ErrorReporter::exit_status() {
+    progress_.clear();
+    if (!std::cout.flush()) tell("standard output", "cannot be written");
+    return any_ ? exit_failure : 0;
+}
+
+void ErrorReporter::tell(const std::string& what, std::string reason) {
+    any_ = true;
+    progress_.clear();
+    // Some parsers start with the name of the file or use several lines.
+    std::replace(reason.begin(), reason.end(), '\n', ' ');
+    std::cerr << "loopwise: " << (reason.starts_with(what) ? "" : what + ": ") << reason << '\n';
+}
+
+} // namespace loopwise::app

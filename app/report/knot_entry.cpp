@@ -1,0 +1,108 @@
+#include "app/report/knot_entry.hpp"
+
+#include "app/commands/inputs.hpp"
+#include "app/report/json_values.hpp"
+#include "words/text.hpp"
+
+namespace loopwise::app {
+namespace {
+
+std::string text_of(const std::string& label, const knots::KnotName& name) {
+    std::string all = label + ": " + text(name.type) + '\n';
+    if (name.type.status == knots::KnotStatus::no_polygon) return all;
+    all += "  crossings: " + std::to_string(name.crossings) + '\n';
+    for (const auto& [invariant, value] : name.invariants)
+        all += std::string("  ") + invariant->name + ": " + text(value) + '\n';
+    return all;
+}
+
+void add_name(Json& json, const knots::KnotName& name) {
+    add_knot(json, name.type);
+    json["crossings"] = name.crossings;
+    for (const auto& [invariant, value] : name.invariants) json[invariant->key] = text(value);
+}
+
+/// By the columns of knot_head(), between the beads and the linking number.
+Row fields_of(const knots::KnotName& name) {
+    Row row{text(name.type), words::yes_or_no(name.type.proven), std::to_string(name.crossings)};
+    for (const knots::Invariant& invariant : knots::all_invariants()) {
+        std::string& field = row.emplace_back();
+        for (const auto& [computed, value] : name.invariants)
+            if (computed == &invariant) field = text(value);
+    }
+    return row;
+}
+
+Row row_of(const polymer::Molecule& molecule, const std::string& chain, std::size_t beads, Row name,
+           const std::string& linking, const std::vector<std::string>& notes) {
+    Row row{molecule.file, molecule.model, chain, std::to_string(beads)};
+    name.resize(fields_of({}).size());
+    row.insert(row.end(), name.begin(), name.end());
+    row.insert(row.end(), {linking, words::joined(notes, "; ")});
+    return row;
+}
+
+} // namespace
+
+Head knot_head() {
+    Row columns{"file", "model", "chain", "beads", "knot", "proven", "crossings"};
+    for (const knots::Invariant& invariant : knots::all_invariants()) columns.emplace_back(invariant.key);
+    columns.insert(columns.end(), {"linking", "notes"});
+    return {"knot", "", {}, columns};
+}
+
+std::string PolygonEntry::text() const {
+    const std::string label = label_of(molecule, chain);
+    std::string all;
+    for (const std::string& note : chain.notes) all += label + ": note: " + note + '\n';
+    return all + text_of(label, name) + (warning.empty() ? "" : "  " + warning + '\n');
+}
+
+Json PolygonEntry::json() const {
+    Json json = {{"file", molecule.file},
+                 {"model", text_or_null(molecule.model)},
+                 {"chain", chain.name},
+                 {"beads", chain.beads.size()},
+                 {"notes", chain.notes}};
+    add_name(json, name);
+    json["warning"] = text_or_null(warning);
+    return json;
+}
+
+std::vector<Row> PolygonEntry::rows() const {
+    std::vector<std::string> notes = chain.notes;
+    if (!warning.empty()) notes.push_back(warning);
+    return {row_of(molecule, chain.name, chain.beads.size(), fields_of(name), "", notes)};
+}
+
+std::string LinkEntry::text() const {
+    const auto& chains = molecule.chains;
+    std::string all;
+    if (name) all = text_of(label_of(molecule) + ": chains " + chains[0].name + " and " + chains[1].name, *name);
+    for (const auto& [one, other, linking] : pairs)
+        all += "  linking number of " + chains[one].name + " and " + chains[other].name + ": " +
+               std::to_string(linking) + '\n';
+    return all;
+}
+
+Json LinkEntry::json() const {
+    Json json = {{"file", molecule.file}, {"model", text_or_null(molecule.model)}, {"chains", Json::array()}};
+    for (const polymer::NamedChain& chain : molecule.chains) json["chains"].push_back(chain.name);
+    if (name) add_name(json, *name);
+    json["pairs"] = Json::array();
+    for (const auto& [one, other, linking] : pairs)
+        json["pairs"].push_back({{"chains", {molecule.chains[one].name, molecule.chains[other].name}}, {"linking", linking}});
+    return json;
+}
+
+std::vector<Row> LinkEntry::rows() const {
+    std::vector<Row> rows;
+    for (const auto& [one, other, linking] : pairs) {
+        const polymer::NamedChain &a = molecule.chains[one], &b = molecule.chains[other];
+        rows.push_back(row_of(molecule, a.name + '+' + b.name, a.beads.size() + b.beads.size(),
+                              name ? fields_of(*name) : Row{}, std::to_string(linking), {}));
+    }
+    return rows;
+}
+
+} // namespace loopwise::app

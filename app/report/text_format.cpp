@@ -1,0 +1,24 @@
+// Text for people.
+#include "app/report/report.hpp"
+
+#include <nlohmann/json.hpp>
+
+namespace loopwise::app {
+namespace {
+
+class TextReport final : public Report {
+  public:
+    TextReport(std::ostream& out, const Head& head) : out_(out) { out_ << head.text; }
+    void add(const Entry& entry) override { out_ << entry.text() << std::flush; }
+
+  private:
+    std::ostream& out_;
+};
+
+} // namespace
+
+std::unique_ptr<Report> make_text_report(std::ostream& out, const Head& head) {
+    return std::make_unique<TextReport>(out, head);
+}
+
+} // namespace loopwise::app

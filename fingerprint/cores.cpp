@@ -1,0 +1,112 @@
+#include "fingerprint/cores.hpp"
+
+#include <tuple>
+
+namespace loopwise::fingerprint {
+namespace {
+
+bool meets_none(const Subchain& s, std::span<const Subchain> cores) {
+    return std::none_of(cores.begin(), cores.end(), [&](const Subchain& core) { return core.meets(s); });
+}
+
+bool have_common_part(const Block& b) { return b.first_high <= b.last_low; }
+
+/// The beads that all subchains of the block have in common, if there are any; otherwise one bead.
+Subchain shortest_in(const Block& b) { return {b.first_high, std::max(b.first_high, b.last_low)}; }
+
+/// Whether a subchain of the block could be a core instead of the last of these: it is no longer and has no bead in
+/// common with the others.
+bool may_replace_last(const Block& b, std::span<const Subchain> cores) {
+    if (!have_common_part(b)) return true;
+    return meets_none(shortest_in(b), cores.first(cores.size() - 1)) &&
+           shortest_in(b).size() <= cores.back().size();
+}
+
+bool may_change(const Block& b, std::span<const Subchain> cores) {
+    for (std::size_t count = 1; count <= cores.size(); ++count)
+        if (may_replace_last(b, cores.first(count))) return true;
+    return meets_none(shortest_in(b), cores);
+}
+
+/// How far the ends of the block's subchains can be from those of the subchain.
+std::size_t farthest_off(const Block& b, const Subchain& s) {
+    return std::max({distance(b.first_low, s.first), distance(b.first_high, s.first),
+                     distance(b.last_low, s.last), distance(b.last_high, s.last)});
+}
+
+Subchain without(std::size_t off, End end, std::size_t beads) {
+    return end == front ? Subchain{off, beads - 1} : Subchain{0, beads - 1 - off};
+}
+
+} // namespace
+
+bool comes_before(const TestedSubchain& a, const TestedSubchain& b) {
+    const auto key = [](const TestedSubchain& tested) {
+        return std::tuple{tested.subchain.size(), -int{tested.closures}, tested.subchain.first};
+    };
+    return key(a) < key(b);
+}
+
+std::vector<Subchain> find_cores(std::vector<TestedSubchain> halves) {
+    std::sort(halves.begin(), halves.end(), comes_before);
+    std::vector<Subchain> cores;
+    for (const TestedSubchain& half : halves)
+        if (meets_none(half.subchain, cores)) cores.push_back(half.subchain);
+    return cores;
+}
+
+CoresByKnot find_cores(const HalvesByKnot& halves) {
+    CoresByKnot cores;
+    for (const auto& [knot, tested] : halves) cores[knot] = find_cores(tested);
+    return cores;
+}
+
+bool may_change_cores(const Block& block, const FingerprintMatrix& matrix, std::size_t closures,
+                      const CoresByKnot& cores) {
+    return any_on_rim(block, [&](Subchain s) {
+        if (!matrix.is_tested(s) || !is_half(matrix.at(s), closures)) return false;
+        const auto of_knot = cores.find(matrix.at(s).knot);
+        return of_knot != cores.end() && may_change(block, of_knot->second);
+    });
+}
+
+std::size_t core_within(std::span<const Block> open, const FingerprintMatrix& matrix, std::size_t closures,
+                        std::uint16_t knot, std::span<const Subchain> cores) {
+    const auto is_half_of_knot = [&](Subchain s) {
+        return matrix.is_tested(s) && matrix.at(s).knot == knot && is_half(matrix.at(s), closures);
+    };
+    std::size_t within = 1;
+    for (const Block& block : open) {
+        const std::size_t off = farthest_off(block, cores.back());
+        if (off > within && may_replace_last(block, cores) && any_on_rim(block, is_half_of_knot))
+            within = off;
+    }
+    return within;
+}
+
+std::array<std::size_t, 2> depth_of(const FingerprintMatrix& matrix) {
+    const std::uint16_t knot = matrix.at(matrix.whole_chain()).knot;
+    std::array<std::size_t, 2> depth{};
+    for (const End end : ends)
+        while (depth[end] + 1 < matrix.beads() &&
+               matrix.at(without(depth[end] + 1, end, matrix.beads())).knot == knot)
+            ++depth[end];
+    return depth;
+}
+
+DepthLimits::DepthLimits(const FingerprintMatrix& matrix)
+    : beads_(matrix.beads()), limits_{matrix.beads(), matrix.beads()} {
+    const std::uint16_t knot = matrix.at(matrix.whole_chain()).knot;
+    for (const End end : ends)
+        for (std::size_t off = 1; off < limits_[end]; ++off) {
+            const Subchain s = without(off, end, beads_);
+            if (matrix.is_tested(s) && matrix.at(s).knot != knot) limits_[end] = off;
+        }
+}
+
+bool DepthLimits::may_end_in(const Block& b, End end) const {
+    return end == front ? b.last_high == beads_ - 1 && b.first_low < limits_[front]
+                        : b.first_low == 0 && beads_ - 1 - b.last_high < limits_[back];
+}
+
+} // namespace loopwise::fingerprint

@@ -1,0 +1,103 @@
+#include "fingerprint/places.hpp"
+
+#include "fingerprint/cores.hpp"
+
+namespace loopwise::fingerprint {
+namespace {
+
+class PlaceFinder {
+  public:
+    explicit PlaceFinder(const SampledSubchains& sampled)
+        : of_(sampled), chain_knot_(sampled.matrix.at(sampled.matrix.whole_chain()).knot) {
+        of_.matrix.for_each_tested([&](Subchain s, const Cell& cell) {
+            if (of_.is_knot(cell.knot)) tested_[cell.knot].push_back({s, cell.closures});
+        });
+        for (auto& [knot, tested] : tested_) std::sort(tested.begin(), tested.end(), comes_before);
+    }
+
+    std::vector<KnotPlace> all() const {
+        std::vector<KnotPlace> places;
+        for (const auto& [knot, tested] : tested_) {
+            const std::vector<Subchain> cores = cores_of(tested);
+            if (cores.empty()) places.push_back(place_of(knot, tested, std::nullopt));
+            for (std::size_t i = 0; i < cores.size(); ++i) {
+                places.push_back(place_of(knot, tested, cores[i]));
+                places.back().core_within =
+                    core_within(of_.open, of_.matrix, of_.closures, knot, std::span(cores).first(i + 1));
+            }
+        }
+        const auto rank = [&](const KnotPlace& p) {
+            return std::pair{p.knot != of_.knots[chain_knot_], -p.greatest_share};
+        };
+        std::stable_sort(places.begin(), places.end(),
+                         [&](const KnotPlace& a, const KnotPlace& b) { return rank(a) < rank(b); });
+        return places;
+    }
+
+  private:
+    std::vector<Subchain> cores_of(const std::vector<TestedSubchain>& tested) const {
+        std::vector<TestedSubchain> halves;
+        std::copy_if(tested.begin(), tested.end(), std::back_inserter(halves), [&](const TestedSubchain& t) {
+            return is_half({0, t.closures}, of_.closures);
+        });
+        return find_cores(std::move(halves));
+    }
+
+    KnotPlace place_of(std::uint16_t knot, const std::vector<TestedSubchain>& tested,
+                       std::optional<Subchain> core) const {
+        KnotPlace place;
+        place.knot = of_.knots[knot];
+        for (const survey::KnotCount& count : of_.whole)
+            if (count.knot == place.knot) place.share = of_.share_of(count.closures);
+        place.core = core;
+        std::size_t greatest = 0;
+        for (const auto& [subchain, closures] : tested)
+            if (closures > greatest && (!core || subchain.holds(*core))) {
+                greatest = closures;
+                place.greatest = subchain;
+            }
+        place.greatest_share = of_.share_of(greatest);
+        const bool is_other = knot != chain_knot_ && of_.knots[chain_knot_].has_name();
+        place.slipknot = core && (is_other || is_undone(knot, tested, *core));
+        return place;
+    }
+
+    bool is_clear(std::size_t closures) const {
+        return static_cast<double>(closures) >= clear_share * static_cast<double>(of_.closures);
+    }
+
+    /// Whether a subchain that holds the core and clearly is the knot lies in one that clearly is not.
+    bool is_undone(std::uint16_t knot, const std::vector<TestedSubchain>& tested,
+                   const Subchain& core) const {
+        std::vector<Subchain> knotted;
+        for (const auto& [subchain, closures] : tested)
+            if (is_clear(closures) && subchain.holds(core)) knotted.push_back(subchain);
+        std::sort(knotted.begin(), knotted.end(),
+                  [](const Subchain& a, const Subchain& b) { return a.first < b.first; });
+        // Other subchains come by their first bead: the farthest last bead so far is what counts.
+        bool undone = false;
+        auto inner = knotted.begin();
+        std::optional<std::size_t> farthest;
+        const auto judge_before = [&](std::size_t first) {
+            for (; inner != knotted.end() && inner->first < first; ++inner)
+                undone |= farthest && inner->last <= *farthest;
+        };
+        of_.matrix.for_each_tested([&](Subchain s, const Cell& cell) {
+            judge_before(s.first);
+            if (cell.knot != knot && is_clear(cell.closures))
+                farthest = std::max(farthest.value_or(0), s.last);
+        });
+        judge_before(of_.matrix.beads());
+        return undone;
+    }
+
+    const SampledSubchains& of_;
+    const std::uint16_t chain_knot_;
+    HalvesByKnot tested_; ///< all tested subchains of each knot, see comes_before()
+};
+
+} // namespace
+
+std::vector<KnotPlace> find_places(const SampledSubchains& sampled) { return PlaceFinder(sampled).all(); }
+
+} // namespace loopwise::fingerprint

@@ -1,0 +1,92 @@
+// What a closed polygon, or a link of two, is: a value to compare and to count.
+#pragma once
+
+#include "knots/laurent.hpp"
+#include "knots/view.hpp"
+
+#include <compare>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace loopwise::knots {
+
+/// `none` where the polynomials do not tell a knot from its mirror image.
+enum class Hand { none, right, left };
+
+/// A prime knot by its number in Rolfsen's table, as +5_2; with two loops a link, as -5^2_1.
+struct PrimeKnot {
+    int crossings = 0, number = 1;
+    Hand hand = Hand::none;
+    int loops = 1;
+
+    bool operator==(const PrimeKnot&) const = default;
+};
+
+/// The factors of a connected sum, in the order of the table. The unknot has none.
+using KnotSum = std::vector<PrimeKnot>;
+
+/// Two loops that are not linked.
+inline const KnotSum unlink{{0, 1, Hand::none, 2}};
+
+enum class KnotStatus {
+    named,       ///< `candidates` has one knot, or several that the polynomials do not tell apart
+    apart,       ///< two loops that come apart, each with a type in `loops`
+    unknown,     ///< no knot of the table has these polynomials; `jones` tells unknown knots apart
+    too_complex, ///< `crossings` are left: too many for the polynomials, or for them to prove the unknot
+    no_polygon,  ///< see `fault`
+    unnamed,     ///< one of the last two, whichever
+};
+
+/// Equal where the knot is the same as far as its polynomials tell, and proven for both or for neither.
+struct KnotType {
+    KnotStatus status = KnotStatus::unnamed;
+    /// Whether every knot that the polygon can be is a candidate. Otherwise a knot of more crossings than the table
+    /// has may share the polynomials.
+    bool proven = false;
+    std::vector<KnotSum> candidates{};
+    std::vector<KnotType> loops{};
+    Laurent jones{};
+    int crossings = 0;
+    PolygonFault fault = PolygonFault::none;
+
+    static KnotType unknot() { return named({{}}, true); }
+    static KnotType named(std::vector<KnotSum> candidates, bool proven) {
+        return {.status = KnotStatus::named, .proven = proven, .candidates = std::move(candidates)};
+    }
+    static KnotType apart(KnotType one, KnotType other);
+    static KnotType unknown(Laurent jones) {
+        return {.status = KnotStatus::unknown, .jones = std::move(jones)};
+    }
+    static KnotType too_complex(int crossings) {
+        return {.status = KnotStatus::too_complex, .crossings = crossings};
+    }
+    static KnotType no_polygon(PolygonFault fault) {
+        return {.status = KnotStatus::no_polygon, .fault = fault};
+    }
+
+    bool operator==(const KnotType& other) const;
+    bool has_name() const { return status <= KnotStatus::unknown; }
+    bool is_unknot() const { return status == KnotStatus::named && candidates == std::vector<KnotSum>{{}}; }
+    bool is_knot() const { return has_name() && !is_unknot(); }
+};
+
+/// The order of reports: by text.
+std::strong_ordering operator<=>(const KnotType& a, const KnotType& b);
+
+/// As reports say it: "+3_1 # 4_1", "-9_12 or 4_1 # -5_2", "-5_1 or beyond nine crossings" where it is not proven,
+/// "+3_1, 0_1 apart", "unknown: " and the Jones polynomial, "not named: 71 crossings", "not named: repeated beads".
+/// Types are equal where their texts are.
+std::string text(const KnotType& type);
+
+/// The text in at most `width` characters, at least 4, for columns and pictures: what is cut off leaves " ...".
+std::string short_text(const KnotType& type, std::size_t width);
+
+/// The text of every candidate by itself.
+std::vector<std::string> names_of(const KnotType& type);
+
+} // namespace loopwise::knots
+
+template <> struct std::hash<loopwise::knots::KnotType> {
+    std::size_t operator()(const loopwise::knots::KnotType& type) const;
+};

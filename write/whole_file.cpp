@@ -1,0 +1,107 @@
+#include "write/whole_file.hpp"
+
+#include "read/bytes.hpp"
+#include "words/text.hpp"
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <stdexcept>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace loopwise::write {
+namespace {
+
+/// A regular file, which could be overwritten.
+struct File {
+    dev_t device;
+    ino_t inode;
+    off_t size;
+};
+
+template <class Query> std::optional<File> regular_file(const Query& query) {
+    struct stat state {};
+    if (query(&state) != 0 || !S_ISREG(state.st_mode)) return std::nullopt;
+    return File{state.st_dev, state.st_ino, state.st_size};
+}
+
+std::optional<File> file_at(const std::string& path) {
+    return regular_file([&](struct stat* state) { return ::stat(path.c_str(), state); });
+}
+
+std::optional<File> file_of(int descriptor) {
+    return regular_file([=](struct stat* state) { return ::fstat(descriptor, state); });
+}
+
+bool are_same(const std::optional<File>& a, const std::optional<File>& b) {
+    return a && b && a->device == b->device && a->inode == b->inode;
+}
+
+/// Paths of files that do not exist yet are compared by name.
+bool are_one(const std::string& a, const std::string& b) {
+    return std::filesystem::weakly_canonical(a) == std::filesystem::weakly_canonical(b) ||
+           are_same(file_at(a), file_at(b));
+}
+
+[[noreturn]] void refuse_writing() { throw std::runtime_error("cannot be written"); }
+
+void write(const std::string& path, const std::string& text) {
+    std::ofstream file(path, std::ios::binary);
+    file << text;
+    file.close();
+    if (!file) refuse_writing();
+}
+
+} // namespace
+
+void write_whole(const std::string& path, const std::string& text) {
+    namespace fs = std::filesystem;
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    if (fs::exists(status) && !fs::is_regular_file(status)) return write(path, text);
+    // A link stays: its target is replaced. The temporary name is unique.
+    const fs::path target = fs::exists(status) ? fs::canonical(path, error) : fs::path(path);
+    std::string partial = target.string() + ".XXXXXX";
+    const int descriptor = ::mkstemp(partial.data());
+    if (descriptor < 0) refuse_writing();
+    constexpr mode_t as_usual = 0666;
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    ::fchmod(descriptor, as_usual & ~mask);
+    ::close(descriptor);
+    try {
+        write(partial, text);
+        fs::rename(partial, target, error);
+        if (error) refuse_writing();
+    } catch (...) {
+        fs::remove(partial, error);
+        throw;
+    }
+}
+
+void refuse_harmful_outputs(const std::vector<std::string>& inputs, const std::vector<Output>& outputs) {
+    const std::optional<File> report = file_of(STDOUT_FILENO);
+    for (const std::string& input : inputs)
+        if (are_same(file_at(input), report))
+            throw std::runtime_error(input + ": is both an input and the standard output");
+    for (auto output = outputs.begin(); output != outputs.end(); ++output) {
+        const auto& [path, extension] = *output;
+        if (path.empty()) continue;
+        const std::optional<File> file = file_at(path);
+        for (const std::string& input : inputs)
+            if (are_same(input == read::standard_input ? file_of(STDIN_FILENO) : file_at(input), file))
+                throw std::runtime_error(path + ": is an input; not overwritten");
+        if (are_same(report, file))
+            throw std::runtime_error(path + ": is also the standard output; choose another file");
+        for (auto other = outputs.begin(); other != output; ++other)
+            if (!other->path.empty() && are_one(path, other->path))
+                throw std::runtime_error(path + ": is given for two outputs; choose another file");
+        if (file && file->size > 0 && *extension != 0 && words::extension_of(path) != extension)
+            throw std::runtime_error(path + ": exists, and its extension is not " + extension +
+                                     "; not overwritten");
+    }
+}
+
+} // namespace loopwise::write
