@@ -6,10 +6,12 @@
 
 namespace loopwise::reduce {
 
-/// For the triangle that begins in a slot: the number of the bead where the segment begins that blocked it.
+/// Blocker of the triangle that begins in each slot: the number of the bead where the blocking segment
+/// begins.
 ///
-/// A triangle stays blocked while its corners and that segment are there. Its entry is `unknown` when the corners are
-/// new, and carries the bit `in_question` when the segment has gone: what took its place is likely to block as well.
+/// A triangle stays blocked while its corners and its blocker exist. Its entry is `unknown` when the corners
+/// are new. It has the bit `in_question` when the blocker has gone: the segment that replaced it is likely to
+/// block as well.
 template <class Id> class BlockerMemory {
   public:
     static constexpr Id in_question = Id(Id{1} << (std::numeric_limits<Id>::digits - 1));
@@ -20,8 +22,8 @@ template <class Id> class BlockerMemory {
     Id& operator[](std::size_t slot) const { return of_slot_[slot]; }
     bool is_in_question(std::size_t slot) const { return of_slot_[slot] >= in_question; }
 
-    /// Puts the triangles of slots in question that a segment from one of two beads blocked: these segments are one
-    /// now, which begins at the first. The first of these slots, or `end`.
+    /// Marks the triangles that a segment from one of two beads blocked as in question: one segment, which
+    /// begins at the first bead, has replaced both. Returns the first slot that was marked, or `end`.
     std::size_t question(std::size_t begin, std::size_t end, Id first, Id second) const {
         const Id* const of_slot = of_slot_;
         Id any = 0; // as wide as the entries, so that the compiler compares several at a time

@@ -8,12 +8,12 @@
 
 namespace loopwise::reduce {
 
-/// Segments are found by the numbers of the beads where they begin. `unknown` stands for no segment.
+/// A segment has the number of the bead where it begins. `unknown` stands for no segment.
 template <class Id> class BlockerSearch {
   public:
     static constexpr Id unknown = BlockerMemory<Id>::unknown;
 
-    /// With an index of segments while at least so many beads are left, or without.
+    /// The index, if any, is used while at least `fewest_indexed` beads are left.
     BlockerSearch(std::span<GapBuffer<Id>> components, const Kernels& kernels, SegmentIndex* index,
                   std::size_t fewest_indexed)
         : components_(components), kernels_(kernels), index_(index), fewest_indexed_(fewest_indexed) {
@@ -22,7 +22,7 @@ template <class Id> class BlockerSearch {
         fill_index();
     }
 
-    /// A segment that meets the triangle behind the gap of a component: `known`, if that still does.
+    /// Returns a segment that meets the triangle behind the gap of a component: `known`, if that still does.
     Id find(const GapBuffer<Id>& own, const Corners& corners, const Triangle& triangle, Id known) {
         const Id likely = static_cast<Id>(known & ~BlockerMemory<Id>::in_question);
         if (known != unknown && !corners.touch(likely) && meets(triangle, likely)) return likely;
@@ -40,7 +40,7 @@ template <class Id> class BlockerSearch {
                                                         : find_in_slots(own, triangle, filter);
     }
 
-    /// Takes note of what blocks the triangle behind the gap.
+    /// Call when the triangle behind the gap was found blocked.
     void blocked(GapBuffer<Id>& own, Id blocker) {
         recent_.count_blocked();
         if (!recent_.are_likely() || own.count() <= most_without_runs) return;
@@ -49,7 +49,7 @@ template <class Id> class BlockerSearch {
         if (again || !is_placed_) recent_.look_ahead(own);
     }
 
-    /// Takes note that the middle of a triangle was removed.
+    /// Call when the middle of a triangle was removed.
     void removed(const GapBuffer<Id>& own, const Corners& corners) {
         recent_.removed(corners);
         if (index_ == nullptr) return;
@@ -61,21 +61,20 @@ template <class Id> class BlockerSearch {
     }
 
   private:
-    /// A chain of so few beads is searched without the filter: it is not worth its constants then. One that was
-    /// longer has the positions already.
+    /// Chains of so few beads are searched without the filter, whose constants take longer than the tests. A
+    /// chain that was longer has its positions already.
     static constexpr std::size_t most_unfiltered = 16, most_unfiltered_later = 5;
-    /// While all triangles are blocked by one of so many segments, as in a plane, no positions are needed.
+    /// Positions are not needed while each triangle is blocked by one of so many segments, as in a plane.
     static constexpr std::size_t most_tried_first = 4;
-    /// A chain of so few beads has no runs of blocked triangles that are worth a look ahead.
+    /// Chains of so few beads have no long runs of blocked triangles.
     static constexpr std::size_t most_without_runs = 6;
 
-    /// Too few segments for the filter to be worth its constants.
     bool is_small(const GapBuffer<Id>& own) const {
         return components_.size() == 1 &&
                own.count() <= (is_placed_ ? most_unfiltered_later : most_unfiltered);
     }
 
-    /// The first segment that meets the triangle, of all or the first ones.
+    /// Tries all segments of a small chain, or the first ones of a longer chain.
     [[gnu::noinline]] Id find_unfiltered(const GapBuffer<Id>& own, const Triangle& triangle) const {
         std::size_t most = is_small(own) ? most_unfiltered : most_tried_first;
         const auto [left, right] = own.apart_from_triangle();
@@ -97,7 +96,7 @@ template <class Id> class BlockerSearch {
         return found;
     }
 
-    /// What blocks from the left part lasts longest, since the next removals are on the right.
+    /// Begins with the left part: its blockers last longest, since the next removals are on the right.
     [[gnu::noinline]] Id find_in_slots(const GapBuffer<Id>& own, const Triangle& triangle,
                                        const Filter& filter) const {
         Id found = unknown;
@@ -159,7 +158,7 @@ template <class Id> class BlockerSearch {
         is_placed_ = true;
     }
 
-    /// Gives all segments to the index, where they are worth it.
+    /// Gives all segments to the index, or drops it if there are too few of them.
     void fill_index() {
         std::size_t beads = 0;
         for (const GapBuffer<Id>& component : components_) beads += component.count();

@@ -13,14 +13,14 @@ struct Component {
     bool closed;
 };
 
-/// Reduces components together, in memory from the heap, all of which is taken before the first change. Segments have
-/// an index while at least so many beads are left.
+/// Reduces components together. Allocates all memory before the first change. Uses an index of segments while
+/// at least `fewest_indexed` beads are left.
 void eliminate(std::span<Component> components, const Kernels& kernels, std::size_t fewest_indexed);
 
-/// Reduces one component in given slots. It needs one more than it has beads; with fewer it takes longer.
+/// Reduces one component in given slots. Takes longer with fewer slots than one more than its beads.
 template <class Id> void eliminate(Component& component, const Slots<Id>& slots, const Kernels& kernels);
 
-/// The calls around them take the rest of 64 KiB.
+/// Sizes for a stack of 64 KiB, of which the calls around them need a part.
 using ShortChainSlots = StackSlots<std::uint16_t, 3456>;
 using LongChainSlots = StackSlots<std::uint32_t, 2560>;
 static_assert(sizeof(ShortChainSlots) < 58 * 1024 &&

@@ -1,4 +1,5 @@
-// Triangle elimination on one chain or on all components of a structure: the order of the search.
+// Triangle elimination (KMT reduction) on a chain or on all components of a structure: the order of the
+// search.
 #pragma once
 
 #include "src/reduce/blocker_search.hpp"
@@ -8,21 +9,21 @@
 
 namespace loopwise::reduce {
 
-/// Below this a component has no triangle to spare.
+/// A component of so few beads loses none.
 constexpr std::size_t fewest_beads = 3;
 
-/// Takes middle beads of free triangles away until no triangle is free. A triangle is free when contact()
+/// Removes the middle beads of free triangles until no triangle is free. A triangle is free when contact()
 /// finds nothing between it and any segment that shares no bead with it, of its own component or another. The
-/// first free triangle of the first component goes first, and after every removal the search starts at the
-/// first triangle of the first component. Components of three beads or fewer only stand in the way.
+/// first free triangle of the first component goes first. After every removal the search starts at the first
+/// triangle of the first component. Components of three beads or fewer lose nothing but can block.
 ///
 /// The literal procedure tests every triangle from the first one on, after every removal, against all
-/// segments. This one comes to the same result with less: a triangle stays blocked while its corners and the
-/// segment that blocked it are there, so only those are tested again for which one of them has gone; and the
-/// test passes over segments that the filter proves to be out of reach.
+/// segments. This class gives the same result with fewer tests. A triangle stays blocked while its corners
+/// and the segment that blocked it exist, so a triangle is tested again only when one of them has gone. The
+/// test skips segments that the filter proves to be out of reach.
 template <class Id> class Elimination {
   public:
-    /// With an index of segments while at least so many beads are left, or without.
+    /// The index, if any, is used while at least `fewest_indexed` beads are left.
     Elimination(std::span<GapBuffer<Id>> components, const Kernels& kernels, SegmentIndex* index = nullptr,
                 std::size_t fewest_indexed = 0)
         : components_(components), search_(components, kernels, index, fewest_indexed) {}
@@ -54,15 +55,15 @@ template <class Id> class Elimination {
         return true;
     }
 
-    /// The first component that may have a free triangle now.
+    /// Returns the first component that may have a free triangle now.
     std::size_t remove_middle(std::size_t c, const Corners& corners) {
         components_[c].remove_middle();
         search_.removed(components_[c], corners);
         return reconsider(c, corners);
     }
 
-    /// The segments to and from the middle are one now, which begins at the first corner; what they blocked may be
-    /// free. The first component that this, or the removal, may have freed a triangle of.
+    /// One segment, which begins at the first corner, replaces those to and from the middle. The triangles
+    /// that these blocked may be free. Returns the first component that may have a free triangle now.
     std::size_t reconsider(std::size_t c, const Corners& corners) {
         std::size_t lowest = c;
         for (std::size_t d = 0; d < components_.size(); ++d) {

@@ -32,8 +32,8 @@ Affine affine(Vector gradient, Vector origin) {
 } // namespace
 
 // Rounding, in units of the frame: sizes of coordinates are at most 1, of differences at most 2. Let e =
-// 2^-24 and E = 2^-53 be the half units in the last place of a float and a double, |.|1 the sum of sizes,
-// and N = |n|1, B = |b|1, C = |c|1. No component of n is larger than 2 min(B, C).
+// 2^-24 and E = 2^-53 be the half units in the last place of a float and a double, |.|1 the sum of sizes, and
+// N = |n|1, B = |b|1, C = |c|1. No component of n is larger than 2 min(B, C).
 //
 // Height. Its gradient is n, from doubles, rounded: e N times |S - T0| <= 2 is 2 e N. Its constant: three
 // products, two sums and the rounded T0, less than 4 e N. Its value: the rounded S, three products and three
@@ -42,8 +42,8 @@ Affine affine(Vector gradient, Vector origin) {
 //   side: a sum and a difference, 56 e N, and three roundings of numbers below 4 N: 68 e N.
 //
 // Along c. Its gradient is n x b: with both rounded and a product and a difference, less than 4 e N B, times
-// 2; its constant and its value as above for a gradient of at most N B: 4 and 7.5. In all less than
-// 20 e N B. Along b: 20 e N C.
+// 2; its constant and its value as above for a gradient of at most N B: 4 and 7.5. In all less than 20 e N B.
+// Along b: 20 e N C.
 //   slab: two sums, 80 e N B, four roundings of numbers below 4 N B, and the error of |n|^2, which is at most
 //   6 e |n|^2 < 12 e N B, twice: 120 e N B.
 //   slab_w: both.
@@ -52,18 +52,19 @@ Affine affine(Vector gradient, Vector origin) {
 //   edge_w: both, a rounding of their sum, and |n|^2 <= 2 N min(B, C) <= N (B + C) times the error of the
 //   drop, 32 e N: 188 e N^2 (B + C).
 //
-// Boxes. A coordinate errs by e, a sum or difference of two by 4 e, a side of a box around boxes by 5 e, a sum or
-// difference of two such by 12 e. The value in the middle and the spread err by 37 e N + 20 e N, for p and q by
-// 49 e N B + 27 e N B, where a sum and a difference of two values come to 56 and 80 above: the margins suffice.
-// Along an axis it is 12 e twice, and less than 20 e for the triangle's sides and for comparing.
+// Boxes. A coordinate errs by e, a sum or difference of two by 4 e, a side of a box around boxes by 5 e, a
+// sum or difference of two such by 12 e. The value in the middle and the spread err by 37 e N + 20 e N, for p
+// and q by 49 e N B + 27 e N B, where a sum and a difference of two values come to 56 and 80 above: the
+// margins suffice. Along an axis it is 12 e twice, and less than 20 e for the triangle's sides and for
+// comparing.
 //
 // Numbers that are only wrong by a factor, |n|^2 in `slack` and `whole` or a product that is rounded again,
 // are within 20 e of what they should be, which the last quarter of `beyond` covers two hundred times over.
 //
-// contact() itself errs by less than 9 E |a|1 B C <= 54 E B C in the determinant and by 10 E B C |r|1 <=
-// 60 E B C, 10 E C |a|1 |r|1 <= 360 E C and 360 E B in the numerators of t, u and v. A determinant of more
-// than 2e-8 (B + C), with B C <= 3 (B + C), therefore has a relative error below 1e-6, so that it is not
-// zero, and t, u and v are wrong by half a tolerance at most, apart from that factor.
+// contact() itself errs by less than 9 E |a|1 B C <= 54 E B C in the determinant and by 10 E B C |r|1 <= 60 E
+// B C, 10 E C |a|1 |r|1 <= 360 E C and 360 E B in the numerators of t, u and v. A determinant of more than
+// 2e-8 (B + C), with B C <= 3 (B + C), therefore has a relative error below 1e-6, so that it is not zero, and
+// t, u and v are wrong by half a tolerance at most, apart from that factor.
 //
 // Underflow: N >= 2^-30 makes every margin at least 2^-16 * 2^-90, and what underflows is below 2^-126 * 16.
 constexpr float e = 0x1p-24F;
@@ -100,9 +101,10 @@ Filter filter_of(const Triangle& triangle, const Frame& frame) {
     return f;
 }
 
-// Two boxes. Where contact() finds something, the line of the segment meets the plane of the triangle in one point,
-// with t, u, v and u + v beyond [0, 1] by two tolerances at most. `side_factor` makes the box around the segment and
-// that around the triangle larger by more than this, in parts of their sides, so that both hold the point.
+// Two boxes. Where contact() finds something, the line of the segment meets the plane of the triangle in one
+// point, with t, u, v and u + v beyond [0, 1] by two tolerances at most. `side_factor` makes the box around
+// the segment and that around the triangle larger by more than this, in parts of their sides, so that both
+// hold the point.
 BoxFilter::BoxFilter(const Filter& f, const Triangle& in_frame)
     : Filter(f), along_both{along_b.x + along_c.x, along_b.y + along_c.y, along_b.z + along_c.z, 0},
       slab_u(squared * side_factor + slab_margin * n_size * c_size),
@@ -117,9 +119,9 @@ BoxFilter::BoxFilter(const Filter& f, const Triangle& in_frame)
 }
 
 // With d of largest coordinate 1 and a = s d, |d|1 <= 3, the errors of contact() above are 27 E s B C in the
-// determinant, 60 E B C in the numerator of t and 180 E s C or 180 E s B in those of u and v. A determinant of s D
-// with D > 1.4e-9 B C / s + 5e-9 (B + C + B C) keeps them to the same bounds. In single precision D has an error
-// of less than 8 e N: that of n, v and w, two products and two sums.
+// determinant, 60 E B C in the numerator of t and 180 E s C or 180 E s B in those of u and v. A determinant
+// of s D with D > 1.4e-9 B C / s + 5e-9 (B + C + B C) keeps them to the same bounds. In single precision D
+// has an error of less than 8 e N: that of n, v and w, two products and two sums.
 float most_parallel(const Filter& filter, float shortest) {
     constexpr float of_t = 1.4e-9F, of_u_and_v = 5e-9F, of_rounding = 8 * e;
     const float area = filter.b_size * filter.c_size;

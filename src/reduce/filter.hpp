@@ -39,8 +39,8 @@ struct Filter {
 
 Filter filter_of(const Triangle& triangle, const Frame& frame);
 
-/// What boxes need beside it: the gradient of p + q, the margins of sums of two p and two p + q, and the box around
-/// the triangle, by the sum of its sides and by their difference with what both need to be apart.
+/// What boxes need beside it: the gradient of p + q, the margins of sums of two p and two p + q, and the box
+/// around the triangle, by the sum of its sides and by their difference with what both need to be apart.
 struct BoxFilter : Filter {
     BoxFilter(const Filter& filter, const Triangle& in_frame);
     Affine along_both;
@@ -57,14 +57,15 @@ static_assert(beyond > 20 * EPS);
 /// the size of their sum is more than this times that of their difference.
 constexpr float side_factor = 1 + 2 * beyond;
 
-/// Asks for the directions that may be parallel to a triangle. With d of largest coordinate 1 and v and w after it,
-/// the candidates are those with |one + v d.v + w d.w| <= most.
+/// Query for the directions that may be parallel to a triangle. With d of largest coordinate 1 and v and w
+/// after it, the candidates are those with |one + v d.v + w d.w| <= most.
 struct ParallelQuery {
     float one, v, w, most;
 };
 
-/// The bound of a ParallelQuery: a segment along d, in whose largest coordinate it is no shorter than `shortest`, may
-/// have a determinant that is zero or too small for contact() to be sure of t, u and v where |n d| is at most this.
+/// The bound of a ParallelQuery: a segment along d, in whose largest coordinate it is no shorter than
+/// `shortest`, may have a determinant that is zero or too small for contact() to be sure of t, u and v where
+/// |n d| is at most this.
 float most_parallel(const Filter& filter, float shortest);
 
 } // namespace loopwise::reduce

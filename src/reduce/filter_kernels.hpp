@@ -1,12 +1,13 @@
-// Source of the kernels for any instruction set. A file that compiles it for one first allows its instructions to
-// all functions that follow, so this header includes nothing but what that file has included before.
+// Source of the kernels for any instruction set. A file that includes it first enables the instructions of
+// one set for all functions that follow. So this header must include nothing that the file has not included
+// before.
 #pragma once
 
 #include "src/reduce/kernels.hpp"
 
 namespace loopwise::reduce {
 
-/// Vectors of the compiler, whose operators work lane by lane. An instruction set adds what they lack:
+/// Vector types of the compiler, whose operators work lane by lane. An instruction set adds:
 ///
 ///     multiply_add(a, b, c)    a * b + c, rounded once where there is an instruction for it
 ///     greater(a, b)            the lanes where a > b, as bits
@@ -17,7 +18,7 @@ template <std::size_t count> struct Lanes {
     using Floats [[gnu::vector_size(4 * count)]] = float;
     using Ints [[gnu::vector_size(4 * count)]] = std::int32_t;
 
-    /// The compiler makes vectors of this.
+    /// The compiler vectorises this loop.
     static void put_positions(const Frame& frame, std::span<const ChainAtom> atoms, float* __restrict x,
                               float* __restrict y, float* __restrict z) {
         const auto [cx, cy, cz] = frame.centre;
@@ -48,12 +49,12 @@ template <class Set> class FilterKernels : Set {
         __builtin_memcpy(&v, from, sizeof v);
         return v;
     }
-    /// A number in all lanes. To add 0 would turn -0 to 0.
+    /// A number in all lanes. Adding 0 instead would turn -0 into 0.
     static Floats all(float x) { return x - Floats{}; }
     static Floats size(Floats v) {
         return reinterpret_cast<Floats>(reinterpret_cast<Ints>(v) & (Ints{} + 0x7FFFFFFF));
     }
-    /// Turns the sign where that of another number is set.
+    /// Flips the sign in lanes where another number is negative.
     static Floats signed_by(Floats v, Floats sign) {
         const Ints only_sign = Ints{} + std::numeric_limits<std::int32_t>::min();
         return reinterpret_cast<Floats>(reinterpret_cast<Ints>(v) ^
@@ -63,7 +64,8 @@ template <class Set> class FilterKernels : Set {
     struct Points {
         Floats x, y, z;
     };
-    /// GCC would read them anew for each function of them, mostly across two lines of the cache.
+    /// Without keep(), GCC reads the positions again for each function of them, mostly across two cache
+    /// lines.
     static Points points(const Positions3& at, std::size_t j) {
         Floats x = load(at.x + j), y = load(at.y + j), z = load(at.z + j);
         Set::keep(x), Set::keep(y), Set::keep(z);
@@ -74,8 +76,8 @@ template <class Set> class FilterKernels : Set {
         return multiply_add(p.x, all(f.x), multiply_add(p.y, all(f.y), along_z));
     }
 
-    /// Those of the lanes whose determinants are not zero and which the height or the slab along the first edge puts
-    /// out of reach.
+    /// The lanes whose determinants are not zero and that are out of reach by their heights or the slab along
+    /// the first edge.
     static std::uint32_t out_of_slab(const Filter& f, Floats h0, Floats h1, Floats q0, Floats q1) {
         const Floats drop = size(h1 - h0);
         const Floats side = multiply_add(drop, all(side_factor), all(f.side));
@@ -84,7 +86,7 @@ template <class Set> class FilterKernels : Set {
                (greater(size(h0 + h1), side) | greater(size((q0 + q1) - f.squared), slab));
     }
 
-    /// Those of the lanes that the coordinates u, v and u + v do not put out of reach.
+    /// The lanes that are not out of reach by the coordinates u, v and u + v.
     static std::uint32_t within_edges(const Filter& f, const Points& start, const Points& end, Floats h0,
                                       Floats h1, Floats q0, Floats q1) {
         const Floats rise = h1 - h0, drop = size(rise);
@@ -97,7 +99,7 @@ template <class Set> class FilterKernels : Set {
                             greater(u + v, multiply_add(drop, all(f.whole), all(f.edge_w))));
     }
 
-    /// Every bead is looked at once: the other ends of the segments are the lanes after theirs.
+    /// Reads every bead once: the other ends of the segments are the following lanes.
     static Candidates find_candidates(const Filter& filter, const Positions3& positions, std::size_t begin,
                                       std::size_t end) {
         if (begin >= end) return {end, 0};
@@ -123,7 +125,7 @@ template <class Set> class FilterKernels : Set {
         return {end, 0};
     }
 
-    /// `lanes_of` says which lanes of a group, from one on, are candidates.
+    /// `lanes_of` returns which lanes of a group, from a given one on, are candidates.
     template <auto lanes_of, class What, class Group>
     static Candidates find_in_groups(const What& what, const Group* groups, std::size_t begin,
                                      std::size_t end) {
@@ -150,7 +152,7 @@ template <class Set> class FilterKernels : Set {
         const Floats along_z = multiply_add(load(&box.z[j]), all(f.z), all(f.constant + f.constant));
         return multiply_add(load(&box.x[j]), all(f.x), multiply_add(load(&box.y[j]), all(f.y), along_z));
     }
-    /// How far apart the values at the corners of a box are, with what the filter needs beside it.
+    /// The difference of the values at the corners of a box, with the margin of the filter.
     static Floats reach(const Affine& f, float margin, const BoxGroup& box, std::size_t j) {
         const Floats along_z = load(&box.dz[j]) * size(all(f.z));
         const Floats along_yz = multiply_add(load(&box.dy[j]), size(all(f.y)), along_z);
@@ -163,7 +165,8 @@ template <class Set> class FilterKernels : Set {
                        multiply_add(load(difference), all(side_factor), all(f.room[axis])));
     }
 
-    /// As for segments: no sum of two of their heights is nearer to zero, and no difference larger, than the box's.
+    /// As for segments: no sum of two heights in a box is nearer to zero, and no difference larger, than the
+    /// box's.
     static std::uint32_t boxes_of(const BoxFilter& f, const BoxGroup& box, std::size_t j) {
         const std::uint32_t close =
             ~(apart(f, 0, &box.x[j], &box.dx[j]) | apart(f, 1, &box.y[j], &box.dy[j]) |

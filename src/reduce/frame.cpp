@@ -10,7 +10,7 @@ constexpr double least_reach = 1e-30, most_reach = 1e30;
 
 } // namespace
 
-// Comparisons with a not-a-number are false, so it widens nothing.
+// A comparison with a not-a-number is false, so it widens nothing.
 void Extent::widen(std::span<const ChainAtom> atoms) {
     Extent all = *this; // in registers
     for (const ChainAtom& atom : atoms) {

@@ -11,10 +11,11 @@ namespace loopwise::reduce {
 
 using model::operator-;
 
-/// Coordinates relative to a centre, times a power of two, which costs no bits.
+/// Coordinates relative to a centre, times a power of two, so that scaling is exact.
 struct Frame {
     PointR3 centre;
-    double scale; ///< 0 where products of coordinates could overflow or underflow in contact()
+    /// 0, which turns the filter off, where products of coordinates could overflow or underflow in contact().
+    double scale;
 
     PointR3 operator()(PointR3 p) const {
         const PointR3 d = p - centre;
@@ -22,7 +23,7 @@ struct Frame {
     }
 };
 
-/// The smallest box around atoms, whatever coordinates are not numbers.
+/// The smallest box around atoms. Coordinates that are not a number do not count.
 class Extent {
   public:
     void widen(std::span<const ChainAtom> atoms);

@@ -29,19 +29,19 @@ struct Corners {
 ///     slots:  | left part | gap | right part | first bead again |
 ///             begin       left  right        end
 ///
-/// The search for a free triangle goes along the chain, and so does the gap: the last bead of the left part is the
-/// first corner of the triangle that is tried, and the middle corner comes right behind the gap. To remove the middle
-/// is to make the gap longer by one slot. Neighbours stand side by side, and the segments that share no bead with the
-/// triangle are two ranges of slots, one in each part. The slot behind the right part repeats the first bead, for the
-/// segment that closes the component; a component without beads has none.
+/// The gap moves along the chain with the search for a free triangle. The last bead of the left part is the
+/// first corner of the triangle that is tested; the middle corner is right behind the gap. Removing the
+/// middle makes the gap longer by one slot. Neighbours are in adjacent slots, and the segments that share no
+/// bead with the triangle are two ranges of slots, one in each part. The slot behind the right part repeats
+/// the first bead, for the segment that closes the component. A component without beads has no such slot.
 ///
 /// Beads are numbered through all components and keep their numbers, which ascend along the slots.
 template <class Id> class GapBuffer {
   public:
     static constexpr std::size_t none = std::numeric_limits<std::size_t>::max();
 
-    /// The beads of `atoms`, which stay where they are, get the numbers from `first` on and the slots of the same
-    /// numbers.
+    /// The beads get the numbers from `first` on and the slots of the same numbers. The atoms stay where they
+    /// are.
     GapBuffer(std::span<ChainAtom> atoms, bool closed, std::size_t first, const Slots<Id>& slots)
         : GapBuffer(atoms, closed, first, slots, atoms.size()) {
         if (!atoms.empty()) follow_with(first);
@@ -63,15 +63,15 @@ template <class Id> class GapBuffer {
     Positions3 positions() const { return {s_.x, s_.y, s_.z}; }
     const BlockerMemory<Id>& blockers() const { return blockers_; }
 
-    /// The slot of the bead after another, around the end whether the component is closed or not.
+    /// The slot of the next bead; of the last bead, that of the first, also in an open component.
     std::size_t next(std::size_t slot) const {
         ++slot;
         if (slot == left_) slot = right_;
         return slot == end_ ? begin_ : slot;
     }
-    /// The bead after that of a slot, around the end likewise.
+    /// The number of the bead after that in a slot; after the last bead comes the first.
     Id number_after(std::size_t slot) const { return s_.bead[slot + 1 == left_ ? right_ : slot + 1]; }
-    /// The bead after that with a number, or none if that bead has no slot.
+    /// The number of the bead after another, or none if the other has no slot.
     std::size_t number_after_bead(std::size_t number) const {
         for (const auto& [from, to] : {std::pair{begin_, left_}, std::pair{right_, end_}}) {
             const Id* const found = std::lower_bound(s_.bead + from, s_.bead + to, number);
@@ -94,8 +94,7 @@ template <class Id> class GapBuffer {
     struct Range {
         std::size_t begin, end;
     };
-    /// The slots of the left part and of the right where segments begin that share no bead with the triangle behind
-    /// the gap.
+    /// The slots, in each part, where the segments begin that share no bead with the triangle behind the gap.
     std::pair<Range, Range> apart_from_triangle() const {
         const std::size_t behind = end_ - right_, wrapped = behind < 2 ? 2 - behind : 0;
         const bool closing_touches = left_ - 1 == begin_ || !closed_;
@@ -114,8 +113,8 @@ template <class Id> class GapBuffer {
         for (std::size_t slot = begin_; left > 0; slot = next(slot), --left) visit(slot);
     }
 
-    /// Puts the beads at their positions in a frame, and zeros where a kernel reads but no bead is. Components are
-    /// placed in their order.
+    /// Computes the positions of the beads in a frame. Writes zeros where a kernel reads but no bead is, so
+    /// components must be placed in their order.
     void place(const Frame& frame, PutPositions put_positions) {
         frame_ = frame;
         for (float* const row : {s_.x, s_.y, s_.z})
@@ -130,7 +129,7 @@ template <class Id> class GapBuffer {
         bridge_gap();
     }
 
-    /// Notes what blocks the triangle that begins in a slot of the right part.
+    /// Remembers the blocker of the triangle that begins in a slot of the right part.
     void remember(std::size_t slot, Id blocker) {
         blockers_[slot] = blocker;
         tested_ = std::max(tested_, slot + 1);
@@ -146,7 +145,7 @@ template <class Id> class GapBuffer {
         return false;
     }
 
-    /// Takes the middle corner away, and the gap to the first triangle with new corners.
+    /// Removes the middle corner and moves the gap back to the first triangle with new corners.
     void remove_middle() {
         if (right_ < end_)
             ++right_;
@@ -161,8 +160,8 @@ template <class Id> class GapBuffer {
         }
     }
 
-    /// Puts all triangles in question that a segment from one of two beads blocked, and the gap back to the first of
-    /// them. Whether there are any.
+    /// Marks all triangles that a segment from one of two beads blocked as in question, and moves the gap
+    /// back to the first of them. Returns whether there are any.
     bool question_blocked_by(std::size_t first, std::size_t second) {
         const Id one = static_cast<Id>(first), other = static_cast<Id>(second);
         const bool on_the_right = blockers_.question(right_, tested_, one, other) < tested_;
@@ -171,12 +170,12 @@ template <class Id> class GapBuffer {
         return slot < left_ || on_the_right;
     }
 
-    /// Repeats the position behind the gap before it, for the segment between them.
+    /// Copies the position behind the gap to the slot after the left part, for the segment across the gap.
     void bridge_gap() {
         if (left_ < right_) copy_position(right_, left_);
     }
 
-    /// Moves the beads that are left to the front of the caller's atoms. How many they are.
+    /// Moves the beads that are left to the front of the caller's atoms. Returns their number.
     std::size_t pack() {
         ChainAtom* to = atoms_.data();
         if (count() < atoms_.size())
@@ -187,7 +186,7 @@ template <class Id> class GapBuffer {
     }
 
   protected:
-    /// With slots for the first of the atoms only.
+    /// Only the first atoms have slots.
     GapBuffer(std::span<ChainAtom> atoms, bool closed, std::size_t first, const Slots<Id>& slots,
               std::size_t with_slots)
         : s_(slots), blockers_(slots.blocker), atoms_(atoms), closed_(closed), first_(first), begin_(first),
@@ -196,7 +195,7 @@ template <class Id> class GapBuffer {
         std::fill(s_.blocker + begin_, s_.blocker + end_, blockers_.unknown);
     }
 
-    /// Says which bead comes after that of the last slot.
+    /// Sets the bead that follows that of the last slot.
     void follow_with(std::size_t number) {
         s_.bead[end_] = static_cast<Id>(number);
         put(end_);
@@ -207,7 +206,7 @@ template <class Id> class GapBuffer {
         ++left_, ++right_;
     }
 
-    /// Moves the gap back, so that a slot of the left part becomes its last.
+    /// Moves the gap back until a slot of the left part is the last of that part.
     void back_to(std::size_t slot) {
         if (slot + 1 < left_) tested_ = std::max(tested_, right_);
         while (left_ > slot + 1) move(--left_, --right_);
@@ -230,7 +229,7 @@ template <class Id> class GapBuffer {
         if (!is_placed()) return;
         s_.x[to] = s_.x[from], s_.y[to] = s_.y[from], s_.z[to] = s_.z[from];
     }
-    /// Where the scale is 0, all positions are, and stay so.
+    /// With the scale 0 all positions are 0 and need no copy.
     bool is_placed() const { return frame_.scale != 0; }
 
     Slots<Id> s_;

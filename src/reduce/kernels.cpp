@@ -1,4 +1,4 @@
-// The kernels that need no leave of the compiler, and the choice among all.
+// The kernels that every compiler option allows, and the choice among all kernels.
 #include "src/reduce/kernels.hpp"
 
 #if defined(__x86_64__)
@@ -11,7 +11,7 @@
 namespace loopwise::reduce {
 namespace {
 
-/// For any processor: the compiler turns the operators into whatever instructions there are.
+/// For any processor: the compiler chooses the instructions.
 struct Plain : Lanes<4> {
     static Floats multiply_add(Floats a, Floats b, Floats c) { return a * b + c; }
     static std::uint32_t greater(Floats a, Floats b) {

@@ -17,10 +17,10 @@ struct Positions3 {
     const float *x, *y, *z;
 };
 
-/// What a kernel may read beyond the last position.
+/// Number of floats that a kernel may read beyond the last position.
 constexpr std::size_t position_padding = 32;
 
-/// What an index of segments is searched by: sixteen of a kind in one place, their first coordinates first.
+/// An index of segments is searched by groups of sixteen, whose first coordinates come first.
 constexpr std::size_t group_size = 16;
 using GroupRow = std::array<float, group_size>;
 
@@ -45,24 +45,26 @@ struct Candidates {
     std::uint32_t lanes;
 };
 
-/// Finds the first group with candidates among the segments from `begin` up to `end`, or {end, 0}. The search goes
-/// on after the last candidate.
+/// Finds the first group with candidates among the segments from `begin` up to `end`, or {end, 0}. The search
+/// goes on after the last candidate.
 using FindCandidates = Candidates (*)(const Filter& filter, const Positions3& positions, std::size_t begin,
                                       std::size_t end);
 
-/// Finds the first of the groups from `begin` up to `end` that has candidates: its index and their lanes, or {end, 0}.
+/// Finds the first of the groups from `begin` up to `end` that has candidates: its index and their lanes, or
+/// {end, 0}.
 ///
-/// A segment is a candidate if the filter cannot prove that contact() finds nothing; a box, if it may hold a candidate
-/// whose determinant is not zero; a direction, if a segment along it may be parallel to the triangle.
+/// A segment is a candidate if the filter cannot prove that contact() finds nothing; a box, if it may hold a
+/// candidate whose determinant is not zero; a direction, if a segment along it may be parallel to the
+/// triangle.
 template <class What, class Group>
 using FindInGroups = Candidates (*)(const What& what, const Group* groups, std::size_t begin,
                                     std::size_t end);
 
-/// Puts positions of atoms in a frame to rows.
+/// Computes the positions of atoms in a frame, a row for each coordinate.
 using PutPositions = void (*)(const Frame& frame, std::span<const ChainAtom> atoms, float* x, float* y,
                               float* z);
 
-/// The versions of an instruction set.
+/// The kernels of an instruction set.
 struct Kernels {
     FindCandidates find_candidates;
     FindInGroups<Filter, SegmentGroup> find_segments;

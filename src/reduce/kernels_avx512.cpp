@@ -17,15 +17,14 @@ namespace {
 struct Avx512 : Lanes<16> {
     static Floats multiply_add(Floats a, Floats b, Floats c) { return _mm512_fmadd_ps(a, b, c); }
     static std::uint32_t greater(Floats a, Floats b) { return _mm512_cmp_ps_mask(a, b, _CMP_GT_OQ); }
-    /// Of a shuffle GCC makes one that needs a row of numbers and overwrites one of the two.
+    /// For a plain shuffle GCC uses an instruction that needs a vector of indices and overwrites an operand.
     static Floats following(Floats these, Floats next) {
         return reinterpret_cast<Floats>(_mm512_maskz_alignr_epi32(0xFFFF, reinterpret_cast<__m512i>(next),
                                                                   reinterpret_cast<__m512i>(these), 1));
     }
     static void keep(Floats& a) { asm("" : "+v"(a)); }
 
-    /// Eight atoms at a time, whose rows of x, y, z and zero are turned to columns: the loop of Lanes takes a third
-    /// longer.
+    /// Transposes rows of x, y, z and zero, eight atoms at a time. The loop of Lanes takes a third longer.
     static void put_positions(const Frame& frame, std::span<const ChainAtom> atoms, float* x, float* y,
                               float* z) {
         const auto [cx, cy, cz] = frame.centre;

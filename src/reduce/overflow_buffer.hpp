@@ -7,16 +7,16 @@
 
 namespace loopwise::reduce {
 
-/// A gap buffer of the first beads. The others, the overflow, stand in the caller's atoms without a hole.
+/// A gap buffer of the first beads. The other beads, the overflow, are contiguous in the caller's atoms.
 ///
 ///     slots:  | left part | gap | right part | first of the overflow |    atoms:  | overflow |
 ///
-/// As long as there is an overflow, the gap buffer is that of an open chain.
+/// While there is an overflow, the gap buffer is that of an open chain.
 class OverflowBuffer : public GapBuffer<std::uint32_t> {
   public:
     using Id = std::uint32_t;
 
-    /// Of at least eight slots, one is for the bead behind the others.
+    /// Needs at least eight slots. One of them is for the bead behind the others.
     OverflowBuffer(std::span<ChainAtom> atoms, bool closed, const Slots<Id>& slots)
         : GapBuffer(atoms, false, 0, slots, std::min(atoms.size(), slots.count - 1)), is_loop_(closed),
           overflow_(end()) {
@@ -28,10 +28,11 @@ class OverflowBuffer : public GapBuffer<std::uint32_t> {
     /// The number of the first bead of the overflow.
     std::size_t overflow_number() const { return overflow_; }
     bool is_loop() const { return is_loop_; }
-    /// How many beads are left, with and without slots.
+    /// The number of beads, with and without slots.
     std::size_t count_all() const { return count() + overflow().size(); }
 
-    /// The bead after that with a number, around the end whether the chain is closed or not, or none if it has gone.
+    /// The number of the bead after another, or none if the other has gone. After the last bead comes the
+    /// first.
     std::size_t number_after_bead(std::size_t number) const {
         if (number < overflow_) return GapBuffer::number_after_bead(number);
         return number + 1 < atoms_.size() ? number + 1 : bead(0);
@@ -43,7 +44,7 @@ class OverflowBuffer : public GapBuffer<std::uint32_t> {
         if (left_ == 1) corners.before = atoms_.size() - 1;
         return corners;
     }
-    /// The triangle of the same corners but the middle, and the bead after them.
+    /// The triangle that is behind the gap once the middle of this one is removed, if its beads have slots.
     std::optional<Corners> following(const Corners& corners) const {
         if (end_ < right_ + 3) return std::nullopt;
         return Corners{corners.before, corners.first, corners.last, bead(right_ + 2)};
@@ -54,20 +55,20 @@ class OverflowBuffer : public GapBuffer<std::uint32_t> {
         return {{0, std::max(left_, std::size_t{2}) - 2}, {right_ + 2, end_}};
     }
 
-    /// Moves the gap on to the first triangle in question; false if there is none whose beads have slots, or no overflow
-    /// any more.
+    /// Moves the gap on to the first triangle in question. Returns false if no such triangle has slots for
+    /// its beads, or if the overflow is empty.
     bool seek() {
         while (!GapBuffer::seek())
             if (!take_from_overflow()) return false;
         return true;
     }
 
-    /// Where there is no gap: the bead at a place of the chain.
+    /// Without a gap: the number of the bead at a place in the chain.
     std::size_t number_at(std::size_t place) const {
         return place < end_ ? bead(place) : overflow_ + (place - end_);
     }
 
-    /// Where there is no gap: takes away the middle of a triangle that reaches into the overflow. The beads of the
+    /// Without a gap: removes the middle of a triangle that reaches into the overflow. The beads of the
     /// overflow before it move up by one, and so do their numbers.
     void remove_from_overflow(std::size_t number) {
         if (number >= overflow_) {
@@ -88,7 +89,7 @@ class OverflowBuffer : public GapBuffer<std::uint32_t> {
         follow();
     }
 
-    /// Moves the beads that are left to the front of the caller's atoms. How many they are.
+    /// Moves the beads that are left to the front of the caller's atoms. Returns their number.
     std::size_t pack() {
         const std::size_t all = count_all(), with_slots = GapBuffer::pack();
         if (all < atoms_.size()) std::copy(overflow().begin(), overflow().end(), &atoms_[with_slots]);
@@ -96,14 +97,14 @@ class OverflowBuffer : public GapBuffer<std::uint32_t> {
     }
 
   private:
-    /// What comes after the last slot.
+    /// Sets the bead that follows the last slot.
     void follow() {
         follow_with(has_overflow() ? overflow_ : bead(0));
         closed_ = is_loop_ && !has_overflow();
     }
 
-    /// Closes the gap and gives the slots that are free to beads of the overflow. Whether the triangle behind the gap
-    /// has slots then and there is still an overflow.
+    /// Closes the gap and gives the free slots to beads of the overflow. Returns whether there is still an
+    /// overflow and the next triangle has slots.
     bool take_from_overflow() {
         tested_ = std::max(tested_, right_) - (right_ - left_);
         std::size_t to = left_;

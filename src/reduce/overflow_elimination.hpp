@@ -14,14 +14,15 @@ struct OverflowPart {
     float x[row], y[row], z[row];
 };
 
-/// Comes to the same result as Elimination. Every triangle is also tested against the overflow, whose beads get their
-/// positions anew for each search: 512 at a time, and for two triangles, since placing them takes longer than
-/// searching them. When all beads have slots, Elimination does the rest.
+/// Gives the same result as Elimination. Every triangle is also tested against the overflow, whose positions
+/// are computed again for each search, 512 segments at a time. Each search tests two triangles, since
+/// computing the positions takes longer than testing them. When all beads have slots, Elimination does the
+/// rest.
 class OverflowElimination {
   public:
     OverflowElimination(std::span<ChainAtom> atoms, bool closed, const Slots<std::uint32_t>& slots,
                         const Kernels& kernels);
-    /// How many beads are left. They stand at the front of the atoms.
+    /// Returns the number of beads that are left, at the front of the atoms.
     std::size_t run();
 
   private:
@@ -30,20 +31,21 @@ class OverflowElimination {
 
     bool is_blocked(const Corners& corners);
     Id find_blocker(const Corners& corners, const Triangle& triangle, Id known);
-    /// Whether a segment of the overflow blocks a triangle. The follower is tested in the same go.
+    /// Returns a segment of the overflow that blocks a triangle, or `unknown`. Tests the likely next
+    /// triangle, the follower, with it.
     Id find_in_overflow(const Corners& corners, const Triangle& triangle, const Filter& filter,
                         std::optional<Corners> follower);
-    /// Where the slots are full of blocked triangles: tries those that reach into the overflow. Nothing is remembered
-    /// of them. Whether one was free.
+    /// When all triangles in slots are blocked: tests those that reach into the overflow, whose blockers are
+    /// not remembered. Removes the middle of the first free one. Returns whether there was one.
     bool remove_free_in_overflow();
     bool is_blocked_anywhere(const Corners& corners);
-    /// Whether the segment that begins at a bead is there, shares no bead with a triangle and meets it.
+    /// Whether the segment that begins at a bead exists, shares no bead with a triangle and meets it.
     bool meets(const Corners& corners, const Triangle& triangle, std::size_t number) const;
 
     OverflowBuffer beads_;
     Kernels kernels_;
     Frame frame_;
-    /// A triangle that meets no segment of the overflow but perhaps the closing one.
+    /// A triangle that meets no segment of the overflow, except perhaps the closing one.
     std::optional<Corners> free_in_overflow_;
 };
 

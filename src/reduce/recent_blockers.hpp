@@ -7,12 +7,12 @@
 
 namespace loopwise::reduce {
 
-/// The last two segments that blocked a triangle right after another was blocked, with their ends.
+/// The last two segments that blocked a triangle whose predecessor was blocked too, with their ends.
 template <class Id> class RecentBlockers {
   public:
     static constexpr Id unknown = BlockerMemory<Id>::unknown;
 
-    /// Whether enough triangles in a row were blocked for the next to be likely to have the same blocker.
+    /// Whether enough triangles in a row were blocked, so that the next is likely to have the same blocker.
     bool are_likely() const { return in_a_row_ >= often; }
     bool contain(Id number) const { return recent_[0].number == number || recent_[1].number == number; }
 
@@ -34,8 +34,8 @@ template <class Id> class RecentBlockers {
         return unknown;
     }
 
-    /// Remembers recent blockers for the triangles behind the gap, up to the first that none of them is parallel to.
-    /// On a lattice one of the two is parallel to nearly every triangle.
+    /// Remembers recent blockers for the triangles behind the gap, up to the first that none of them is
+    /// parallel to. On a lattice one of the two is parallel to nearly every triangle.
     [[gnu::noinline]] void look_ahead(GapBuffer<Id>& beads) const {
         const auto& [first, second] = recent_;
         if (first.number == unknown) return;

@@ -12,13 +12,13 @@ namespace loopwise::reduce {
 using namespace model;
 namespace {
 
-/// Whether a chain is a loop stored with its first atom once more at its end.
+/// Whether a chain is closed and stores its first atom again at its end.
 bool has_repeated_end(const Chain& chain) {
     return !chain.empty() && chain.front().id == chain.back().id &&
            equal(0, distance(position(chain.front()), position(chain.back())));
 }
 
-/// Cuts the chain to what is left of it, with the atom that is first now repeated at its end if asked for.
+/// Cuts the chain to the beads that are left, and repeats the new first atom at the end if asked to.
 std::size_t finish(Chain& chain, std::size_t left, bool repeat_end) {
     // A chain of one atom was its own repeat and keeps it.
     if (repeat_end && left > 0) chain[left] = ChainAtom(chain.front());
@@ -36,7 +36,7 @@ template <class StackSlots> [[gnu::noinline]] void eliminate_on_stack(Component&
     eliminate(component, slots.get(), fastest());
 }
 
-/// Reduces a chain by eliminate(component), apart from a repeated end.
+/// Calls eliminate(component) for the chain without its repeated end.
 template <class Eliminate> std::size_t reduce_by(Chain& chain, bool closed, Eliminate eliminate) {
     const bool repeated = has_repeated_end(chain);
     Component component{chain.data(), chain.size() - repeated, closed || repeated};
@@ -61,7 +61,7 @@ std::size_t reduce_on_stack(Chain& chain, bool closed) {
 }
 
 std::size_t reduce(Structure& structure, bool closed, std::size_t fewest_indexed) {
-    // As soon as one component is marked as a loop, the marks say for all which are loops.
+    // If any component has a repeated end, repeated ends decide for all components which are closed.
     const bool marked = std::any_of(structure.begin(), structure.end(), has_repeated_end);
     std::vector<Component> components;
     components.reserve(structure.size());

@@ -17,7 +17,7 @@ template <class Id> struct Slots {
     Id* blocker;      ///< see BlockerMemory
 };
 
-/// Slots on the stack, not initialised: a short chain uses little of them.
+/// Slots on the stack, not initialised: a short chain touches few of them.
 template <class Id, std::size_t most> struct StackSlots {
     static constexpr std::size_t count = most;
     alignas(64) float x[most + position_padding];

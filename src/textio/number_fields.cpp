@@ -11,8 +11,8 @@ namespace {
 bool is_space(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
-/// Takes one number and the space before it off the line. The stream and from_chars() agree on numbers
-/// that begin with a digit or a minus and a digit, end before a space and are in range: all else, such
+/// Removes one number and the space before it from the line. The stream and from_chars() agree on numbers
+/// that begin with a digit or a minus and a digit, end before a space and are in range. Everything else, such
 /// as a plus, a bare point or a name, is left to the stream.
 template <class Number> bool take(std::string_view& line, Number& number) {
     const char* from = line.data();

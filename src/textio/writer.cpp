@@ -1,5 +1,5 @@
-// The plain and the PDB layout of a chain. Numbers are written as the standard streams write them by default under the
-// global locale.
+// The plain and the PDB layout of a chain. Numbers are written as the standard streams write them by default
+// under the global locale.
 #include "libloopwise.h"
 
 #include <charconv>
