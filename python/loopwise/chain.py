@@ -162,7 +162,7 @@ class Chain:
         >>> "an open chain" in lw.sample("trefoil").to_svg()
         True
         """
-        return _core.chain_picture(self.name, self._xyz, self.labels)
+        return _core.chain_picture(self)
 
     def _repr_svg_(self) -> str | None:
         shown = 2 <= len(self) <= _most_shown_beads and np.isfinite(self._xyz).all()

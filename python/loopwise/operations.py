@@ -3,7 +3,6 @@
 from __future__ import annotations
 
 import dataclasses
-import math
 from typing import Any, overload
 
 import numpy as np
@@ -11,42 +10,6 @@ from numpy.typing import ArrayLike, NDArray
 
 from . import _core
 from .chain import Chain, ChainLike, Coordinates, Positions, arrays_of, as_chain, is_structure, structure_of
-
-methods = {method.name.replace("-", "_"): method for method in _core.methods}
-"""The table of methods, by names with underscores."""
-
-
-def method_named(method: str | None, together: bool, rings: bool = False) -> str:
-    """The method's name with underscores; that of the default without one."""
-    name = _core.standard_method(together) if method is None else method
-    if isinstance(name, str):
-        name = name.replace("-", "_")
-    known = [name for name, row in methods.items() if row.closes or rings]
-    if name not in known:
-        raise ValueError(f"unknown method {method!r}; choose from {', '.join(known)}")
-    if together and not methods[name].most_components:
-        raise ValueError(f"method {name!r} closes single chains: use {_core.standard_method(True)!r} for several")
-    return name
-
-
-def scale_for(method: str, scale: float | None) -> float:
-    """The scale, or the method's own; 0 for a method that takes none."""
-    default = methods[method].default_scale
-    if scale is None:
-        return default
-    if not default:
-        raise ValueError(f"method {method!r} takes no scale")
-    above, largest = _core.scale_limits
-    if not (math.isfinite(scale) and above < scale <= largest):
-        raise ValueError(f"scale must be above {above:.0f}, up to {largest:.0f}, not {scale}")
-    return float(scale)
-
-
-def within(name: str, value: int, low: int, high: int) -> int:
-    if not low <= value <= high:
-        raise ValueError(f"{name} must be from {low} to {high}, not {value}")
-    return int(value)
-
 
 def _appended(old: Chain, xyz: Any, ids: Any) -> Chain:
     more = len(xyz) - len(old)
@@ -85,18 +48,14 @@ def close(
     """Closes a chain around its outside: a new chain of the same beads and some more at its end. Its last bead is then
     joined to its first. A list or tuple of chains is closed together, and a list comes back.
 
-    ``method`` is one of
+    ``method`` is one of those below; by default "directions" of a single chain, "direction" of several.
 
-    - "directions", the default of single chains: both ends move out along direction ``closure`` of 400;
-    - "direction", the default of several: both ends move out along a random direction;
-    - "point": through one far point in a random direction, at ``scale`` (10) times the radius;
-    - "two_points": by an arc between two random directions, at ``scale`` (2) times the radius;
-    - "outside": by an arc from the last bead's direction to the first's, at ``scale`` (2) times the radius. The same
-      chain gives the same closure.
+    METHODS
 
-    ``direction`` (0 to 399) names the direction of the first three for a single chain. Random directions are drawn
-    with ``seed``; closure k of a survey with the same seed is that of ``closure=k``. For several chains the radius is
-    the diameter of all.
+    ``scale`` is the distance of the point or the arc from the centre, in radii of the chain, above 1 and up to 10^6.
+    ``direction`` (0 to 399) names the direction, for a single chain and the first three methods. Random directions are
+    drawn with ``seed``; closure k of a survey with the same seed is that of ``closure=k``. For several chains the
+    radius is the diameter of all.
 
     Raises ValueError for other methods and numbers, coordinates that are not finite, chains without beads, more chains
     than the method has directions for, and where an arc finds no way around.
@@ -107,24 +66,25 @@ def close(
     >>> [len(c) for c in lw.close([lw.sample("trefoil"), lw.sample("unknot")], "point", seed=3)]
     [61, 61]
     """
-    together = is_structure(chain)
-    name = method_named(method, together)
-    scale = scale_for(name, scale)
-    within("seed", seed, 0, 2**64 - 1)
-    within("closure", closure, 0, 2**64 - 1)
-    if together:
+    if is_structure(chain):
         if direction is not None:
             raise ValueError("several chains are closed in directions of their own: give a seed")
         old = [as_chain(c) for c in chain]
-        new = _core.close_together([(c._xyz, c.ids) for c in old], name.replace("_", "-"), scale, seed, closure)
+        new = _core.close_together([(c._xyz, c.ids) for c in old], method, scale, seed, closure)
         return [_appended(c, *arrays) for c, arrays in zip(old, new)]
-    if direction is not None:
-        if not methods[name].takes_direction:
-            raise ValueError(f"method {name!r} takes no direction")
-        within("direction", direction, 0, 399)
     one = as_chain(chain)
-    arrays = _core.close(one._xyz, one.ids, name.replace("_", "-"), direction, scale, seed, closure)
-    return _appended(one, *arrays)
+    return _appended(one, *_core.close(one._xyz, one.ids, method, direction, scale, seed, closure))
+
+
+def _methods_text() -> str:
+    lines = []
+    for method in _core.methods:
+        scale = f"; ``scale`` is {method.default_scale:g} by default" if method.default_scale else ""
+        lines += [f'    - "{method.name}": {method.help}{scale}'] * method.closes
+    return "\n".join(lines)
+
+
+close.__doc__ = str(close.__doc__).replace("    METHODS", _methods_text())
 
 
 @overload
@@ -202,7 +162,7 @@ def check(chain: ChainLike) -> Check:
 
 
 def cut(chain: ChainLike, first: int, last: int) -> Chain:
-    """The stretch between two identifiers, both included, given in either order.
+    """The subchain between two identifiers, both included, given in either order.
 
     Beads are taken off both ends until both end beads have identifiers inside the range. Raises ValueError when a
     bound is outside the identifiers of the two ends, or no bead is inside.
@@ -211,11 +171,7 @@ def cut(chain: ChainLike, first: int, last: int) -> Chain:
     Chain of 2 beads, 11 to 12
     """
     whole = as_chain(chain)
-    bounds = [within(name, bound, -(2**31), 2**31 - 1) for name, bound in (("first", first), ("last", last))]
-    found = _core.cut(whole._xyz, whole.ids, *bounds)
-    if found is None:
-        raise ValueError(f"there is no stretch {first} to {last} in a chain from {whole.ids[0]} to {whole.ids[-1]}")
-    start, beads = found
+    start, beads = _core.cut(whole._xyz, whole.ids, first, last)
     return whole[start : start + beads]
 
 
@@ -257,7 +213,6 @@ def project(chain: ChainLike, direction: int = 0, closed: bool = False) -> NDArr
     >>> project(lw.sample("trefoil"), 7, closed=True).shape
     (60, 2, 3)
     """
-    within("direction", direction, 0, 59)
     return _core.project(*arrays_of(chain), direction, closed)
 
 
@@ -344,9 +299,6 @@ def arc(start: ArrayLike, end: ArrayLike, centre: ArrayLike, radius: float, last
     >>> len(arc([1, 0, 0], [0, 1, 0], [0, 0, 0], 10))
     10
     """
-    if not math.isfinite(radius):
-        raise ValueError(f"radius must be finite, not {radius}")
-    within("last_id", last_id, -(2**31), 2**31 - 1)
     return Chain(*_core.arc(_points(start), _points(end), _points(centre), radius, last_id))
 
 

@@ -95,7 +95,7 @@ def trajectory_figure(trajectory: "Trajectory") -> "Figure":
     axes = figure.subplots()
     shares: dict[str, Any] = {}
     for frame, survey in enumerate(trajectory):
-        for knot, closures in survey._only().types.items():
+        for knot, closures in survey.types.items():
             name = knot.short(_longest_knot) if knot.has_name else "not named"
             shares.setdefault(name, np.zeros(len(trajectory)))[frame] += closures / survey.counted
     axes.stackplot(range(len(trajectory)), list(shares.values()), labels=list(shares), step="mid")
@@ -110,7 +110,7 @@ def fingerprint_figure(fingerprint: "Fingerprint") -> "Figure":
     from matplotlib.patches import Patch
 
     picture = fingerprint._picture()
-    beads, rows, colours = picture["beads"], picture["rows"], picture["colours"]
+    beads, rows, colours = picture.beads, picture.rows, picture.colours
     dots = np.zeros((len(rows), len(rows), 4))
     for row, runs in zip(dots, rows):
         start = 0
@@ -120,24 +120,24 @@ def fingerprint_figure(fingerprint: "Fingerprint") -> "Figure":
     figure = _figure(figsize=(7.5, 6))
     axes = figure.subplots()
     axes.fill([0, 0, beads], [0, beads, beads], colours[0][0], linewidth=0, zorder=0)
-    side = len(rows) * picture["dot"]
+    side = len(rows) * picture.dot
     axes.imshow(dots, origin="lower", interpolation="nearest", extent=(0, side, 0, side), zorder=1)
-    for i, (first, last, knot, label) in enumerate(picture["cores"]):
+    for i, (first, last, knot, label) in enumerate(picture.cores):
         place = first + 0.5, last + 0.5
         axes.plot(*place, "o", color=colours[knot][-1], markeredgecolor="black", markersize=8)
         if i < _labelled_cores:
             axes.annotate(label, place, (8, -12), textcoords="offset points", fontsize=9)
-    ticks, labels = zip(*picture["ticks"]) if picture["ticks"] else ((), ())
+    ticks, labels = zip(*picture.ticks) if picture.ticks else ((), ())
     axes.set_xticks([tick + 0.5 for tick in ticks], labels)
     axes.set_yticks([tick + 0.5 for tick in ticks], labels)
     axes.set(xlim=(0, beads), ylim=(0, beads))
-    axes.set_xlabel(picture["axes"][0])
-    axes.set_ylabel(picture["axes"][1])
+    axes.set_xlabel(picture.first_axis)
+    axes.set_ylabel(picture.last_axis)
     axes.spines[["top", "right"]].set_visible(False)
-    patches = [Patch(color=colours[knot][-1], label=picture["knots"][knot]) for knot in picture["legend"]]
-    if not picture["is_legend_complete"]:
+    patches = [Patch(color=colours[knot][-1], label=picture.knots[knot]) for knot in picture.legend]
+    if not picture.is_legend_complete:
         patches.insert(-1, Patch(color="none", label="and others"))
     axes.legend(handles=patches, loc="lower right", frameon=False)
-    figure.suptitle(picture["title"])
-    axes.set_title(picture["about"], fontsize=7)
+    figure.suptitle(picture.title)
+    axes.set_title(picture.about, fontsize=7)
     return figure
