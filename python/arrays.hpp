@@ -45,12 +45,15 @@ py::array_t<double> coordinates_of(const Chain& chain);
 std::vector<PointR3> points_of(const Doubles& points, std::size_t rows);
 py::array_t<double> array_of(PointR3 point);
 
-/// Adds a property to a class: its name, its documentation and how to get it.
+/// Adds a property to a class: its name, its documentation, and a member or how to get it.
 template <class Bound> struct Property {
     Bound& bound;
 
     void operator()(const char* name, const char* doc, const auto& get) const {
-        bound.def_property_readonly(name, get, doc);
+        if constexpr (std::is_member_object_pointer_v<std::decay_t<decltype(get)>>)
+            bound.def_readonly(name, get, doc);
+        else
+            bound.def_property_readonly(name, get, doc);
     }
 };
 template <class Bound> Property(Bound&) -> Property<Bound>;

@@ -1,4 +1,5 @@
-// Chains from and to text, their check and their cut.
+// Chains from and to text, their check, their cut and their picture.
+#include "draw/picture.hpp"
 #include "polymer/bonds.hpp"
 #include "python/arrays.hpp"
 #include "python/module.hpp"
@@ -85,6 +86,14 @@ py::tuple check(const Doubles& xyz, const Ids& ids) {
     return py::make_tuple(distances, odd, CheckDistancesBetweenAtoms(chain));
 }
 
+std::string picture(const py::object& chain) {
+    const polymer::NamedChain named = named_chain_of(chain);
+    if (named.beads.size() < 2)
+        throw py::value_error("a chain of " + std::to_string(named.beads.size()) + " beads cannot be drawn");
+    const py::gil_scoped_release others;
+    return draw::picture(named);
+}
+
 } // namespace
 
 void bind_chain(py::module_& module) {
@@ -95,6 +104,7 @@ void bind_chain(py::module_& module) {
     });
     module.def("cut", cut);
     module.def("check", check);
+    module.def("picture", picture);
     module.def("readable_formats", read::readable_formats);
 }
 

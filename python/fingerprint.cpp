@@ -10,15 +10,21 @@
 namespace loopwise::python {
 namespace {
 
+using draw::MatrixPicture;
 using fingerprint::ChainFingerprint;
 using fingerprint::FingerprintMatrix;
 using fingerprint::KnotPlace;
 using fingerprint::Subchain;
+using Numbers = py::array_t<std::uint16_t>;
+using Flags = py::array_t<bool>;
 
-struct Fingerprint {
-    ChainFingerprint found{{0, 1, 0, {}, FingerprintMatrix(0, SIZE_MAX)}};
-    py::object chain{};                       ///< the loopwise.Chain that was given
-    py::object numbers{}, counts{}, tested{}; ///< arrays, once they were asked for
+struct Fingerprint : ChainFingerprint {
+    Fingerprint() : Fingerprint({{0, 1, 0, {}, FingerprintMatrix(0, SIZE_MAX)}}, py::none()) {}
+    Fingerprint(ChainFingerprint found, py::object of)
+        : ChainFingerprint(std::move(found)), given(std::move(of)) {}
+
+    py::object given;                  ///< the loopwise.Chain
+    py::object numbers, counts, flags; ///< squares, once they were asked for
 };
 
 /// A square of one number for each subchain, first beads down and last beads across; 0 below the diagonal.
@@ -32,37 +38,37 @@ py::array_t<Number> square(const FingerprintMatrix& matrix, const Value& value) 
             *to++ = last < first ? Number{} : static_cast<Number>(value(Subchain{first, last}));
     return result;
 }
-auto numbers_of(const FingerprintMatrix& m) {
+Numbers numbers_of(const FingerprintMatrix& m) {
     return square<std::uint16_t>(m, [&](Subchain s) { return m.at(s).knot; });
 }
-auto counts_of(const FingerprintMatrix& m) {
+Numbers counts_of(const FingerprintMatrix& m) {
     return square<std::uint16_t>(m, [&](Subchain s) { return m.at(s).closures; });
 }
-auto tested_of(const FingerprintMatrix& m) {
+Flags tested_of(const FingerprintMatrix& m) {
     return square<bool>(m, [&](Subchain s) { return m.is_tested(s); });
+}
+
+using Squares = std::tuple<Numbers, Numbers, Flags>;
+
+FingerprintMatrix matrix_of(const Squares& squares) {
+    const auto knots = std::get<0>(squares).unchecked<2>(), counts = std::get<1>(squares).unchecked<2>();
+    const auto tested = std::get<2>(squares).unchecked<2>();
+    FingerprintMatrix matrix(static_cast<std::size_t>(knots.shape(0)), SIZE_MAX);
+    for (py::ssize_t i = 0; i < knots.shape(0); ++i)
+        for (py::ssize_t j = i; j < knots.shape(0); ++j) {
+            const Subchain s{static_cast<std::size_t>(i), static_cast<std::size_t>(j)};
+            const fingerprint::Cell cell{knots(i, j), counts(i, j)};
+            tested(i, j) ? matrix.test(s, cell) : matrix.infer(s, cell);
+        }
+    return matrix;
 }
 
 } // namespace
 
-template <> struct Pickled<FingerprintMatrix> {
-    static py::object state(const FingerprintMatrix& m) {
-        return py::make_tuple(numbers_of(m), counts_of(m), tested_of(m));
-    }
-    static FingerprintMatrix value(const py::handle& state) {
-        using Numbers = py::array_t<std::uint16_t>;
-        const auto [numbers, counts, tested] = state.cast<std::tuple<Numbers, Numbers, py::array_t<bool>>>();
-        const auto knot = numbers.unchecked<2>(), closures = counts.unchecked<2>();
-        const auto is_tested = tested.unchecked<2>();
-        FingerprintMatrix matrix(static_cast<std::size_t>(knot.shape(0)), SIZE_MAX);
-        for (py::ssize_t first = 0; first < knot.shape(0); ++first)
-            for (py::ssize_t last = first; last < knot.shape(0); ++last) {
-                const Subchain s{static_cast<std::size_t>(first), static_cast<std::size_t>(last)};
-                const fingerprint::Cell cell{knot(first, last), closures(first, last)};
-                is_tested(first, last) ? matrix.test(s, cell) : matrix.infer(s, cell);
-            }
-        return matrix;
-    }
-};
+template <>
+constexpr auto converters<FingerprintMatrix> =
+    std::pair([](const FingerprintMatrix& m) { return Squares(numbers_of(m), counts_of(m), tested_of(m)); },
+              &matrix_of);
 template <> constexpr auto fields<Subchain> = [](auto& s) { return std::tie(s.first, s.last); };
 template <>
 constexpr auto fields<KnotPlace> = [](auto& p) {
@@ -71,16 +77,21 @@ constexpr auto fields<KnotPlace> = [](auto& p) {
 /// All but what only the work needs.
 template <>
 constexpr auto fields<Fingerprint> = [](auto& f) {
-    auto& found = f.found;
-    return std::tie(f.chain, found.closures, found.step, found.tested, found.knots, found.matrix, found.file,
-                    found.residues, found.knot, found.share, found.depth, found.places, found.depth_within,
-                    found.borders_within);
+    return std::tie(f.given, f.closures, f.step, f.tested, f.knots, f.matrix, f.file, f.residues, f.knot,
+                    f.share, f.depth, f.places, f.depth_within, f.borders_within);
+};
+template <>
+constexpr auto fields<MatrixPicture::Run> = [](auto& r) { return std::tie(r.knot, r.shade, r.dots); };
+template <> constexpr auto fields<MatrixPicture::Tick> = [](auto& t) { return std::tie(t.bead, t.label); };
+template <>
+constexpr auto fields<MatrixPicture::Core> = [](auto& c) { return std::tie(c.subchain, c.knot, c.label); };
+template <>
+constexpr auto fields<MatrixPicture> = [](auto& p) {
+    return std::tie(p.beads, p.dot, p.rows, p.knots, p.colours, p.legend, p.is_legend_complete, p.ticks,
+                    p.cores, p.title, p.about, p.first_axis, p.last_axis);
 };
 
 namespace {
-
-using namespace py::literals;
-using Pair = std::pair<std::size_t, std::size_t>;
 
 class JobWatcher final : public fingerprint::FingerprintWatcher {
   public:
@@ -104,102 +115,85 @@ Fingerprint fingerprint_of(const py::object& chain, const py::object& step, cons
     polymer::NamedChain named = named_chain_of(chain);
     std::string file = std::exchange(named.name, "");
     if (file.empty()) file = "chain";
-    return {in_background<ChainFingerprint>(
-                [named = std::move(named), file, plan](Job& job) {
-                    JobWatcher watcher(job);
-                    return fingerprint::fingerprint_of(file, named, plan, watcher);
-                },
-                progress),
-            chain};
+    auto found = in_background<ChainFingerprint>(
+        [named = std::move(named), file, plan](Job& job) {
+            JobWatcher watcher(job);
+            return fingerprint::fingerprint_of(file, named, plan, watcher);
+        },
+        progress);
+    return {std::move(found), chain};
 }
 
-Pair pair_of(const Subchain& subchain) { return {subchain.first, subchain.last}; }
-std::optional<Pair> pair_of(const std::optional<Subchain>& subchain) {
-    return subchain ? std::optional(pair_of(*subchain)) : std::nullopt;
-}
-std::optional<Pair> pair_of(const std::optional<std::array<std::size_t, 2>>& depth) {
-    return depth ? std::optional(Pair((*depth)[0], (*depth)[1])) : std::nullopt;
-}
-
-std::optional<Pair> core_of(const ChainFingerprint& found) {
+py::object core_of(const Fingerprint& found) {
     for (const KnotPlace& place : found.places)
-        if (place.knot == found.knot) return pair_of(place.core);
-    return std::nullopt;
+        if (place.knot == found.knot) return plain(place.core);
+    return py::none();
 }
 
-draw::MatrixPicture picture_of(const Fingerprint& fingerprint) {
+MatrixPicture picture_of(const Fingerprint& found) {
     const py::gil_scoped_release others;
-    return draw::picture_of(fingerprint.found, fingerprint.found.places);
+    return draw::picture_of(found, found.places);
 }
 
 void bind_place(py::module_& module) {
     py::class_<KnotPlace> bound(
         module, "Place",
-        "A place of a knot in a :class:`Fingerprint`. A subchain is the positions of its first\n"
-        "and its last bead, from 0, both included.");
+        "A place of a knot in a :class:`Fingerprint`. A subchain is the positions of its\n"
+        "first and its last bead, from 0, both included.");
+    bind_type(bound, [](const KnotPlace& p) { return p.knot; });
     const Property property{bound};
-    property("type", "The knot as a value to compare and to count.",
-             [](const KnotPlace& p) { return p.knot; });
-    property("knot", "The knot as text.", [](const KnotPlace& p) { return text(p.knot); });
-    property("proven", "Whether the knot is proven.", [](const KnotPlace& p) { return p.knot.proven; });
-    property("share", "Its share of the closures of the whole chain, 0 to 1.",
-             [](const KnotPlace& p) { return p.share; });
+    property("share", "Its share of the closures of the whole chain, 0 to 1.", &KnotPlace::share);
     property("greatest_share",
-             "Its greatest share among subchains that hold the core and are this knot most often.",
-             [](const KnotPlace& p) { return p.greatest_share; });
+             "Its greatest share among subchains that hold the core and are mostly this knot.",
+             &KnotPlace::greatest_share);
     property("greatest", "The shortest subchain with that share.",
-             [](const KnotPlace& p) { return pair_of(p.greatest); });
+             [](const KnotPlace& p) { return plain(p.greatest); });
     property("core",
              "The knot core: the shortest subchain with a share of at least one half; None if there is none.",
-             [](const KnotPlace& p) { return pair_of(p.core); });
+             [](const KnotPlace& p) { return plain(p.core); });
     property("core_within", "Each end of the core is known to within this number of beads; 1 is exact.",
-             [](const KnotPlace& p) { return p.core_within; });
+             &KnotPlace::core_within);
     property("slipknot",
              "Whether the chain, or a subchain around the core, is unknotted or a different knot.",
-             [](const KnotPlace& p) { return p.slipknot; });
+             &KnotPlace::slipknot);
     bound.def(pickled<KnotPlace>());
 }
 
 template <class Bound> void bind_found(Bound& bound) {
-    using Found = ChainFingerprint;
-    const auto property = [&](const char* name, const char* doc, auto get) {
-        bound.def_property_readonly(
-            name, [get](const Fingerprint& f) { return get(f.found); }, doc);
-    };
-    property("type", "The knot of the whole chain as a value.", [](const Found& f) { return f.knot; });
-    property("knot", "The knot of the whole chain as text.", [](const Found& f) { return text(f.knot); });
-    property("proven", "Whether that knot is proven.", [](const Found& f) { return f.knot.proven; });
-    property("share", "Its share of the whole chain's closures, 0 to 1.",
-             [](const Found& f) { return f.share; });
-    property("closures", "Closures of each subchain.", [](const Found& f) { return f.closures; });
+    const Property property{bound};
+    bind_type(bound, [](const Fingerprint& f) { return f.knot; });
+    property("chain", "The chain, as it was given.", &Fingerprint::given);
+    property("share", "The share of its knot among the closures of the whole chain, 0 to 1.",
+             &Fingerprint::share);
+    property("closures", "Closures of each subchain.", &Fingerprint::closures);
     property("step", "Beads between two lines of the grid; 1: every subchain was closed.",
-             [](const Found& f) { return f.step; });
-    property("stretches", "Number of subchains that were closed.", [](const Found& f) { return f.tested; });
+             &Fingerprint::step);
+    property("stretches", "Number of subchains that were closed.", &Fingerprint::tested);
     property("depth",
-             "How many beads can be taken off the front, or off the back, and the knot stays all the way; "
-             "None if the\n"
-             "chain is unknotted.",
-             [](const Found& f) { return pair_of(f.depth); });
+             "Beads that can be taken off the front, or off the back, and the knot stays; None if unknotted.",
+             [](const Fingerprint& f) {
+                 return f.depth ? py::object(py::make_tuple(f.depth->front(), f.depth->back())) : py::none();
+             });
     property("depth_within", "Each depth is known to within this number of beads; 1 is exact.",
-             [](const Found& f) { return Pair(f.depth_within[0], f.depth_within[1]); });
+             [](const Fingerprint& f) { return py::make_tuple(f.depth_within[0], f.depth_within[1]); });
     property("borders_within",
              "The borders between knots are known to within this number of beads; 1 is exact.",
-             [](const Found& f) { return f.borders_within; });
+             &Fingerprint::borders_within);
     property("places",
              "A :class:`Place` for each place of a knot: the chain's own first, then by greatest share.",
-             [](const Found& f) { return f.places; });
+             &Fingerprint::places);
     property("core", "The core of the chain's own knot; None if it has none.", core_of);
     property("types", "The knots as values, by their numbers; the unknot first.",
-             [](const Found& f) { return f.knots; });
+             [](const Fingerprint& f) { return f.knots; });
     property("names", "The knots as text, by their numbers.",
-             [](const Found& f) { return knot_texts(f.knots); });
+             [](const Fingerprint& f) { return knot_texts(f.knots); });
 }
 
 template <class Bound> void bind_matrix(Bound& bound) {
-    const auto property = [&](const char* name, const char* doc, py::object Fingerprint::*array, auto make) {
-        const auto get = [array, make](Fingerprint& f) {
-            if (!(f.*array)) f.*array = make(f.found.matrix);
-            return f.*array;
+    const auto property = [&](const char* name, const char* doc, py::object Fingerprint::*square, auto make) {
+        const auto get = [square, make](Fingerprint& f) {
+            if (!(f.*square)) f.*square = make(f.matrix);
+            return f.*square;
         };
         bound.def_property_readonly(name, get, doc);
     };
@@ -215,7 +209,7 @@ template <class Bound> void bind_matrix(Bound& bound) {
         "inferred\n"
         "from tested subchains around it, which agree, or from the nearest one near a border that was not\n"
         "followed.",
-        &Fingerprint::tested, tested_of);
+        &Fingerprint::flags, tested_of);
 }
 
 } // namespace
@@ -226,13 +220,12 @@ void bind_fingerprint(py::module_& module) {
                                   "The result of :func:`fingerprint` for a chain of n beads.");
     bind_found(bound);
     bind_matrix(bound);
-    bound.def_readonly("chain", &Fingerprint::chain, "The chain, as it was given.")
-        .def("_picture", picture_of)
+    bound.def("_picture", [](const Fingerprint& f) { return plain(picture_of(f)); })
         .def(
             "to_svg", [](const Fingerprint& f) { return draw::matrix_svg(picture_of(f)); },
             "The matrix as the text of an SVG picture: first residues across, last residues upwards, a "
-            "colour for each\n"
-            "knot, stronger for a greater share, the cores marked.")
+            "colour for\n"
+            "each knot, stronger for a greater share, the cores marked.")
         .def(pickled<Fingerprint>());
     module.def("fingerprint", fingerprint_of);
 }

@@ -11,22 +11,17 @@ namespace loopwise::python {
 template <>
 constexpr auto fields<knots::KnotName> = [](auto& n) { return std::tie(n.type, n.crossings, n.invariants); };
 
-/// Its key in the table, and its value as the number or the polynomial that it is.
-template <> struct Pickled<knots::ComputedInvariant> {
-    static py::object state(const knots::ComputedInvariant& computed) {
-        const auto packed = [](const auto& v) { return Pickled<std::decay_t<decltype(v)>>::state(v); };
-        return py::make_tuple(computed.invariant->key, computed.value.index(),
-                              std::visit(packed, computed.value));
-    }
-    static knots::ComputedInvariant value(const py::handle& state) {
-        const auto [key, kind, packed] = state.cast<std::tuple<std::string, std::size_t, py::object>>();
-        for (const knots::Invariant& known : knots::all_invariants())
-            if (known.key == key)
-                return kind == 0 ? knots::ComputedInvariant{&known, Pickled<knots::Laurent>::value(packed)}
-                                 : knots::ComputedInvariant{&known, packed.cast<std::int64_t>()};
-        throw py::value_error("no invariant has the key " + key);
-    }
-};
+template <>
+constexpr auto fields<knots::ComputedInvariant> = [](auto& i) { return std::tie(i.invariant, i.value); };
+using InvariantRow = const knots::Invariant*;
+template <>
+constexpr auto
+    converters<InvariantRow> = std::pair([](InvariantRow row) { return std::string(row->key); },
+                                         [](const std::string& key) {
+                                             for (const knots::Invariant& row : knots::all_invariants())
+                                                 if (row.key == key) return &row;
+                                             throw py::value_error("no invariant has the key " + key);
+                                         });
 
 namespace {
 
@@ -108,7 +103,7 @@ void bind_knot_type(py::module_& module) {
              "Whether every knot that the polygon can be is among the names. Otherwise a knot of more "
              "crossings than\n"
              "the table has may share the polynomials.",
-             [](const Type& type) { return type.proven; });
+             &Type::proven);
     property("has_name", "Whether the polynomials are known, even if no knot of the table has them.",
              &Type::has_name);
     property("is_knot", "Whether it has a name and is not the unknot.", &Type::is_knot);
@@ -127,7 +122,7 @@ void bind_knot_name(py::module_& module) {
         module, "Knot",
         "What a closed polygon is, or a link of two, as far as polynomials tell: see :func:`knot`.");
     const Property property{bound};
-    property("type", "The knot as a value to compare and to count.", [](const Name& n) { return n.type; });
+    property("type", "The knot as a value to compare and to count.", &Name::type);
     property(
         "status",
         "\"named\"; \"several\" names fit; \"unknown\" to the table; \"too complex\"; or \"bad polygon\".",
@@ -140,7 +135,7 @@ void bind_knot_name(py::module_& module) {
     property("name", "The one name; None if there is none or several fit.", only_name_of);
     property("proven", "Whether every knot that the polygon can be is among the names.",
              [](const Name& n) { return n.type.proven; });
-    property("crossings", "Crossings of the simplified diagram.", [](const Name& n) { return n.crossings; });
+    property("crossings", "Crossings of the simplified diagram.", &Name::crossings);
     property(
         "invariants",
         "The computed invariants by their keys. A polynomial in t is a dict from exponents to coefficients.",

@@ -24,12 +24,10 @@ struct Core : Component {
 
 } // namespace
 
-template <> struct Pickled<survey::Method> {
-    static py::object state(survey::Method method) { return py::str(method->name); }
-    static survey::Method value(const py::handle& name) {
-        return survey::Method::named(name.cast<std::string>(), true);
-    }
-};
+template <>
+constexpr auto converters<survey::Method> =
+    std::pair([](const survey::Method& method) { return std::string(method->name); },
+              [](const std::string& name) { return survey::Method::named(name, true); });
 template <>
 constexpr auto fields<survey::Plan> = [](auto& p) {
     return std::tie(p.method, p.closures, p.scale, p.seed, p.threads, p.name_knots, p.together);
@@ -194,7 +192,7 @@ void bind_core(py::module_& module) {
 void bind_specimen(py::module_& module) {
     py::class_<ClosureResult> bound(module, "Specimen", "One closure, before and after the reduction.");
     const Property property{bound};
-    property("closure", "Its number.", [](const ClosureResult& c) { return c.closure; });
+    property("closure", "Its number.", &ClosureResult::closure);
     property("closed", "For each chain the coordinates (m, 3) of its own beads, then those of its closure.",
              [](const ClosureResult& c) { return list_of(c.closed, coordinates_of); });
     property("kept", "For each chain the positions among them that are left.",

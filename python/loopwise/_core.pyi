@@ -4,9 +4,8 @@ from typing import Any, Callable, Final, Sequence, SupportsIndex
 from numpy import bool_, float64, int32, int64, uint16
 from numpy.typing import NDArray
 
-from . import fingerprint as _fingerprint
-from . import knots as _knots
-from . import survey as _survey
+import loopwise
+
 from .chain import Chain
 
 _Xyz = NDArray[float64]
@@ -16,6 +15,7 @@ _Positions = NDArray[int64]
 _Arrays = tuple[_Xyz, _Ids]
 _Read = tuple[_Xyz, _Ids, list[str], str, list[str]]
 _Components = Sequence[tuple[_Xyz, _Optional_ids]]
+_Int = SupportsIndex
 _Pair = tuple[int, int]
 _Polynomial = dict[float, int]
 _Teller = Callable[[int, int], object] | None
@@ -33,15 +33,14 @@ class Plan:
     closures: Final[int]
     threads: Final[int]
     def __init__(
-        self,
-        method: str | None,
-        closures: SupportsIndex | None,
-        scale: float | None,
-        seed: SupportsIndex,
-        threads: SupportsIndex | None,
-        names: bool,
-        together: bool,
+        self, method: str | None, closures: _Int | None, scale: float | None, seed: _Int, threads: _Int | None,
+        names: bool, together: bool,
     ) -> None: ...
+
+class _Knotted:
+    type: Final[KnotType]
+    knot: Final[str]
+    proven: Final[bool]
 
 class KnotType:
     names: Final[list[str]]
@@ -69,7 +68,7 @@ class _OneChain:
     knots: Final[dict[str, int]]
     knot: Final[str | None]
     proven: Final[bool]
-    smallest: Final[_survey.Core | None]
+    smallest: Final[loopwise.Core | None]
 
 class Core:
     closure: Final[int]
@@ -99,17 +98,14 @@ class Survey(_OneChain):
     link_types: Final[dict[KnotType, int]]
     links: Final[dict[str, int]]
     linking_numbers: Final[dict[_Pair, dict[int, int]]]
-    typical: Final[_survey.Specimen | None]
-    components: Final[list[_survey.Component]]
+    typical: Final[loopwise.Specimen | None]
+    components: Final[list[loopwise.Component]]
     share: Final[float]
     knotted: Final[float]
     table: Final[tuple[_Positions, NDArray[int64], NDArray[int64], list[str]]]
     def to_svg(self) -> str: ...
 
-class Place:
-    type: Final[KnotType]
-    knot: Final[str]
-    proven: Final[bool]
+class Place(_Knotted):
     share: Final[float]
     greatest_share: Final[float]
     greatest: Final[_Pair]
@@ -117,10 +113,7 @@ class Place:
     core_within: Final[int]
     slipknot: Final[bool]
 
-class Fingerprint:
-    type: Final[KnotType]
-    knot: Final[str]
-    proven: Final[bool]
+class Fingerprint(_Knotted):
     share: Final[float]
     closures: Final[int]
     step: Final[int]
@@ -128,7 +121,7 @@ class Fingerprint:
     depth: Final[_Pair | None]
     depth_within: Final[_Pair]
     borders_within: Final[int]
-    places: Final[list[_fingerprint.Place]]
+    places: Final[list[loopwise.Place]]
     core: Final[_Pair | None]
     types: Final[list[KnotType]]
     names: Final[list[str]]
@@ -143,7 +136,7 @@ def read(path: bytes, model: str, atom: str) -> list[_Read]: ...
 def parse(text: str) -> list[_Read]: ...
 def text(xyz: _Xyz, ids: _Optional_ids, plain: bool) -> str: ...
 def readable_formats() -> str: ...
-def cut(xyz: _Xyz, ids: _Optional_ids, first: SupportsIndex, last: SupportsIndex) -> _Pair: ...
+def cut(xyz: _Xyz, ids: _Optional_ids, first: _Int, last: _Int) -> _Pair: ...
 def check(xyz: _Xyz, ids: _Optional_ids) -> tuple[_Xyz, list[int], str]: ...
 def centre(xyz: _Xyz) -> _Xyz: ...
 def radius(xyz: _Xyz) -> float: ...
@@ -164,32 +157,22 @@ def orientation(x1: float, y1: float, x2: float, y2: float, x3: float, y3: float
 def scalar_product(a: _Xyz, b: _Xyz) -> float: ...
 def determinant(matrix: _Xyz) -> float: ...
 def project_point(point: _Xyz, direction: _Xyz) -> _Xyz: ...
-def project(xyz: _Xyz, ids: _Optional_ids, direction: SupportsIndex, closed: bool) -> _Xyz: ...
+def project(xyz: _Xyz, ids: _Optional_ids, direction: _Int, closed: bool) -> _Xyz: ...
 def close(
-    xyz: _Xyz,
-    ids: _Optional_ids,
-    method: str | None,
-    direction: SupportsIndex | None,
-    scale: float | None,
-    seed: SupportsIndex,
-    closure: SupportsIndex,
+    xyz: _Xyz, ids: _Optional_ids, method: str | None, direction: _Int | None, scale: float | None, seed: _Int,
+    closure: _Int,
 ) -> _Arrays: ...
 def close_together(
-    components: _Components, method: str | None, scale: float | None, seed: SupportsIndex, closure: SupportsIndex
+    components: _Components, method: str | None, scale: float | None, seed: _Int, closure: _Int
 ) -> list[_Arrays]: ...
-def arc(start: _Xyz, end: _Xyz, centre: _Xyz, radius: float, last_id: SupportsIndex) -> _Arrays: ...
+def arc(start: _Xyz, end: _Xyz, centre: _Xyz, radius: float, last_id: _Int) -> _Arrays: ...
 def reduce(xyz: _Xyz, ids: _Optional_ids, closed: bool) -> _Positions: ...
 def reduce_together(components: _Components, closed: bool) -> list[_Positions]: ...
-def knot(polygons: _Components) -> _knots.Knot: ...
+def knot(polygons: _Components) -> loopwise.Knot: ...
 def linking_numbers(polygons: _Components) -> dict[_Pair, int]: ...
 def fingerprint(
-    chain: Chain,
-    step: SupportsIndex | None,
-    closures: SupportsIndex,
-    threads: SupportsIndex | None,
-    most_memory: SupportsIndex,
-    progress: _Teller,
-) -> _fingerprint.Fingerprint: ...
-def survey(chains: list[Chain], plan: Plan, progress: _Teller) -> _survey.Survey: ...
-def survey_frames(frames: list[Chain], plan: Plan, progress: _Teller) -> list[_survey.Survey]: ...
-def chain_picture(chain: Chain) -> str: ...
+    chain: Chain, step: _Int | None, closures: _Int, threads: _Int | None, most_memory: _Int, progress: _Teller
+) -> loopwise.Fingerprint: ...
+def survey(chains: list[Chain], plan: Plan, progress: _Teller) -> loopwise.Survey: ...
+def survey_frames(frames: list[Chain], plan: Plan, progress: _Teller) -> list[loopwise.Survey]: ...
+def picture(chain: Chain) -> str: ...

@@ -70,8 +70,8 @@ class Fingerprint(_core.Fingerprint):
         }
 
     def to_dataframe(self) -> pandas.DataFrame:
-        """A row for each subchain that was closed or is too short for a knot: first, last, knot, share. The ends are
-        labels. Needs pandas."""
+        """A row for each subchain that was closed or is too short for a knot: first, last, knot, share. The
+        ends are labels. Needs pandas."""
         first, last = np.nonzero(self.tested & (self.counts > 0))
         labels = np.array(self.chain.labels, dtype=object)
         return data_frame(
@@ -103,26 +103,21 @@ class Fingerprint(_core.Fingerprint):
 
 
 def fingerprint(
-    chain: ChainLike,
-    *,
-    step: int | None = None,
-    closures: int = 100,
-    full: bool = False,
-    threads: int | None = None,
-    most_memory: int = 2**33,
-    progress: Progress = None,
+    chain: ChainLike, *, step: int | None = None, closures: int = 100, full: bool = False,
+    threads: int | None = None, most_memory: int = 2**33, progress: Progress = None,
 ) -> Fingerprint:
-    """Finds the knot of every subchain of a chain (King, Yeates and Yeates 2007), and from it knot cores, depth and
-    slipknots.
+    """Finds the knot of every subchain of a chain (King, Yeates and Yeates 2007), and from it knot cores,
+    depth and slipknots.
 
-    Each subchain is closed in ``closures`` directions, 1 to 400. By default the subchains are those of a grid with some
-    40 lines, and the borders between knots are followed, cores and depths first, until a limit of work is reached that
-    the chain's length sets; the result says to within how many beads the borders are known. With ``step``, the grid has
-    a line every ``step`` beads, and every border is followed to the bead. With ``full``, every subchain is closed.
-    The matrix may take ``most_memory`` bytes. ``threads`` and ``progress`` are as in :func:`survey`.
+    Each subchain is closed in ``closures`` directions, 1 to 400. By default the subchains are those of a grid
+    with some 40 lines, and the borders between knots are followed, cores and depths first, until a limit of
+    work is reached that the chain's length sets; the result says to within how many beads the borders are
+    known. With ``step``, the grid has a line every ``step`` beads, and every border is followed to the bead.
+    With ``full``, every subchain is closed. The matrix may take ``most_memory`` bytes. ``threads`` and
+    ``progress`` are as in :func:`survey`.
 
-    Raises ValueError for values out of range, coordinates that are not finite, a chain without beads and a matrix that
-    is too large. Ctrl-C stops it within a tenth of a second.
+    Raises ValueError for values out of range, coordinates that are not finite, a chain without beads and a
+    matrix that is too large. Ctrl-C stops it within a tenth of a second.
 
     >>> import loopwise as lw
     >>> found = lw.fingerprint(lw.sample("trefoil"), closures=20)

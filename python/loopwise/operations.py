@@ -19,46 +19,32 @@ def _appended(old: Chain, xyz: Any, ids: Any) -> Chain:
 
 @overload
 def close(  # type: ignore[misc]  # a list of chains is an array of numbers, too
-    chain: list[Chain] | tuple[Chain, ...],
-    method: str | None = ...,
-    *,
-    seed: int = ...,
-    closure: int = ...,
+    chain: list[Chain] | tuple[Chain, ...], method: str | None = ..., *, seed: int = ..., closure: int = ...,
     scale: float | None = ...,
 ) -> list[Chain]: ...
 @overload
 def close(
-    chain: ChainLike,
-    method: str | None = ...,
-    *,
-    direction: int | None = ...,
-    seed: int = ...,
-    closure: int = ...,
-    scale: float | None = ...,
+    chain: ChainLike, method: str | None = ..., *, direction: int | None = ..., seed: int = ...,
+    closure: int = ..., scale: float | None = ...,
 ) -> Chain: ...
 def close(
-    chain: Any,
-    method: str | None = None,
-    *,
-    direction: int | None = None,
-    seed: int = 0,
-    closure: int = 0,
+    chain: Any, method: str | None = None, *, direction: int | None = None, seed: int = 0, closure: int = 0,
     scale: float | None = None,
 ) -> Any:
-    """Closes a chain around its outside: a new chain of the same beads and some more at its end. Its last bead is then
-    joined to its first. A list or tuple of chains is closed together, and a list comes back.
+    """Closes a chain around its outside: a new chain of the same beads and some more at its end. Its last
+    bead is then joined to its first. A list or tuple of chains is closed together, and a list comes back.
 
     ``method`` is one of those below; by default "directions" of a single chain, "direction" of several.
 
     METHODS
 
-    ``scale`` is the distance of the point or the arc from the centre, in radii of the chain, above 1 and up to 10^6.
-    ``direction`` (0 to 399) names the direction, for a single chain and the first three methods. Random directions are
-    drawn with ``seed``; closure k of a survey with the same seed is that of ``closure=k``. For several chains the
-    radius is the diameter of all.
+    ``scale`` is the distance of the point or the arc from the centre, in radii of the chain, above 1 and up
+    to 10^6. ``direction`` (0 to 399) names the direction, for a single chain and the first three methods.
+    Random directions are drawn with ``seed``; closure k of a survey with the same seed is that of
+    ``closure=k``. For several chains the radius is the diameter of all.
 
-    Raises ValueError for other methods and numbers, coordinates that are not finite, chains without beads, more chains
-    than the method has directions for, and where an arc finds no way around.
+    Raises ValueError for other methods and numbers, coordinates that are not finite, chains without beads,
+    more chains than the method has directions for, and where an arc finds no way around.
 
     >>> import loopwise as lw
     >>> len(lw.close(lw.sample("trefoil"), direction=7))
@@ -94,15 +80,15 @@ def reduce(  # type: ignore[misc]  # likewise
 @overload
 def reduce(chain: ChainLike, closed: bool = ...) -> Positions: ...
 def reduce(chain: Any, closed: bool = True) -> Any:
-    """Removes every bead that the entanglement of a chain does not need, by triangle elimination (Koniaris and
-    Muthukumar 1991, Taylor 2000). Returns the positions that stay, in order, so that ``chain[kept]``, ``xyz[kept]``
-    and the caller's own records follow. A list or tuple of chains is reduced together, each an obstacle to the
-    others, and a list of positions comes back.
+    """Removes every bead that the entanglement of a chain does not need, by triangle elimination (Koniaris
+    and Muthukumar 1991, Taylor 2000). Returns the positions that stay, in order, so that ``chain[kept]``,
+    ``xyz[kept]`` and the caller's own records follow. A list or tuple of chains is reduced together, each an
+    obstacle to the others, and a list of positions comes back.
 
-    With ``closed`` the last bead is joined to the first; the two ends of an open chain always stay. A chain that
-    stores its first bead at its end again (the same identifier, less than 1e-5 apart) is a loop whatever ``closed``
-    says; the position that is first then stands at the end of the result again. Among several chains, as soon as one
-    is stored so, only those are loops.
+    With ``closed`` the last bead is joined to the first; the two ends of an open chain always stay. A chain
+    that stores its first bead at its end again (the same identifier, less than 1e-5 apart) is a loop whatever
+    ``closed`` says; the position that is first then stands at the end of the result again. Among several
+    chains, as soon as one is stored so, only those are loops.
 
     Raises ValueError for coordinates that are not finite. Ctrl-C is obeyed, even though the work then goes on
     unseen until it is done.
@@ -139,7 +125,8 @@ class Check:
         return self.ok
 
     def __repr__(self) -> str:
-        return f"Check({self.text!r}, {len(self.pairs)} of {len(self.distances)} distances from 3.4 to 4.2 missed)"
+        missed = f"{len(self.pairs)} of {len(self.distances)} distances from 3.4 to 4.2 missed"
+        return f"Check({self.text!r}, {missed})"
 
     def to_dict(self) -> dict[str, Any]:
         """Plain values, as for JSON."""
@@ -164,8 +151,8 @@ def check(chain: ChainLike) -> Check:
 def cut(chain: ChainLike, first: int, last: int) -> Chain:
     """The subchain between two identifiers, both included, given in either order.
 
-    Beads are taken off both ends until both end beads have identifiers inside the range. Raises ValueError when a
-    bound is outside the identifiers of the two ends, or no bead is inside.
+    Beads are taken off both ends until both end beads have identifiers inside the range. Raises ValueError
+    when a bound is outside the identifiers of the two ends, or no bead is inside.
 
     >>> cut(Chain([[0, 0, 0], [3.8, 0, 0], [3.8, 3.8, 0]], ids=[10, 11, 12]), 11, 12)
     Chain of 2 beads, 11 to 12
@@ -194,7 +181,8 @@ def radius(chain: ChainLike) -> float:
 
 
 def diameter(chain: Any) -> float:
-    """The largest distance of two beads, of one chain or of any in a list or tuple of chains; 0 below two beads.
+    """The largest distance of two beads, of one chain or of any in a list or tuple of chains; 0 below two
+    beads.
 
     >>> diameter([[0, 0, 0], [3, 4, 0], [1, 0, 0]])
     5.0
@@ -205,9 +193,9 @@ def diameter(chain: Any) -> float:
 
 
 def project(chain: ChainLike, direction: int = 0, closed: bool = False) -> NDArray[np.float64]:
-    """The segments of a chain seen along one of 60 directions: (m, 2, 3), start and end of each, with x and y in the
-    picture and z the depth. With ``closed``, a segment from the last bead to the first comes at the end. Raises
-    ValueError for another direction.
+    """The segments of a chain seen along one of 60 directions: (m, 2, 3), start and end of each, with x and y
+    in the picture and z the depth. With ``closed``, a segment from the last bead to the first comes at the
+    end. Raises ValueError for another direction.
 
     >>> import loopwise as lw
     >>> project(lw.sample("trefoil"), 7, closed=True).shape
@@ -217,7 +205,8 @@ def project(chain: ChainLike, direction: int = 0, closed: bool = False) -> NDArr
 
 
 def project_point(point: ArrayLike, direction: ArrayLike) -> Coordinates:
-    """A point in the right-handed frame whose third axis is the direction, of which only the whole parts count.
+    """A point in the right-handed frame whose third axis is the direction, of which only the whole parts
+    count.
 
     >>> project_point([1, 2, 3], [0, 1, 0])
     array([-1.,  3.,  2.])
@@ -229,8 +218,8 @@ _contacts = ("none", "through", "touch")
 
 
 def intersection(triangle: ArrayLike, segment: ArrayLike) -> str:
-    """How a segment (2, 3) meets a triangle (3, 3): "none", "through" its inside (or the two are degenerate, as in one
-    coordinate plane), or "touch" within 1e-5 at an edge, a corner or an end of the segment.
+    """How a segment (2, 3) meets a triangle (3, 3): "none", "through" its inside (or the two are degenerate,
+    as in one coordinate plane), or "touch" within 1e-5 at an edge, a corner or an end of the segment.
 
     >>> intersection([[0, 0, 0], [4, 0, 1], [0, 4, 1]], [[1, 1, -3], [1, 1, 5]])
     'through'
@@ -239,7 +228,8 @@ def intersection(triangle: ArrayLike, segment: ArrayLike) -> str:
 
 
 def segments_cross(a: ArrayLike, b: ArrayLike, c: ArrayLike, d: ArrayLike) -> bool:
-    """Whether the planar segments ab and cd cross or touch; points are (x, y), a third coordinate is left out.
+    """Whether the planar segments ab and cd cross or touch; points are (x, y), a third coordinate is left
+    out.
 
     >>> segments_cross([0, 0], [2, 2], [0, 2], [2, 0])
     True
@@ -293,8 +283,9 @@ def distance(a: ArrayLike, b: ArrayLike) -> float:
 
 
 def arc(start: ArrayLike, end: ArrayLike, centre: ArrayLike, radius: float, last_id: int = 0) -> Chain:
-    """Beads along the shorter arc around a centre from the direction of one point to that of another, one every 10
-    degrees, numbered from the identifier after ``last_id``; none where centre and points span no plane.
+    """Beads along the shorter arc around a centre from the direction of one point to that of another, one
+    every 10 degrees, numbered from the identifier after ``last_id``; none where centre and points span no
+    plane.
 
     >>> len(arc([1, 0, 0], [0, 1, 0], [0, 0, 0], 10))
     10

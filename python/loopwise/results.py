@@ -13,7 +13,8 @@ _Class = TypeVar("_Class", bound=type)
 
 
 def extends(bound: type) -> Callable[[_Class], _Class]:
-    """Class decorator: gives a compiled class what its Python subclass adds, and takes it in place of the subclass."""
+    """Class decorator: gives a compiled class what its Python subclass adds, and takes it in place of the
+    subclass."""
 
     def extend(subclass: _Class) -> _Class:
         for name, member in vars(subclass).items():

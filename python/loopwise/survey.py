@@ -49,8 +49,8 @@ class Component(_core.Component):
 @extends(_core.Specimen)
 class Specimen(_core.Specimen):
     def __repr__(self) -> str:
-        beads = ", ".join(f"{len(closed)} beads to {len(kept)}" for closed, kept in zip(self.closed, self.kept))
-        return f"<Specimen of closure {self.closure}: {beads}>"
+        beads = [f"{len(closed)} beads to {len(kept)}" for closed, kept in zip(self.closed, self.kept)]
+        return f"<Specimen of closure {self.closure}: {', '.join(beads)}>"
 
 
 @extends(_core.Survey)
@@ -80,8 +80,8 @@ class Survey(_core.Survey):
         return data_frame(columns)
 
     def plot(self) -> Figure:
-        """The typical closure before and after its reduction, as a figure of matplotlib, which is needed. Raises
-        ValueError where every closure failed."""
+        """The typical closure before and after its reduction, as a figure of matplotlib, which is needed.
+        Raises ValueError where every closure failed."""
         from .pictures import specimen_figure
 
         return specimen_figure(self)
@@ -95,7 +95,8 @@ class Survey(_core.Survey):
             for c in self.components
             for knot, closures in c.knots.items()
         ]
-        table = html_table(("chain", "knot", "closures", "share"), rows, f"{self.closures} closures by {self.method}")
+        caption = f"{self.closures} closures by {self.method}"
+        table = html_table(("chain", "knot", "closures", "share"), rows, caption)
         return table + svg_image(self._repr_svg_())
 
 
@@ -125,8 +126,8 @@ class Trajectory:
         return iter(self.surveys)
 
     def __repr__(self) -> str:
-        stretches = [f"{knot} for {len(list(run))}" for knot, run in itertools.groupby(self.knots)]
-        shown = stretches if len(stretches) <= 8 else [*stretches[:7], f"and {len(stretches) - 7} changes more"]
+        runs = [f"{knot} for {len(list(run))}" for knot, run in itertools.groupby(self.knots)]
+        shown = runs if len(runs) <= 8 else [*runs[:7], f"and {len(runs) - 7} changes more"]
         return f"<Trajectory of {len(self)} frames: {', '.join(shown)}>"
 
     def to_dict(self) -> dict[str, Any]:
@@ -151,7 +152,7 @@ class Trajectory:
         return trajectory_figure(self)
 
     def _repr_html_(self) -> str:
-        rows = [(i, s.knot, percent(s.knots[s.knot], s.counted) if s.knot else "-") for i, s in enumerate(self)]
+        rows = [(i, s.knot, f"{100 * s.share:.1f} %" if s.knot else "-") for i, s in enumerate(self)]
         return html_table(("frame", "knot", "share"), rows[:100], f"{len(self)} frames")
 
 
@@ -183,52 +184,34 @@ def _survey_frames(frames: Iterable[Any], plan: _core.Plan, progress: Progress) 
 
 @overload
 def survey(  # type: ignore[misc]  # an iterator is anything else, too
-    chain: Iterator[ChainLike],
-    *,
-    closures: int | None = ...,
-    method: str | None = ...,
-    scale: float | None = ...,
-    seed: int = ...,
-    threads: int | None = ...,
-    names: bool = ...,
+    chain: Iterator[ChainLike], *, closures: int | None = ..., method: str | None = ...,
+    scale: float | None = ..., seed: int = ..., threads: int | None = ..., names: bool = ...,
     progress: Progress = ...,
 ) -> Trajectory: ...
 @overload
 def survey(
-    chain: NDArray[Any] | ChainLike,
-    *,
-    closures: int | None = ...,
-    method: str | None = ...,
-    scale: float | None = ...,
-    seed: int = ...,
-    threads: int | None = ...,
-    names: bool = ...,
+    chain: NDArray[Any] | ChainLike, *, closures: int | None = ..., method: str | None = ...,
+    scale: float | None = ..., seed: int = ..., threads: int | None = ..., names: bool = ...,
     progress: Progress = ...,
 ) -> Survey: ...
 def survey(
-    chain: Any,
-    *,
-    closures: int | None = None,
-    method: str | None = None,
-    scale: float | None = None,
-    seed: int = 0,
-    threads: int | None = None,
-    names: bool = True,
-    progress: Progress = None,
+    chain: Any, *, closures: int | None = None, method: str | None = None, scale: float | None = None,
+    seed: int = 0, threads: int | None = None, names: bool = True, progress: Progress = None,
 ) -> Any:
     """Closes a chain in many ways, reduces every loop, names its knot and counts the results.
 
     ``chain`` is a chain; a list or tuple of chains, which are closed and reduced together; or the frames of a
     trajectory, an (m, n, 3) array or an iterator of chains, for which a :class:`Trajectory` comes back.
 
-    ``method`` is one of those of :func:`close`, with its ``scale``, or "ring", which bonds the last bead to the first.
-    Chains that end where they begin are rings whatever the method. ``closures`` defaults to 400, or to 1 where the
-    method has only one. Random methods draw with ``seed``, 0 to 2^64 - 1. ``threads``, 1 to 1024, are by default as many
-    as there are processors; the result is the same for any number. Without ``names`` no knot is named, which is faster.
-    ``progress`` is called with the closures done and planned; True draws a bar on stderr.
+    ``method`` is one of those of :func:`close`, with its ``scale``, or "ring", which bonds the last bead to
+    the first. Chains that end where they begin are rings whatever the method. ``closures`` defaults to 400,
+    or to 1 if the method has only one. Random methods draw with ``seed``, 0 to 2^64 - 1. ``threads``, 1 to
+    1024, are by default as many as there are processors; the result is the same for any number. Without
+    ``names`` no knot is named, which is faster. ``progress`` is called with the closures done and planned;
+    True draws a bar on stderr.
 
-    Raises ValueError for other values, a chain without beads and coordinates that are not finite. Ctrl-C stops it within
-    a tenth of a second.
+    Raises ValueError for other values, a chain without beads and coordinates that are not finite. Ctrl-C
+    stops it within a tenth of a second.
 
     >>> import loopwise as lw
     >>> result = lw.survey(lw.sample("trefoil"), closures=100)
@@ -241,4 +224,5 @@ def survey(
     plan = _core.Plan(method, closures, scale, seed, threads, names, together)
     if _is_trajectory(chain):
         return _survey_frames(chain, plan, progress)
-    return _core.survey([as_chain(c) for c in chain] if together else [as_chain(chain)], plan, teller(progress))
+    chains = [as_chain(c) for c in (chain if together else [chain])]
+    return _core.survey(chains, plan, teller(progress))
