@@ -31,21 +31,9 @@ using namespace py::literals;
 constexpr std::size_t many_beads = 300;
 
 const char* status_of(const knots::KnotType& type) {
-    switch (type.status) {
-    case knots::KnotStatus::named:
-        return type.candidates.size() > 1 ? "several" : "named";
-    case knots::KnotStatus::apart:
-        return "named";
-    case knots::KnotStatus::unknown:
-        return "unknown";
-    case knots::KnotStatus::too_complex:
-        return "too complex";
-    case knots::KnotStatus::no_polygon:
-        return "bad polygon";
-    case knots::KnotStatus::unnamed:
-        break;
-    }
-    return "not named";
+    // By KnotStatus.
+    constexpr std::array texts{"named", "named", "unknown", "too complex", "bad polygon", "not named"};
+    return type.candidates.size() > 1 ? "several" : texts[static_cast<std::size_t>(type.status)];
 }
 
 /// Exponents and their coefficients, those that are not 0.

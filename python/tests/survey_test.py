@@ -194,3 +194,40 @@ def test_other_threads_run_meanwhile():
         time.sleep(0.001)
     worker.join()
     assert turns > 3
+
+
+def test_results_come_back_from_a_pickle_whole(trefoil):
+    labelled = lw.Chain(trefoil.xyz, labels=[f"{i}A" for i in range(60)], name="A")
+    pair = lw.survey([labelled, lw.sample("unknot")], method="point", closures=20, seed=3)
+    found, knot = lw.fingerprint(labelled, closures=5), lw.knot(lw.close(trefoil, direction=0))
+    part = pair.components[0]
+    copies = pickle.loads(pickle.dumps([pair, part, part.smallest, pair.typical, found, found.places[0], knot]))
+    for one, copy in zip([pair, part, part.smallest, pair.typical, found, found.places[0], knot], copies):
+        names = [name for name, member in vars(type(one)).items() if isinstance(member, property)]
+        assert len(names) > 3
+        for name in names:
+            try:
+                before = getattr(one, name)
+            except ValueError:  # what only a survey of one chain has
+                continue
+            np.testing.assert_equal(repr(getattr(copy, name)), repr(before))
+    assert np.array_equal(copies[4].numbers, found.numbers) and copies[0].to_svg() == pair.to_svg()
+    assert copies[4].to_svg() == found.to_svg() and copies[6] == knot != lw.knot(lw.sample("unknot"))
+
+
+def test_knots_are_values_and_polynomials_are_written_as_in_reports(trefoil):
+    turned = lw.knot(lw.close(trefoil.xyz[::-1], direction=0))
+    result = lw.survey(trefoil, closures=50)
+    assert max(result.types, key=result.types.get) == turned.type == lw.fingerprint(trefoil, closures=5).type
+    assert turned.type != lw.knot(lw.close(trefoil.xyz * [1, 1, -1], direction=0)).type
+    assert turned.invariant_texts["Jones polynomial"] == "-t^-4 + t^-3 + t^-1"
+    angle = np.linspace(0, 2 * np.pi, 30, endpoint=False)
+    ring = np.stack([np.cos(angle), np.sin(angle), 0.01 * np.cos(3 * angle)], axis=1)
+    link = lw.knot([ring, ring[:, [0, 2, 1]] + [1, 0, 0]])
+    assert "t^(-1/2)" in link._repr_html_() and -0.5 in link.jones
+
+
+def test_help_lists_the_methods_of_the_table():
+    for name in ("directions", "direction", "point", "two_points", "outside"):
+        assert f'- "{name}": ' in lw.close.__doc__ and lw.survey(lw.sample("unknot"), method=name, closures=1)
+    assert '"ring"' not in lw.close.__doc__
