@@ -12,9 +12,9 @@ constexpr std::size_t help_column = 30;
 } // namespace
 
 const char* const exit_statuses = R"(Exit status:
-  0    all done
-  1    a file or a chain could not be worked on, or an output not be written: one line each on stderr, the
-       rest is done
+  0    success
+  1    a file or chain could not be processed, or an output could not be written: one line for each on
+       standard error; the rest was processed
   2    wrong command line
   130  interrupted
 )";
@@ -62,7 +62,8 @@ void CommandLine::file(std::string& into, const std::string& help) {
 }
 
 void CommandLine::flag(const char* names, bool& into, const std::string& help) {
-    flag(names, [&into] { into = true; }, help);
+    flag(
+        names, [&into] { into = true; }, help);
 }
 
 void CommandLine::flag(const char* names, std::function<void()> take, const std::string& help) {

@@ -16,9 +16,10 @@ int ErrorReporter::exit_status() {
 void ErrorReporter::tell(const std::string& what, std::string reason) {
     any_ = true;
     progress_.clear();
-    // Some parsers start with the name of the file or use several lines.
-    std::replace(reason.begin(), reason.end(), '\n', ' ');
-    std::cerr << "loopwise: " << (reason.starts_with(what) ? "" : what + ": ") << reason << '\n';
+    // Some parsers start with the name of the file. Names and reasons may have several lines.
+    std::string message = reason.starts_with(what) ? std::move(reason) : what + ": " + reason;
+    std::replace(message.begin(), message.end(), '\n', ' ');
+    std::cerr << "loopwise: " << message << '\n';
 }
 
 } // namespace loopwise::app

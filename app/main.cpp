@@ -33,7 +33,8 @@ const Command& command_named(const std::string& name) {
         if (name == command.name) return command;
         known += (known.empty() ? "" : ", ") + std::string(command.name);
     }
-    refuse_usage((name.starts_with('-') ? "unknown option " : "unknown subcommand ") + name + "; choose from " + known);
+    refuse_usage((name.starts_with('-') ? "unknown option " : "unknown subcommand ") + name +
+                 "; choose from " + known);
 }
 
 int run(std::vector<std::string> arguments) {

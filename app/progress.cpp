@@ -1,5 +1,7 @@
 #include "app/progress.hpp"
 
+#include "words/text.hpp"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -34,8 +36,23 @@ std::size_t width_of_terminal() {
 
 } // namespace
 
+std::string progress_line(const Work& work, double seconds) {
+    const std::string place =
+        work.files > 1 ? ", file " + std::to_string(work.file) + " of " + std::to_string(work.files) : "";
+    const std::string what = shortened(work.what);
+    if (work.closures == 0 && work.largest_part == 0) return what + place + ": " + duration(seconds);
+    const std::string bar(static_cast<std::size_t>(static_cast<double>(bar_width) * work.largest_part), '#');
+    std::string text = "[";
+    text.append(words::left(bar, bar_width)).append("] ").append(std::to_string(work.done));
+    if (work.closures > 0) text.append("/").append(std::to_string(work.closures));
+    text.append(" ").append(work.unit).append(", ").append(duration(seconds));
+    if (work.part > 0.0)
+        text.append(", ").append(duration(seconds * (1.0 - work.part) / work.part)).append(" to go");
+    return text + place + ": " + what;
+}
+
 Progress::Progress(std::size_t files, std::string unit)
-    : terminal_(isatty(STDERR_FILENO) != 0), files_(files), unit_(std::move(unit)) {
+    : terminal_(isatty(STDERR_FILENO) != 0), work_{.unit = std::move(unit), .what = {}, .files = files} {
     if (terminal_) drawer_ = std::thread([this] { draw_again_and_again(); });
 }
 
@@ -53,12 +70,8 @@ void Progress::begin(const std::string& what, std::size_t file) { begin(what, fi
 
 void Progress::begin(const std::string& what, std::size_t file, std::size_t closures) {
     const std::lock_guard lock(mutex_);
-    what_ = shortened(what);
-    file_ = file;
-    closures_ = closures;
-    done_ = 0;
+    work_ = {.unit = work_.unit, .what = what, .files = work_.files, .file = file, .closures = closures};
     in_hand_.clear();
-    part_ = largest_part_ = 0;
     begun_ = Clock::now();
     at_work_ = true;
 }
@@ -70,16 +83,23 @@ void Progress::closure_at(std::size_t closure, double part) {
         in_hand_[closure] = part;
     } else {
         in_hand_.erase(closure);
-        ++done_;
+        ++work_.done;
     }
+    double done = static_cast<double>(work_.done);
+    for (const auto& [begun, of_it] : in_hand_) done += of_it;
+    reach(done / static_cast<double>(work_.closures));
 }
 
 void Progress::show_part(std::size_t done, double part) {
     if (!terminal_) return;
     const std::lock_guard lock(mutex_);
-    done_ = std::max(done_, done); // threads may tell in another order
-    part_ = std::min(part, 1.0);
-    largest_part_ = std::max(largest_part_, part_);
+    work_.done = std::max(work_.done, done); // threads may tell in another order
+    reach(part);
+}
+
+void Progress::reach(double part) {
+    work_.part = std::min(part, 1.0);
+    work_.largest_part = std::max(work_.largest_part, work_.part);
 }
 
 /// Many short steps are seen to be alive, too: the quiet at first is that of the whole run.
@@ -91,30 +111,12 @@ void Progress::draw_again_and_again() {
         if (over_ || Clock::now() < due) continue;
         due = Clock::now() + between_draws;
         if (!at_work_) continue;
-        std::fprintf(stderr, "\r\033[K%s", line().substr(0, width_of_terminal() - 1).c_str());
+        const std::string line =
+            progress_line(work_, std::chrono::duration<double>(Clock::now() - begun_).count());
+        std::fprintf(stderr, "\r\033[K%s", line.substr(0, width_of_terminal() - 1).c_str());
         std::fflush(stderr);
         drawn_ = true;
     }
-}
-
-std::string Progress::line() const {
-    const double elapsed = std::chrono::duration<double>(Clock::now() - begun_).count();
-    const std::string place =
-        files_ > 1 ? ", file " + std::to_string(file_) + " of " + std::to_string(files_) : "";
-    if (closures_ == 0 && largest_part_ == 0) return what_ + place + ": " + duration(elapsed);
-    double part = part_, bar = largest_part_;
-    if (closures_ > 0) {
-        double done = static_cast<double>(done_);
-        for (const auto& [closure, of_it] : in_hand_) done += of_it;
-        part = bar = std::min(1.0, done / static_cast<double>(closures_));
-    }
-    const std::string filled(static_cast<std::size_t>(static_cast<double>(bar_width) * bar), '#');
-    std::string text = "[";
-    text.append(filled).append(bar_width - filled.size(), ' ').append("] ").append(std::to_string(done_));
-    if (closures_ > 0) text.append("/").append(std::to_string(closures_));
-    text += " " + unit_ + ", " + duration(elapsed);
-    if (part > 0.0) text += ", " + duration(elapsed * (1.0 - part) / part) + " to go";
-    return text + place + ": " + what_;
 }
 
 void Progress::clear() {

@@ -13,6 +13,17 @@
 
 namespace loopwise::app {
 
+/// What is known of the work in hand.
+struct Work {
+    std::string unit, what;
+    std::size_t files = 1, file = 1;
+    std::size_t closures = 0, done = 0; ///< 0 closures where it is not known how many steps there will be
+    double part = 0, largest_part = 0;  ///< of the work, as told last, and the largest told so far
+};
+
+/// "[##########          ] 200/400 closures, 12 s, 12 s to go, file 3 of 5: chain A".
+std::string progress_line(const Work& work, double seconds);
+
 /// Draws on stderr, and only when that is a terminal and the work takes a while. A thread of its own draws
 /// again and again, so that it is seen to be alive while one long step says nothing.
 class Progress final : public survey::Watcher {
@@ -36,16 +47,12 @@ class Progress final : public survey::Watcher {
   private:
     using Clock = std::chrono::steady_clock;
     void draw_again_and_again();
-    std::string line() const;
+    void reach(double part);
 
     const bool terminal_;
-    const std::size_t files_;
-    const std::string unit_;
     std::mutex mutex_; // of all below
-    std::string what_;
-    std::size_t file_ = 0, closures_ = 0, done_ = 0;
+    Work work_;
     std::map<std::size_t, double> in_hand_; // closures that are begun, and how far each is
-    double part_ = 0, largest_part_ = 0;    // where steps are of different length: as told, and the bar
     Clock::time_point begun_;
     bool at_work_ = false, drawn_ = false, over_ = false;
     std::condition_variable changed_;

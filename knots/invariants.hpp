@@ -1,5 +1,5 @@
-// The invariants of diagrams. A new one takes a file of its own, its declaration here, a row in invariants.cpp and a
-// line in CMakeLists.txt; naming, reports and Python go through the table.
+// The invariants of diagrams. A new one takes a file of its own, its declaration here and a row in invariants.cpp;
+// naming, reports and Python go through the table.
 #pragma once
 
 #include "knots/diagram.hpp"

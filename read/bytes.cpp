@@ -1,6 +1,7 @@
 #include "read/bytes.hpp"
 
 #include "read/refusal.hpp"
+#include "words/text.hpp"
 
 #include <zlib.h>
 
@@ -62,7 +63,7 @@ std::string all_of(std::istream& in) {
 }
 
 std::string raw_bytes(const std::string& path) {
-    if (path == standard_input) return all_of(std::cin);
+    if (path == words::standard_input) return all_of(std::cin);
     if (std::filesystem::is_directory(path)) refuse("is a directory, not a file");
     std::ifstream file(path, std::ios::binary);
     if (!file) refuse("cannot be opened: " + std::generic_category().message(errno));

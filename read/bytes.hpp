@@ -6,9 +6,6 @@
 
 namespace loopwise::read {
 
-/// The name of the standard input.
-inline constexpr const char* standard_input = "-";
-
 /// The whole file, or the standard input; unpacked if it is gzipped, whatever its name. Throws
 /// std::runtime_error with the reason, also if gzip data is truncated or its checksum is wrong.
 std::string read_bytes(const std::string& path);

@@ -7,7 +7,7 @@
 namespace loopwise::read {
 
 /// The molecules of a PDB file, an mmCIF file or a chain text, gzipped or not; of the standard input for
-/// standard_input. One molecule for each selected model. No chain is empty, coordinates are at most
+/// words::standard_input. One molecule for each selected model. No chain is empty, coordinates are at most
 /// largest_coordinate, and neighbouring beads are at different places. The identifiers of beads are those of
 /// polymer::number_by_residues(). Throws std::runtime_error with the reason.
 std::vector<polymer::Molecule> read_molecules(const std::string& path, const Selection& selection);

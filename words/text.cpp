@@ -64,7 +64,7 @@ std::string without_gz(const std::string& path) {
 }
 
 std::string file_title(const std::string& path) {
-    return path == "-" ? "standard input" : std::filesystem::path(without_gz(path)).stem().string();
+    return path == standard_input ? "standard input" : std::filesystem::path(without_gz(path)).stem().string();
 }
 
 std::string title(const std::string& path, const std::string& chain) {

@@ -1,6 +1,5 @@
 #include "write/whole_file.hpp"
 
-#include "read/bytes.hpp"
 #include "words/text.hpp"
 
 #include <cstdlib>
@@ -91,7 +90,7 @@ void refuse_harmful_outputs(const std::vector<std::string>& inputs, const std::v
         if (path.empty()) continue;
         const std::optional<File> file = file_at(path);
         for (const std::string& input : inputs)
-            if (are_same(input == read::standard_input ? file_of(STDIN_FILENO) : file_at(input), file))
+            if (are_same(input == words::standard_input ? file_of(STDIN_FILENO) : file_at(input), file))
                 throw std::runtime_error(path + ": is an input; not overwritten");
         if (are_same(report, file))
             throw std::runtime_error(path + ": is also the standard output; choose another file");

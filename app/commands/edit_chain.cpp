@@ -38,8 +38,7 @@ std::vector<polymer::ResidueId> residues_after(const polymer::NamedChain& before
 }
 
 polymer::NamedChain only_chain(const ChainArguments& given) {
-    std::vector<polymer::Molecule> molecules =
-        read::read_molecules(given.file, given.selection);
+    std::vector<polymer::Molecule> molecules = read::read_molecules(given.file, given.selection);
     if (molecules.size() > 1) throw std::runtime_error("several models; choose one with --model");
     std::vector<polymer::NamedChain>& chains = molecules.front().chains;
     tell_notes_in_chains(molecules.front());
@@ -103,7 +102,8 @@ void declare(CommandLine& line, ChainArguments& into) {
     declare_selecting(line, into);
     line.text({"-o,--output", "FILE", "Write to this file, whole or not at all (default: standard output)"},
               into.output);
-    line.flag("--pdb", into.pdb, "Write PDB with CONECT records (default if the output ends in .pdb or .ent)");
+    line.flag("--pdb", into.pdb,
+              "Write PDB with CONECT records (default if the output ends in .pdb or .ent)");
 }
 
 int edit_chain(const ChainArguments& given, const std::function<bool(Chain&)>& edit) {

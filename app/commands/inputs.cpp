@@ -25,9 +25,9 @@ void add_chains(const std::string& option, read::Selection& selection) {
 void Selecting::cut(polymer::NamedChain& chain) const { read::cut(chain, first, last); }
 
 void declare_selecting(CommandLine& line, Selecting& into) {
-    line.values({"--chain", "NAME,...", "Only the chains of these names"},
+    line.values({"--chain", "NAME,...", "Only the chains with these names"},
                 [&into](const std::string& names) { add_chains(names, into.selection); });
-    line.value({"--model", "N|all", "The model of this number, or all (default: the first)"},
+    line.value({"--model", "N|all", "The model with this number, or all (default: the first)"},
                [&into](const std::string& model) {
                    if (model != read::every_model && !decimal<std::uint32_t>(model))
                        refuse_usage("--model: expected a number or all, not '" + model + "'");

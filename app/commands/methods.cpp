@@ -52,8 +52,8 @@ survey::Method method_of(const MethodOptions& given, bool together) try {
 
 survey::Plan plan_of(const MethodOptions& given, survey::Method method) {
     const std::string name = std::string("method ") + method->name;
-    if (given.seed && !method->random) refuse_usage("--seed: " + name + " is not random");
-    if (given.scale && !method->takes_scale()) refuse_usage("--scale: " + name + " takes none");
+    if (given.seed && !method->random) refuse_usage("--seed: " + name + " is not random and uses no seed");
+    if (given.scale && !method->takes_scale()) refuse_usage("--scale: " + name + " uses no scale");
     survey::Plan plan;
     plan.method = method;
     plan.closures = method->default_closures;

@@ -1,7 +1,7 @@
 #include "app/commands/run.hpp"
 
-#include "read/bytes.hpp"
 #include "read/read.hpp"
+#include "words/text.hpp"
 #include "write/whole_file.hpp"
 
 #include <algorithm>
@@ -11,7 +11,7 @@ namespace loopwise::app {
 
 Run::Run(const Inputs& given, const Head& head, std::string unit)
     : given_(given), progress_(given.files.size(), std::move(unit)) {
-    if (std::count(given.files.begin(), given.files.end(), read::standard_input) > 1)
+    if (std::count(given.files.begin(), given.files.end(), words::standard_input) > 1)
         refuse_usage("FILE: - (the standard input) can be given only once");
     report_ = given.format->make(std::cout, head);
 }

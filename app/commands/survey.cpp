@@ -75,7 +75,8 @@ survey::Plan plan_of(const Arguments& given) {
         refuse_usage("--method " + name + " closes single chains: use " +
                      survey::Method::standard(true)->name + " with --structure");
     if (given.structure && !given.html.empty()) refuse_usage("--html shows single chains, not a structure");
-    if (given.count && !method->random) refuse_usage("--count: method " + name + " is not random");
+    if (given.count && !method->random)
+        refuse_usage("--count: method " + name + " is not random and has a fixed number of closures");
     survey::Plan plan = plan_of(given, method);
     plan.together = given.structure;
     plan.threads = given.threads;

@@ -26,7 +26,8 @@ void declare_formats(CommandLine& line, const Format*& into) {
     std::vector<std::string> options;
     for (const Format& format : formats) {
         if (&format == &default_format()) continue;
-        line.flag(format.option, [&into, &format] { into = &format; }, format.help);
+        line.flag(
+            format.option, [&into, &format] { into = &format; }, format.help);
         options.emplace_back(format.option);
     }
     line.exclusive(std::move(options));

@@ -78,7 +78,8 @@ std::vector<Row> PolygonEntry::rows() const {
 std::string LinkEntry::text() const {
     const auto& chains = molecule.chains;
     std::string all;
-    if (name) all = text_of(label_of(molecule) + ": chains " + chains[0].name + " and " + chains[1].name, *name);
+    if (name)
+        all = text_of(label_of(molecule) + ": chains " + chains[0].name + " and " + chains[1].name, *name);
     for (const auto& [one, other, linking] : pairs)
         all += "  linking number of " + chains[one].name + " and " + chains[other].name + ": " +
                std::to_string(linking) + '\n';
@@ -91,7 +92,8 @@ Json LinkEntry::json() const {
     if (name) add_name(json, *name);
     json["pairs"] = Json::array();
     for (const auto& [one, other, linking] : pairs)
-        json["pairs"].push_back({{"chains", {molecule.chains[one].name, molecule.chains[other].name}}, {"linking", linking}});
+        json["pairs"].push_back(
+            {{"chains", {molecule.chains[one].name, molecule.chains[other].name}}, {"linking", linking}});
     return json;
 }
 

@@ -13,7 +13,7 @@ loopwise fingerprint three.txt one.txt none.txt gap.txt --closures 4 --step 20
 echo "-> $?"
 awk 'BEGIN { for (i = 1; i <= 500000; ++i) print i, 3.8 * i, i % 7, i % 5 }' >long.txt
 loopwise fingerprint --full long.txt 2>&1 | sed 's/[0-9]* MB/... MB/'
-timeout --preserve-status -s INT 4 loopwise fingerprint --full --closures 400 --json --html never.html trefoil.txt
+timeout --foreground --preserve-status -s INT 4 loopwise fingerprint --full --closures 400 --json --html never.html trefoil.txt
 echo "-> $?"
 ls never.html* 2>&1
 # An interruption once the report is there, while the page is made.

@@ -33,3 +33,13 @@ try close --method point --closure -1 trefoil.txt
 try survey --method point --seed -1 trefoil.txt
 try reduce -o core.CIF trefoil.txt
 loopwise reduce -o core.ENT trefoil.txt 2>&1 && grep -c CONECT core.ENT
+head -3 trefoil.txt >three.txt
+try reduce three.txt
+head -2 trefoil.txt | try reduce -
+# Beads that share coordinates, and insertion codes: each bead that is left keeps its own residue.
+awk '{ printf "ATOM  %5d  CA  GLY A%4d%s   %8.3f%8.3f%8.3f\n", NR, 1 + NR / 9, substr("ABCDEFGHI", 1 + NR % 9, 1), $2,
+    4 * int($3 / 4), 4 * int($4 / 4) }' trefoil.txt >folded.pdb
+echo END >>folded.pdb
+loopwise reduce --open --pdb folded.pdb | grep -c ATOM
+loopwise close --method outside --pdb folded.pdb | loopwise reduce --pdb - | grep ATOM | head -50 | tail -12
+loopwise check "$(printf 'two\nlines.txt')" 2>&1

@@ -15,3 +15,13 @@ for list in lists/*; do "$part" $list parts; done
 "$table" lists parts | cut -d, -f1-14
 cat parts/*.err
 find parts ! -newermt 2002-01-01
+
+# A program that alone is interrupted or killed has written only some rows.
+mkdir stub stopped
+for end in 'exit 130' 'kill -9 $$'; do
+    printf '#!/bin/sh\necho row\n%s\n' "$end" >stub/loopwise
+    chmod +x stub/loopwise
+    PATH=$PWD/stub:$PATH "$part" lists/0 stopped
+    echo "-> $?"
+done
+ls stopped

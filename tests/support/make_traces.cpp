@@ -1,4 +1,4 @@
-// Makes protein-like C-alpha traces with a known knot, as input for the other examples.
+// Makes protein-like C-alpha traces with a known knot: those of examples/data, which tests read.
 //
 //     make_traces FOLDER
 //
