@@ -221,10 +221,13 @@ def test_knots_are_values_and_polynomials_are_written_as_in_reports(trefoil):
     assert max(result.types, key=result.types.get) == turned.type == lw.fingerprint(trefoil, closures=5).type
     assert turned.type != lw.knot(lw.close(trefoil.xyz * [1, 1, -1], direction=0)).type
     assert turned.invariant_texts["Jones polynomial"] == "-t^-4 + t^-3 + t^-1"
-    angle = np.linspace(0, 2 * np.pi, 30, endpoint=False)
-    ring = np.stack([np.cos(angle), np.sin(angle), 0.01 * np.cos(3 * angle)], axis=1)
-    link = lw.knot([ring, ring[:, [0, 2, 1]] + [1, 0, 0]])
-    assert "t^(-1/2)" in link._repr_html_() and -0.5 in link.jones
+    angle = np.linspace(0, 2 * np.pi, 40, endpoint=False)
+    rings = [
+        np.stack([(2 + np.cos(turn)) * np.cos(angle), (2 + np.cos(turn)) * np.sin(angle), np.sin(turn)], axis=1)
+        for turn in (2 * angle, 2 * angle + np.pi)
+    ]
+    link = lw.knot(rings)
+    assert "Jones polynomial -t^(-5/2) + " in link._repr_html_() and link.jones[-2.5] == -1
 
 
 def test_help_lists_the_methods_of_the_table():
