@@ -38,7 +38,8 @@ class CMakeBuild(build_ext):
         definitions = [f"-D{name}={value}" for name, value in options.items()]
         subprocess.run(["cmake", "-S", str(root), "-B", str(build), *definitions], check=True)
         jobs = str(len(os.sched_getaffinity(0)))
-        subprocess.run(["cmake", "--build", str(build), "--target", "loopwise_python", "-j", jobs], check=True)
+        make = ["cmake", "--build", str(build), "--target", "loopwise_python", "-j", jobs]
+        subprocess.run(make, check=True)
         module.parent.mkdir(parents=True, exist_ok=True)
         self.copy_file(str(build / "python" / "loopwise" / module.name), str(module))
 

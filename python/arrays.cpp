@@ -20,19 +20,17 @@ double element(const char* at) { // which need not be aligned
                           std::to_string(bead));
 }
 
+/// As "(4, 2)".
+std::string shape_of(const py::array& array) { return py::repr(array.attr("shape")); }
+
 bool is_finite(const ChainAtom& a) { return std::isfinite(a.x) && std::isfinite(a.y) && std::isfinite(a.z); }
 
 } // namespace
-
-std::string shape_of(const py::array& array) { return py::repr(array.attr("shape")); }
 
 Chain chain_of(const Doubles& xyz, const Ids& ids, Finite finite) {
     if (xyz.ndim() != 2 || xyz.shape(1) != coordinates)
         throw py::value_error("coordinates must have the shape (n, 3), not " + shape_of(xyz));
     const py::ssize_t count = xyz.shape(0);
-    if (ids && (ids->ndim() != 1 || ids->shape(0) != count))
-        throw py::value_error("there must be an identifier for each of " + std::to_string(count) +
-                              " beads, not the shape " + shape_of(*ids));
     Chain chain(static_cast<std::size_t>(count));
     const char* row = reinterpret_cast<const char*>(xyz.data());
     const py::ssize_t down = xyz.strides(0), right = xyz.strides(1);
@@ -52,6 +50,16 @@ Structure structure_of(const py::sequence& components, Finite finite) {
         structure.push_back(chain_of(xyz, ids, finite));
     }
     return structure;
+}
+
+polymer::NamedChain named_chain_of(const py::handle& chain) {
+    polymer::NamedChain named;
+    named.name = py::str(chain.attr("name"));
+    named.beads = chain_of(chain.attr("xyz").cast<Doubles>(), chain.attr("ids").cast<Ids>());
+    const py::object labels = chain.attr("_labels");
+    named.residues = labels.is_none() ? polymer::residues_of(named.beads)
+                                      : polymer::parsed(labels.cast<std::vector<std::string>>());
+    return named;
 }
 
 py::array_t<double> coordinates_of(const Chain& chain) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "libloopwise.h"
+#include "polymer/molecule.hpp"
 
 #include <pybind11/numpy.h>
 #include <pybind11/pybind11.h>
@@ -28,6 +29,9 @@ Chain chain_of(const Doubles& xyz, const Ids& ids, Finite finite = Finite::neede
 /// The components of a structure, each a tuple (xyz, ids).
 Structure structure_of(const py::sequence& components, Finite finite = Finite::needed);
 
+/// A loopwise.Chain; its labels become residues. Raises ValueError where coordinates are not finite.
+polymer::NamedChain named_chain_of(const py::handle& chain);
+
 /// Coordinates and identifiers as new arrays.
 py::tuple arrays_of(const Chain& chain);
 py::list arrays_of(const Structure& structure);
@@ -41,7 +45,17 @@ py::array_t<double> coordinates_of(const Chain& chain);
 std::vector<PointR3> points_of(const Doubles& points, std::size_t rows);
 py::array_t<double> array_of(PointR3 point);
 
-/// As "(4, 2)".
-std::string shape_of(const py::array& array);
+/// Adds a property to a class: its name, its documentation, and a member or how to get it.
+template <class Bound> struct Property {
+    Bound& bound;
+
+    void operator()(const char* name, const char* doc, const auto& get) const {
+        if constexpr (std::is_member_object_pointer_v<std::decay_t<decltype(get)>>)
+            bound.def_readonly(name, get, doc);
+        else
+            bound.def_property_readonly(name, get, doc);
+    }
+};
+template <class Bound> Property(Bound&) -> Property<Bound>;
 
 } // namespace loopwise::python

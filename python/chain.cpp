@@ -1,7 +1,9 @@
-// Chains from and to text, their check and their cut.
+// Chains from and to text, their check, their cut and their picture.
+#include "draw/picture.hpp"
 #include "polymer/bonds.hpp"
 #include "python/arrays.hpp"
 #include "python/module.hpp"
+#include "python/plan.hpp"
 #include "read/read.hpp"
 #include "src/model/cut.hpp"
 
@@ -54,15 +56,20 @@ py::list parse(const std::string& text) {
     return chains_of([&text] { return read::molecules_in("", text, read::Selection{}); });
 }
 
-py::object cut_positions(const Doubles& xyz, const Ids& ids, int first, int last) {
-    Chain chain = chain_of(xyz, ids, Finite::any);
-    const Chain whole = chain;
-    if (!model::cut(chain, first, last)) return py::none();
-    const auto inside = [from = std::min(first, last), to = std::max(first, last)](const ChainAtom& atom) {
-        return from <= atom.id && atom.id <= to;
-    };
-    const auto start = std::find_if(whole.begin(), whole.end(), inside) - whole.begin();
-    return py::make_tuple(whole.empty() ? 0 : start, chain.size());
+/// The position of the first bead inside, and how many they are.
+std::pair<std::size_t, std::size_t> cut(const Doubles& xyz, const Ids& ids, const py::object& first_id,
+                                        const py::object& last_id) {
+    const int first = whole<int>("first", first_id), last = whole<int>("last", last_id);
+    const Chain chain = chain_of(xyz, ids, Finite::any);
+    Chain part = chain;
+    if (!model::cut(part, first, last))
+        throw py::value_error("there is no subchain " + std::to_string(first) + " to " +
+                              std::to_string(last) + " in a chain from " + std::to_string(chain.front().id) +
+                              " to " + std::to_string(chain.back().id));
+    const auto is_inside = [low = std::min(first, last), high = std::max(first, last)](
+                               const ChainAtom& atom) { return low <= atom.id && atom.id <= high; };
+    const auto start = std::find_if(chain.begin(), chain.end(), is_inside) - chain.begin();
+    return {static_cast<std::size_t>(start), part.size()};
 }
 
 py::tuple check(const Doubles& xyz, const Ids& ids) {
@@ -79,6 +86,14 @@ py::tuple check(const Doubles& xyz, const Ids& ids) {
     return py::make_tuple(distances, odd, CheckDistancesBetweenAtoms(chain));
 }
 
+std::string picture(const py::object& chain) {
+    const polymer::NamedChain named = named_chain_of(chain);
+    if (named.beads.size() < 2)
+        throw py::value_error("a chain of " + std::to_string(named.beads.size()) + " beads cannot be drawn");
+    const py::gil_scoped_release others;
+    return draw::picture(named);
+}
+
 } // namespace
 
 void bind_chain(py::module_& module) {
@@ -87,8 +102,9 @@ void bind_chain(py::module_& module) {
     module.def("text", [](const Doubles& xyz, const Ids& ids, bool plain) {
         return ChainWrite_toString(chain_of(xyz, ids, Finite::any), plain);
     });
-    module.def("cut", cut_positions);
+    module.def("cut", cut);
     module.def("check", check);
+    module.def("picture", picture);
     module.def("readable_formats", read::readable_formats);
 }
 

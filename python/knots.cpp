@@ -2,31 +2,38 @@
 #include "knots/links.hpp"
 #include "python/background.hpp"
 #include "python/module.hpp"
+#include "python/pickle.hpp"
 
 #include <map>
 
 namespace loopwise::python {
+
+template <>
+constexpr auto fields<knots::KnotName> = [](auto& n) { return std::tie(n.type, n.crossings, n.invariants); };
+
+template <>
+constexpr auto fields<knots::ComputedInvariant> = [](auto& i) { return std::tie(i.invariant, i.value); };
+using InvariantRow = const knots::Invariant*;
+template <>
+constexpr auto
+    converters<InvariantRow> = std::pair([](InvariantRow row) { return std::string(row->key); },
+                                         [](const std::string& key) {
+                                             for (const knots::Invariant& row : knots::all_invariants())
+                                                 if (row.key == key) return &row;
+                                             throw py::value_error("no invariant has the key " + key);
+                                         });
+
 namespace {
+
+using namespace py::literals;
 
 /// Naming a polygon of more beads is worth a thread, so that it can be interrupted.
 constexpr std::size_t many_beads = 300;
 
 const char* status_of(const knots::KnotType& type) {
-    switch (type.status) {
-    case knots::KnotStatus::named:
-        return type.candidates.size() > 1 ? "several" : "named";
-    case knots::KnotStatus::apart:
-        return "named";
-    case knots::KnotStatus::unknown:
-        return "unknown";
-    case knots::KnotStatus::too_complex:
-        return "too complex";
-    case knots::KnotStatus::no_polygon:
-        return "bad polygon";
-    case knots::KnotStatus::unnamed:
-        break;
-    }
-    return "not named";
+    // By KnotStatus.
+    constexpr std::array texts{"named", "named", "unknown", "too complex", "bad polygon", "not named"};
+    return type.candidates.size() > 1 ? "several" : texts[static_cast<std::size_t>(type.status)];
 }
 
 /// Exponents and their coefficients, those that are not 0.
@@ -42,52 +49,96 @@ std::map<double, std::int64_t> value_of(const knots::Laurent& polynomial) {
 
 std::int64_t value_of(std::int64_t number) { return number; }
 
-std::string text_of(const knots::KnotType& type) { return text(type); }
+py::dict values_of(const knots::KnotName& name) {
+    py::dict values;
+    for (const auto& [invariant, value] : name.invariants)
+        values[invariant->key] = std::visit([](const auto& v) { return py::cast(value_of(v)); }, value);
+    return values;
+}
+
+/// By the names for people.
+py::dict invariant_texts_of(const knots::KnotName& name) {
+    py::dict texts;
+    for (const auto& [invariant, value] : name.invariants) texts[invariant->name] = text(value);
+    return texts;
+}
+
+std::map<double, std::int64_t> polynomial_of(const knots::KnotName& name, const char* key) {
+    const knots::Laurent* polynomial = knots::find_polynomial(name.invariants, key);
+    return polynomial ? value_of(*polynomial) : std::map<double, std::int64_t>{};
+}
+
+std::optional<std::string> only_name_of(const knots::KnotName& name) {
+    const std::vector<std::string> names = names_of(name.type);
+    return names.size() == 1 ? std::optional(names.front()) : std::nullopt;
+}
 
 void bind_knot_type(py::module_& module) {
-    py::class_<knots::PrimeKnot>(module, "PrimeKnot")
-        .def(py::pickle(
-            [](const knots::PrimeKnot& k) {
-                return py::make_tuple(k.crossings, k.number, static_cast<int>(k.hand), k.loops);
-            },
-            [](const py::tuple& state) {
-                const auto [crossings, number, hand, loops] = state.cast<std::tuple<int, int, int, int>>();
-                return knots::PrimeKnot{crossings, number, static_cast<knots::Hand>(hand), loops};
-            }));
-    py::class_<knots::KnotType>(module, "KnotType",
-                                "What a polygon, or a link of two, is: a value to compare and to count.")
-        .def_property_readonly("names", knots::names_of, "Every knot of the table that it can be.")
-        .def_readonly("proven", &knots::KnotType::proven,
-                      "Whether every knot that it can be is among the names.")
-        .def_property_readonly("has_name", &knots::KnotType::has_name)
-        .def_property_readonly("is_knot", &knots::KnotType::is_knot,
-                               "Whether it has a name and is not the unknot.")
-        .def("short", knots::short_text, py::arg("width"), "The text in at most so many characters.")
+    using Type = knots::KnotType;
+    py::class_<Type> bound(module, "KnotType",
+                           "The type of a closed polygon, or of a link of two: a value to compare, hash, "
+                           "count and pickle. Two are equal\n"
+                           "if their texts are: the same knot as far as the polynomials tell, proven for "
+                           "both or for neither. str() gives\n"
+                           "the text, as \"-3_1\", \"+3_1 # 4_1\", \"-9_12 or 4_1 # -5_2\", \"-5_1 or beyond "
+                           "nine crossings\" or \"not named:\n"
+                           "repeated beads\".");
+    bound.attr("__module__") = "loopwise";
+    const Property property{bound};
+    property("names", "Names in Rolfsen's table that fit, as \"+3_1\"; empty if there is none.",
+             knots::names_of);
+    property("proven",
+             "Whether every knot that the polygon can be is among the names. Otherwise a knot of more "
+             "crossings than\n"
+             "the table has may share the polynomials.",
+             &Type::proven);
+    property("has_name", "Whether the polynomials are known, even if no knot of the table has them.",
+             &Type::has_name);
+    property("is_knot", "Whether it has a name and is not the unknot.", &Type::is_knot);
+    bound.def("short", knots::short_text, "width"_a, "The text in at most ``width`` characters, at least 4.")
         .def("__str__", text_of)
-        .def("__repr__", [](const knots::KnotType& type) { return "<KnotType " + text(type) + ">"; })
+        .def("__repr__", [](const Type& type) { return "<KnotType " + text(type) + ">"; })
         .def(
-            "__eq__", [](const knots::KnotType& a, const knots::KnotType& b) { return a == b; },
+            "__eq__", [](const Type& a, const Type& b) { return a == b; }, py::is_operator())
+        .def("__hash__", std::hash<Type>())
+        .def(pickled<Type>());
+}
+
+void bind_knot_name(py::module_& module) {
+    using Name = knots::KnotName;
+    py::class_<Name> bound(
+        module, "Knot",
+        "What a closed polygon is, or a link of two, as far as polynomials tell: see :func:`knot`.");
+    const Property property{bound};
+    property("type", "The knot as a value to compare and to count.", &Name::type);
+    property(
+        "status",
+        "\"named\"; \"several\" names fit; \"unknown\" to the table; \"too complex\"; or \"bad polygon\".",
+        [](const Name& n) { return status_of(n.type); });
+    property("text", "The text of the type.", [](const Name& n) { return text(n.type); });
+    property(
+        "names",
+        "Rolfsen's numbers with a hand: \"0_1\", \"+3_1\", \"4_1\", \"+3_1 # -3_1\"; empty if none fits.",
+        [](const Name& n) { return names_of(n.type); });
+    property("name", "The one name; None if there is none or several fit.", only_name_of);
+    property("proven", "Whether every knot that the polygon can be is among the names.",
+             [](const Name& n) { return n.type.proven; });
+    property("crossings", "Crossings of the simplified diagram.", &Name::crossings);
+    property(
+        "invariants",
+        "The computed invariants by their keys. A polynomial in t is a dict from exponents to coefficients.",
+        values_of);
+    property("invariant_texts", "The same as text, as {\"Jones polynomial\": \"t + t^3 - t^4\"}.",
+             invariant_texts_of);
+    property("jones", "The Jones polynomial, from exponents to coefficients; empty if it was not computed.",
+             [](const Name& n) { return polynomial_of(n, "jones"); });
+    property("alexander", "The Alexander polynomial likewise; empty for links.",
+             [](const Name& n) { return polynomial_of(n, "alexander"); });
+    bound.def("__str__", [](const Name& n) { return text(n.type); })
+        .def(
+            "__eq__", [](const Name& a, const Name& b) { return fields<Name>(a) == fields<Name>(b); },
             py::is_operator())
-        .def("__hash__", [](const knots::KnotType& type) { return std::hash<knots::KnotType>()(type); })
-        .def(py::pickle(
-            [](const knots::KnotType& k) {
-                return py::make_tuple(static_cast<int>(k.status), k.proven, k.candidates, k.loops,
-                                      k.jones.twice_lowest, k.jones.coefficients, k.crossings,
-                                      static_cast<int>(k.fault));
-            },
-            [](const py::tuple& state) {
-                const auto [status, proven, candidates, loops, lowest, coefficients, crossings, fault] =
-                    state
-                        .cast<std::tuple<int, bool, std::vector<knots::KnotSum>, std::vector<knots::KnotType>,
-                                         int, std::vector<std::int64_t>, int, int>>();
-                return knots::KnotType{static_cast<knots::KnotStatus>(status),
-                                       proven,
-                                       candidates,
-                                       loops,
-                                       {lowest, coefficients},
-                                       crossings,
-                                       static_cast<knots::PolygonFault>(fault)};
-            }));
+        .def(pickled<Name>());
 }
 
 /// A knot, or the link of two polygons.
@@ -105,19 +156,11 @@ template <class Result, class Work> Result maybe_in_background(Structure polygon
     return work(polygons);
 }
 
-py::dict knot(const py::sequence& polygons) {
-    const knots::KnotName name = maybe_in_background<knots::KnotName>(structure_of(polygons), named);
-    py::dict invariants;
-    for (const auto& [invariant, value] : name.invariants)
-        invariants[invariant->key] = std::visit([](const auto& v) { return py::cast(value_of(v)); }, value);
-    py::dict result;
-    result["status"] = status_of(name.type);
-    result["text"] = text(name.type);
-    result["names"] = names_of(name.type);
-    result["proven"] = name.type.proven;
-    result["crossings"] = name.crossings;
-    result["invariants"] = invariants;
-    return result;
+knots::KnotName knot(const py::sequence& polygons) {
+    if (polygons.size() > 2)
+        throw py::value_error("a knot or a link of two polygons is named, not of " +
+                              std::to_string(polygons.size()) + ": see linking_numbers");
+    return maybe_in_background<knots::KnotName>(structure_of(polygons), named);
 }
 
 knots::Linking linking(const Structure& polygons) {
@@ -142,6 +185,7 @@ py::dict linking_numbers(const py::sequence& polygons) {
 
 void bind_knots(py::module_& module) {
     bind_knot_type(module);
+    bind_knot_name(module);
     module.def("knot", knot);
     module.def("linking_numbers", linking_numbers);
 }

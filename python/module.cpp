@@ -9,9 +9,9 @@ PYBIND11_MODULE(_core, module) {
     module.attr("version") = LOOPWISE_VERSION;
     bind_chain(module);
     bind_operations(module);
-    bind_survey(module);
+    bind_plan(module);
     bind_knots(module);
+    bind_survey(module);
     bind_fingerprint(module);
-    bind_pictures(module);
     pybind11::module_::import("atexit").attr("register")(pybind11::cpp_function(&Background::wait_at_exit));
 }

@@ -1,12 +1,12 @@
 // Measures, closures, reductions, projections and predicates.
 #include "python/background.hpp"
 #include "python/module.hpp"
+#include "python/plan.hpp"
 #include "src/closure/circle_arc.hpp"
 #include "src/closure/closures.hpp"
 #include "src/closure/point_tables.hpp"
 #include "src/projection/projection.hpp"
 #include "src/reduce/reduction.hpp"
-#include "survey/plan.hpp"
 
 namespace loopwise::python {
 namespace {
@@ -14,77 +14,67 @@ namespace {
 /// Reductions of more beads are worth a thread, so that they can be interrupted.
 constexpr std::size_t many_beads = 4000;
 
-template <class What> What closed(What what, closure::Closing closing, const std::string& method) {
+template <class What> What closed(What what, closure::Closing closing, survey::Method method) {
     switch (closing) {
     case closure::Closing::closed:
         return what;
     case closure::Closing::nothing_to_close:
         throw py::value_error("a chain without beads cannot be closed");
     case closure::Closing::no_such_row:
-        throw py::value_error("direction must be from 0 to " + std::to_string(closure::uniform_rows - 1));
+        throw py::value_error("closure must be from 0 to " + std::to_string(closure::uniform_rows - 1));
     case closure::Closing::too_many_components:
-        throw py::value_error("too many chains to be closed together by method '" + method + "'");
+        throw py::value_error("too many chains: method '" + python_name(method->name) + "' closes at most " +
+                              std::to_string(method->most_components) + " together");
     case closure::Closing::no_direction:
     case closure::Closing::no_arc:
         break;
     }
-    throw py::value_error("method '" + method + "' finds no way around: centre and ends span no plane");
+    throw py::value_error("method '" + python_name(method->name) +
+                          "' finds no way around: centre and ends span no plane");
 }
 
-survey::ClosureInput input_of(survey::Method method, double scale, std::uint64_t seed, std::size_t closure) {
+/// What methods are told; their draws come from the seed and the closure's number.
+survey::ClosureInput input_of(survey::Method method, const py::object& scale, const py::object& seed,
+                              const py::object& closure) {
     survey::Plan plan;
     plan.method = method;
-    plan.scale = scale;
-    plan.seed = seed;
-    return input_of(plan, closure);
+    plan.scale = scale_of(scale, method);
+    plan.seed = whole<std::uint64_t>("seed", seed);
+    return survey::input_of(plan, whole<std::size_t>("closure", closure));
 }
 
-/// With a direction, of methods that take one, nothing is drawn.
-py::tuple close_chain(const Doubles& xyz, const Ids& ids, const std::string& name,
-                      const std::optional<int>& direction, double scale, std::uint64_t seed,
-                      std::size_t closure) {
-    Chain chain = chain_of(xyz, ids);
-    const survey::Method method = survey::Method::named(name);
+/// With a direction nothing is drawn.
+py::tuple close_chain(const Doubles& xyz, const Ids& ids, const py::object& name, const py::object& direction,
+                      const py::object& scale, const py::object& seed, const py::object& closure) {
+    const survey::Method method = method_of(name, false);
     survey::ClosureInput input = input_of(method, scale, seed, closure);
-    if (direction) {
-        input.closure = static_cast<std::size_t>(*direction);
-        input.draw = [direction] { return *direction; };
+    if (!direction.is_none()) {
+        if (!method->takes_direction)
+            throw py::value_error("method '" + python_name(method->name) + "' takes no direction");
+        const int row = whole<int>("direction", direction, 0, closure::uniform_rows - 1);
+        input.closure = static_cast<std::size_t>(row);
+        input.draw = [row] { return row; };
     }
+    Chain chain = chain_of(xyz, ids);
     closure::Closing closing = closure::Closing::closed;
     {
         const py::gil_scoped_release others;
         closing = method->close_chain(chain, input);
     }
-    return arrays_of(closed(std::move(chain), closing, name));
+    return arrays_of(closed(std::move(chain), closing, method));
 }
 
-py::list close_structure(const py::sequence& components, const std::string& name, double scale,
-                         std::uint64_t seed, std::size_t closure) {
-    Structure structure = structure_of(components);
-    const survey::Method method = survey::Method::named(name);
+py::list close_structure(const py::sequence& components, const py::object& name, const py::object& scale,
+                         const py::object& seed, const py::object& closure) {
+    const survey::Method method = method_of(name, true);
     const survey::ClosureInput input = input_of(method, scale, seed, closure);
-    closure::Closing closing = closure::Closing::too_many_components;
-    if (method->close_structure) {
+    Structure structure = structure_of(components);
+    closure::Closing closing = closure::Closing::closed;
+    {
         const py::gil_scoped_release others;
         closing = method->close_structure(structure, input);
     }
-    return arrays_of(closed(std::move(structure), closing, name));
-}
-
-void bind_methods(py::module_& module) {
-    using Row = survey::MethodRow;
-    py::class_<Row>(module, "Method")
-        .def_readonly("name", &Row::name)
-        .def_readonly("random", &Row::random)
-        .def_readonly("closes", &Row::closes)
-        .def_readonly("takes_direction", &Row::takes_direction)
-        .def_readonly("default_closures", &Row::default_closures)
-        .def_readonly("most_closures", &Row::most_closures)
-        .def_readonly("default_scale", &Row::default_scale)
-        .def_readonly("most_components", &Row::most_components);
-    module.attr("methods") = std::vector<Row>(survey::all_methods().begin(), survey::all_methods().end());
-    module.attr("scale_limits") = py::make_tuple(survey::scales_above, survey::largest_scale);
-    module.def("standard_method", [](bool together) { return survey::Method::standard(together)->name; });
+    return arrays_of(closed(std::move(structure), closing, method));
 }
 
 /// Positions instead of identifiers. A loop stored with its first atom repeated at its end, which the reduction knows
@@ -131,8 +121,10 @@ py::list reduce_structure(const py::sequence& components, bool closed) {
     return kept;
 }
 
-py::array_t<double> project_chain(const Doubles& xyz, const Ids& ids, int direction, bool closed) {
-    const std::vector<Edge> edges = projection::project(chain_of(xyz, ids), direction, closed);
+py::array_t<double> project_chain(const Doubles& xyz, const Ids& ids, const py::object& direction,
+                                  bool closed) {
+    const int row = whole<int>("direction", direction, 0, closure::fullerene_rows - 1);
+    const std::vector<Edge> edges = projection::project(chain_of(xyz, ids), row, closed);
     py::array_t<double> result({static_cast<py::ssize_t>(edges.size()), py::ssize_t{2}, py::ssize_t{3}});
     double* to = result.mutable_data();
     for (const Edge& edge : edges)
@@ -197,13 +189,16 @@ void bind_predicates(py::module_& module) {
 void bind_operations(py::module_& module) {
     bind_measures(module);
     bind_predicates(module);
-    bind_methods(module);
     module.def("close", close_chain);
     module.def("close_together", close_structure);
     module.def("arc", [](const Doubles& start, const Doubles& end, const Doubles& centre, double radius,
-                         std::int32_t id) {
+                         const py::object& last_id) {
+        if (!std::isfinite(radius))
+            throw py::value_error("radius must be finite, not " + std::to_string(radius));
         const auto one = [](const Doubles& point) { return points_of(point, 1).front(); };
-        return arrays_of(closure::circle_arc(one(start), one(end), one(centre), radius, id).atoms);
+        return arrays_of(closure::circle_arc(one(start), one(end), one(centre), radius,
+                                             whole<std::int32_t>("last_id", last_id))
+                             .atoms);
     });
     module.def("reduce", reduce_chain);
     module.def("reduce_together", reduce_structure);

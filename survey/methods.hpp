@@ -12,6 +12,7 @@ namespace loopwise::survey {
 
 /// Limits of every scale: above the first, up to the second.
 inline constexpr double scales_above = 1.0, largest_scale = 1e6;
+inline bool is_scale(double scale) { return scale > scales_above && scale <= largest_scale; }
 
 /// What a method is told of one closure.
 struct ClosureInput {

@@ -7,6 +7,9 @@
 
 namespace loopwise::survey {
 
+/// Most threads that may be asked for.
+inline constexpr unsigned most_threads = 1024;
+
 struct Plan {
     Method method = Method::standard();
     std::size_t closures = method->default_closures;

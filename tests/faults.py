@@ -23,9 +23,11 @@ from concurrent import futures
 SWAPS = {
     " < ": (" <= ", " > "), " <= ": (" < ",), " > ": (" >= ", " < "), " >= ": (" > ",), " == ": (" != ",),
     " != ": (" == ",), " + ": (" - ",), " - ": (" + ",), " * ": (" / ",), " / ": (" * ",), " % ": (" / ",),
-    " += ": (" -= ",), " -= ": (" += ",), " && ": (" || ",), " || ": (" && ",), " & ": (" | ",), " | ": (" & ",),
+    " += ": (" -= ",), " -= ": (" += ",), " && ": (" || ",), " || ": (" && ",), " & ": (" | ",),
+    " | ": (" & ",),
     " << ": (" >> ",), " >> ": (" << ",), "++": ("--",), "--": ("++",), "!": ("",), "true": ("false",),
-    "false": ("true",), "begin()": ("end()",), "end()": ("begin()",), "front()": ("back()",), "back()": ("front()",),
+    "false": ("true",), "begin()": ("end()",), "end()": ("begin()",), "front()": ("back()",),
+    "back()": ("front()",),
     "std::min": ("std::max",), "std::max": ("std::min",), "floor": ("ceil",), "break;": ("",),
 }
 TOKEN = re.compile("|".join(re.escape(swap) for swap in sorted(SWAPS, key=len, reverse=True)) +
@@ -33,8 +35,8 @@ TOKEN = re.compile("|".join(re.escape(swap) for swap in sorted(SWAPS, key=len, r
 SKIPPED = re.compile(r"^\s*(//|#|\*|static_assert|template|using|namespace)")
 NOT_CODE = re.compile(r'"(?:\\.|[^"\\])*"|\'(?:\\.|[^\'\\])\'|//.*')
 MOST_PER_FILE = 60  # a table of numbers must not take all the faults
-CONFIGURE = ["cmake", "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Faults", "-DCMAKE_CXX_FLAGS=-O1", "-DLOOPWISE_BENCHMARKS=OFF",
-             "-DLOOPWISE_EXAMPLES=OFF", "-DLOOPWISE_INSTALL=OFF"]
+CONFIGURE = ["cmake", "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Faults", "-DCMAKE_CXX_FLAGS=-O1",
+             "-DLOOPWISE_BENCHMARKS=OFF", "-DLOOPWISE_EXAMPLES=OFF", "-DLOOPWISE_INSTALL=OFF"]
 
 
 def replacements(token):
@@ -82,7 +84,8 @@ class Copy:
             os.makedirs(os.path.dirname(os.path.join(self.tree, path)), exist_ok=True)
             shutil.copy(path, os.path.join(self.tree, path))
         self.log = open(os.path.join(self.tree, "log"), "w+", encoding="utf-8", errors="replace")
-        if run([*CONFIGURE, *options.cmake, "-B", self.build], self.tree, self.log) or self.verdict() != "not seen":
+        configure = [*CONFIGURE, *options.cmake, "-B", self.build]
+        if run(configure, self.tree, self.log) or self.verdict() != "not seen":
             print("It does not pass without any fault:", self.log.name, file=sys.stderr)
             os._exit(2)
 
@@ -119,7 +122,7 @@ def main():
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--jobs", type=int, default=1, help="how many copies at the same time")
     parser.add_argument("--only", action="append", help="a file or folder to put faults into; src by default")
-    parser.add_argument("--tree", default=os.path.dirname(tests), help="the checkout to try; this one by default")
+    parser.add_argument("--tree", default=os.path.dirname(tests), help="the checkout; this one by default")
     parser.add_argument("--timeout", type=int, default=120, help="seconds until a test counts as hanging")
     parser.add_argument("--without", default="package|abi|readme|builds_by_hand", help="tests to leave out")
     parser.add_argument("--cmake", action="append", default=[], help="a further argument for configuring")
@@ -146,7 +149,8 @@ def main():
                 verdict = "changes nothing"
             kind = verdict.split(" by ")[0]
             counts[kind] = counts.get(kind, 0) + 1
-            print(f"{verdict} ({seconds:.0f} s): {path}:{number + 1}\n    - {before.strip()}\n    + {line.strip()}", flush=True)
+            lines = f"    - {before.strip()}\n    + {line.strip()}"
+            print(f"{verdict} ({seconds:.0f} s): {path}:{number + 1}\n{lines}", flush=True)
     of_interest = counts["seen"] + counts["not seen"]
     print(", ".join(f"{count} {kind}" for kind, count in counts.items()))
     print(f"of those that change something, {100 * counts['seen'] / max(1, of_interest):.1f} in 100 are seen")

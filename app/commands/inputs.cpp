@@ -2,6 +2,7 @@
 
 #include "read/cut.hpp"
 #include "read/read.hpp"
+#include "survey/plan.hpp"
 
 #include <algorithm>
 #include <thread>
@@ -47,10 +48,9 @@ void declare_inputs(CommandLine& line, Inputs& into) {
 }
 
 void declare_threads(CommandLine& line, unsigned& into) {
-    constexpr unsigned most_threads = 1024;
     into = std::max(1U, std::thread::hardware_concurrency());
     line.number<unsigned>({"--threads", "N", "Threads (default: all); the output is the same for any number"},
-                          {1, most_threads}, into);
+                          {1, survey::most_threads}, into);
 }
 
 std::string label_of(const polymer::Molecule& molecule) {

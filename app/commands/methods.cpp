@@ -24,7 +24,7 @@ void declare_method(CommandLine& line, MethodOptions& into, const char* default_
     line.text({"--method", "METHOD", "How to close, see below"}, into.method);
     line.value({"--scale", "X", "How far out (default: see below)"}, [&into](const std::string& text) {
         into.scale = decimal<double>(text);
-        if (!into.scale || !(*into.scale > survey::scales_above && *into.scale <= survey::largest_scale))
+        if (!into.scale || !survey::is_scale(*into.scale))
             refuse_usage("--scale: expected a number above 1, up to 1000000, not '" + text + "'");
     });
     line.number<std::uint64_t>(

@@ -2,7 +2,8 @@
 
 usage: dask_survey.py FOLDER OUTPUT.json [SCHEDULER-ADDRESS]
 
-Without an address it starts two workers here. Files that cannot be read are named in the output with the reason.
+Without an address it starts two workers here. Files that cannot be read are named in the output with the
+reason.
 """
 
 import json

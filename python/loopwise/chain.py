@@ -63,10 +63,11 @@ _most_shown_beads = 3000
 class Chain:
     """The beads of one chain in order along the backbone.
 
-    ``xyz`` are (n, 3) numbers of any type, order and strides. Doubles are kept as they are: the chain looks at the
-    given array, read-only, and sees later changes to it. Anything else is converted once. ``ids`` are n whole numbers
-    of 32 bits, such as residue numbers, by default 1 to n; ``labels`` are what people call the beads, by default
-    their identifiers. Coordinates may be NaN or infinite; operations to which that makes no sense refuse them.
+    ``xyz`` are (n, 3) numbers of any type, order and strides. Doubles are kept as they are: the chain looks
+    at the given array, read-only, and sees later changes to it. Anything else is converted once. ``ids`` are
+    n whole numbers of 32 bits, such as residue numbers, by default 1 to n; ``labels`` are what people call
+    the beads, by default their identifiers. Coordinates may be NaN or infinite; operations to which that
+    makes no sense refuse them.
 
     Raises ValueError for other shapes and types.
 
@@ -84,19 +85,21 @@ class Chain:
     """What the reader of its file had to decide, in words."""
 
     def __init__(
-        self, xyz: ChainLike, ids: ArrayLike | None = None, *, labels: Sequence[str] | None = None, name: str = ""
+        self, xyz: ChainLike, ids: ArrayLike | None = None, *, labels: Sequence[str] | None = None,
+        name: str = "",
     ):
         if isinstance(xyz, Chain) or foreign.is_chain(xyz):
             given = as_chain(xyz)
             xyz, ids = given._xyz, given._ids if ids is None else ids
             labels, name = given._labels if labels is None else labels, name or given.name
         self._xyz: Coordinates = _read_only(as_coordinates(xyz))
-        self._ids: Identifiers | None = None if ids is None else _read_only(as_identifiers(ids, len(self._xyz)))
+        beads = len(self._xyz)
+        self._ids: Identifiers | None = None if ids is None else _read_only(as_identifiers(ids, beads))
         self._labels: tuple[str, ...] | None = None if labels is None else tuple(map(str, labels))
         self.name = name
         self.notes = ()
-        if self._labels is not None and len(self._labels) != len(self._xyz):
-            raise ValueError(f"there must be a label for each of {len(self._xyz)} beads, not {len(self._labels)}")
+        if self._labels is not None and len(self._labels) != beads:
+            raise ValueError(f"there must be a label for each of {beads} beads, not {len(self._labels)}")
 
     @property
     def xyz(self) -> Coordinates:
@@ -129,7 +132,8 @@ class Chain:
     @overload
     def __getitem__(self, which: int) -> Coordinates: ...
     def __getitem__(self, which: Any) -> Chain | Coordinates:
-        """A chain of the beads at these positions (a slice, positions or booleans), or one bead's coordinates."""
+        """A chain of the beads at these positions (a slice, positions or booleans), or one bead's
+        coordinates."""
         if isinstance(which, (int, np.integer)):
             bead: Coordinates = self._xyz[which]
             return bead
@@ -152,9 +156,9 @@ class Chain:
         return f"Chain{name} of {len(self)} bead{'' if len(self) == 1 else 's'}{ends}"
 
     def to_svg(self) -> str:
-        """The text of an SVG picture: the beads' trace, coloured from the first to the last, along the direction with the
-        fewest crossings of the 60 of :func:`project` (of 4 of them beyond 3,000 beads). A chain that ends where it begins
-        is drawn as a ring.
+        """The text of an SVG picture: the beads' trace, coloured from the first to the last, along the
+        direction with the fewest crossings of the 60 of :func:`project` (of 4 of them beyond 3,000 beads). A
+        chain that ends where it begins is drawn as a ring.
 
         Raises ValueError for coordinates that are not finite and fewer than two beads.
 
@@ -162,7 +166,7 @@ class Chain:
         >>> "an open chain" in lw.sample("trefoil").to_svg()
         True
         """
-        return _core.chain_picture(self.name, self._xyz, self.labels)
+        return _core.picture(self)
 
     def _repr_svg_(self) -> str | None:
         shown = 2 <= len(self) <= _most_shown_beads and np.isfinite(self._xyz).all()

@@ -23,10 +23,10 @@ def _chains(found: list[tuple[Any, Any, list[str], str, list[str]]]) -> list[Cha
 def read_all(path: Path, *, model: str | None = None, atom: str = "CA") -> list[Chain]:
     """All chains of a file, each with its name and one bead for each residue.
 
-    The kinds of files are told by :func:`readable_formats`. ``model`` is one of the file's, by default the first, or
-    "all"; ``atom`` stands for a residue. What the reader had to decide, as about alternate places of an atom, is in
-    the chains' ``notes``. Raises OSError (with the file's name) when the file cannot be read, and ValueError with the
-    reason when it does not hold what it should.
+    The kinds of files are told by :func:`readable_formats`. ``model`` is one of the file's, by default the
+    first, or "all"; ``atom`` stands for a residue. What the reader had to decide, as about alternate places
+    of an atom, is in the chains' ``notes``. Raises OSError (with the file's name) when the file cannot be
+    read, and ValueError with the reason when it does not hold what it should.
 
     >>> [chain.name for chain in read_all("examples/data/trefoil.txt")]
     ['']
@@ -42,8 +42,8 @@ def read_all(path: Path, *, model: str | None = None, atom: str = "CA") -> list[
 def read(path: Path, chain: str | None = None, *, model: str | None = None, atom: str = "CA") -> Chain:
     """The chain of a file, or of several the one of this name.
 
-    Raises what :func:`read_all` raises, and ValueError when there are several chains and none is named, or none of
-    this name.
+    Raises what :func:`read_all` raises, and ValueError when there are several chains and none is named, or
+    none of this name.
 
     >>> read("examples/data/trefoil.txt")
     Chain of 120 beads, 1 to 120
@@ -67,8 +67,9 @@ def readable_formats() -> str:
 
 
 def from_text(text: str, chain: str | None = None) -> Chain:
-    """The chain of a text, which may be whatever a file may hold: identifier, x, y and z of one bead in a line, or x, y
-    and z, or PDB or mmCIF. Raises ValueError as :func:`read` does, with the number of a line that is no bead.
+    """The chain of a text, which may be whatever a file may hold: identifier, x, y and z of one bead in a
+    line, or x, y and z, or PDB or mmCIF. Raises ValueError as :func:`read` does, with the number of a line
+    that is no bead.
 
     >>> from_text("7 0 0 0\\n8 3.8 0 0").ids
     array([7, 8], dtype=int32)
@@ -79,8 +80,8 @@ def from_text(text: str, chain: str | None = None) -> Chain:
 def to_text(chain: ChainLike, format: str = "plain") -> str:
     """The text of a chain: "plain", as :func:`from_text` takes it, or "pdb" ATOM records.
 
-    Coordinates have six significant digits, those of PDB are cut to seven characters: a chain that comes back may
-    differ by that much. Raises ValueError for an unknown format.
+    Coordinates have six significant digits, those of PDB are cut to seven characters: a chain that comes back
+    may differ by that much. Raises ValueError for an unknown format.
 
     >>> to_text([[0, 0, 0], [3.8, 0, 0]])
     '1 0 0 0\\n2 3.8 0 0\\n'

@@ -30,7 +30,8 @@ def _is_gemmi_chain(given: Any) -> bool:
 
 
 def _is_biopython_chain(given: Any) -> bool:
-    return hasattr(given, "get_residues") and hasattr(given, "child_list") and getattr(given, "level", "") == "C"
+    has_residues = hasattr(given, "get_residues") and hasattr(given, "child_list")
+    return has_residues and getattr(given, "level", "") == "C"
 
 
 def _name_of(given: Any) -> str:

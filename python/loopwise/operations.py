@@ -3,7 +3,6 @@
 from __future__ import annotations
 
 import dataclasses
-import math
 from typing import Any, overload
 
 import numpy as np
@@ -11,42 +10,6 @@ from numpy.typing import ArrayLike, NDArray
 
 from . import _core
 from .chain import Chain, ChainLike, Coordinates, Positions, arrays_of, as_chain, is_structure, structure_of
-
-methods = {method.name.replace("-", "_"): method for method in _core.methods}
-"""The table of methods, by names with underscores."""
-
-
-def method_named(method: str | None, together: bool, rings: bool = False) -> str:
-    """The method's name with underscores; that of the default without one."""
-    name = _core.standard_method(together) if method is None else method
-    if isinstance(name, str):
-        name = name.replace("-", "_")
-    known = [name for name, row in methods.items() if row.closes or rings]
-    if name not in known:
-        raise ValueError(f"unknown method {method!r}; choose from {', '.join(known)}")
-    if together and not methods[name].most_components:
-        raise ValueError(f"method {name!r} closes single chains: use {_core.standard_method(True)!r} for several")
-    return name
-
-
-def scale_for(method: str, scale: float | None) -> float:
-    """The scale, or the method's own; 0 for a method that takes none."""
-    default = methods[method].default_scale
-    if scale is None:
-        return default
-    if not default:
-        raise ValueError(f"method {method!r} takes no scale")
-    above, largest = _core.scale_limits
-    if not (math.isfinite(scale) and above < scale <= largest):
-        raise ValueError(f"scale must be above {above:.0f}, up to {largest:.0f}, not {scale}")
-    return float(scale)
-
-
-def within(name: str, value: int, low: int, high: int) -> int:
-    if not low <= value <= high:
-        raise ValueError(f"{name} must be from {low} to {high}, not {value}")
-    return int(value)
-
 
 def _appended(old: Chain, xyz: Any, ids: Any) -> Chain:
     more = len(xyz) - len(old)
@@ -56,50 +19,32 @@ def _appended(old: Chain, xyz: Any, ids: Any) -> Chain:
 
 @overload
 def close(  # type: ignore[misc]  # a list of chains is an array of numbers, too
-    chain: list[Chain] | tuple[Chain, ...],
-    method: str | None = ...,
-    *,
-    seed: int = ...,
-    closure: int = ...,
+    chain: list[Chain] | tuple[Chain, ...], method: str | None = ..., *, seed: int = ..., closure: int = ...,
     scale: float | None = ...,
 ) -> list[Chain]: ...
 @overload
 def close(
-    chain: ChainLike,
-    method: str | None = ...,
-    *,
-    direction: int | None = ...,
-    seed: int = ...,
-    closure: int = ...,
-    scale: float | None = ...,
+    chain: ChainLike, method: str | None = ..., *, direction: int | None = ..., seed: int = ...,
+    closure: int = ..., scale: float | None = ...,
 ) -> Chain: ...
 def close(
-    chain: Any,
-    method: str | None = None,
-    *,
-    direction: int | None = None,
-    seed: int = 0,
-    closure: int = 0,
+    chain: Any, method: str | None = None, *, direction: int | None = None, seed: int = 0, closure: int = 0,
     scale: float | None = None,
 ) -> Any:
-    """Closes a chain around its outside: a new chain of the same beads and some more at its end. Its last bead is then
-    joined to its first. A list or tuple of chains is closed together, and a list comes back.
+    """Closes a chain around its outside: a new chain of the same beads and some more at its end. Its last
+    bead is then joined to its first. A list or tuple of chains is closed together, and a list comes back.
 
-    ``method`` is one of
+    ``method`` is one of those below; by default "directions" of a single chain, "direction" of several.
 
-    - "directions", the default of single chains: both ends move out along direction ``closure`` of 400;
-    - "direction", the default of several: both ends move out along a random direction;
-    - "point": through one far point in a random direction, at ``scale`` (10) times the radius;
-    - "two_points": by an arc between two random directions, at ``scale`` (2) times the radius;
-    - "outside": by an arc from the last bead's direction to the first's, at ``scale`` (2) times the radius. The same
-      chain gives the same closure.
+    METHODS
 
-    ``direction`` (0 to 399) names the direction of the first three for a single chain. Random directions are drawn
-    with ``seed``; closure k of a survey with the same seed is that of ``closure=k``. For several chains the radius is
-    the diameter of all.
+    ``scale`` is the distance of the point or the arc from the centre, in radii of the chain, above 1 and up
+    to 10^6. ``direction`` (0 to 399) names the direction, for a single chain and the first three methods.
+    Random directions are drawn with ``seed``; closure k of a survey with the same seed is that of
+    ``closure=k``. For several chains the radius is the diameter of all.
 
-    Raises ValueError for other methods and numbers, coordinates that are not finite, chains without beads, more chains
-    than the method has directions for, and where an arc finds no way around.
+    Raises ValueError for other methods and numbers, coordinates that are not finite, chains without beads,
+    more chains than the method has directions for, and where an arc finds no way around.
 
     >>> import loopwise as lw
     >>> len(lw.close(lw.sample("trefoil"), direction=7))
@@ -107,24 +52,25 @@ def close(
     >>> [len(c) for c in lw.close([lw.sample("trefoil"), lw.sample("unknot")], "point", seed=3)]
     [61, 61]
     """
-    together = is_structure(chain)
-    name = method_named(method, together)
-    scale = scale_for(name, scale)
-    within("seed", seed, 0, 2**64 - 1)
-    within("closure", closure, 0, 2**64 - 1)
-    if together:
+    if is_structure(chain):
         if direction is not None:
             raise ValueError("several chains are closed in directions of their own: give a seed")
         old = [as_chain(c) for c in chain]
-        new = _core.close_together([(c._xyz, c.ids) for c in old], name.replace("_", "-"), scale, seed, closure)
+        new = _core.close_together([(c._xyz, c.ids) for c in old], method, scale, seed, closure)
         return [_appended(c, *arrays) for c, arrays in zip(old, new)]
-    if direction is not None:
-        if not methods[name].takes_direction:
-            raise ValueError(f"method {name!r} takes no direction")
-        within("direction", direction, 0, 399)
     one = as_chain(chain)
-    arrays = _core.close(one._xyz, one.ids, name.replace("_", "-"), direction, scale, seed, closure)
-    return _appended(one, *arrays)
+    return _appended(one, *_core.close(one._xyz, one.ids, method, direction, scale, seed, closure))
+
+
+def _methods_text() -> str:
+    lines = []
+    for method in _core.methods:
+        scale = f"; ``scale`` is {method.default_scale:g} by default" if method.default_scale else ""
+        lines += [f'    - "{method.name}": {method.help}{scale}'] * method.closes
+    return "\n".join(lines)
+
+
+close.__doc__ = str(close.__doc__).replace("    METHODS", _methods_text())
 
 
 @overload
@@ -134,15 +80,15 @@ def reduce(  # type: ignore[misc]  # likewise
 @overload
 def reduce(chain: ChainLike, closed: bool = ...) -> Positions: ...
 def reduce(chain: Any, closed: bool = True) -> Any:
-    """Removes every bead that the entanglement of a chain does not need, by triangle elimination (Koniaris and
-    Muthukumar 1991, Taylor 2000). Returns the positions that stay, in order, so that ``chain[kept]``, ``xyz[kept]``
-    and the caller's own records follow. A list or tuple of chains is reduced together, each an obstacle to the
-    others, and a list of positions comes back.
+    """Removes every bead that the entanglement of a chain does not need, by triangle elimination (Koniaris
+    and Muthukumar 1991, Taylor 2000). Returns the positions that stay, in order, so that ``chain[kept]``,
+    ``xyz[kept]`` and the caller's own records follow. A list or tuple of chains is reduced together, each an
+    obstacle to the others, and a list of positions comes back.
 
-    With ``closed`` the last bead is joined to the first; the two ends of an open chain always stay. A chain that
-    stores its first bead at its end again (the same identifier, less than 1e-5 apart) is a loop whatever ``closed``
-    says; the position that is first then stands at the end of the result again. Among several chains, as soon as one
-    is stored so, only those are loops.
+    With ``closed`` the last bead is joined to the first; the two ends of an open chain always stay. A chain
+    that stores its first bead at its end again (the same identifier, less than 1e-5 apart) is a loop whatever
+    ``closed`` says; the position that is first then stands at the end of the result again. Among several
+    chains, as soon as one is stored so, only those are loops.
 
     Raises ValueError for coordinates that are not finite. Ctrl-C is obeyed, even though the work then goes on
     unseen until it is done.
@@ -179,7 +125,8 @@ class Check:
         return self.ok
 
     def __repr__(self) -> str:
-        return f"Check({self.text!r}, {len(self.pairs)} of {len(self.distances)} distances from 3.4 to 4.2 missed)"
+        missed = f"{len(self.pairs)} of {len(self.distances)} distances from 3.4 to 4.2 missed"
+        return f"Check({self.text!r}, {missed})"
 
     def to_dict(self) -> dict[str, Any]:
         """Plain values, as for JSON."""
@@ -202,20 +149,16 @@ def check(chain: ChainLike) -> Check:
 
 
 def cut(chain: ChainLike, first: int, last: int) -> Chain:
-    """The stretch between two identifiers, both included, given in either order.
+    """The subchain between two identifiers, both included, given in either order.
 
-    Beads are taken off both ends until both end beads have identifiers inside the range. Raises ValueError when a
-    bound is outside the identifiers of the two ends, or no bead is inside.
+    Beads are taken off both ends until both end beads have identifiers inside the range. Raises ValueError
+    when a bound is outside the identifiers of the two ends, or no bead is inside.
 
     >>> cut(Chain([[0, 0, 0], [3.8, 0, 0], [3.8, 3.8, 0]], ids=[10, 11, 12]), 11, 12)
     Chain of 2 beads, 11 to 12
     """
     whole = as_chain(chain)
-    bounds = [within(name, bound, -(2**31), 2**31 - 1) for name, bound in (("first", first), ("last", last))]
-    found = _core.cut(whole._xyz, whole.ids, *bounds)
-    if found is None:
-        raise ValueError(f"there is no stretch {first} to {last} in a chain from {whole.ids[0]} to {whole.ids[-1]}")
-    start, beads = found
+    start, beads = _core.cut(whole._xyz, whole.ids, first, last)
     return whole[start : start + beads]
 
 
@@ -238,7 +181,8 @@ def radius(chain: ChainLike) -> float:
 
 
 def diameter(chain: Any) -> float:
-    """The largest distance of two beads, of one chain or of any in a list or tuple of chains; 0 below two beads.
+    """The largest distance of two beads, of one chain or of any in a list or tuple of chains; 0 below two
+    beads.
 
     >>> diameter([[0, 0, 0], [3, 4, 0], [1, 0, 0]])
     5.0
@@ -249,20 +193,20 @@ def diameter(chain: Any) -> float:
 
 
 def project(chain: ChainLike, direction: int = 0, closed: bool = False) -> NDArray[np.float64]:
-    """The segments of a chain seen along one of 60 directions: (m, 2, 3), start and end of each, with x and y in the
-    picture and z the depth. With ``closed``, a segment from the last bead to the first comes at the end. Raises
-    ValueError for another direction.
+    """The segments of a chain seen along one of 60 directions: (m, 2, 3), start and end of each, with x and y
+    in the picture and z the depth. With ``closed``, a segment from the last bead to the first comes at the
+    end. Raises ValueError for another direction.
 
     >>> import loopwise as lw
     >>> project(lw.sample("trefoil"), 7, closed=True).shape
     (60, 2, 3)
     """
-    within("direction", direction, 0, 59)
     return _core.project(*arrays_of(chain), direction, closed)
 
 
 def project_point(point: ArrayLike, direction: ArrayLike) -> Coordinates:
-    """A point in the right-handed frame whose third axis is the direction, of which only the whole parts count.
+    """A point in the right-handed frame whose third axis is the direction, of which only the whole parts
+    count.
 
     >>> project_point([1, 2, 3], [0, 1, 0])
     array([-1.,  3.,  2.])
@@ -274,8 +218,8 @@ _contacts = ("none", "through", "touch")
 
 
 def intersection(triangle: ArrayLike, segment: ArrayLike) -> str:
-    """How a segment (2, 3) meets a triangle (3, 3): "none", "through" its inside (or the two are degenerate, as in one
-    coordinate plane), or "touch" within 1e-5 at an edge, a corner or an end of the segment.
+    """How a segment (2, 3) meets a triangle (3, 3): "none", "through" its inside (or the two are degenerate,
+    as in one coordinate plane), or "touch" within 1e-5 at an edge, a corner or an end of the segment.
 
     >>> intersection([[0, 0, 0], [4, 0, 1], [0, 4, 1]], [[1, 1, -3], [1, 1, 5]])
     'through'
@@ -284,7 +228,8 @@ def intersection(triangle: ArrayLike, segment: ArrayLike) -> str:
 
 
 def segments_cross(a: ArrayLike, b: ArrayLike, c: ArrayLike, d: ArrayLike) -> bool:
-    """Whether the planar segments ab and cd cross or touch; points are (x, y), a third coordinate is left out.
+    """Whether the planar segments ab and cd cross or touch; points are (x, y), a third coordinate is left
+    out.
 
     >>> segments_cross([0, 0], [2, 2], [0, 2], [2, 0])
     True
@@ -338,15 +283,13 @@ def distance(a: ArrayLike, b: ArrayLike) -> float:
 
 
 def arc(start: ArrayLike, end: ArrayLike, centre: ArrayLike, radius: float, last_id: int = 0) -> Chain:
-    """Beads along the shorter arc around a centre from the direction of one point to that of another, one every 10
-    degrees, numbered from the identifier after ``last_id``; none where centre and points span no plane.
+    """Beads along the shorter arc around a centre from the direction of one point to that of another, one
+    every 10 degrees, numbered from the identifier after ``last_id``; none where centre and points span no
+    plane.
 
     >>> len(arc([1, 0, 0], [0, 1, 0], [0, 0, 0], 10))
     10
     """
-    if not math.isfinite(radius):
-        raise ValueError(f"radius must be finite, not {radius}")
-    within("last_id", last_id, -(2**31), 2**31 - 1)
     return Chain(*_core.arc(_points(start), _points(end), _points(centre), radius, last_id))
 
 

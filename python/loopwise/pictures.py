@@ -18,7 +18,7 @@ _longest_knot = 30
 _labelled_cores = 6
 
 
-def _figure(**options: Any) -> "Figure":
+def _figure(**options: Any) -> Figure:
     """A figure that notebooks show once and no window keeps alive."""
     from matplotlib.backends.backend_agg import FigureCanvasAgg
     from matplotlib.figure import Figure
@@ -35,8 +35,8 @@ def _view_axes(xyz: Any) -> Any:
 
 
 def _draw_loop(axes: Any, loop: Any, positions: Any, own: int) -> None:
-    """Segments coloured by where they are along the chain, those that close it in grey. They are drawn in pieces from
-    the farthest to the nearest, so that what crosses above interrupts what is below."""
+    """Segments coloured by where they are along the chain, those that close it in grey. They are drawn in
+    pieces from the farthest to the nearest, so that what crosses above interrupts what is below."""
     import matplotlib
     from matplotlib.collections import LineCollection
 
@@ -64,7 +64,7 @@ def _draw_loop(axes: Any, loop: Any, positions: Any, own: int) -> None:
     axes.set_axis_off()
 
 
-def specimen_figure(survey: "Survey") -> "Figure":
+def specimen_figure(survey: Survey) -> Figure:
     """The typical closure before and after its reduction."""
     if survey.typical is None:
         raise ValueError("every closure failed: there is nothing to draw")
@@ -89,13 +89,13 @@ def specimen_figure(survey: "Survey") -> "Figure":
     return figure
 
 
-def trajectory_figure(trajectory: "Trajectory") -> "Figure":
+def trajectory_figure(trajectory: Trajectory) -> Figure:
     """The share of every knot over the frames, one upon another."""
     figure = _figure(figsize=(9, 3.5))
     axes = figure.subplots()
     shares: dict[str, Any] = {}
     for frame, survey in enumerate(trajectory):
-        for knot, closures in survey._only().types.items():
+        for knot, closures in survey.types.items():
             name = knot.short(_longest_knot) if knot.has_name else "not named"
             shares.setdefault(name, np.zeros(len(trajectory)))[frame] += closures / survey.counted
     axes.stackplot(range(len(trajectory)), list(shares.values()), labels=list(shares), step="mid")
@@ -104,13 +104,13 @@ def trajectory_figure(trajectory: "Trajectory") -> "Figure":
     return figure
 
 
-def fingerprint_figure(fingerprint: "Fingerprint") -> "Figure":
+def fingerprint_figure(fingerprint: Fingerprint) -> Figure:
     """The matrix as in the program's picture: first residues across, last residues upwards."""
     from matplotlib.colors import to_rgba
     from matplotlib.patches import Patch
 
-    picture = fingerprint._picture()
-    beads, rows, colours = picture["beads"], picture["rows"], picture["colours"]
+    beads, dot, rows, knots, colours, legend, is_complete, ticks, cores, *words = fingerprint._picture()
+    title, about, first_axis, last_axis = words
     dots = np.zeros((len(rows), len(rows), 4))
     for row, runs in zip(dots, rows):
         start = 0
@@ -120,24 +120,22 @@ def fingerprint_figure(fingerprint: "Fingerprint") -> "Figure":
     figure = _figure(figsize=(7.5, 6))
     axes = figure.subplots()
     axes.fill([0, 0, beads], [0, beads, beads], colours[0][0], linewidth=0, zorder=0)
-    side = len(rows) * picture["dot"]
+    side = len(rows) * dot
     axes.imshow(dots, origin="lower", interpolation="nearest", extent=(0, side, 0, side), zorder=1)
-    for i, (first, last, knot, label) in enumerate(picture["cores"]):
+    for i, ((first, last), knot, label) in enumerate(cores):
         place = first + 0.5, last + 0.5
         axes.plot(*place, "o", color=colours[knot][-1], markeredgecolor="black", markersize=8)
         if i < _labelled_cores:
             axes.annotate(label, place, (8, -12), textcoords="offset points", fontsize=9)
-    ticks, labels = zip(*picture["ticks"]) if picture["ticks"] else ((), ())
-    axes.set_xticks([tick + 0.5 for tick in ticks], labels)
-    axes.set_yticks([tick + 0.5 for tick in ticks], labels)
-    axes.set(xlim=(0, beads), ylim=(0, beads))
-    axes.set_xlabel(picture["axes"][0])
-    axes.set_ylabel(picture["axes"][1])
+    middles, labels = [bead + 0.5 for bead, _ in ticks], [label for _, label in ticks]
+    axes.set_xticks(middles, labels)
+    axes.set_yticks(middles, labels)
+    axes.set(xlim=(0, beads), ylim=(0, beads), xlabel=first_axis, ylabel=last_axis)
     axes.spines[["top", "right"]].set_visible(False)
-    patches = [Patch(color=colours[knot][-1], label=picture["knots"][knot]) for knot in picture["legend"]]
-    if not picture["is_legend_complete"]:
+    patches = [Patch(color=colours[knot][-1], label=knots[knot]) for knot in legend]
+    if not is_complete:
         patches.insert(-1, Patch(color="none", label="and others"))
     axes.legend(handles=patches, loc="lower right", frameon=False)
-    figure.suptitle(picture["title"])
-    axes.set_title(picture["about"], fontsize=7)
+    figure.suptitle(title)
+    axes.set_title(about, fontsize=7)
     return figure

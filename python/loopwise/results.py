@@ -4,13 +4,29 @@ from __future__ import annotations
 
 import base64
 import html
-from typing import TYPE_CHECKING, Any, Iterable, Sequence
+from typing import TYPE_CHECKING, Any, Callable, Iterable, Sequence, TypeVar
 
 if TYPE_CHECKING:
     import pandas
 
+_Class = TypeVar("_Class", bound=type)
 
-def data_frame(columns: dict[str, Any]) -> "pandas.DataFrame":
+
+def extends(bound: type) -> Callable[[_Class], _Class]:
+    """Class decorator: gives a compiled class what its Python subclass adds, and takes it in place of the
+    subclass."""
+
+    def extend(subclass: _Class) -> _Class:
+        for name, member in vars(subclass).items():
+            if name not in ("__module__", "__doc__", "__dict__", "__weakref__"):
+                setattr(bound, name, member)
+        bound.__module__ = "loopwise"
+        return bound  # type: ignore[return-value]
+
+    return extend
+
+
+def data_frame(columns: dict[str, Any]) -> pandas.DataFrame:
     """A table of named columns. Raises ImportError where pandas is missing."""
     import pandas
 
@@ -28,7 +44,7 @@ def html_table(head: Sequence[str], rows: Iterable[Sequence[object]], caption: s
 
 
 def svg_image(svg: str | None) -> str:
-    """The picture in the page of a notebook; its styles stay its own."""
+    """A picture for notebooks; its styles do not reach the page. Empty for None."""
     if svg is None:
         return ""
     data = base64.b64encode(svg.encode()).decode()
@@ -36,4 +52,5 @@ def svg_image(svg: str | None) -> str:
 
 
 def percent(part: int, whole: int) -> str:
+    """A share as "12.5 %"; "-" of nothing."""
     return f"{100 * part / whole:.1f} %" if whole else "-"

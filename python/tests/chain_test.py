@@ -32,7 +32,8 @@ def test_arrays_of_any_type_and_order_mean_the_same(dtype, arrange):
     assert lw.to_text(given) == lw.to_text(xyz.astype(float))
     assert np.array_equal(lw.reduce(given), lw.reduce(xyz.astype(float)))
     assert np.array_equal(given, before)
-    assert np.shares_memory(lw.Chain(given).xyz, given) == (given.dtype == np.float64 and given.dtype.isnative)
+    is_native_double = given.dtype == np.float64 and given.dtype.isnative
+    assert np.shares_memory(lw.Chain(given).xyz, given) == is_native_double
 
 
 @pytest.mark.parametrize(
@@ -128,7 +129,7 @@ def test_a_chain_is_drawn_from_where_it_crosses_itself_least(trefoil):
         assert f"{chain.name or 'chain'}: 60 beads" in words and ("last 60" in words) == (chain is trefoil)
         lines = drawn.find("{*}svg").findall("{*}line")
         bonds = 59 + (chain is ring)
-        assert bonds <= len(lines) <= bonds + min(counts)  # each pass under another cuts a bond, some near its end
+        assert bonds <= len(lines) <= bonds + min(counts)  # each pass under another cuts a bond
     for xyz in (trefoil.xyz[:1], np.full((4, 3), np.nan)):
         assert lw.Chain(xyz)._repr_svg_() is None
         with pytest.raises(ValueError, match="cannot be drawn|finite"):

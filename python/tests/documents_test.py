@@ -1,12 +1,10 @@
 """The examples of the documents run, and the table names every exported function."""
 
-import json
 import os
 import pathlib
 import re
 import subprocess
 import sys
-import time
 
 import pytest
 
@@ -38,8 +36,10 @@ def test_the_table_maps_every_exported_function():
 
 def test_the_tour_draws_its_pictures(tmp_path):
     pytest.importorskip("matplotlib")
-    subprocess.run([sys.executable, root / "examples/python/tour.py", tmp_path], check=True, stdout=subprocess.DEVNULL)
-    assert {picture.name for picture in tmp_path.glob("*.png")} == {"fingerprint.png", "survey.png", "trajectory.png"}
+    tour = [sys.executable, root / "examples/python/tour.py", tmp_path]
+    subprocess.run(tour, check=True, stdout=subprocess.DEVNULL)
+    pictures = {picture.name for picture in tmp_path.glob("*.png")}
+    assert pictures == {"fingerprint.png", "survey.png", "trajectory.png"}
 
 
 def test_a_cluster_that_loses_a_worker_loses_no_file(tmp_path, monkeypatch):
@@ -72,5 +72,6 @@ def test_a_cluster_that_loses_a_worker_loses_no_file(tmp_path, monkeypatch):
             monkeypatch.setattr(dask_survey, "as_completed", after_three)
             results = dask_survey.survey_folder(client, tmp_path)
             assert killed and killed[0] not in client.run(os.getpid).values()
-    assert [pathlib.Path(one["file"]).name for one in results] == [f"{i:02}.txt" for i in range(30)] + ["99.txt"]
+    files = [pathlib.Path(one["file"]).name for one in results]
+    assert files == [f"{i:02}.txt" for i in range(30)] + ["99.txt"]
     assert all(one["chains"][0]["knots"] for one in results[:-1]) and "no bead" in results[-1]["error"]

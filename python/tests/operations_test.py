@@ -10,7 +10,8 @@ import loopwise as lw
 
 everything = [getattr(lw, name) for name in lw.__all__ if callable(getattr(lw, name)) and name != "write"]
 numbers = st.one_of(
-    st.integers(-(2**70), 2**70), st.floats(), st.none(), st.booleans(), st.text(max_size=5), st.complex_numbers()
+    st.integers(-(2**70), 2**70), st.floats(), st.none(), st.booleans(), st.text(max_size=5),
+    st.complex_numbers(),
 )
 odd_arrays = arrays.arrays(
     st.one_of(
@@ -19,14 +20,20 @@ odd_arrays = arrays.arrays(
         arrays.complex_number_dtypes(),
         arrays.byte_string_dtypes(),
     ),
-    st.one_of(arrays.array_shapes(max_dims=3, max_side=8, min_side=0), st.tuples(st.integers(0, 12), st.just(3))),
+    st.one_of(
+        arrays.array_shapes(max_dims=3, max_side=8, min_side=0), st.tuples(st.integers(0, 12), st.just(3))
+    ),
 )
 near = arrays.arrays(float, st.tuples(st.integers(0, 12), st.just(3)), elements=st.integers(-2, 2).map(float))
 structures = st.lists(st.one_of(near, odd_arrays), max_size=4)
 anything = st.one_of(near, odd_arrays, structures, numbers, st.lists(numbers, max_size=4))
 keywords = st.dictionaries(
-    st.sampled_from("method direction seed closure scale closed closures threads names ids first last format".split()),
-    st.one_of(numbers, st.integers(0, 20), st.sampled_from("point two_points outside directions pdb".split())),
+    st.sampled_from(
+        "method direction seed closure scale closed closures threads names ids first last format".split()
+    ),
+    st.one_of(
+        numbers, st.integers(0, 20), st.sampled_from("point two_points outside directions pdb".split())
+    ),
     max_size=3,
 )
 

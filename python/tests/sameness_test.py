@@ -36,7 +36,8 @@ def every_result(xyz):
     add(lw.diameter(parts), np.int32(lw.max_id(parts)), lw.is_empty(parts))
     for i in range(len(xyz) - 4):
         p = xyz[i : i + 5]
-        add(np.int32(["none", "through", "touch"].index(lw.intersection(p[:3], p[3:]))), lw.distance(p[0], p[1]))
+        contact = ["none", "through", "touch"].index(lw.intersection(p[:3], p[3:]))
+        add(np.int32(contact), lw.distance(p[0], p[1]))
         add(*(compare(p[0, 0], p[1, 0]) for compare in (lw.compare_eq, lw.compare_gt, lw.compare_geq)))
         add(lw.segments_cross(*p[:4]), lw.on_segment(*p[:3]), lw.orientation(*p[:3]))
         add(lw.scalar_product(p[0], p[1]), lw.determinant(p[:3]), lw.project_point(p[0], p[1]))
@@ -51,11 +52,11 @@ def every_result(xyz):
     add(ring[lw.reduce(ring, False)])
     for seed in range(5):
         drawn = {"seed": seed, "closure": 3}
-        loops = [lw.close(chain, direction=seed)]
-        loops += [lw.close(chain, method, **drawn) for method in ("direction", "point", "two_points", "outside")]
+        loops, methods = [lw.close(chain, direction=seed)], ("direction", "point", "two_points", "outside")
+        loops += [lw.close(chain, method, **drawn) for method in methods]
         for loop in loops:
             add(loop, loop[lw.reduce(loop)])
-        for method in ("direction", "point", "two_points", "outside"):
+        for method in methods:
             loops = lw.close(parts, method, **drawn)
             add(loops, [loop[kept] for loop, kept in zip(loops, lw.reduce(loops))])
     add(lw.knot(chain).text)
