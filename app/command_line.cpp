@@ -19,16 +19,14 @@ const char* const exit_statuses = R"(Exit status:
   130  interrupted
 )";
 
-std::string help_section(const std::string& heading,
-                         const std::vector<std::pair<std::string, std::string>>& entries) {
+std::string help_section(const std::string& heading, const std::vector<std::pair<std::string, std::string>>& entries) {
     std::string text = "\n" + heading + ":\n";
     for (const auto& [name, help] : entries) {
         std::string line = "  " + name;
         if (line.size() + 1 > help_column) line += '\n';
         const std::size_t width = line.back() == '\n' ? line.size() + help_column : help_column;
         line.resize(std::max(line.size(), width), ' ');
-        for (const char c : help)
-            line += c == '\n' ? '\n' + std::string(help_column, ' ') : std::string(1, c);
+        for (const char c : help) line += c == '\n' ? '\n' + std::string(help_column, ' ') : std::string(1, c);
         text += line + '\n';
     }
     return text;
@@ -77,8 +75,7 @@ void CommandLine::flag(const char* names, std::function<void()> take, const std:
 
 void CommandLine::option(const ValueOption& option, bool repeated, Take take) {
     const std::string name = long_name(option);
-    const auto take_all = [this, name, repeated,
-                           take = std::move(take)](const std::vector<std::string>& values) {
+    const auto take_all = [this, name, repeated, take = std::move(take)](const std::vector<std::string>& values) {
         if (values.size() > 1 && !repeated) refuse_usage(name + " is given twice");
         given_.insert(name);
         for (const std::string& value : values) take(value);
@@ -104,15 +101,12 @@ void CommandLine::text(const ValueOption& given, std::string& into) {
 
 void CommandLine::exclusive(std::vector<std::string> names) { exclusive_.push_back(std::move(names)); }
 
-void CommandLine::needs(std::string name, std::string other) {
-    needs_.emplace_back(std::move(name), std::move(other));
-}
+void CommandLine::needs(std::string name, std::string other) { needs_.emplace_back(std::move(name), std::move(other)); }
 
 void CommandLine::footer(std::string text) { footer_ = std::move(text); }
 
 std::string CommandLine::help() const {
-    std::string text =
-        summary_ + "\nUsage: loopwise " + name_ + " [OPTIONS] " + (files_ ? "FILE..." : "FILE") + '\n';
+    std::string text = summary_ + "\nUsage: loopwise " + name_ + " [OPTIONS] " + (files_ ? "FILE..." : "FILE") + '\n';
     text += help_section("Arguments", {{positional_, positional_help_}}) + help_section("Options", entries_);
     return text + (footer_.empty() ? "" : '\n' + footer_ + '\n') + '\n' + exit_statuses;
 }
@@ -169,10 +163,10 @@ std::string CommandLine::long_name(const ValueOption& option) {
     return names.substr(names.find("--"));
 }
 
-void CommandLine::refuse_number(const std::string& name, const std::string& text, bool whole,
-                                const std::string& low, const std::string& high) {
-    refuse_usage(name + ": expected a " + (whole ? "whole " : "") + "number from " + low + " to " + high +
-                 ", not '" + text + "'");
+void CommandLine::refuse_number(const std::string& name, const std::string& text, bool whole, const std::string& low,
+                                const std::string& high) {
+    refuse_usage(name + ": expected a " + (whole ? "whole " : "") + "number from " + low + " to " + high + ", not '" +
+                 text + "'");
 }
 
 } // namespace loopwise::app

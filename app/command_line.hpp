@@ -67,8 +67,7 @@ class CommandLine {
     /// A text that is not empty.
     void text(const ValueOption& option, std::string& into);
     /// The number lies in the range; `into` may be optional.
-    template <class Number, class Into>
-    void number(const ValueOption& option, Range<Number> range, Into& into) {
+    template <class Number, class Into> void number(const ValueOption& option, Range<Number> range, Into& into) {
         value(option, [name = long_name(option), range, &into](const std::string& text) {
             const std::optional<Number> number = decimal<Number>(text);
             if (!number || !(*number >= range.low && *number <= range.high))
@@ -115,8 +114,7 @@ struct HelpAsked {};
 struct VersionAsked {};
 
 /// A heading and entries in two columns.
-std::string help_section(const std::string& heading,
-                         const std::vector<std::pair<std::string, std::string>>& entries);
+std::string help_section(const std::string& heading, const std::vector<std::pair<std::string, std::string>>& entries);
 
 /// What every help ends with.
 extern const char* const exit_statuses;

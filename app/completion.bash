@@ -20,7 +20,8 @@ _loopwise()
             subcommands+=("${BASH_REMATCH[1]}")
         elif [[ $line =~ ^\ \ ((-[A-Za-z]),\ )?(--[a-z-]+)(\ ([^ ]+))?(\ \ |$) ]]; then
             options+=("${BASH_REMATCH[3]}")
-            [[ $previous == "${BASH_REMATCH[3]}" || $previous == "${BASH_REMATCH[2]:-none}" ]] && value=${BASH_REMATCH[5]}
+            [[ $previous == "${BASH_REMATCH[3]}" || $previous == "${BASH_REMATCH[2]:-none}" ]] &&
+                value=${BASH_REMATCH[5]}
         fi
     done < <("$program" ${command:+"$command"} --help 2>/dev/null)
 

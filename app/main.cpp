@@ -15,8 +15,8 @@ std::string help() {
     std::vector<std::pair<std::string, std::string>> subcommands;
     for (const Command& command : commands()) subcommands.emplace_back(command.name, command.summary);
     return std::string(about) + "\nUsage: loopwise [OPTIONS] SUBCOMMAND\n" +
-           help_section("Options", {{"-h, --help", "Print this help and exit"},
-                                    {"-V, --version", "Print the version and exit"}}) +
+           help_section("Options",
+                        {{"-h, --help", "Print this help and exit"}, {"-V, --version", "Print the version and exit"}}) +
            help_section("Subcommands", subcommands) + '\n' + exit_statuses;
 }
 
@@ -33,8 +33,7 @@ const Command& command_named(const std::string& name) {
         if (name == command.name) return command;
         known += (known.empty() ? "" : ", ") + std::string(command.name);
     }
-    refuse_usage((name.starts_with('-') ? "unknown option " : "unknown subcommand ") + name +
-                 "; choose from " + known);
+    refuse_usage((name.starts_with('-') ? "unknown option " : "unknown subcommand ") + name + "; choose from " + known);
 }
 
 int run(std::vector<std::string> arguments) {

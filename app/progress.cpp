@@ -46,8 +46,7 @@ std::string progress_line(const Work& work, double seconds) {
     text.append(words::left(bar, bar_width)).append("] ").append(std::to_string(work.done));
     if (work.closures > 0) text.append("/").append(std::to_string(work.closures));
     text.append(" ").append(work.unit).append(", ").append(duration(seconds));
-    if (work.part > 0.0)
-        text.append(", ").append(duration(seconds * (1.0 - work.part) / work.part)).append(" to go");
+    if (work.part > 0.0) text.append(", ").append(duration(seconds * (1.0 - work.part) / work.part)).append(" to go");
     return text + place + ": " + what;
 }
 
@@ -111,8 +110,7 @@ void Progress::draw_again_and_again() {
         if (over_ || Clock::now() < due) continue;
         due = Clock::now() + between_draws;
         if (!at_work_) continue;
-        const std::string line =
-            progress_line(work_, std::chrono::duration<double>(Clock::now() - begun_).count());
+        const std::string line = progress_line(work_, std::chrono::duration<double>(Clock::now() - begun_).count());
         std::fprintf(stderr, "\r\033[K%s", line.substr(0, width_of_terminal() - 1).c_str());
         std::fflush(stderr);
         drawn_ = true;

@@ -60,8 +60,7 @@ void measure(const Row& row) {
         old_best = std::min(old_best, seconds(row.start, row.old_one, calls));
         new_best = std::min(new_best, seconds(row.start, row.new_one, calls));
     }
-    std::printf("| %s | %.4g | %.4g | %.2f |\n", row.name.c_str(), old_best * 1e6, new_best * 1e6,
-                old_best / new_best);
+    std::printf("| %s | %.4g | %.4g | %.2f |\n", row.name.c_str(), old_best * 1e6, new_best * 1e6, old_best / new_best);
     std::fflush(stdout);
 }
 
@@ -72,8 +71,8 @@ void* loaded(const char* file) {
 }
 
 Operation chain_reduce(void* library, bool closed) {
-    const auto function = reinterpret_cast<decltype(&ChainReduce)>(
-        dlsym(library, "_Z11ChainReduceRSt6vectorI9ChainAtomSaIS0_EEb"));
+    const auto function =
+        reinterpret_cast<decltype(&ChainReduce)>(dlsym(library, "_Z11ChainReduceRSt6vectorI9ChainAtomSaIS0_EEb"));
     return [=](Structure& s) { function(s[0], closed); };
 }
 
@@ -95,13 +94,10 @@ struct Named {
 
 template <class Visit> void for_each_row(void* old_library, void* new_library, Visit visit) {
     const auto against = [&](const Named& kind, int length, bool closed) {
-        const std::string name =
-            std::string("ChainReduce, ") + kind.name + (closed ? ", closed, " : ", open, ");
+        const std::string name = std::string("ChainReduce, ") + kind.name + (closed ? ", closed, " : ", open, ");
         visit(name + std::to_string(length), [=] {
-            return Row{"",
-                       {made(kind.kind, length)},
-                       chain_reduce(old_library, closed),
-                       chain_reduce(new_library, closed)};
+            return Row{
+                "", {made(kind.kind, length)}, chain_reduce(old_library, closed), chain_reduce(new_library, closed)};
         });
     };
     for (const int length : {100, 200, 400, 800, 1600, 3200})
@@ -117,18 +113,14 @@ template <class Visit> void for_each_row(void* old_library, void* new_library, V
     });
     for (const int length : {10000, 30000, 100000}) {
         visit("ChainsReduce, compact, closed, " + std::to_string(length), [=] {
-            return Row{"",
-                       {made(Kind::compact, length)},
-                       chains_reduce(old_library, true),
-                       chains_reduce(new_library, true)};
+            return Row{
+                "", {made(Kind::compact, length)}, chains_reduce(old_library, true), chains_reduce(new_library, true)};
         });
     }
     for (const int length : {10000, 30000})
         visit("new ChainReduce (as old) by new ChainsReduce, closed, " + std::to_string(length), [=] {
-            return Row{"",
-                       {made(Kind::compact, length)},
-                       chain_reduce(new_library, true),
-                       chains_reduce(new_library, true)};
+            return Row{
+                "", {made(Kind::compact, length)}, chain_reduce(new_library, true), chains_reduce(new_library, true)};
         });
     constexpr Named kinds[] = {{Kind::compact, "compact"},
                                {Kind::lattice, "lattice"},
@@ -138,8 +130,7 @@ template <class Visit> void for_each_row(void* old_library, void* new_library, V
     for (const Named& kind : kinds)
         for (const int length : {4, 5, 6, 8, 12, 16, 30, 50, 100, 200, 400, 800})
             for (const bool closed : {false, true}) {
-                const std::string name =
-                    std::string("literal, ") + kind.name + (closed ? ", closed, " : ", open, ");
+                const std::string name = std::string("literal, ") + kind.name + (closed ? ", closed, " : ", open, ");
                 visit(name + std::to_string(length), [=] {
                     return Row{"",
                                {made(kind.kind, length)},

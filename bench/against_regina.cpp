@@ -1,5 +1,5 @@
-// Compares the polynomials of knots and links with those of Regina (Debian: regina-normal-dev), which computes them from
-// the diagrams as drawn, before any move of ours.
+// Compares the polynomials of knots and links with those of Regina (Debian: regina-normal-dev), which computes them
+// from the diagrams as drawn, before any move of ours.
 //
 //     cmake --preset release -DLOOPWISE_REGINA=ON && cmake --build --preset release --target against_regina
 //     build/release/bench/against_regina
@@ -25,7 +25,8 @@ struct Count {
 };
 
 regina::Link their_link(const Diagram& diagram) {
-    // Planar diagram code: strands are numbered; at each crossing from the strand that comes in below, counterclockwise.
+    // Planar diagram code: strands are numbered; at each crossing from the strand that comes in below,
+    // counterclockwise.
     std::vector<long> strand(diagram.mate.size(), 0);
     long next = 0;
     for (std::size_t start = 0; start < strand.size(); ++start)
@@ -45,8 +46,7 @@ regina::Link their_link(const Diagram& diagram) {
 Laurent jones_by(const regina::Link& link) {
     const auto& theirs = link.jones();
     Laurent result{static_cast<int>(theirs.minExp()), {}};
-    for (long e = theirs.minExp(); e <= theirs.maxExp(); e += 2)
-        result.coefficients.push_back(theirs[e].longValue());
+    for (long e = theirs.minExp(); e <= theirs.maxExp(); e += 2) result.coefficients.push_back(theirs[e].longValue());
     return result;
 }
 
@@ -90,13 +90,12 @@ void compare(const std::string& name, const Diagram& drawn, bool homfly, Count& 
         !homfly || drawn.loops != 1 || loopwise::knots::alexander(diagram) == alexander_by(link);
     if (same_jones && same_alexander) return;
     ++count.different;
-    std::cout << name << ": " << (jones ? text(*jones) : "none") << " here, " << text(jones_by(link))
-              << " there\n";
+    std::cout << name << ": " << (jones ? text(*jones) : "none") << " here, " << text(jones_by(link)) << " there\n";
 }
 
 Count say(const char* what, Count count) {
-    std::cout << what << ": " << count.diagrams << " diagrams of up to " << count.most_crossings
-              << " crossings, " << count.different << " different\n";
+    std::cout << what << ": " << count.diagrams << " diagrams of up to " << count.most_crossings << " crossings, "
+              << count.different << " different\n";
     return count;
 }
 
@@ -114,8 +113,7 @@ Count random_braids() {
         const int strands = 3 + random.below(4);
         std::vector<signed char> word;
         for (int length = 8 + random.below(14); length > 0; --length)
-            word.push_back(
-                static_cast<signed char>((1 + random.below(strands - 1)) * (random.below(2) == 0 ? 1 : -1)));
+            word.push_back(static_cast<signed char>((1 + random.below(strands - 1)) * (random.below(2) == 0 ? 1 : -1)));
         for (int k = 1; k < strands; ++k) word.push_back(static_cast<signed char>(k)); // no strand by itself
         const Diagram diagram = loopwise::knots::closed_braid(strands, word);
         if (diagram.loops <= 2) compare("braid", diagram, true, count);
@@ -130,8 +128,7 @@ Count polygons() {
         const Chain ring = chains::make(chains::Kind::tangle, 12 + random.below(20), random);
         const std::array<std::span<const ChainAtom>, 1> loops{ring};
         const loopwise::knots::View view = loopwise::knots::project_diagram(loops);
-        if (view.diagram.size() >= 3 && view.diagram.size() <= 70)
-            compare("polygon", view.diagram, false, count);
+        if (view.diagram.size() >= 3 && view.diagram.size() <= 70) compare("polygon", view.diagram, false, count);
     }
     return say("Jones polynomials of random polygons", count);
 }

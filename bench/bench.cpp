@@ -22,8 +22,7 @@ namespace {
 using chains::Kind;
 
 /// The copy of the start value counts for both versions.
-template <class Value, class Operation>
-void measure(benchmark::State& state, const Value& start, Operation operation) {
+template <class Value, class Operation> void measure(benchmark::State& state, const Value& start, Operation operation) {
     for ([[maybe_unused]] auto _ : state) {
         Value value = start;
         benchmark::DoNotOptimize(operation(value));
@@ -68,8 +67,7 @@ class Table : public benchmark::BenchmarkReporter {
 
 /// One row of the table: the plain version, which is left out where it takes too long, and ours.
 template <class Value, class Plain, class Ours, class Same>
-void add(const std::string& name, const Value& start, Plain plain, Ours ours, Same same,
-         bool with_plain = true) {
+void add(const std::string& name, const Value& start, Plain plain, Ours ours, Same same, bool with_plain = true) {
     if (with_plain) {
         Value a = start, b = start;
         const auto left = plain(a);
@@ -105,8 +103,7 @@ void add_reductions(bool smoke) {
     for (const int length : {200, 800, 3200})
         for (const bool closed : {false, true})
             if (!smoke || length == 200)
-                add_reduction(std::string("compact_") + (closed ? "closed/" : "open/") +
-                                  std::to_string(length),
+                add_reduction(std::string("compact_") + (closed ? "closed/" : "open/") + std::to_string(length),
                               chain(Kind::compact, length), closed, true);
     for (const int length : {1000, 2000, 8000})
         if (!smoke)
@@ -168,8 +165,8 @@ int close_in_directions(Structure& structure) {
 void add_measures(bool smoke) {
     const auto diameter = [](const Structure& s) { return DiameterOfStructure(s); };
     chains::Random random(7);
-    add("Diameter/compact/1000", Structure{chains::make(Kind::compact, 1000, random)}, literal::diameter,
-        diameter, same_structure);
+    add("Diameter/compact/1000", Structure{chains::make(Kind::compact, 1000, random)}, literal::diameter, diameter,
+        same_structure);
     add("Diameter/sphere/4000", Structure{chains::on_sphere(4000, random)}, literal::diameter, diameter,
         same_structure);
 
@@ -181,16 +178,15 @@ void add_measures(bool smoke) {
             return close(s);
         };
     };
-    add("CloseChains_1direction/40x200", structure, seeded(close_in_directions),
-        seeded(CloseChains_1direction), same_structure);
+    add("CloseChains_1direction/40x200", structure, seeded(close_in_directions), seeded(CloseChains_1direction),
+        same_structure);
 }
 
 void add_texts() {
     chains::Random random(7);
     Chain chain = chains::make(Kind::compact, 2000, random);
     for (ChainAtom& atom : chain) // three decimals, as in a structure file
-        for (double* c : {&atom.x, &atom.y, &atom.z})
-            *c = static_cast<double>(static_cast<long>(*c * 1000)) / 1000;
+        for (double* c : {&atom.x, &atom.y, &atom.z}) *c = static_cast<double>(static_cast<long>(*c * 1000)) / 1000;
     bool error = false;
     const auto size_of = [](auto read) {
         return [read](const std::string& t) {

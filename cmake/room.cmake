@@ -1,5 +1,5 @@
-# A room of the product: a folder at the root with all its sources, a static library, and a namespace of the same name in
-# `loopwise`. usage: loopwise_room(NAME [WITHOUT FILE...] [LINK TARGET...])
+# A room of the product: a folder at the root with all its sources, a static library, and a namespace of the same name
+# in `loopwise`. usage: loopwise_room(NAME [WITHOUT FILE...] [LINK TARGET...])
 function(loopwise_room name)
   cmake_parse_arguments(PARSE_ARGV 1 room "" "" "WITHOUT;LINK")
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS *.cpp)

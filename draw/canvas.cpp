@@ -28,33 +28,24 @@ std::string escaped(const std::string& text) {
     std::string out;
     for (const char c : text) {
         switch (c) {
-        case '&':
-            out += "&amp;";
-            break;
-        case '<':
-            out += "&lt;";
-            break;
-        case '>':
-            out += "&gt;";
-            break;
-        case '"':
-            out += "&quot;";
-            break;
-        default:
-            out += static_cast<unsigned char>(c) < ' ' ? '?' : c;
+        case '&': out += "&amp;"; break;
+        case '<': out += "&lt;"; break;
+        case '>': out += "&gt;"; break;
+        case '"': out += "&quot;"; break;
+        default: out += static_cast<unsigned char>(c) < ' ' ? '?' : c;
         }
     }
     return out;
 }
 
 std::string line(Spot from, Spot to, const std::string& attributes) {
-    return "<line x1=\"" + number(from.x) + "\" y1=\"" + number(from.y) + "\" x2=\"" + number(to.x) +
-           "\" y2=\"" + number(to.y) + "\" " + attributes + "/>\n";
+    return "<line x1=\"" + number(from.x) + "\" y1=\"" + number(from.y) + "\" x2=\"" + number(to.x) + "\" y2=\"" +
+           number(to.y) + "\" " + attributes + "/>\n";
 }
 
 std::string disc(Spot centre, double radius, const std::string& attributes) {
-    return "<circle cx=\"" + number(centre.x) + "\" cy=\"" + number(centre.y) + "\" r=\"" + number(radius) +
-           "\" " + attributes + "/>\n";
+    return "<circle cx=\"" + number(centre.x) + "\" cy=\"" + number(centre.y) + "\" r=\"" + number(radius) + "\" " +
+           attributes + "/>\n";
 }
 
 std::string words(Spot at, const std::string& text, const std::string& attributes) {
@@ -84,15 +75,14 @@ void Labels::keep_off(Spot upper_left, Spot lower_right) {
 double Labels::cost(const Box& box) const {
     double sum = 0.0;
     for (const Spot& spot : drawn_)
-        if (std::abs(spot.x - box.centre.x) < box.half_width &&
-            std::abs(spot.y - box.centre.y) < box.half_height)
+        if (std::abs(spot.x - box.centre.x) < box.half_width && std::abs(spot.y - box.centre.y) < box.half_height)
             sum += 1.0;
     for (const Box& other : placed_)
         if (overlap(box.centre.x, box.half_width, other.centre.x, other.half_width) > 0.0 &&
             overlap(box.centre.y, box.half_height, other.centre.y, other.half_height) > 0.0)
             sum += overlap_cost;
-    if (box.centre.x < box.half_width || box.centre.x > width_ - box.half_width ||
-        box.centre.y < box.half_height || box.centre.y > height_ - box.half_height)
+    if (box.centre.x < box.half_width || box.centre.x > width_ - box.half_width || box.centre.y < box.half_height ||
+        box.centre.y > height_ - box.half_height)
         sum += outside_cost;
     return sum;
 }

@@ -33,8 +33,7 @@ class Labels {
     void keep_off(Spot upper_left, Spot lower_right);
     /// The label's text, put beside the spot, which a disc of the radius covers; nothing where there is no
     /// place that no other label has.
-    std::string beside(Spot spot, double radius, const std::string& text, double size,
-                       const std::string& attributes);
+    std::string beside(Spot spot, double radius, const std::string& text, double size, const std::string& attributes);
 
   private:
     struct Box {

@@ -44,8 +44,7 @@ Bond bond_of(const survey::Loop& loop, std::size_t edge, const survey::Component
     return has_gap(chain, loop.position(edge), loop.position(next)) ? Bond::gap : Bond::ordinary;
 }
 
-Drawing strands_of(const std::vector<survey::Loop>& loops, const survey::Result& result, int view,
-                   Ends ends) {
+Drawing strands_of(const std::vector<survey::Loop>& loops, const survey::Result& result, int view, Ends ends) {
     Drawing drawing;
     for (std::size_t i = 0; i < loops.size(); ++i) {
         std::vector<Edge> edges = projection::project(loops[i].beads, view, true);
@@ -59,8 +58,7 @@ Drawing strands_of(const std::vector<survey::Loop>& loops, const survey::Result&
 }
 
 bool meet(const Edge& a, const Edge& b) {
-    return TwoSegmentsCrossedSimple(a.start.x, a.start.y, a.end.x, a.end.y, b.start.x, b.start.y, b.end.x,
-                                    b.end.y);
+    return TwoSegmentsCrossedSimple(a.start.x, a.start.y, a.end.x, a.end.y, b.start.x, b.start.y, b.end.x, b.end.y);
 }
 
 bool same_place(PointR3 a, PointR3 b) { return a.x == b.x && a.y == b.y && a.z == b.z; }
@@ -130,8 +128,7 @@ Drawing drawing_of(const std::vector<survey::Loop>& loops, const survey::Result&
     return drawing_of(loops, result, view, result.plan.method->closes ? Ends::closure : Ends::bond);
 }
 
-Drawing drawing_of(const std::vector<survey::Loop>& loops, const survey::Result& result, int view,
-                   Ends ends) {
+Drawing drawing_of(const std::vector<survey::Loop>& loops, const survey::Result& result, int view, Ends ends) {
     Drawing drawing = strands_of(loops, result, view, ends);
     const std::vector<Edge>& edges = drawing.edges;
     const auto left = [&](std::size_t i) { return std::min(edges[i].start.x, edges[i].end.x); };

@@ -51,8 +51,7 @@ std::string knot_colour(const fingerprint::ChainFingerprint& of, std::size_t kno
 }
 
 std::size_t number_of(const fingerprint::KnotPlace& place, const fingerprint::ChainFingerprint& of) {
-    return static_cast<std::size_t>(std::find(of.knots.begin(), of.knots.end(), place.knot) -
-                                    of.knots.begin());
+    return static_cast<std::size_t>(std::find(of.knots.begin(), of.knots.end(), place.knot) - of.knots.begin());
 }
 
 } // namespace loopwise::draw

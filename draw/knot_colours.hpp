@@ -11,8 +11,8 @@ inline constexpr std::size_t shades = 5;
 /// The shade of a cell; 0 for what is no knot.
 std::size_t shade_of(const fingerprint::ChainFingerprint& fingerprint, const fingerprint::Cell& cell);
 
-/// The colour of a knot as "#rrggbb", by its number among those of the fingerprint: the unknot is nearly white, what has
-/// no name is grey.
+/// The colour of a knot as "#rrggbb", by its number among those of the fingerprint: the unknot is nearly white, what
+/// has no name is grey.
 std::string knot_colour(const fingerprint::ChainFingerprint& fingerprint, std::size_t knot,
                         std::size_t shade = shades - 1);
 

@@ -15,8 +15,8 @@ constexpr std::size_t longest_knot = 30;
 std::string shown(const knots::KnotType& knot) { return short_text(knot, longest_knot); }
 
 /// The knot with the greatest share among the subchains of a dot; the unknot only where there is no other.
-fingerprint::Cell strongest_cell(const fingerprint::FingerprintMatrix& matrix, std::size_t first,
-                                 std::size_t last, std::size_t side) {
+fingerprint::Cell strongest_cell(const fingerprint::FingerprintMatrix& matrix, std::size_t first, std::size_t last,
+                                 std::size_t side) {
     fingerprint::Cell best = matrix.at({first, std::max(first, last)});
     for (std::size_t f = first; f < std::min(first + side, matrix.beads()); ++f)
         for (std::size_t l = std::max(f, last); l < std::min(last + side, matrix.beads()); ++l) {
@@ -26,8 +26,7 @@ fingerprint::Cell strongest_cell(const fingerprint::FingerprintMatrix& matrix, s
     return best;
 }
 
-std::vector<MatrixPicture::Run> row_of(const fingerprint::ChainFingerprint& of, std::size_t last,
-                                       std::size_t side) {
+std::vector<MatrixPicture::Run> row_of(const fingerprint::ChainFingerprint& of, std::size_t last, std::size_t side) {
     std::vector<MatrixPicture::Run> runs;
     for (std::size_t first = 0; first < std::min(last + side, of.matrix.beads()); first += side) {
         const fingerprint::Cell cell = strongest_cell(of.matrix, first, last, side);
@@ -47,8 +46,7 @@ void add_legend(MatrixPicture& picture) {
         for (const MatrixPicture::Run& run : row) area[run.knot] += run.dots;
     for (std::size_t knot = 1; knot < area.size(); ++knot)
         if (area[knot] > 0) knots.push_back(knot);
-    std::stable_sort(knots.begin(), knots.end(),
-                     [&](std::size_t a, std::size_t b) { return area[a] > area[b]; });
+    std::stable_sort(knots.begin(), knots.end(), [&](std::size_t a, std::size_t b) { return area[a] > area[b]; });
     picture.is_legend_complete = knots.size() <= most_knots;
     if (!picture.is_legend_complete) knots.resize(most_knots);
     knots.push_back(0);
@@ -82,8 +80,7 @@ std::string sampling_of(const fingerprint::ChainFingerprint& of) {
 
 } // namespace
 
-MatrixPicture picture_of(const fingerprint::ChainFingerprint& of,
-                         const std::vector<fingerprint::KnotPlace>& places) {
+MatrixPicture picture_of(const fingerprint::ChainFingerprint& of, const std::vector<fingerprint::KnotPlace>& places) {
     MatrixPicture picture{};
     picture.beads = of.matrix.beads();
     picture.dot = (picture.beads + most_dots - 1) / most_dots;
@@ -98,14 +95,12 @@ MatrixPicture picture_of(const fingerprint::ChainFingerprint& of,
     picture.ticks = ticks_of(of.residues);
     for (const fingerprint::KnotPlace& place : places)
         if (place.core)
-            picture.cores.push_back(
-                {*place.core, number_of(place, of),
-                 shown(place.knot) + (place.slipknot ? " slipknot " : " core ") +
-                     words::range(of.residues[place.core->first], of.residues[place.core->last])});
+            picture.cores.push_back({*place.core, number_of(place, of),
+                                     shown(place.knot) + (place.slipknot ? " slipknot " : " core ") +
+                                         words::range(of.residues[place.core->first], of.residues[place.core->last])});
     picture.title = words::title(of.file, of.chain);
-    picture.about = std::to_string(picture.beads) + " residues; the whole chain is " + shown(of.knot) +
-                    " in " + words::percent(of.share) + " of " + std::to_string(of.closures) + " closures; " +
-                    sampling_of(of);
+    picture.about = std::to_string(picture.beads) + " residues; the whole chain is " + shown(of.knot) + " in " +
+                    words::percent(of.share) + " of " + std::to_string(of.closures) + " closures; " + sampling_of(of);
     picture.first_axis = "first residue of the subchain";
     picture.last_axis = "last residue of the subchain";
     return picture;

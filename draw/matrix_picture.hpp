@@ -23,9 +23,9 @@ struct MatrixPicture {
         std::string label;
     };
 
-    std::size_t beads, dot;             ///< of the chain; along the side of a dot
-    std::vector<std::vector<Run>> rows; ///< by last bead, each by first bead up to the diagonal
-    std::vector<std::string> knots;     ///< by number, in few letters
+    std::size_t beads, dot;                               ///< of the chain; along the side of a dot
+    std::vector<std::vector<Run>> rows;                   ///< by last bead, each by first bead up to the diagonal
+    std::vector<std::string> knots;                       ///< by number, in few letters
     std::vector<std::array<std::string, shades>> colours; ///< of each knot
     std::vector<std::size_t> legend;                      ///< the knots that cover most, then the unknot
     bool is_legend_complete;

@@ -19,9 +19,7 @@ class Frame {
   public:
     explicit Frame(std::size_t beads) : beads_(static_cast<double>(beads)) {}
     /// The left, or lower, side of a bead; its other side is that of the next one.
-    double across(std::size_t bead) const {
-        return plot_left + plot_side * static_cast<double>(bead) / beads_;
-    }
+    double across(std::size_t bead) const { return plot_left + plot_side * static_cast<double>(bead) / beads_; }
     double up(std::size_t bead) const { return plot_bottom - plot_side * static_cast<double>(bead) / beads_; }
     Spot middle(std::size_t first, std::size_t last) const {
         return {0.5 * (across(first) + across(first + 1)), 0.5 * (up(last) + up(last + 1))};
@@ -56,14 +54,13 @@ std::string dots(const MatrixPicture& picture) {
 }
 
 std::string triangle(const MatrixPicture& picture) {
-    return "<path fill=\"" + picture.colours[0][0] + "\" d=\"M" + number(plot_left) + " " +
-           number(plot_bottom) + "V" + number(plot_top) + "H" + number(plot_right) + "z\"/>\n";
+    return "<path fill=\"" + picture.colours[0][0] + "\" d=\"M" + number(plot_left) + " " + number(plot_bottom) + "V" +
+           number(plot_top) + "H" + number(plot_right) + "z\"/>\n";
 }
 
 std::string axes(const MatrixPicture& picture) {
     const Frame frame(picture.beads);
-    const std::string small = "font-size=\"15\" fill=\"#444444\"",
-                      thin = "stroke=\"#888888\" stroke-width=\"1\"",
+    const std::string small = "font-size=\"15\" fill=\"#444444\"", thin = "stroke=\"#888888\" stroke-width=\"1\"",
                       large = "font-size=\"17\" text-anchor=\"middle\" fill=\"#444444\"";
     std::string svg = line({plot_left, plot_bottom}, {plot_right, plot_bottom}, thin) +
                       line({plot_left, plot_bottom}, {plot_left, plot_top}, thin);
@@ -83,15 +80,13 @@ std::string axes(const MatrixPicture& picture) {
 /// The subchains that hold a core are up and to the left of it.
 std::string cores(const MatrixPicture& picture, Labels& labels) {
     const Frame frame(picture.beads);
-    const std::string dashes =
-        "stroke=\"" + std::string(ink) + "\" stroke-width=\"1.5\" stroke-dasharray=\"5 5\"";
+    const std::string dashes = "stroke=\"" + std::string(ink) + "\" stroke-width=\"1.5\" stroke-dasharray=\"5 5\"";
     std::string svg;
     for (const MatrixPicture::Core& core : picture.cores) {
         const Spot spot = frame.middle(core.subchain.first, core.subchain.last);
         svg += line(spot, {plot_left, spot.y}, dashes) + line(spot, {spot.x, plot_top}, dashes) +
                disc(spot, 7.0,
-                    "fill=\"" + picture.colours[core.knot].back() + "\" stroke=\"" + ink +
-                        "\" stroke-width=\"2\"");
+                    "fill=\"" + picture.colours[core.knot].back() + "\" stroke=\"" + ink + "\" stroke-width=\"2\"");
         labels.avoid(spot, {plot_left, spot.y});
         labels.avoid(spot, {spot.x, plot_top});
     }
@@ -108,8 +103,8 @@ std::string legend(const MatrixPicture& picture, Labels& labels) {
     constexpr double right = plot_right, box = 22.0, row = 30.0, widest = 190.0, letter = 9.6, above = 26.0;
     constexpr double all_boxes = box * static_cast<double>(shades), left = right - widest - all_boxes;
     const std::string text = "font-size=\"16\" fill=\"#222222\"", small = "font-size=\"14\" fill=\"#666666\"";
-    double y = plot_bottom - 24.0 -
-               row * static_cast<double>(picture.legend.size() + (picture.is_legend_complete ? 0 : 1));
+    double y =
+        plot_bottom - 24.0 - row * static_cast<double>(picture.legend.size() + (picture.is_legend_complete ? 0 : 1));
     std::string svg = words({left, y - 10.0}, "share:  0", small) +
                       words({left + all_boxes, y - 10.0}, "1", small + " text-anchor=\"end\"");
     const double top = y - above;
@@ -138,11 +133,10 @@ std::string legend(const MatrixPicture& picture, Labels& labels) {
 std::string heading(const MatrixPicture& picture) {
     // As large as usual, or so that it fits.
     constexpr double usual_size = 17.0, margins = 40.0, letter_width = 0.56;
-    const double size = std::min(usual_size, (page_width - margins) /
-                                                 (letter_width * static_cast<double>(picture.about.size())));
+    const double size =
+        std::min(usual_size, (page_width - margins) / (letter_width * static_cast<double>(picture.about.size())));
     return words({0.5 * page_width, 42.0}, picture.title,
-                 "text-anchor=\"middle\" font-size=\"26\" font-weight=\"bold\" fill=\"" + std::string(ink) +
-                     "\"") +
+                 "text-anchor=\"middle\" font-size=\"26\" font-weight=\"bold\" fill=\"" + std::string(ink) + "\"") +
            words({0.5 * page_width, 70.0}, picture.about,
                  "text-anchor=\"middle\" font-size=\"" + number(size) + "\" fill=\"#666666\"");
 }
@@ -157,8 +151,8 @@ std::string matrix_svg(const MatrixPicture& picture, bool with_heading) {
     const std::string key = legend(picture, labels);
     const double top = with_heading ? 0.0 : heading_bottom;
     const std::string width = number(page_width), height = number(page_height - top);
-    return "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + width + "\" height=\"" + height +
-           "\" viewBox=\"0 " + (with_heading ? "0" : number(top)) + " " + width + " " + height +
+    return "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + width + "\" height=\"" + height + "\" viewBox=\"0 " +
+           (with_heading ? "0" : number(top)) + " " + width + " " + height +
            "\" font-family=\"Helvetica, Arial, 'Liberation Sans', 'DejaVu Sans', sans-serif\">\n"
            "<rect width=\"100%\" height=\"100%\" fill=\"#ffffff\"/>\n" +
            (with_heading ? heading(picture) : "") + triangle(picture) + dots(picture) + axes(picture) + key +

@@ -47,11 +47,10 @@ std::string colour_along(double place, std::size_t chain, std::size_t chains) {
     const double m = cube(lightness - 0.1055613458 * a - 0.0638541728 * b);
     const double s = cube(lightness - 0.0894841775 * a - 1.2914855480 * b);
     char text[8];
-    std::snprintf(
-        text, sizeof text, "#%02x%02x%02x",
-        static_cast<unsigned>(to_byte(4.0767416621 * l - 3.3077115913 * m + 0.2309699292 * s)) & 0xffU,
-        static_cast<unsigned>(to_byte(-1.2684380046 * l + 2.6097574011 * m - 0.3413193965 * s)) & 0xffU,
-        static_cast<unsigned>(to_byte(-0.0041960863 * l - 0.7034186147 * m + 1.7076147010 * s)) & 0xffU);
+    std::snprintf(text, sizeof text, "#%02x%02x%02x",
+                  static_cast<unsigned>(to_byte(4.0767416621 * l - 3.3077115913 * m + 0.2309699292 * s)) & 0xffU,
+                  static_cast<unsigned>(to_byte(-1.2684380046 * l + 2.6097574011 * m - 0.3413193965 * s)) & 0xffU,
+                  static_cast<unsigned>(to_byte(-0.0041960863 * l - 0.7034186147 * m + 1.7076147010 * s)) & 0xffU);
     return text;
 }
 

@@ -48,12 +48,9 @@ std::string label_of(const Path& path, std::size_t bead, const survey::Result& r
 
 std::pair<const char*, const char*> names_of_ends(polymer::BeadKind kind) {
     switch (kind) {
-    case polymer::BeadKind::amino_acids:
-        return {"N ", "C "};
-    case polymer::BeadKind::nucleotides:
-        return {"5' ", "3' "};
-    case polymer::BeadKind::any:
-        break;
+    case polymer::BeadKind::amino_acids: return {"N ", "C "};
+    case polymer::BeadKind::nucleotides: return {"5' ", "3' "};
+    case polymer::BeadKind::any: break;
     }
     return {"first ", "last "};
 }
@@ -63,8 +60,7 @@ std::string labelled_end(Labels& labels, const Path& path, std::size_t atom, con
     constexpr double radius = 7.0, size = 20.0, smaller_size = 15.0;
     const std::string colour = path.colour(path.shades[atom]);
     return disc(path.spots[atom], radius, "fill=\"" + colour + "\" stroke=\"#ffffff\" stroke-width=\"2\"") +
-           labels.beside(path.spots[atom], radius,
-                         prefix_of(path, result) + name + label_of(path, atom, result),
+           labels.beside(path.spots[atom], radius, prefix_of(path, result) + name + label_of(path, atom, result),
                          result.components.size() > 2 ? smaller_size : size,
                          "font-weight=\"bold\" fill=\"" + colour + "\" " + label_halo);
 }
@@ -84,9 +80,7 @@ std::string ends(const std::vector<Path>& paths, const survey::Result& result) {
 }
 
 /// Every how manieth of so many beads gets a label.
-std::size_t step_of_labels(std::size_t beads) {
-    return beads <= most_labels ? 1 : (beads - 1) / most_labels + 1;
-}
+std::size_t step_of_labels(std::size_t beads) { return beads <= most_labels ? 1 : (beads - 1) / most_labels + 1; }
 
 /// Every bead that is left, with its label as long as there is room.
 std::string beads(const std::vector<Path>& paths, const survey::Result& result, std::size_t left) {
@@ -104,8 +98,8 @@ std::string beads(const std::vector<Path>& paths, const survey::Result& result, 
                         "fill=\"" + (own ? path.colour(path.shades[i]) : std::string(grey)) +
                             "\" stroke=\"#ffffff\" stroke-width=\"2.2\"");
             if (i % step != 0) continue;
-            svg += labels.beside(spot, shown_radius, prefix_of(path, result) + label_of(path, i, result),
-                                 size, "font-weight=\"600\" fill=\"" + std::string(ink) + "\" " + label_halo);
+            svg += labels.beside(spot, shown_radius, prefix_of(path, result) + label_of(path, i, result), size,
+                                 "font-weight=\"600\" fill=\"" + std::string(ink) + "\" " + label_halo);
         }
     return svg;
 }
@@ -115,8 +109,8 @@ std::string panel(double left, const std::string& heading, const std::string& co
     return words({left + 0.5 * panel_width, panel_top - 12.0}, heading,
                  "text-anchor=\"middle\" font-size=\"19\" fill=\"#444444\"") +
            "<rect x=\"" + number(left) + "\" y=\"" + number(panel_top) + "\" " + size +
-           " rx=\"10\" fill=\"none\" stroke=\"#dddddd\"/>\n<svg x=\"" + number(left) + "\" y=\"" +
-           number(panel_top) + "\" " + size + ">\n" + content + "</svg>\n";
+           " rx=\"10\" fill=\"none\" stroke=\"#dddddd\"/>\n<svg x=\"" + number(left) + "\" y=\"" + number(panel_top) +
+           "\" " + size + ">\n" + content + "</svg>\n";
 }
 
 /// What the beads are called.
@@ -141,8 +135,7 @@ std::string knot_shown(const survey::Result& result) {
     const survey::KnotCount& most = tally.knots.front();
     constexpr std::size_t longest = 60;
     return ", " + short_text(most.knot, longest) + " in " +
-           std::to_string((200 * most.closures + result.counted()) / (2 * result.counted())) +
-           " % of closures";
+           std::to_string((200 * most.closures + result.counted()) / (2 * result.counted())) + " % of closures";
 }
 
 std::string title(const survey::Result& result, double width) {
@@ -150,20 +143,16 @@ std::string title(const survey::Result& result, double width) {
     return words({0.5 * width, 38.0},
                  words::file_title(result.file) + model + chains_in_title(result) + ": " +
                      counted(result.whole.beads, noun(result)) + knot_shown(result),
-                 "text-anchor=\"middle\" font-size=\"26\" font-weight=\"bold\" fill=\"" + std::string(ink) +
-                     "\"");
+                 "text-anchor=\"middle\" font-size=\"26\" font-weight=\"bold\" fill=\"" + std::string(ink) + "\"");
 }
 
 std::string what_is_shown(const survey::Result& result) {
-    if (!result.plan.method->closes)
-        return result.components.size() == 1 ? "a ring, as it is" : "rings, as they are";
+    if (!result.plan.method->closes) return result.components.size() == 1 ? "a ring, as it is" : "rings, as they are";
     const survey::ClosureResult& shown = *result.typical();
     const std::size_t held = result.counted() - result.whole.fully_reduced;
-    const bool fully_reduced =
-        &shown == (result.first_fully_reduced ? &*result.first_fully_reduced : nullptr);
-    return std::to_string(held) + " of " + counted(result.counted(), "closure") + " (" +
-           result.plan.method->name + ") leave more than three beads; shown: closure " +
-           std::to_string(shown.closure) +
+    const bool fully_reduced = &shown == (result.first_fully_reduced ? &*result.first_fully_reduced : nullptr);
+    return std::to_string(held) + " of " + counted(result.counted(), "closure") + " (" + result.plan.method->name +
+           ") leave more than three beads; shown: closure " + std::to_string(shown.closure) +
            (fully_reduced ? ", the first that comes down to three" : ", which leaves the fewest of them");
 }
 
@@ -182,23 +171,22 @@ std::string colour_bar(std::size_t chain, std::size_t chains, double left, doubl
     std::string svg = "<linearGradient id=\"" + id + "\">";
     for (int i = 0; i <= stops; ++i) {
         const double part = static_cast<double>(i) / stops;
-        svg += "<stop offset=\"" + number(part * 100.0) + "%\" stop-color=\"" +
-               colour_along(part, chain, chains) + "\"/>";
+        svg +=
+            "<stop offset=\"" + number(part * 100.0) + "%\" stop-color=\"" + colour_along(part, chain, chains) + "\"/>";
     }
-    return svg + "</linearGradient>\n<rect x=\"" + number(left) + "\" y=\"" +
-           number(legend_top - bar_height) + "\" width=\"" + number(width) + "\" height=\"" +
-           number(bar_height) + "\" rx=\"7\" fill=\"url(#" + id + ")\"/>\n";
+    return svg + "</linearGradient>\n<rect x=\"" + number(left) + "\" y=\"" + number(legend_top - bar_height) +
+           "\" width=\"" + number(width) + "\" height=\"" + number(bar_height) + "\" rx=\"7\" fill=\"url(#" + id +
+           ")\"/>\n";
 }
 
 std::string bar_of_one(const survey::Result& result) {
     constexpr int ticks = 4;
-    std::string svg = words({bar_left - 45.0, legend_top - 2.0}, noun(result), small_text) +
-                      colour_bar(0, 1, bar_left, bar_width);
+    std::string svg =
+        words({bar_left - 45.0, legend_top - 2.0}, noun(result), small_text) + colour_bar(0, 1, bar_left, bar_width);
     const std::vector<polymer::ResidueId>& residues = result.components.front().residues;
     for (int i = 0; i <= ticks; ++i) {
         const std::size_t atom = (residues.size() - 1) * static_cast<std::size_t>(i) / ticks;
-        svg +=
-            words({bar_left + bar_width * i / ticks, legend_top + 18.0}, residues[atom].text(), small_text);
+        svg += words({bar_left + bar_width * i / ticks, legend_top + 18.0}, residues[atom].text(), small_text);
     }
     return svg;
 }
@@ -212,13 +200,12 @@ std::string bars_of_many(const survey::Result& result) {
     std::string svg = words({bar_left - 45.0, legend_top - 2.0}, "chain", small_text);
     for (std::size_t i = 0; i < bars; ++i) {
         const double left = bar_left + step * static_cast<double>(i);
-        svg +=
-            colour_bar(i, chains, left, step - between) +
-            words({left + 0.5 * (step - between), legend_top + 18.0}, result.components[i].name, small_text);
+        svg += colour_bar(i, chains, left, step - between) +
+               words({left + 0.5 * (step - between), legend_top + 18.0}, result.components[i].name, small_text);
     }
     const std::string more = chains > bars ? "and " + std::to_string(chains - bars) + " more; " : "";
-    return svg + words({bar_left + 0.5 * bar_width, legend_top + 38.0},
-                       more + "first bead dark, last bead light", small_text);
+    return svg + words({bar_left + 0.5 * bar_width, legend_top + 38.0}, more + "first bead dark, last bead light",
+                       small_text);
 }
 
 std::string colours(const survey::Result& result) {
@@ -244,13 +231,12 @@ std::string keys(const survey::Result& result) {
     const std::string pale = "stroke=\"" + std::string(ghost) + "\" stroke-width=\"3\"";
     std::string svg;
     if (result.plan.method->closes)
-        svg += line({640.0, y}, {696.0, y}, dashed()) +
-               words({706.0, y + 5.0}, "closure: added to the chain", text);
+        svg += line({640.0, y}, {696.0, y}, dashed()) + words({706.0, y + 5.0}, "closure: added to the chain", text);
     if (has_gaps(result)) svg += key_of_gaps(916.0);
     return svg + line({1026.0, y}, {1076.0, y}, pale) + words({1086.0, y + 5.0}, "before", text) +
            disc({1172.0, y}, 8.0, "fill=\"" + colour_along(0.4) + "\"") +
-           words({1188.0, y + 5.0},
-                 "bead left, its " + (noun(result) == "bead" ? std::string("label") : "residue"), text);
+           words({1188.0, y + 5.0}, "bead left, its " + (noun(result) == "bead" ? std::string("label") : "residue"),
+                 text);
 }
 
 std::string head(double wide) {
@@ -260,9 +246,8 @@ std::string head(double wide) {
            "\" font-family=\"Helvetica, Arial, 'Liberation Sans', 'DejaVu Sans', sans-serif\">\n"
            "<defs>\n<filter id=\"blur\"><feGaussianBlur stdDeviation=\"16\"/></filter>\n"
            "<mask id=\"fade\" maskUnits=\"userSpaceOnUse\" x=\"0\" y=\"0\" width=\"" +
-           number(panel_width) + "\" height=\"" + number(panel_height) +
-           "\"><rect x=\"24\" y=\"24\" width=\"" + number(panel_width - 48.0) + "\" height=\"" +
-           number(panel_height - 48.0) +
+           number(panel_width) + "\" height=\"" + number(panel_height) + "\"><rect x=\"24\" y=\"24\" width=\"" +
+           number(panel_width - 48.0) + "\" height=\"" + number(panel_height - 48.0) +
            "\" fill=\"#ffffff\" filter=\"url(#blur)\"/></mask>\n</defs>\n"
            "<rect width=\"100%\" height=\"100%\" fill=\"#ffffff\"/>\n";
 }
@@ -300,12 +285,10 @@ std::string picture(const survey::Result& result, std::optional<int> asked_view)
     std::size_t left = 0;
     for (const survey::Loop& loop : shown.reduced) left += loop.beads.size();
     const std::string given = result.plan.method->closes ? "as given, closed: " : "as given: ";
-    const std::string heading = "reduced: " + counted(left, "bead") + ", " +
-                                counted(after.crossings, "crossing") +
+    const std::string heading = "reduced: " + counted(left, "bead") + ", " + counted(after.crossings, "crossing") +
                                 (left > most_labels ? ", not all labelled" : "");
     const double sticks = left > most_labels ? thin_stick_width : stick_width;
-    const std::string before_svg =
-        strands(before, chain, {strand_width(camera), false}) + ends(chain, result);
+    const std::string before_svg = strands(before, chain, {strand_width(camera), false}) + ends(chain, result);
     const std::string after_svg =
         shadow(chain) + strands(after, rest, {sticks, left <= most_labels}) + beads(rest, result, left);
     return head(page_width) + title(result, page_width) + subtitle(what_is_shown(result), view, page_width) +
@@ -317,8 +300,7 @@ std::string picture(const polymer::NamedChain& given) {
     polymer::NamedChain chain = given;
     const bool ring = polymer::is_ring(chain);
     if (ring) polymer::drop_repeated_end(chain);
-    const survey::Result result =
-        result_of(chain, ring ? survey::Method::ring() : survey::Method::standard());
+    const survey::Result result = result_of(chain, ring ? survey::Method::ring() : survey::Method::standard());
     const Ends joined_by = ring ? Ends::bond : Ends::nothing;
     std::vector<survey::Loop> loops{{chain.beads, chain.beads.size()}};
     polymer::number_by_position(loops.front().beads);

@@ -24,8 +24,8 @@ Path path_of(const survey::Loop& loop, const std::vector<Edge>& edges, const Cam
     for (const Edge& edge : edges) path.spots.push_back(camera(edge.start));
     path.spots.push_back(path.spots.front());
     for (std::size_t i = 0; i < edges.size(); ++i)
-        path.places.push_back(path.places[i] + std::hypot(path.spots[i + 1].x - path.spots[i].x,
-                                                          path.spots[i + 1].y - path.spots[i].y));
+        path.places.push_back(path.places[i] +
+                              std::hypot(path.spots[i + 1].x - path.spots[i].x, path.spots[i + 1].y - path.spots[i].y));
     const double last = static_cast<double>(std::max<std::size_t>(whole.own, 2) - 1);
     for (std::size_t i = 0; i < loop.own; ++i)
         path.shades.push_back(static_cast<double>(index_of(loop.position(i))) / last);
@@ -47,8 +47,7 @@ void find_gaps(Path& path, const Drawing& drawing, double width) {
         for (const EdgeAnnotation& pass : path.edges[i].annotations) {
             const auto over = static_cast<std::size_t>(pass.label);
             const double needed = 0.5 * (drawing.bonds[over] == Bond::closing ? closure_width : width) + halo;
-            const double half =
-                needed / std::max(least_sine, sine_between(path.edges[i], drawing.edges[over]));
+            const double half = needed / std::max(least_sine, sine_between(path.edges[i], drawing.edges[over]));
             const double at = path.places[i] + pass.position * length;
             gaps.emplace_back(at - half, at + half);
         }
@@ -103,14 +102,12 @@ double shade_after(const Path& path, std::size_t edge) {
 std::string gradient(const Path& path, std::size_t edge, const std::string& id) {
     constexpr int stops = 4;
     const Spot &from = path.spots[edge], &to = path.spots[edge + 1];
-    std::string text = "<linearGradient id=\"" + id + "\" gradientUnits=\"userSpaceOnUse\" x1=\"" +
-                       number(from.x) + "\" y1=\"" + number(from.y) + "\" x2=\"" + number(to.x) + "\" y2=\"" +
-                       number(to.y) + "\">";
+    std::string text = "<linearGradient id=\"" + id + "\" gradientUnits=\"userSpaceOnUse\" x1=\"" + number(from.x) +
+                       "\" y1=\"" + number(from.y) + "\" x2=\"" + number(to.x) + "\" y2=\"" + number(to.y) + "\">";
     for (int i = 0; i <= stops; ++i) {
         const double part = static_cast<double>(i) / stops;
         text += "<stop offset=\"" + number(part * 100.0) + "%\" stop-color=\"" +
-                path.colour(path.shades[edge] + part * (shade_after(path, edge) - path.shades[edge])) +
-                "\"/>";
+                path.colour(path.shades[edge] + part * (shade_after(path, edge) - path.shades[edge])) + "\"/>";
     }
     return text + "</linearGradient>\n";
 }
@@ -181,8 +178,7 @@ Camera::Camera(const Drawing& drawing, const std::vector<survey::Loop>& loops) {
 
 Spot Camera::operator()(PointR3 point) const {
     const Spot spot = turned(point);
-    return {0.5 * panel_width + scale_ * (spot.x - middle_.x),
-            0.5 * panel_height - scale_ * (spot.y - middle_.y)};
+    return {0.5 * panel_width + scale_ * (spot.x - middle_.x), 0.5 * panel_height - scale_ * (spot.y - middle_.y)};
 }
 
 void Camera::turn_along_longest(const std::vector<PointR3>& points) {
@@ -210,9 +206,8 @@ std::vector<Path> paths_of(const Drawing& drawing, const std::vector<survey::Loo
     std::vector<Path> paths;
     auto from = drawing.edges.begin();
     for (std::size_t i = 0; i < loops.size(); ++i) {
-        const auto to = std::find_if(from, drawing.edges.end(), [&](const Edge& edge) {
-            return edge.tag != static_cast<std::int32_t>(i);
-        });
+        const auto to = std::find_if(from, drawing.edges.end(),
+                                     [&](const Edge& edge) { return edge.tag != static_cast<std::int32_t>(i); });
         if (from != to) {
             paths.push_back(path_of(loops[i], {from, to}, camera, whole[i]));
             const auto first = drawing.bonds.begin() + (from - drawing.edges.begin());
@@ -232,22 +227,21 @@ std::string strands(const Drawing& drawing, std::vector<Path>& paths, const Styl
         svg += closure_of(path);
         draw_chain(pieces, path, style);
     }
-    std::stable_sort(pieces.begin(), pieces.end(),
-                     [](const Piece& a, const Piece& b) { return a.depth < b.depth; });
+    std::stable_sort(pieces.begin(), pieces.end(), [](const Piece& a, const Piece& b) { return a.depth < b.depth; });
     for (const Piece& piece : pieces) svg += piece.svg;
     return svg;
 }
 
 std::string shadow(const std::vector<Path>& paths) {
     constexpr double width = 2.5;
-    const std::string whole = "stroke=\"" + std::string(ghost) + "\" stroke-width=\"" + number(width) +
-                              "\" stroke-linecap=\"round\"";
+    const std::string whole =
+        "stroke=\"" + std::string(ghost) + "\" stroke-width=\"" + number(width) + "\" stroke-linecap=\"round\"";
     std::string svg;
     for (const Path& path : paths)
         for (std::size_t i = 0; i < path.edges.size(); ++i)
             if (path.bonds[i] != Bond::closing)
-                svg += line(path.spots[i], path.spots[i + 1],
-                            path.bonds[i] == Bond::gap ? dotted(ghost, width) : whole);
+                svg +=
+                    line(path.spots[i], path.spots[i + 1], path.bonds[i] == Bond::gap ? dotted(ghost, width) : whole);
     return svg;
 }
 

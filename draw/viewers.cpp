@@ -34,8 +34,7 @@ std::string plain(const std::string& knot) {
 }
 
 /// The knot tails of the chain's own knot, then the knot cores, larger ones first.
-std::vector<Part> parts_of(const fingerprint::ChainFingerprint& of,
-                           std::vector<fingerprint::KnotPlace> places) {
+std::vector<Part> parts_of(const fingerprint::ChainFingerprint& of, std::vector<fingerprint::KnotPlace> places) {
     std::erase_if(places, [](const fingerprint::KnotPlace& place) { return !place.core; });
     std::vector<Part> parts;
     if (!places.empty() && places.front().knot == of.knot) {
@@ -51,10 +50,10 @@ std::vector<Part> parts_of(const fingerprint::ChainFingerprint& of,
                      });
     std::size_t number = 0;
     for (const fingerprint::KnotPlace& place : places)
-        parts.push_back({(place.slipknot ? "slipknot_" : "core_") +
-                             plain(short_text(place.knot, longest_name)) + "_" + std::to_string(++number),
-                         knot_colour(of, number_of(place, of)),
-                         text(place.knot) + (place.slipknot ? ", slipknot" : ""), *place.core});
+        parts.push_back({(place.slipknot ? "slipknot_" : "core_") + plain(short_text(place.knot, longest_name)) + "_" +
+                             std::to_string(++number),
+                         knot_colour(of, number_of(place, of)), text(place.knot) + (place.slipknot ? ", slipknot" : ""),
+                         *place.core});
     return parts;
 }
 
@@ -79,14 +78,12 @@ constexpr Notation pymol{"+", "\\"}, chimerax{",", ""};
 
 /// Viewers select ranges by residue number alone: insertion codes and the order in the chain do not count. So
 /// a range holds consecutive numbers, and residues that share a number are listed one by one.
-std::string residues(const std::vector<polymer::ResidueId>& chain, fingerprint::Subchain subchain,
-                     Notation notation) {
+std::string residues(const std::vector<polymer::ResidueId>& chain, fingerprint::Subchain subchain, Notation notation) {
     std::map<std::optional<std::int32_t>, int> sharing;
     for (const polymer::ResidueId& residue : chain) ++sharing[residue.number()];
     const auto follows = [&](std::size_t i) {
         const auto before = chain[i - 1].number(), here = chain[i].number();
-        return before && here && std::int64_t{*here} - *before == 1 && sharing[before] == 1 &&
-               sharing[here] == 1;
+        return before && here && std::int64_t{*here} - *before == 1 && sharing[before] == 1 && sharing[here] == 1;
     };
     const auto entry = [&](std::size_t i) {
         const std::string text = chain[i].text();
@@ -96,19 +93,18 @@ std::string residues(const std::vector<polymer::ResidueId>& chain, fingerprint::
     for (std::size_t i = subchain.first; i <= subchain.last; ++i) {
         const std::size_t from = i;
         while (i < subchain.last && follows(i + 1)) ++i;
-        list += (list.empty() ? "" : notation.between) + entry(from) +
-                (i > from ? std::string("-").append(entry(i)) : "");
+        list +=
+            (list.empty() ? "" : notation.between) + entry(from) + (i > from ? std::string("-").append(entry(i)) : "");
     }
     return list;
 }
 
 } // namespace
 
-std::string pymol_script(const fingerprint::ChainFingerprint& of,
-                         const std::vector<fingerprint::KnotPlace>& places) {
+std::string pymol_script(const fingerprint::ChainFingerprint& of, const std::vector<fingerprint::KnotPlace>& places) {
     const std::string chain = of.chain.empty() ? "polymer" : "chain " + of.chain;
-    std::string script = head(of, "Load the structure first.") + "color 0x" + std::string(rest_colour + 1) +
-                         ", " + chain + "\n";
+    std::string script =
+        head(of, "Load the structure first.") + "color 0x" + std::string(rest_colour + 1) + ", " + chain + "\n";
     for (const Part& part : parts_of(of, places))
         script += comment(part.note) + "select " + part.name + ", " + chain + " and resi " +
                   residues(of.residues, part.subchain, pymol) + "\ncolor 0x" + part.colour.substr(1) + ", " +
@@ -119,12 +115,11 @@ std::string pymol_script(const fingerprint::ChainFingerprint& of,
 std::string chimerax_script(const fingerprint::ChainFingerprint& of,
                             const std::vector<fingerprint::KnotPlace>& places) {
     const std::string chain = of.chain.empty() ? "" : "/" + of.chain;
-    std::string script = head(of, "Open the structure first.") + "color " +
-                         (chain.empty() ? "protein" : chain) + " " + rest_colour + "\n";
+    std::string script = head(of, "Open the structure first.") + "color " + (chain.empty() ? "protein" : chain) + " " +
+                         rest_colour + "\n";
     for (const Part& part : parts_of(of, places))
         script += comment(part.note) + "name " + part.name + " " + chain + ":" +
-                  residues(of.residues, part.subchain, chimerax) + "\ncolor " + part.name + " " +
-                  part.colour + "\n";
+                  residues(of.residues, part.subchain, chimerax) + "\ncolor " + part.name + " " + part.colour + "\n";
     return script;
 }
 

@@ -43,8 +43,8 @@ int main(int argc, char** argv) {
     std::cout << "  closed through a far point: " << chain.size() << " beads\n";
 
     const int left = reduce_quietly(chain, true);
-    std::cout << "  reduced as a loop: " << left
-              << " beads: " << (left > 3 ? "it is entangled" : "nothing holds it") << '\n';
+    std::cout << "  reduced as a loop: " << left << " beads: " << (left > 3 ? "it is entangled" : "nothing holds it")
+              << '\n';
 
     const std::string prefix = argv[2];
     std::string plain = prefix + "_reduced.txt", pdb = prefix + "_reduced.pdb";

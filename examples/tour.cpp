@@ -20,8 +20,8 @@ Structure read_pair(char* first, char* second) {
     Structure pair;
     for (char* const file : {first, second}) {
         pair.push_back(ChainRead(file, error));
-        std::cout << file << ": " << pair.back().size() << " beads, "
-                  << CheckDistancesBetweenAtoms(pair.back()) << '\n';
+        std::cout << file << ": " << pair.back().size() << " beads, " << CheckDistancesBetweenAtoms(pair.back())
+                  << '\n';
     }
     return pair;
 }
@@ -49,8 +49,8 @@ void close_in_every_way(const Structure& structure) {
         const int last_id = maxIdComps(loops);
         const int left = ChainsReduce(loops, true);
         const Structure back = written_and_read_back(loops);
-        std::cout << "  " << name << ": identifiers up to " << last_id << ", " << left
-                  << " beads left, diameter " << DiameterOfStructure(back) << " as read back\n";
+        std::cout << "  " << name << ": identifiers up to " << last_id << ", " << left << " beads left, diameter "
+                  << DiameterOfStructure(back) << " as read back\n";
     }
 }
 
@@ -64,8 +64,8 @@ void close_one_chain(const Chain& chain) {
         Chain loop = chain;
         std::srand(seed);
         close(loop);
-        std::cout << "  " << name << ": " << loop.size() - chain.size()
-                  << " atoms more, the last with identifier " << maxIdChain(loop) << '\n';
+        std::cout << "  " << name << ": " << loop.size() - chain.size() << " atoms more, the last with identifier "
+                  << maxIdChain(loop) << '\n';
     }
 }
 
@@ -75,9 +75,8 @@ int crossings(const Chain& chain, int direction) {
     const std::vector<Edge> edges = ProjectChain(chain, direction, false);
     for (std::size_t i = 0; i < edges.size(); ++i)
         for (std::size_t j = i + 2; j < edges.size(); ++j)
-            count +=
-                TwoSegmentsCrossedSimple(edges[i].start.x, edges[i].start.y, edges[i].end.x, edges[i].end.y,
-                                         edges[j].start.x, edges[j].start.y, edges[j].end.x, edges[j].end.y);
+            count += TwoSegmentsCrossedSimple(edges[i].start.x, edges[i].start.y, edges[i].end.x, edges[i].end.y,
+                                              edges[j].start.x, edges[j].start.y, edges[j].end.x, edges[j].end.y);
     return count;
 }
 
@@ -94,9 +93,9 @@ void show_small_tools(const Chain& chain) {
     PointR3 triangle[] = {{0, 0, 0}, {3, 0, 0}, {0, 3, 0}}, needle[] = {{1, 1, -1}, {1, 1, 1}};
     std::cout << "  a needle through a triangle: contact " << intersection(triangle, needle) << '\n';
     double x[] = {1, 0, 0}, y[] = {0, 1, 0}, z[] = {0, 0, 1};
-    std::cout << "  axes: dot product " << ScalarProduct(x, y) << ", determinant " << Determinant(x, y, z)
-              << ", turn " << det_segments(0, 0, 1, 0, 0, 1)
-              << ", (0.5, 0) on the first: " << on_segment(0, 0, 1, 0, 0.5, 0) << '\n';
+    std::cout << "  axes: dot product " << ScalarProduct(x, y) << ", determinant " << Determinant(x, y, z) << ", turn "
+              << det_segments(0, 0, 1, 0, 0, 1) << ", (0.5, 0) on the first: " << on_segment(0, 0, 1, 0, 0.5, 0)
+              << '\n';
     const PointR3 seen = ProjectPointF({1, 2, 3}, {1, 0, 0});
     std::cout << "  (1, 2, 3) seen along x: (" << seen.x << ", " << seen.y << ", " << seen.z << ")\n";
     std::cout << "  a quarter circle: " << GivePointsOnTheCircle({1, 0, 0}, {0, 1, 0}, {0, 0, 0}, 1, 0).size()

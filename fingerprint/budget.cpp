@@ -58,8 +58,7 @@ double ExpectedWork::of(std::size_t beads) const {
 }
 
 double ExpectedWork::of(const std::vector<Subchain>& all) const {
-    return std::accumulate(all.begin(), all.end(), 0.0,
-                           [this](double sum, const Subchain& s) { return sum + of(s); });
+    return std::accumulate(all.begin(), all.end(), 0.0, [this](double sum, const Subchain& s) { return sum + of(s); });
 }
 
 double ExpectedWork::of_every_subchain() const {
@@ -87,8 +86,7 @@ void Budget::spend_on_grid(double work) {
     if (policy_.step == 0) left_ -= work;
 }
 
-std::vector<std::size_t> Budget::affordable(const std::vector<Block>& blocks,
-                                            const std::vector<std::size_t>& mixed,
+std::vector<std::size_t> Budget::affordable(const std::vector<Block>& blocks, const std::vector<std::size_t>& mixed,
                                             const std::function<bool(const Block&)>& is_decisive) const {
     if (!is_limited()) return mixed;
     std::vector<std::size_t> wanted;
@@ -114,8 +112,7 @@ std::vector<std::size_t> Budget::affordable(const std::vector<Block>& blocks,
 double Budget::border_work(const std::vector<Block>& blocks, const std::vector<std::size_t>& mixed) const {
     double work = 0;
     for (const std::size_t i : mixed)
-        work += subchains_per_border_bead * static_cast<double>(blocks[i].span()) *
-                expected_.of(blocks[i].longest());
+        work += subchains_per_border_bead * static_cast<double>(blocks[i].span()) * expected_.of(blocks[i].longest());
     return std::min(work, left_);
 }
 

@@ -62,8 +62,7 @@ class Budget {
     void spend_on_borders(double work) { left_ -= work; }
     /// The mixed blocks to quarter next, as many as the work left allows. Those that are decisive come first, the
     /// cheapest of them first; once there are none, the largest blocks.
-    std::vector<std::size_t> affordable(const std::vector<Block>& blocks,
-                                        const std::vector<std::size_t>& mixed,
+    std::vector<std::size_t> affordable(const std::vector<Block>& blocks, const std::vector<std::size_t>& mixed,
                                         const std::function<bool(const Block&)>& is_decisive) const;
     /// The work expected for following the borders in these blocks.
     double border_work(const std::vector<Block>& blocks, const std::vector<std::size_t>& mixed) const;

@@ -18,8 +18,7 @@ Subchain shortest_in(const Block& b) { return {b.first_high, std::max(b.first_hi
 /// common with the others.
 bool may_replace_last(const Block& b, std::span<const Subchain> cores) {
     if (!have_common_part(b)) return true;
-    return meets_none(shortest_in(b), cores.first(cores.size() - 1)) &&
-           shortest_in(b).size() <= cores.back().size();
+    return meets_none(shortest_in(b), cores.first(cores.size() - 1)) && shortest_in(b).size() <= cores.back().size();
 }
 
 bool may_change(const Block& b, std::span<const Subchain> cores) {
@@ -30,8 +29,8 @@ bool may_change(const Block& b, std::span<const Subchain> cores) {
 
 /// How far the ends of the block's subchains can be from those of the subchain.
 std::size_t farthest_off(const Block& b, const Subchain& s) {
-    return std::max({distance(b.first_low, s.first), distance(b.first_high, s.first),
-                     distance(b.last_low, s.last), distance(b.last_high, s.last)});
+    return std::max({distance(b.first_low, s.first), distance(b.first_high, s.first), distance(b.last_low, s.last),
+                     distance(b.last_high, s.last)});
 }
 
 Subchain without(std::size_t off, End end, std::size_t beads) {
@@ -78,8 +77,7 @@ std::size_t core_within(std::span<const Block> open, const FingerprintMatrix& ma
     std::size_t within = 1;
     for (const Block& block : open) {
         const std::size_t off = farthest_off(block, cores.back());
-        if (off > within && may_replace_last(block, cores) && any_on_rim(block, is_half_of_knot))
-            within = off;
+        if (off > within && may_replace_last(block, cores) && any_on_rim(block, is_half_of_knot)) within = off;
     }
     return within;
 }
@@ -88,8 +86,7 @@ std::array<std::size_t, 2> depth_of(const FingerprintMatrix& matrix) {
     const std::uint16_t knot = matrix.at(matrix.whole_chain()).knot;
     std::array<std::size_t, 2> depth{};
     for (const End end : ends)
-        while (depth[end] + 1 < matrix.beads() &&
-               matrix.at(without(depth[end] + 1, end, matrix.beads())).knot == knot)
+        while (depth[end] + 1 < matrix.beads() && matrix.at(without(depth[end] + 1, end, matrix.beads())).knot == knot)
             ++depth[end];
     return depth;
 }

@@ -6,8 +6,8 @@
 
 namespace loopwise::fingerprint {
 
-ChainFingerprint fingerprint_of(const std::string& file, const polymer::NamedChain& chain,
-                                const FingerprintPlan& plan, FingerprintWatcher& watcher) {
+ChainFingerprint fingerprint_of(const std::string& file, const polymer::NamedChain& chain, const FingerprintPlan& plan,
+                                FingerprintWatcher& watcher) {
     if (chain.beads.empty()) throw std::invalid_argument("the chain has no atom");
     if (plan.closures == 0 || plan.closures > farthest_point_order().size())
         throw std::invalid_argument("between 1 and 400 closures of a subchain can be made");

@@ -35,7 +35,7 @@ struct ChainFingerprint : SampledSubchains {
 ///
 /// The same for any number of threads. Throws std::invalid_argument for a chain without beads, and for closures that
 /// are none or more than the table has rows; std::length_error for a matrix that is too large; what the watcher throws.
-ChainFingerprint fingerprint_of(const std::string& file, const polymer::NamedChain& chain,
-                                const FingerprintPlan& plan, FingerprintWatcher& watcher);
+ChainFingerprint fingerprint_of(const std::string& file, const polymer::NamedChain& chain, const FingerprintPlan& plan,
+                                FingerprintWatcher& watcher);
 
 } // namespace loopwise::fingerprint

@@ -27,8 +27,7 @@ void quarter(const Block& b, std::vector<Block>& into) {
 }
 
 /// Calls body(subchain) for all of the block that were not tested.
-template <class Body>
-void for_each_untested(const FingerprintMatrix& matrix, const Block& b, const Body& body) {
+template <class Body> void for_each_untested(const FingerprintMatrix& matrix, const Block& b, const Body& body) {
     for (std::size_t first = b.first_low; first <= b.first_high; ++first)
         for (std::size_t last = std::max(first, b.last_low); last <= b.last_high; ++last)
             if (!matrix.is_tested({first, last})) body(Subchain{first, last});

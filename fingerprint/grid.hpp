@@ -23,15 +23,11 @@ struct Block {
     }
 };
 
-inline std::size_t distance(std::size_t bead, std::size_t other) {
-    return bead > other ? bead - other : other - bead;
-}
+inline std::size_t distance(std::size_t bead, std::size_t other) { return bead > other ? bead - other : other - bead; }
 
 /// Whether body(subchain) is true for a subchain on the rim of the block.
 template <class Body> bool any_on_rim(const Block& b, const Body& body) {
-    const auto check = [&](std::size_t first, std::size_t last) {
-        return first <= last && body({first, last});
-    };
+    const auto check = [&](std::size_t first, std::size_t last) { return first <= last && body({first, last}); };
     for (std::size_t first = b.first_low; first <= b.first_high; ++first)
         if (check(first, b.last_low) || check(first, b.last_high)) return true;
     for (std::size_t last = b.last_low; last <= b.last_high; ++last)

@@ -16,10 +16,9 @@ const survey::KnotCount& most_frequent(const KnotCounts& counts) {
     const auto rank = [](const survey::KnotCount& count) {
         return std::tuple{count.closures, count.knot.has_name(), !count.knot.is_unknot()};
     };
-    return *std::max_element(counts.begin(), counts.end(),
-                             [&](const survey::KnotCount& a, const survey::KnotCount& b) {
-                                 return rank(a) != rank(b) ? rank(a) < rank(b) : b.knot < a.knot;
-                             });
+    return *std::max_element(counts.begin(), counts.end(), [&](const survey::KnotCount& a, const survey::KnotCount& b) {
+        return rank(a) != rank(b) ? rank(a) < rank(b) : b.knot < a.knot;
+    });
 }
 
 std::uint16_t KnotNumbers::number_of(const knots::KnotType& knot) {
@@ -37,8 +36,7 @@ std::pair<std::vector<knots::KnotType>, std::vector<std::uint16_t>> KnotNumbers:
         return a.is_unknot() || b.is_unknot() ? a.is_unknot() && !b.is_unknot() : a < b;
     });
     std::vector<std::uint16_t> place(knots.size());
-    for (std::size_t i = 0; i < knots.size(); ++i)
-        place[numbers_.at(knots[i])] = static_cast<std::uint16_t>(i);
+    for (std::size_t i = 0; i < knots.size(); ++i) place[numbers_.at(knots[i])] = static_cast<std::uint16_t>(i);
     return {std::move(knots), std::move(place)};
 }
 

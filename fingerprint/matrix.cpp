@@ -10,8 +10,7 @@ FingerprintMatrix::FingerprintMatrix(std::size_t beads, std::size_t most_memory)
     constexpr double bytes_per_cell = sizeof(Cell) + 1.0 / 8.0, megabyte = 1e6;
     const double bytes = 0.5 * static_cast<double>(beads) * static_cast<double>(beads + 1) * bytes_per_cell;
     const auto refuse = [&] {
-        throw std::length_error("the matrix of all subchains of " + std::to_string(beads) +
-                                " residues takes " +
+        throw std::length_error("the matrix of all subchains of " + std::to_string(beads) + " residues takes " +
                                 std::to_string(static_cast<std::size_t>(bytes / megabyte) + 1) +
                                 " MB of memory, more than there is");
     };

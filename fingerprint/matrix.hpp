@@ -65,8 +65,6 @@ class FingerprintMatrix {
 using Cell = FingerprintMatrix::Cell;
 
 /// Whether at least one half of the closures gave the most frequent knot.
-inline bool is_half(const Cell& cell, std::size_t closures) {
-    return 2 * std::size_t{cell.closures} >= closures;
-}
+inline bool is_half(const Cell& cell, std::size_t closures) { return 2 * std::size_t{cell.closures} >= closures; }
 
 } // namespace loopwise::fingerprint

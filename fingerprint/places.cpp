@@ -67,8 +67,7 @@ class PlaceFinder {
     }
 
     /// Whether a subchain that holds the core and clearly is the knot lies in one that clearly is not.
-    bool is_undone(std::uint16_t knot, const std::vector<TestedSubchain>& tested,
-                   const Subchain& core) const {
+    bool is_undone(std::uint16_t knot, const std::vector<TestedSubchain>& tested, const Subchain& core) const {
         std::vector<Subchain> knotted;
         for (const auto& [subchain, closures] : tested)
             if (is_clear(closures) && subchain.holds(core)) knotted.push_back(subchain);
@@ -84,8 +83,7 @@ class PlaceFinder {
         };
         of_.matrix.for_each_tested([&](Subchain s, const Cell& cell) {
             judge_before(s.first);
-            if (cell.knot != knot && is_clear(cell.closures))
-                farthest = std::max(farthest.value_or(0), s.last);
+            if (cell.knot != knot && is_clear(cell.closures)) farthest = std::max(farthest.value_or(0), s.last);
         });
         judge_before(of_.matrix.beads());
         return undone;

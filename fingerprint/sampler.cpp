@@ -13,8 +13,8 @@ class SubchainSampler {
   public:
     SubchainSampler(const Chain& chain, const FingerprintPlan& plan, FingerprintWatcher& watcher)
         : beads_(chain.size()), plan_(plan), watcher_(watcher),
-          closers_(std::max(plan.threads, 1U), SubchainCloser(chain, watcher)),
-          matrix_(beads_, plan.most_memory), budget_(plan.policy, chain, watcher) {
+          closers_(std::max(plan.threads, 1U), SubchainCloser(chain, watcher)), matrix_(beads_, plan.most_memory),
+          budget_(plan.policy, chain, watcher) {
         if (beads_ < fewest_knotted) whole_ = {{knots::KnotType::unknot(), plan.closures}};
         for (std::size_t first = 0; first < beads_; ++first)
             for (std::size_t last = first; last < std::min(first + fewest_knotted - 1, beads_); ++last)
@@ -29,16 +29,14 @@ class SubchainSampler {
             close_on_grid(step);
         auto [knots, place] = knots_.sorted();
         matrix_.renumber(place);
-        return {plan_.closures,  step, done_, std::move(knots), std::move(matrix_), std::move(whole_),
-                std::move(open_)};
+        return {plan_.closures, step, done_, std::move(knots), std::move(matrix_), std::move(whole_), std::move(open_)};
     }
 
   private:
     /// Row by row, since the list of all subchains would be larger than the matrix. Rows from both ends alternate, so
     /// that the time left can be told from the time gone.
     void close_every_subchain() {
-        planned_ =
-            beads_ < fewest_knotted ? 0 : (beads_ - fewest_knotted + 1) * (beads_ - fewest_knotted + 2) / 2;
+        planned_ = beads_ < fewest_knotted ? 0 : (beads_ - fewest_knotted + 1) * (beads_ - fewest_knotted + 2) / 2;
         planned_work_ = budget_.expected().of_every_subchain();
         watcher_.every_subchain_begins(planned_work_);
         std::vector<Subchain> subchains;
@@ -75,8 +73,7 @@ class SubchainSampler {
     }
 
     /// The mixed blocks to quarter next. Decisive are those that may change a core, or the depth of the chain's knot.
-    std::vector<std::size_t> choose(const std::vector<Block>& blocks,
-                                    const std::vector<std::size_t>& mixed) const {
+    std::vector<std::size_t> choose(const std::vector<Block>& blocks, const std::vector<std::size_t>& mixed) const {
         const CoresByKnot cores = find_cores(halves_);
         const bool is_knot = halves_.contains(matrix_.at(matrix_.whole_chain()).knot);
         const DepthLimits depth(matrix_);
@@ -146,8 +143,7 @@ class SubchainSampler {
 
 } // namespace
 
-SampledSubchains sample_subchains(const Chain& chain, const FingerprintPlan& plan,
-                                  FingerprintWatcher& watcher) {
+SampledSubchains sample_subchains(const Chain& chain, const FingerprintPlan& plan, FingerprintWatcher& watcher) {
     return SubchainSampler(chain, plan, watcher).sample();
 }
 

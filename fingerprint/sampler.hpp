@@ -24,13 +24,10 @@ struct SampledSubchains {
     std::vector<Block> open{}; ///< mixed blocks whose borders were not followed
 
     bool is_knot(std::size_t number) const { return knots[number].is_knot(); }
-    double share_of(std::size_t count) const {
-        return static_cast<double>(count) / static_cast<double>(closures);
-    }
+    double share_of(std::size_t count) const { return static_cast<double>(count) / static_cast<double>(closures); }
 };
 
 /// See fingerprint_of().
-SampledSubchains sample_subchains(const Chain& chain, const FingerprintPlan& plan,
-                                  FingerprintWatcher& watcher);
+SampledSubchains sample_subchains(const Chain& chain, const FingerprintPlan& plan, FingerprintWatcher& watcher);
 
 } // namespace loopwise::fingerprint

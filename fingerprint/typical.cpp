@@ -11,8 +11,8 @@ namespace {
 /// Rows that are likely to hold a closure of the most frequent knot.
 constexpr std::size_t tried_first = 2;
 
-TypicalClosure typical_closure(const Subchain& subchain, const knots::KnotType& knot,
-                               std::span<const int> rows, SubchainCloser& closer) {
+TypicalClosure typical_closure(const Subchain& subchain, const knots::KnotType& knot, std::span<const int> rows,
+                               SubchainCloser& closer) {
     TypicalClosure typical{subchain, 0, {}, {}, {}};
     const auto take = [&](const SubchainCloser::Closure& closure) {
         const bool is_first = typical.closing.empty(), is_wanted = counted_as(closure.knot) == knot;
@@ -21,14 +21,12 @@ TypicalClosure typical_closure(const Subchain& subchain, const knots::KnotType& 
             typical.knot = counted_as(closure.knot);
             typical.closing = closure.closing;
             typical.left.clear();
-            for (const ChainAtom& bead : closure.reduced)
-                typical.left.push_back(static_cast<std::size_t>(bead.id));
+            for (const ChainAtom& bead : closure.reduced) typical.left.push_back(static_cast<std::size_t>(bead.id));
         }
         return !is_wanted;
     };
     const std::size_t few = std::min(rows.size(), tried_first);
-    if (closer.close_in_few(subchain, rows.first(few), take))
-        closer.close_in_many(subchain, rows.subspan(few), take);
+    if (closer.close_in_few(subchain, rows.first(few), take)) closer.close_in_many(subchain, rows.subspan(few), take);
     return typical;
 }
 
@@ -54,9 +52,8 @@ std::vector<Subchain> shown_subchains(const ChainFingerprint& of, const std::vec
     for (std::size_t apart = 1;; apart = apart < of.step ? of.step : apart + of.step) {
         std::vector<Subchain> shown = tested_on_lines(of.matrix, apart, most);
         if (shown.size() > most) continue;
-        std::erase_if(shown, [&](const Subchain& s) {
-            return std::find(always.begin(), always.end(), s) != always.end();
-        });
+        std::erase_if(shown,
+                      [&](const Subchain& s) { return std::find(always.begin(), always.end(), s) != always.end(); });
         shown.insert(shown.begin(), always.begin(), always.end());
         return shown;
     }
@@ -70,8 +67,7 @@ std::vector<TypicalClosure> typical_closures(const Chain& chain, const ChainFing
     const std::span<const int> rows = farthest_point_order().first(of.closures);
     std::atomic<std::size_t> done = 0;
     survey::in_parallel(subchains.size(), threads, [&](std::size_t i, std::size_t worker) {
-        found[i] =
-            typical_closure(subchains[i], of.knots[of.matrix.at(subchains[i]).knot], rows, closers[worker]);
+        found[i] = typical_closure(subchains[i], of.knots[of.matrix.at(subchains[i]).knot], rows, closers[worker]);
         const std::size_t so_far = ++done;
         watcher.subchain_closed(so_far, subchains.size(),
                                 static_cast<double>(so_far) / static_cast<double>(subchains.size()));

@@ -201,8 +201,8 @@ LOOPWISE_API bool on_segment(double x1, double y1, double x2, double y2, double 
 /// Whether the planar segments P1P2 and P3P4 cross or touch, by the orientation test of Cormen,
 /// Leiserson, Rivest and Stein, "Introduction to Algorithms", chapter on computational geometry.
 /// A shared end point and a collinear overlap count. Exact comparisons. Allocates nothing.
-LOOPWISE_API bool TwoSegmentsCrossedSimple(double x1, double y1, double x2, double y2, double x3, double y3,
-                                           double x4, double y4);
+LOOPWISE_API bool TwoSegmentsCrossedSimple(double x1, double y1, double x2, double y2, double x3, double y3, double x4,
+                                           double y4);
 
 /// The dot product of two vectors of three elements each: a[0]*b[0] + a[1]*b[1] + a[2]*b[2].
 /// Allocates nothing.
@@ -300,8 +300,7 @@ LOOPWISE_API PointR3 ProjectPointF(PointR3 point, PointR3 direction);
 /// \return the edges. Allocates.
 ///
 /// Calls FillFulerenData() first.
-LOOPWISE_API std::vector<Edge> ProjectChain(const std::vector<ChainAtom>& chain, int directionIndex,
-                                            bool closed);
+LOOPWISE_API std::vector<Edge> ProjectChain(const std::vector<ChainAtom>& chain, int directionIndex, bool closed);
 
 /// @}
 /// \addtogroup closure
@@ -389,8 +388,8 @@ LOOPWISE_API int CloseChains_1direction(std::vector<std::vector<ChainAtom>>& str
 ///         1e-76 or above 1e76 leave the range of their products, and the atoms have no meaning.
 ///         A sine that rounding has carried past 1 counts as 1, so that it costs no closure its arc.
 ///         Allocates.
-LOOPWISE_API std::vector<ChainAtom> GivePointsOnTheCircle(PointR3 startPoint, PointR3 endPoint,
-                                                          PointR3 centre, double radius, int lastId);
+LOOPWISE_API std::vector<ChainAtom> GivePointsOnTheCircle(PointR3 startPoint, PointR3 endPoint, PointR3 centre,
+                                                          double radius, int lastId);
 
 /// Closes \p chain by an arc of a large circle around its centre between two random directions, with
 /// the atoms of GivePointsOnTheCircle() at \p scale times RadiusOfChain(), numbered after the largest

@@ -12,9 +12,9 @@ using namespace modular;
 
 // The polynomial is the determinant of a matrix with a row and a column for every crossing but one, and entries of
 // degree at most 1. With n crossings its degree is less than n, and its values at t = 1 to n, modulo a prime, give all
-// coefficients modulo the prime. Kauffman ("Formal knot theory", 1983) writes the polynomial as a sum over the states of
-// the diagram, each a power of t with a sign. States are spanning trees of the checkerboard graph: sets of its n edges.
-// So no coefficient is larger than 2^n, and the residue nearest to 0 is the coefficient itself.
+// coefficients modulo the prime. Kauffman ("Formal knot theory", 1983) writes the polynomial as a sum over the states
+// of the diagram, each a power of t with a sign. States are spanning trees of the checkerboard graph: sets of its n
+// edges. So no coefficient is larger than 2^n, and the residue nearest to 0 is the coefficient itself.
 constexpr std::size_t most = most_crossings;
 static_assert(most_crossings <= 59, "coefficients have to stay below half of the prime");
 
@@ -81,8 +81,7 @@ Fraction determinant(std::vector<std::uint64_t>& matrix, std::size_t size) {
     return result;
 }
 
-Fraction value_at(std::uint64_t t, const std::vector<Relation>& relations,
-                  std::vector<std::uint64_t>& matrix) {
+Fraction value_at(std::uint64_t t, const std::vector<Relation>& relations, std::vector<std::uint64_t>& matrix) {
     const std::size_t size = relations.size() - 1;
     matrix.assign(size * size, 0);
     for (std::size_t row = 0; row < size; ++row) {
@@ -106,8 +105,7 @@ std::vector<std::uint64_t> interpolated(std::vector<std::uint64_t> values) {
             values[i] = multiply(subtract(values[i], values[i - 1]), inverses[step]);
     std::vector<std::uint64_t> result(count, 0);
     for (std::size_t i = count; i-- > 0;) { // times t - (i + 1), plus the difference
-        for (std::size_t j = count - 1; j > 0; --j)
-            result[j] = subtract(result[j - 1], multiply(result[j], i + 1));
+        for (std::size_t j = count - 1; j > 0; --j) result[j] = subtract(result[j - 1], multiply(result[j], i + 1));
         result[0] = subtract(values[i], multiply(result[0], i + 1));
     }
     return result;

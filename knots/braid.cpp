@@ -6,8 +6,8 @@
 
 namespace loopwise::knots {
 
-/// All strands run upwards. The strand below enters a crossing at place 0, the lower left end of a negative crossing and
-/// the lower right end of a positive one.
+/// All strands run upwards. The strand below enters a crossing at place 0, the lower left end of a negative crossing
+/// and the lower right end of a positive one.
 Diagram closed_braid(int strands, std::span<const signed char> word) {
     const auto count = static_cast<std::size_t>(strands);
     Diagram diagram;

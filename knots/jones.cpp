@@ -8,9 +8,9 @@
 namespace loopwise::knots {
 namespace {
 
-/// A diagram is contracted crossing by crossing. The front is the set of edges from contracted crossings to the rest; its
-/// points are numbered. Smoothing all contracted crossings in one way joins the points of the front in pairs and leaves
-/// some circles. The bracket of the contracted part is a polynomial in A for every pairing.
+/// A diagram is contracted crossing by crossing. The front is the set of edges from contracted crossings to the rest;
+/// its points are numbered. Smoothing all contracted crossings in one way joins the points of the front in pairs and
+/// leaves some circles. The bracket of the contracted part is a polynomial in A for every pairing.
 constexpr std::size_t most_points = widest_front + 4;
 
 using Pairing = std::array<std::uint8_t, 32>; ///< the partner of every point; zeros after the last
@@ -49,8 +49,7 @@ Order order_from(const Diagram& diagram, int start) {
             if (neighbour == next) continue;
             const auto n = static_cast<std::size_t>(neighbour);
             width += done[n] ? -1 : 1;
-            if (!done[n] && ends[n]++ == 0 &&
-                std::find(waiting.begin(), waiting.end(), neighbour) == waiting.end())
+            if (!done[n] && ends[n]++ == 0 && std::find(waiting.begin(), waiting.end(), neighbour) == waiting.end())
                 waiting.push_back(neighbour);
         }
         order.width = std::max(order.width, width);
@@ -141,8 +140,7 @@ void Contraction::advance_front(int crossing) {
             gluings_.push_back({here, static_cast<std::uint8_t>(there)});
             front_[static_cast<std::size_t>(there)] = -1;
         } else if (crossing_of(end) == crossing && end > d)
-            gluings_.push_back(
-                {here, static_cast<std::uint8_t>(width + static_cast<std::size_t>(place_of(end)))});
+            gluings_.push_back({here, static_cast<std::uint8_t>(width + static_cast<std::size_t>(place_of(end)))});
     }
     std::vector<Dart>& front = front_;
     std::size_t next = 0;
@@ -175,8 +173,8 @@ std::uint32_t Contraction::state_with(const Pairing& pairing) {
     }
 }
 
-/// The strand below has the places 0 and 2. Turning the strand above counterclockwise sweeps the corners between 1 and 2
-/// and between 3 and 0: joining these is the smoothing that counts A.
+/// The strand below has the places 0 and 2. Turning the strand above counterclockwise sweeps the corners between 1 and
+/// 2 and between 3 and 0: joining these is the smoothing that counts A.
 bool Contraction::add(int crossing) {
     const std::size_t width = front_.size();
     advance_front(crossing);
@@ -189,8 +187,7 @@ bool Contraction::add(int crossing) {
         for (const int shift : {1, -1}) {
             Pairing joined = states_[s].pairing;
             for (std::size_t place = 0; place < 4; ++place)
-                joined[width + place] =
-                    static_cast<std::uint8_t>(width + (shift > 0 ? place ^ 1 : 3 - place));
+                joined[width + place] = static_cast<std::uint8_t>(width + (shift > 0 ? place ^ 1 : 3 - place));
             int circles = 0;
             for (const Gluing g : gluings_) {
                 const std::uint8_t a = joined[g.one], b = joined[g.other];
@@ -224,8 +221,7 @@ bool Contraction::sum_up() {
         const State &from = states_[c.from], &to = next_[c.to];
         const auto length = static_cast<std::size_t>((from.highest - from.lowest) / 4 + 1);
         const int lowest = from.lowest + c.shift - 2 * c.circles;
-        std::int64_t* const sums =
-            &sums_[to.coefficients + static_cast<std::size_t>((lowest - to.lowest) / 4)];
+        std::int64_t* const sums = &sums_[to.coefficients + static_cast<std::size_t>((lowest - to.lowest) / 4)];
         const std::int64_t* const source = &coefficients_[from.coefficients];
         for (int k = 0; k <= c.circles; ++k)
             for (std::size_t i = 0; i < length; ++i) {
@@ -248,8 +244,7 @@ std::optional<Laurent> jones(const Diagram& diagram) {
     std::vector<bool> drawn(static_cast<std::size_t>(diagram.loops), false);
     for (const Crossing& c : diagram.crossings)
         for (const int loop : {c.under, c.over})
-            if (!drawn[static_cast<std::size_t>(loop)])
-                drawn[static_cast<std::size_t>(loop)] = true, --circles;
+            if (!drawn[static_cast<std::size_t>(loop)]) drawn[static_cast<std::size_t>(loop)] = true, --circles;
 
     // The bracket in every fourth power of A; that of one circle is 1.
     int lowest = 0;
@@ -267,8 +262,7 @@ std::optional<Laurent> jones(const Diagram& diagram) {
         lowest = state->lowest + 2;
         bracket.clear();
         for (int power = state->lowest; power < state->highest; power += 4)
-            bracket.push_back(-contraction.coefficient(*state, power) -
-                              (bracket.empty() ? 0 : bracket.back()));
+            bracket.push_back(-contraction.coefficient(*state, power) - (bracket.empty() ? 0 : bracket.back()));
     }
     for (; circles > 0; --circles, lowest -= 2) {
         bracket.push_back(0);

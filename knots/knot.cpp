@@ -26,8 +26,7 @@ const KnotName& unknot(int crossings) {
 KnotType type_of(const Laurent& jones, const Laurent& alexander, int crossings) {
     const bool like_unknot = jones == Laurent::one();
     std::vector<KnotSum> candidates = candidates_of(jones, alexander, crossings);
-    if (!candidates.empty())
-        return KnotType::named(std::move(candidates), crossings <= table_crossings || like_unknot);
+    if (!candidates.empty()) return KnotType::named(std::move(candidates), crossings <= table_crossings || like_unknot);
     return like_unknot ? KnotType::too_complex(crossings) : KnotType::unknown(jones);
 }
 
@@ -86,8 +85,7 @@ KnotName knot_of(Diagram diagram) {
 
 KnotName knot_of(std::span<const ChainAtom> loop) {
     const View view = reduced_view(loop);
-    return view.fault == PolygonFault::none ? name_of(view.diagram)
-                                            : KnotName{KnotType::no_polygon(view.fault)};
+    return view.fault == PolygonFault::none ? name_of(view.diagram) : KnotName{KnotType::no_polygon(view.fault)};
 }
 
 const KnotName& KnotNamer::name(std::span<const ChainAtom> loop) {

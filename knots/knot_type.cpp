@@ -9,18 +9,12 @@ namespace {
 
 const char* words(PolygonFault fault) {
     switch (fault) {
-    case PolygonFault::few_beads:
-        return "fewer than three beads";
-    case PolygonFault::triangle:
-        return "fewer than four beads";
-    case PolygonFault::not_finite:
-        return "coordinates that are not finite";
-    case PolygonFault::repeated_beads:
-        return "repeated beads";
-    case PolygonFault::touching:
-        return "the polygon meets itself, or nearly";
-    case PolygonFault::none:
-        break;
+    case PolygonFault::few_beads: return "fewer than three beads";
+    case PolygonFault::triangle: return "fewer than four beads";
+    case PolygonFault::not_finite: return "coordinates that are not finite";
+    case PolygonFault::repeated_beads: return "repeated beads";
+    case PolygonFault::touching: return "the polygon meets itself, or nearly";
+    case PolygonFault::none: break;
     }
     return "";
 }
@@ -56,9 +50,8 @@ KnotType KnotType::apart(KnotType one, KnotType other) {
 
 // Written out: clang 14 does not survive the default one of a class that holds a vector of itself.
 bool KnotType::operator==(const KnotType& other) const {
-    return status == other.status && proven == other.proven && candidates == other.candidates &&
-           loops == other.loops && jones == other.jones && crossings == other.crossings &&
-           fault == other.fault;
+    return status == other.status && proven == other.proven && candidates == other.candidates && loops == other.loops &&
+           jones == other.jones && crossings == other.crossings && fault == other.fault;
 }
 
 std::strong_ordering operator<=>(const KnotType& a, const KnotType& b) { return text(a) <=> text(b); }
@@ -72,14 +65,10 @@ std::string text(const KnotType& type) {
     case KnotStatus::apart:
         for (const KnotType& loop : type.loops) all.append(all.empty() ? "" : ", ").append(text(loop));
         return all + " apart";
-    case KnotStatus::unknown:
-        return "unknown: " + text(type.jones);
-    case KnotStatus::too_complex:
-        return "not named: " + std::to_string(type.crossings) + " crossings";
-    case KnotStatus::no_polygon:
-        return std::string("not named: ") + words(type.fault);
-    case KnotStatus::unnamed:
-        break;
+    case KnotStatus::unknown: return "unknown: " + text(type.jones);
+    case KnotStatus::too_complex: return "not named: " + std::to_string(type.crossings) + " crossings";
+    case KnotStatus::no_polygon: return std::string("not named: ") + words(type.fault);
+    case KnotStatus::unnamed: break;
     }
     return "not named";
 }

@@ -55,15 +55,9 @@ struct KnotType {
         return {.status = KnotStatus::named, .proven = proven, .candidates = std::move(candidates)};
     }
     static KnotType apart(KnotType one, KnotType other);
-    static KnotType unknown(Laurent jones) {
-        return {.status = KnotStatus::unknown, .jones = std::move(jones)};
-    }
-    static KnotType too_complex(int crossings) {
-        return {.status = KnotStatus::too_complex, .crossings = crossings};
-    }
-    static KnotType no_polygon(PolygonFault fault) {
-        return {.status = KnotStatus::no_polygon, .fault = fault};
-    }
+    static KnotType unknown(Laurent jones) { return {.status = KnotStatus::unknown, .jones = std::move(jones)}; }
+    static KnotType too_complex(int crossings) { return {.status = KnotStatus::too_complex, .crossings = crossings}; }
+    static KnotType no_polygon(PolygonFault fault) { return {.status = KnotStatus::no_polygon, .fault = fault}; }
 
     bool operator==(const KnotType& other) const;
     bool has_name() const { return status <= KnotStatus::unknown; }

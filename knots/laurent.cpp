@@ -40,8 +40,7 @@ std::optional<std::int64_t> determinant(const Laurent& polynomial) {
     std::int64_t sum = 0;
     for (std::size_t i = 0; i < polynomial.coefficients.size(); ++i) {
         const std::int64_t c = polynomial.coefficients[i];
-        if (i % 2 == 0 ? __builtin_add_overflow(sum, c, &sum) : __builtin_sub_overflow(sum, c, &sum))
-            return {};
+        if (i % 2 == 0 ? __builtin_add_overflow(sum, c, &sum) : __builtin_sub_overflow(sum, c, &sum)) return {};
     }
     if (sum == INT64_MIN) return {};
     return sum < 0 ? -sum : sum;

@@ -23,8 +23,7 @@ std::vector<TableLink> computed() {
         int crossings, strands;
         std::array<signed char, 6> word;
     };
-    constexpr std::array<Row, 4> rows{
-        {{0, 2, {}}, {2, 2, {1, 1}}, {4, 2, {1, 1, 1, 1}}, {5, 3, {1, -2, 1, -2, -2}}}};
+    constexpr std::array<Row, 4> rows{{{0, 2, {}}, {2, 2, {1, 1}}, {4, 2, {1, 1, 1, 1}}, {5, 3, {1, -2, 1, -2, -2}}}};
     std::vector<TableLink> table;
     for (const Row& row : rows) {
         const Diagram diagram = closed_braid(row.strands, row.word);
@@ -91,15 +90,13 @@ KnotName link_of(Diagram diagram) {
     std::vector<KnotSum> candidates;
     for (const TableLink& known : table)
         if (known.jones == *v && known.linking_number == number) candidates.push_back({known.link});
-    name.type = candidates.empty()
-                    ? KnotType::unknown(*v)
-                    : KnotType::named(std::move(candidates), diagram.size() <= table_link_crossings);
+    name.type = candidates.empty() ? KnotType::unknown(*v)
+                                   : KnotType::named(std::move(candidates), diagram.size() <= table_link_crossings);
     return name;
 }
 
 KnotName link_of(std::span<const ChainAtom> one, std::span<const ChainAtom> other) {
-    const std::array<std::span<const ChainAtom>, 2> loops{without_copy_of_first(one),
-                                                          without_copy_of_first(other)};
+    const std::array<std::span<const ChainAtom>, 2> loops{without_copy_of_first(one), without_copy_of_first(other)};
     View view = project_diagram(loops);
     if (view.fault == PolygonFault::none) return link_of(std::move(view.diagram));
     return {KnotType::no_polygon(view.fault)};

@@ -28,14 +28,12 @@ constexpr std::uint64_t inverse(std::uint64_t a) { return power(a, prime - 2); }
 
 /// The residue of a signed number.
 constexpr std::uint64_t residue(std::int64_t a) {
-    const std::uint64_t size =
-        (a < 0 ? 0 - static_cast<std::uint64_t>(a) : static_cast<std::uint64_t>(a)) % prime;
+    const std::uint64_t size = (a < 0 ? 0 - static_cast<std::uint64_t>(a) : static_cast<std::uint64_t>(a)) % prime;
     return a < 0 && size != 0 ? prime - size : size;
 }
 /// The number nearest to 0 with this residue.
 constexpr std::int64_t nearest(std::uint64_t residue) {
-    return residue > prime / 2 ? -static_cast<std::int64_t>(prime - residue)
-                               : static_cast<std::int64_t>(residue);
+    return residue > prime / 2 ? -static_cast<std::int64_t>(prime - residue) : static_cast<std::int64_t>(residue);
 }
 
 } // namespace loopwise::modular

@@ -28,15 +28,13 @@ class Search {
     std::array<std::size_t, most_factors> factors_{};
     std::vector<KnotSum> found_;
 
-    void extend(std::size_t depth, std::size_t count, std::size_t first, std::int64_t det,
-                PolynomialHash rest) {
+    void extend(std::size_t depth, std::size_t count, std::size_t first, std::int64_t det, PolynomialHash rest) {
         constexpr std::int64_t least = 3; // the trefoil's
         const bool last = depth + 1 == count;
         if (det < least || (!last && det < least * least)) return;
         for (std::size_t i = first; i < table_.size(); ++i) {
             const TableKnot& knot = table_[i];
-            if (last ? !(knot.determinant == det && knot.hash == rest) : det % knot.determinant != 0)
-                continue;
+            if (last ? !(knot.determinant == det && knot.hash == rest) : det % knot.determinant != 0) continue;
             factors_[depth] = i;
             if (!last)
                 extend(depth + 1, count, i, det / knot.determinant,

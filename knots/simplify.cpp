@@ -149,8 +149,8 @@ bool Rerouting::lay(Pass pass, Route route, bool under) {
         pass.crossings.pop_back();
         const int left = under ? 0 : upwards ? 3 : 1;
         const Dart in = 4 * crossing + left;
-        diagram_.crossings[static_cast<std::size_t>(crossing)] = {upwards != under ? 1 : -1,
-                                                                  under ? loop : other, under ? other : loop};
+        diagram_.crossings[static_cast<std::size_t>(crossing)] = {upwards != under ? 1 : -1, under ? loop : other,
+                                                                  under ? other : loop};
         diagram_.link(from, in);
         diagram_.link(start, turned(in, 1));
         diagram_.link(end, turned(in, 3));
@@ -185,8 +185,7 @@ bool undo_at(Diagram& diagram, int crossing) {
             diagram.dissolve(crossing);
             return true;
         }
-        if (crossing_of(end) != crossing && diagram.across(next) == turned(end, 3) &&
-            is_under(d) == is_under(end)) {
+        if (crossing_of(end) != crossing && diagram.across(next) == turned(end, 3) && is_under(d) == is_under(end)) {
             diagram.dissolve(crossing);
             diagram.dissolve(crossing_of(end));
             return true;

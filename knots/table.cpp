@@ -20,8 +20,7 @@ std::uint64_t value(const Laurent& polynomial) {
         sum = modular::add(modular::multiply(sum, place), modular::residue(*c));
     const int lowest = polynomial.twice_lowest / 2;
     const std::uint64_t base = lowest < 0 ? inverse_place : place;
-    return modular::multiply(sum,
-                             modular::power(base, static_cast<std::uint64_t>(lowest < 0 ? -lowest : lowest)));
+    return modular::multiply(sum, modular::power(base, static_cast<std::uint64_t>(lowest < 0 ? -lowest : lowest)));
 }
 
 TableKnot entry(const PrimeKnot& knot, const Laurent& jones_polynomial, const Laurent& alexander_polynomial) {

@@ -165,8 +165,7 @@ void Projector::project(const Frame& frame) {
         const PointR3 &a = seen(segments_[s].from), &b = seen(segments_[s].to);
         const auto [left, right] = std::minmax(a.x, b.x);
         const auto [bottom, top] = std::minmax(a.y, b.y);
-        boxes_.push_back(
-            {left, right + 2 * coordinate_error, bottom, top + 2 * coordinate_error, static_cast<int>(s)});
+        boxes_.push_back({left, right + 2 * coordinate_error, bottom, top + 2 * coordinate_error, static_cast<int>(s)});
     }
     std::sort(boxes_.begin(), boxes_.end(), [](const Box& a, const Box& b) { return a.left < b.left; });
 }
@@ -204,10 +203,8 @@ int Projector::side_of_volume(int a, int b, int c, int d) const {
 /// With U = b - a, V = d - c, W = c - a and the projected crossing at a + sU = c + tV, sU - tV - W is (0, 0, h), h the
 /// height of the first over the second. So det(U, V, W) = -h (U x V), and U x V has the sign of the side of ab that d
 /// is on.
-Projector::Meeting Projector::meet(int one, int other, std::vector<Passage>& passages,
-                                   std::vector<int>& signs) const {
-    const Segment &p = segments_[static_cast<std::size_t>(one)],
-                  &q = segments_[static_cast<std::size_t>(other)];
+Projector::Meeting Projector::meet(int one, int other, std::vector<Passage>& passages, std::vector<int>& signs) const {
+    const Segment &p = segments_[static_cast<std::size_t>(one)], &q = segments_[static_cast<std::size_t>(other)];
     const PointR3 &a = seen(p.from), &b = seen(p.to), &c = seen(q.from), &d = seen(q.to);
     const Flat ab = way(a, b), cd = way(c, d), ac = way(a, c);
     const double c_side = cross(ab, ac), d_side = cross(ab, way(a, d));
@@ -240,22 +237,19 @@ bool Projector::project_along(const Frame& frame, std::vector<Passage>& passages
     project(frame);
     for (const Segment& s : segments_) {
         const bool triangle =
-            segments_[static_cast<std::size_t>(segments_[static_cast<std::size_t>(s.next)].next)].to ==
-            s.from;
+            segments_[static_cast<std::size_t>(segments_[static_cast<std::size_t>(s.next)].next)].to == s.from;
         if (!triangle && folds_back(s)) return false;
     }
     for (auto i = boxes_.begin(); i != boxes_.end(); ++i) {
         const int next = segments_[static_cast<std::size_t>(i->segment)].next;
         for (auto j = i + 1; j != boxes_.end() && j->left <= i->right; ++j) {
             if (j->bottom > i->top || j->top < i->bottom) continue;
-            if (j->segment == next || segments_[static_cast<std::size_t>(j->segment)].next == i->segment)
-                continue;
+            if (j->segment == next || segments_[static_cast<std::size_t>(j->segment)].next == i->segment) continue;
             if (meet(i->segment, j->segment, passages, signs) == Meeting::unsure) return false;
         }
     }
-    std::sort(passages.begin(), passages.end(), [](const Passage& a, const Passage& b) {
-        return std::tie(a.segment, a.at) < std::tie(b.segment, b.at);
-    });
+    std::sort(passages.begin(), passages.end(),
+              [](const Passage& a, const Passage& b) { return std::tie(a.segment, a.at) < std::tie(b.segment, b.at); });
     // Of three segments that meet in one point, two pass the third at one place.
     return std::adjacent_find(passages.begin(), passages.end(), [](const Passage& a, const Passage& b) {
                return a.segment == b.segment && b.at - a.at <= a.error + b.error;
@@ -266,12 +260,8 @@ Diagram Projector::drawn(const std::vector<Passage>& passages, const std::vector
     Diagram diagram;
     diagram.loops = loops_;
     for (const int sign : signs) diagram.add({sign, 0, 0});
-    const auto loop_of = [this](const Passage& p) {
-        return segments_[static_cast<std::size_t>(p.segment)].loop;
-    };
-    const auto in = [&diagram](const Passage& p) {
-        return p.over ? diagram.over_in(p.crossing) : 4 * p.crossing;
-    };
+    const auto loop_of = [this](const Passage& p) { return segments_[static_cast<std::size_t>(p.segment)].loop; };
+    const auto in = [&diagram](const Passage& p) { return p.over ? diagram.over_in(p.crossing) : 4 * p.crossing; };
     for (std::size_t start = 0, i = 0; i < passages.size(); ++i) {
         const Passage& p = passages[i];
         Crossing& crossing = diagram.crossings[static_cast<std::size_t>(p.crossing)];

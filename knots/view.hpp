@@ -29,7 +29,8 @@ std::span<const ChainAtom> without_copy_of_first(std::span<const ChainAtom> loop
 /// along a few directions. Three different beads are a loop even where they lie on a line.
 ///
 /// The diagram is exactly that of the polygons as given: every sign that it depends on is proven against rounding. A
-/// direction with a sign that is not proven is skipped; where several dozen directions are, the polygons are `touching`.
+/// direction with a sign that is not proven is skipped; where several dozen directions are, the polygons are
+/// `touching`.
 View project_diagram(std::span<const std::span<const ChainAtom>> loops);
 
 } // namespace loopwise::knots

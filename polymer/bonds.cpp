@@ -11,8 +11,7 @@ constexpr double gap_to_median_bond = 1.5;
 std::vector<double> lengths_of(const Chain& beads) {
     std::vector<double> lengths;
     for (std::size_t i = 0; i + 1 < beads.size(); ++i)
-        lengths.push_back(
-            Dist({beads[i].x, beads[i].y, beads[i].z}, {beads[i + 1].x, beads[i + 1].y, beads[i + 1].z}));
+        lengths.push_back(Dist({beads[i].x, beads[i].y, beads[i].z}, {beads[i + 1].x, beads[i + 1].y, beads[i + 1].z}));
     return lengths;
 }
 
@@ -40,8 +39,8 @@ Bonds bonds_of(const NamedChain& chain) {
     const std::vector<double> lengths = lengths_of(chain.beads);
     if (lengths.empty()) return {};
     const double median = median_of(lengths);
-    const bool trace = chain.kind == BeadKind::amino_acids ||
-                       (median >= shortest_trace_bond && median <= longest_trace_bond);
+    const bool trace =
+        chain.kind == BeadKind::amino_acids || (median >= shortest_trace_bond && median <= longest_trace_bond);
     Bonds bonds{trace ? longest_trace_bond : gap_to_median_bond * median, {}, {}};
     for (std::size_t i = 0; i < lengths.size(); ++i) {
         if (lengths[i] > bonds.longest)

@@ -23,9 +23,7 @@ std::string ResidueId::text() const {
     return text;
 }
 
-std::optional<std::int32_t> ResidueId::number() const {
-    return has_number_ ? std::optional(number_) : std::nullopt;
-}
+std::optional<std::int32_t> ResidueId::number() const { return has_number_ ? std::optional(number_) : std::nullopt; }
 
 std::string ResidueId::suffix() const {
     if (!has_number_) return *text_;

@@ -16,8 +16,7 @@ double element(const char* at) { // which need not be aligned
 
 [[noreturn]] void refuse_not_finite(py::ssize_t bead, const ChainAtom& a) {
     const std::string place = py::repr(py::make_tuple(a.x, a.y, a.z));
-    throw py::value_error("coordinates must be finite, not " + place + " at position " +
-                          std::to_string(bead));
+    throw py::value_error("coordinates must be finite, not " + place + " at position " + std::to_string(bead));
 }
 
 /// As "(4, 2)".
@@ -57,8 +56,8 @@ polymer::NamedChain named_chain_of(const py::handle& chain) {
     named.name = py::str(chain.attr("name"));
     named.beads = chain_of(chain.attr("xyz").cast<Doubles>(), chain.attr("ids").cast<Ids>());
     const py::object labels = chain.attr("_labels");
-    named.residues = labels.is_none() ? polymer::residues_of(named.beads)
-                                      : polymer::parsed(labels.cast<std::vector<std::string>>());
+    named.residues =
+        labels.is_none() ? polymer::residues_of(named.beads) : polymer::parsed(labels.cast<std::vector<std::string>>());
     return named;
 }
 
@@ -92,11 +91,10 @@ py::array_t<std::int64_t> positions_of(const Chain& chain) {
 std::vector<PointR3> points_of(const Doubles& given, std::size_t rows) {
     const bool is_point = rows == 1 && given.ndim() == 1 && given.shape(0) == coordinates;
     const Doubles points = is_point ? Doubles(given.attr("reshape")(1, coordinates)) : given;
-    if (points.ndim() != 2 || points.shape(0) != static_cast<py::ssize_t>(rows) ||
-        points.shape(1) != coordinates)
+    if (points.ndim() != 2 || points.shape(0) != static_cast<py::ssize_t>(rows) || points.shape(1) != coordinates)
         throw py::value_error("points must have the shape " +
-                              (rows == 1 ? std::string("(3,)") : "(" + std::to_string(rows) + ", 3)") +
-                              ", not " + shape_of(given));
+                              (rows == 1 ? std::string("(3,)") : "(" + std::to_string(rows) + ", 3)") + ", not " +
+                              shape_of(given));
     std::vector<PointR3> result;
     for (const ChainAtom& a : chain_of(points, std::nullopt)) result.push_back({a.x, a.y, a.z});
     return result;

@@ -49,8 +49,8 @@ void Job::attend_between_steps() {
     const py::gil_scoped_acquire python;
     const auto waited = Clock::now() - start;
     attend(*progress_);
-    next_look_ = Clock::now() + std::clamp<Clock::duration>(between_looks_to_wait * waited, between_looks,
-                                                            longest_between_looks);
+    next_look_ = Clock::now() +
+                 std::clamp<Clock::duration>(between_looks_to_wait * waited, between_looks, longest_between_looks);
 }
 
 void Job::reach(std::size_t done, std::size_t planned) {

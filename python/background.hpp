@@ -52,8 +52,8 @@ class Background {
     /// progress raises and KeyboardInterrupt reach the caller.
     static void run(std::function<void(Job&)> work, const py::object& progress);
 
-    /// The same on the caller's thread, which saves a thread and the way to a processor whose cache knows nothing of the
-    /// work. For short steps: what interrupts it waits for one to end. Other threads may help, which end with it.
+    /// The same on the caller's thread, which saves a thread and the way to a processor whose cache knows nothing of
+    /// the work. For short steps: what interrupts it waits for one to end. Other threads may help, which end with it.
     static void run_here(const std::function<void(Job&)>& work, const py::object& progress);
 
     /// Gives interrupted work a moment to end, before the process takes its ground away.

@@ -19,8 +19,7 @@ py::list list_of(const std::vector<polymer::Molecule>& molecules) {
             const py::tuple arrays = arrays_of(named.beads);
             std::vector<std::string> notes = molecule.notes;
             notes.insert(notes.end(), named.notes.begin(), named.notes.end());
-            result.append(
-                py::make_tuple(arrays[0], arrays[1], polymer::texts_of(named.residues), named.name, notes));
+            result.append(py::make_tuple(arrays[0], arrays[1], polymer::texts_of(named.residues), named.name, notes));
         }
     return result;
 }
@@ -63,11 +62,12 @@ std::pair<std::size_t, std::size_t> cut(const Doubles& xyz, const Ids& ids, cons
     const Chain chain = chain_of(xyz, ids, Finite::any);
     Chain part = chain;
     if (!model::cut(part, first, last))
-        throw py::value_error("there is no subchain " + std::to_string(first) + " to " +
-                              std::to_string(last) + " in a chain from " + std::to_string(chain.front().id) +
-                              " to " + std::to_string(chain.back().id));
-    const auto is_inside = [low = std::min(first, last), high = std::max(first, last)](
-                               const ChainAtom& atom) { return low <= atom.id && atom.id <= high; };
+        throw py::value_error("there is no subchain " + std::to_string(first) + " to " + std::to_string(last) +
+                              " in a chain from " + std::to_string(chain.front().id) + " to " +
+                              std::to_string(chain.back().id));
+    const auto is_inside = [low = std::min(first, last), high = std::max(first, last)](const ChainAtom& atom) {
+        return low <= atom.id && atom.id <= high;
+    };
     const auto start = std::find_if(chain.begin(), chain.end(), is_inside) - chain.begin();
     return {static_cast<std::size_t>(start), part.size()};
 }

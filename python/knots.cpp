@@ -11,17 +11,15 @@ namespace loopwise::python {
 template <>
 constexpr auto fields<knots::KnotName> = [](auto& n) { return std::tie(n.type, n.crossings, n.invariants); };
 
-template <>
-constexpr auto fields<knots::ComputedInvariant> = [](auto& i) { return std::tie(i.invariant, i.value); };
+template <> constexpr auto fields<knots::ComputedInvariant> = [](auto& i) { return std::tie(i.invariant, i.value); };
 using InvariantRow = const knots::Invariant*;
 template <>
-constexpr auto
-    converters<InvariantRow> = std::pair([](InvariantRow row) { return std::string(row->key); },
-                                         [](const std::string& key) {
-                                             for (const knots::Invariant& row : knots::all_invariants())
-                                                 if (row.key == key) return &row;
-                                             throw py::value_error("no invariant has the key " + key);
-                                         });
+constexpr auto converters<InvariantRow> = std::pair([](InvariantRow row) { return std::string(row->key); },
+                                                    [](const std::string& key) {
+                                                        for (const knots::Invariant& row : knots::all_invariants())
+                                                            if (row.key == key) return &row;
+                                                        throw py::value_error("no invariant has the key " + key);
+                                                    });
 
 namespace {
 
@@ -85,15 +83,13 @@ void bind_knot_type(py::module_& module) {
                            "repeated beads\".");
     bound.attr("__module__") = "loopwise";
     const Property property{bound};
-    property("names", "Names in Rolfsen's table that fit, as \"+3_1\"; empty if there is none.",
-             knots::names_of);
+    property("names", "Names in Rolfsen's table that fit, as \"+3_1\"; empty if there is none.", knots::names_of);
     property("proven",
              "Whether every knot that the polygon can be is among the names. Otherwise a knot of more "
              "crossings than\n"
              "the table has may share the polynomials.",
              &Type::proven);
-    property("has_name", "Whether the polynomials are known, even if no knot of the table has them.",
-             &Type::has_name);
+    property("has_name", "Whether the polynomials are known, even if no knot of the table has them.", &Type::has_name);
     property("is_knot", "Whether it has a name and is not the unknot.", &Type::is_knot);
     bound.def("short", knots::short_text, "width"_a, "The text in at most ``width`` characters, at least 4.")
         .def("__str__", text_of)
@@ -106,30 +102,24 @@ void bind_knot_type(py::module_& module) {
 
 void bind_knot_name(py::module_& module) {
     using Name = knots::KnotName;
-    py::class_<Name> bound(
-        module, "Knot",
-        "What a closed polygon is, or a link of two, as far as polynomials tell: see :func:`knot`.");
+    py::class_<Name> bound(module, "Knot",
+                           "What a closed polygon is, or a link of two, as far as polynomials tell: see :func:`knot`.");
     const Property property{bound};
     property("type", "The knot as a value to compare and to count.", &Name::type);
-    property(
-        "status",
-        "\"named\"; \"several\" names fit; \"unknown\" to the table; \"too complex\"; or \"bad polygon\".",
-        [](const Name& n) { return status_of(n.type); });
+    property("status",
+             "\"named\"; \"several\" names fit; \"unknown\" to the table; \"too complex\"; or \"bad polygon\".",
+             [](const Name& n) { return status_of(n.type); });
     property("text", "The text of the type.", [](const Name& n) { return text(n.type); });
-    property(
-        "names",
-        "Rolfsen's numbers with a hand: \"0_1\", \"+3_1\", \"4_1\", \"+3_1 # -3_1\"; empty if none fits.",
-        [](const Name& n) { return names_of(n.type); });
+    property("names", "Rolfsen's numbers with a hand: \"0_1\", \"+3_1\", \"4_1\", \"+3_1 # -3_1\"; empty if none fits.",
+             [](const Name& n) { return names_of(n.type); });
     property("name", "The one name; None if there is none or several fit.", only_name_of);
     property("proven", "Whether every knot that the polygon can be is among the names.",
              [](const Name& n) { return n.type.proven; });
     property("crossings", "Crossings of the simplified diagram.", &Name::crossings);
-    property(
-        "invariants",
-        "The computed invariants by their keys. A polynomial in t is a dict from exponents to coefficients.",
-        values_of);
-    property("invariant_texts", "The same as text, as {\"Jones polynomial\": \"t + t^3 - t^4\"}.",
-             invariant_texts_of);
+    property("invariants",
+             "The computed invariants by their keys. A polynomial in t is a dict from exponents to coefficients.",
+             values_of);
+    property("invariant_texts", "The same as text, as {\"Jones polynomial\": \"t + t^3 - t^4\"}.", invariant_texts_of);
     property("jones", "The Jones polynomial, from exponents to coefficients; empty if it was not computed.",
              [](const Name& n) { return polynomial_of(n, "jones"); });
     property("alexander", "The Alexander polynomial likewise; empty for links.",
@@ -143,8 +133,7 @@ void bind_knot_name(py::module_& module) {
 
 /// A knot, or the link of two polygons.
 knots::KnotName named(const Structure& polygons) {
-    return polygons.size() == 1 ? knots::knot_of(polygons.front())
-                                : knots::link_of(polygons.front(), polygons.back());
+    return polygons.size() == 1 ? knots::knot_of(polygons.front()) : knots::link_of(polygons.front(), polygons.back());
 }
 
 template <class Result, class Work> Result maybe_in_background(Structure polygons, const Work& work) {
@@ -158,8 +147,8 @@ template <class Result, class Work> Result maybe_in_background(Structure polygon
 
 knots::KnotName knot(const py::sequence& polygons) {
     if (polygons.size() > 2)
-        throw py::value_error("a knot or a link of two polygons is named, not of " +
-                              std::to_string(polygons.size()) + ": see linking_numbers");
+        throw py::value_error("a knot or a link of two polygons is named, not of " + std::to_string(polygons.size()) +
+                              ": see linking_numbers");
     return maybe_in_background<knots::KnotName>(structure_of(polygons), named);
 }
 

@@ -16,18 +16,15 @@ constexpr std::size_t many_beads = 4000;
 
 template <class What> What closed(What what, closure::Closing closing, survey::Method method) {
     switch (closing) {
-    case closure::Closing::closed:
-        return what;
-    case closure::Closing::nothing_to_close:
-        throw py::value_error("a chain without beads cannot be closed");
+    case closure::Closing::closed: return what;
+    case closure::Closing::nothing_to_close: throw py::value_error("a chain without beads cannot be closed");
     case closure::Closing::no_such_row:
         throw py::value_error("closure must be from 0 to " + std::to_string(closure::uniform_rows - 1));
     case closure::Closing::too_many_components:
         throw py::value_error("too many chains: method '" + python_name(method->name) + "' closes at most " +
                               std::to_string(method->most_components) + " together");
     case closure::Closing::no_direction:
-    case closure::Closing::no_arc:
-        break;
+    case closure::Closing::no_arc: break;
     }
     throw py::value_error("method '" + python_name(method->name) +
                           "' finds no way around: centre and ends span no plane");
@@ -82,8 +79,8 @@ py::list close_structure(const py::sequence& components, const py::object& name,
 void number_by_position(Chain& chain) {
     if (chain.empty()) return;
     const auto place = [](const ChainAtom& a) { return PointR3{a.x, a.y, a.z}; };
-    const bool repeated = chain.front().id == chain.back().id &&
-                          CompareEq(0.0, Dist(place(chain.front()), place(chain.back())));
+    const bool repeated =
+        chain.front().id == chain.back().id && CompareEq(0.0, Dist(place(chain.front()), place(chain.back())));
     std::int32_t position = 0;
     for (ChainAtom& atom : chain) atom.id = position++;
     if (repeated) chain.back().id = 0;
@@ -121,8 +118,7 @@ py::list reduce_structure(const py::sequence& components, bool closed) {
     return kept;
 }
 
-py::array_t<double> project_chain(const Doubles& xyz, const Ids& ids, const py::object& direction,
-                                  bool closed) {
+py::array_t<double> project_chain(const Doubles& xyz, const Ids& ids, const py::object& direction, bool closed) {
     const int row = whole<int>("direction", direction, 0, closure::fullerene_rows - 1);
     const std::vector<Edge> edges = projection::project(chain_of(xyz, ids), row, closed);
     py::array_t<double> result({static_cast<py::ssize_t>(edges.size()), py::ssize_t{2}, py::ssize_t{3}});
@@ -193,12 +189,11 @@ void bind_operations(py::module_& module) {
     module.def("close_together", close_structure);
     module.def("arc", [](const Doubles& start, const Doubles& end, const Doubles& centre, double radius,
                          const py::object& last_id) {
-        if (!std::isfinite(radius))
-            throw py::value_error("radius must be finite, not " + std::to_string(radius));
+        if (!std::isfinite(radius)) throw py::value_error("radius must be finite, not " + std::to_string(radius));
         const auto one = [](const Doubles& point) { return points_of(point, 1).front(); };
-        return arrays_of(closure::circle_arc(one(start), one(end), one(centre), radius,
-                                             whole<std::int32_t>("last_id", last_id))
-                             .atoms);
+        return arrays_of(
+            closure::circle_arc(one(start), one(end), one(centre), radius, whole<std::int32_t>("last_id", last_id))
+                .atoms);
     });
     module.def("reduce", reduce_chain);
     module.def("reduce_together", reduce_structure);

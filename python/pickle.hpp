@@ -17,8 +17,7 @@ template <class T> constexpr auto fields = nullptr;
 template <class T> constexpr auto converters = nullptr;
 
 template <class T, template <class...> class Template> constexpr bool is_a = false;
-template <template <class...> class Template, class... T>
-constexpr bool is_a<Template<T...>, Template> = true;
+template <template <class...> class Template, class... T> constexpr bool is_a<Template<T...>, Template> = true;
 template <class T> constexpr bool has_fields = !std::is_null_pointer_v<decltype(fields<T>)>;
 template <class T> constexpr bool has_converters = !std::is_null_pointer_v<decltype(converters<T>)>;
 
@@ -84,14 +83,11 @@ template <class T> auto pickled() {
 
 template <> constexpr auto fields<ChainAtom> = [](auto& a) { return std::tie(a.x, a.y, a.z, a.id); };
 template <>
-constexpr auto fields<knots::PrimeKnot> =
-    [](auto& k) { return std::tie(k.crossings, k.number, k.hand, k.loops); };
+constexpr auto fields<knots::PrimeKnot> = [](auto& k) { return std::tie(k.crossings, k.number, k.hand, k.loops); };
+template <> constexpr auto fields<knots::Laurent> = [](auto& p) { return std::tie(p.twice_lowest, p.coefficients); };
 template <>
-constexpr auto fields<knots::Laurent> = [](auto& p) { return std::tie(p.twice_lowest, p.coefficients); };
-template <>
-constexpr auto fields<knots::KnotType> = [](auto& k) {
-    return std::tie(k.status, k.proven, k.candidates, k.loops, k.jones, k.crossings, k.fault);
-};
+constexpr auto fields<knots::KnotType> =
+    [](auto& k) { return std::tie(k.status, k.proven, k.candidates, k.loops, k.jones, k.crossings, k.fault); };
 template <>
 constexpr auto converters<polymer::ResidueId> =
     std::pair([](const polymer::ResidueId& residue) { return residue.text(); }, &polymer::ResidueId::parse);
@@ -108,8 +104,7 @@ template <class Bound, class Get> void bind_type(Bound& bound, const Get& type) 
     const Property property{bound};
     using Value = typename Bound::type;
     property("type", "The knot as a value to compare and to count.", type);
-    property("knot", "The knot as text, see :class:`KnotType`.",
-             [type](const Value& v) { return text(type(v)); });
+    property("knot", "The knot as text, see :class:`KnotType`.", [type](const Value& v) { return text(type(v)); });
     property("proven", "Whether the knot is proven, see :class:`KnotType`.",
              [type](const Value& v) { return type(v).proven; });
 }

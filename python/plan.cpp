@@ -19,8 +19,7 @@ survey::Plan plan_of(const py::object& method, const py::object& closures, const
                      const py::object& seed, const py::object& threads, bool names, bool together) {
     survey::Plan plan;
     plan.method = method_of(method, together, true);
-    plan.closures =
-        closures.is_none() ? plan.method->default_closures : whole<std::size_t>("closures", closures, 1);
+    plan.closures = closures.is_none() ? plan.method->default_closures : whole<std::size_t>("closures", closures, 1);
     plan.scale = scale_of(scale, plan.method);
     plan.seed = whole<std::uint64_t>("seed", seed);
     plan.threads = threads_of(threads);
@@ -49,8 +48,7 @@ survey::Method method_of(const py::object& name, bool together, bool with_ring) 
 
 double scale_of(const py::object& scale, survey::Method method) {
     if (scale.is_none()) return method->default_scale;
-    if (!method->takes_scale())
-        throw py::value_error("method '" + python_name(method->name) + "' takes no scale");
+    if (!method->takes_scale()) throw py::value_error("method '" + python_name(method->name) + "' takes no scale");
     const double number = PyFloat_AsDouble(scale.ptr());
     if (PyErr_Occurred()) throw py::error_already_set();
     if (!survey::is_scale(number))
@@ -66,8 +64,7 @@ unsigned threads_of(const py::object& threads) {
 }
 
 void refuse_number(const char* name, const py::object& low, const py::object& high, const py::object& given) {
-    throw py::value_error(
-        std::string(py::str("{} must be from {} to {}, not {}").format(name, low, high, given)));
+    throw py::value_error(std::string(py::str("{} must be from {} to {}, not {}").format(name, low, high, given)));
 }
 
 void bind_plan(py::module_& module) {
@@ -79,8 +76,7 @@ void bind_plan(py::module_& module) {
         .def_readonly("default_scale", &Row::default_scale);
     module.attr("methods") = std::vector<Row>(survey::all_methods().begin(), survey::all_methods().end());
     py::class_<survey::Plan>(module, "Plan", "How chains are closed, and how often.")
-        .def(py::init(&plan_of), "method"_a, "closures"_a, "scale"_a, "seed"_a, "threads"_a, "names"_a,
-             "together"_a)
+        .def(py::init(&plan_of), "method"_a, "closures"_a, "scale"_a, "seed"_a, "threads"_a, "names"_a, "together"_a)
         .def_readonly("closures", &survey::Plan::closures)
         .def_readonly("threads", &survey::Plan::threads);
 }

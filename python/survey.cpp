@@ -82,15 +82,13 @@ SurveyPtr survey_chains(const py::list& chains, const survey::Plan& plan, const 
         job.plan(plan.closures);
         return surveyed(molecule, plan, job);
     };
-    const SurveyPtr made =
-        here ? in_steps<SurveyPtr>(work, progress) : in_background<SurveyPtr>(work, progress);
+    const SurveyPtr made = here ? in_steps<SurveyPtr>(work, progress) : in_background<SurveyPtr>(work, progress);
     made->chains = chains;
     return made;
 }
 
 /// Threads take frames first; those that find none help with the closures of a frame.
-std::vector<SurveyPtr> survey_frames(const py::list& frames, const survey::Plan& plan,
-                                     const py::object& progress) {
+std::vector<SurveyPtr> survey_frames(const py::list& frames, const survey::Plan& plan, const py::object& progress) {
     std::vector<polymer::Molecule> molecules;
     std::vector<py::list> chains;
     for (const py::handle frame : frames) {

@@ -25,24 +25,20 @@ struct Core : Component {
 } // namespace
 
 template <>
-constexpr auto converters<survey::Method> =
-    std::pair([](const survey::Method& method) { return std::string(method->name); },
-              [](const std::string& name) { return survey::Method::named(name, true); });
+constexpr auto
+    converters<survey::Method> = std::pair([](const survey::Method& method) { return std::string(method->name); },
+                                           [](const std::string& name) { return survey::Method::named(name, true); });
 template <>
-constexpr auto fields<survey::Plan> = [](auto& p) {
-    return std::tie(p.method, p.closures, p.scale, p.seed, p.threads, p.name_knots, p.together);
-};
+constexpr auto fields<survey::Plan> =
+    [](auto& p) { return std::tie(p.method, p.closures, p.scale, p.seed, p.threads, p.name_knots, p.together); };
 template <> constexpr auto fields<survey::Loop> = [](auto& l) { return std::tie(l.beads, l.own); };
 template <>
 constexpr auto fields<survey::ClosureResult> =
     [](auto& c) { return std::tie(c.closure, c.closed, c.reduced, c.knots, c.link, c.linking); };
 template <> constexpr auto fields<survey::KnotCount> = [](auto& k) { return std::tie(k.knot, k.closures); };
-template <>
-constexpr auto fields<survey::PairTally> = [](auto& p) { return std::tie(p.one, p.other, p.numbers); };
-template <>
-constexpr auto fields<polymer::OddBond> = [](auto& b) { return std::tie(b.bead, b.length, b.missing); };
-template <>
-constexpr auto fields<polymer::Bonds> = [](auto& b) { return std::tie(b.longest, b.gaps, b.close); };
+template <> constexpr auto fields<survey::PairTally> = [](auto& p) { return std::tie(p.one, p.other, p.numbers); };
+template <> constexpr auto fields<polymer::OddBond> = [](auto& b) { return std::tie(b.bead, b.length, b.missing); };
+template <> constexpr auto fields<polymer::Bonds> = [](auto& b) { return std::tie(b.longest, b.gaps, b.close); };
 template <>
 constexpr auto fields<survey::Tally> =
     [](auto& t) { return std::tie(t.name, t.beads, t.left, t.fully_reduced, t.knots); };
@@ -50,17 +46,15 @@ template <>
 constexpr auto fields<survey::ComponentTally::Smallest> = [](auto& s) { return std::tie(s.closure, s.loop); };
 template <>
 constexpr auto fields<survey::ComponentTally> = [](auto& t) {
-    return std::tuple_cat(fields<survey::Tally>(t),
-                          std::tie(t.bonds, t.kind, t.residues, t.notes, t.smallest));
+    return std::tuple_cat(fields<survey::Tally>(t), std::tie(t.bonds, t.kind, t.residues, t.notes, t.smallest));
 };
 template <>
 constexpr auto fields<survey::Result> = [](auto& r) {
-    return std::tie(r.file, r.model, r.notes, r.plan, r.whole, r.components, r.pairs, r.failed,
-                    r.first_fully_reduced, r.smallest);
+    return std::tie(r.file, r.model, r.notes, r.plan, r.whole, r.components, r.pairs, r.failed, r.first_fully_reduced,
+                    r.smallest);
 };
 template <>
-constexpr auto fields<ClosureTable> =
-    [](auto& t) { return std::tie(t.closures, t.left, t.numbers, t.knots); };
+constexpr auto fields<ClosureTable> = [](auto& t) { return std::tie(t.closures, t.left, t.numbers, t.knots); };
 template <> constexpr auto fields<Survey> = [](auto& s) { return std::tie(s.chains, s.result, s.table); };
 template <> constexpr auto fields<Component> = [](auto& c) { return std::tie(c.survey, c.number); };
 template <> constexpr auto fields<Core> = fields<Component>;
@@ -102,16 +96,14 @@ py::object arrays_of_table(Survey& survey) {
     const ClosureTable& table = survey.table;
     const std::size_t rows = table.closures.size();
     if (!survey.arrays)
-        survey.arrays =
-            py::make_tuple(rows_of(table.closures, rows).attr("ravel")(), rows_of(table.left, rows),
-                           rows_of(table.numbers, rows), knot_texts(table.knots));
+        survey.arrays = py::make_tuple(rows_of(table.closures, rows).attr("ravel")(), rows_of(table.left, rows),
+                                       rows_of(table.numbers, rows), knot_texts(table.knots));
     return survey.arrays;
 }
 
 Component only_component(const SurveyPtr& survey) {
     const std::size_t chains = survey->result.components.size();
-    if (chains > 1)
-        throw py::value_error("the survey is of " + std::to_string(chains) + " chains: see its components");
+    if (chains > 1) throw py::value_error("the survey is of " + std::to_string(chains) + " chains: see its components");
     return {survey, 0};
 }
 Component only_component(const Component& component) { return component; }
@@ -127,14 +119,12 @@ const KnotCount* most_frequent(const Component& component) {
     return knots.empty() ? nullptr : &knots.front();
 }
 
-double share_of_counted(const SurveyPtr& survey,
-                        bool (*is_counted)(const KnotCount&, const KnotCount& most)) {
+double share_of_counted(const SurveyPtr& survey, bool (*is_counted)(const KnotCount&, const KnotCount& most)) {
     std::size_t closures = 0;
     const std::vector<KnotCount>& knots = only_component(survey).tally().knots;
     for (const KnotCount& count : knots)
         if (is_counted(count, knots.front())) closures += count.closures;
-    return closures == 0 ? 0.0
-                         : static_cast<double>(closures) / static_cast<double>(survey->result.counted());
+    return closures == 0 ? 0.0 : static_cast<double>(closures) / static_cast<double>(survey->result.counted());
 }
 
 std::string picture_of(const Survey& survey) {
@@ -161,8 +151,7 @@ template <class Self, class Bound> void bind_one_chain(Bound& bound) {
     });
     property("proven", "Whether the most frequent knot is proven, see :class:`KnotType`.",
              [](const Component& c) { return most_frequent(c) && most_frequent(c)->knot.proven; });
-    property("smallest",
-             "The smallest loop that is not fully reduced, a :class:`Core`; None if there is none.",
+    property("smallest", "The smallest loop that is not fully reduced, a :class:`Core`; None if there is none.",
              [](const Component& c) { return c.tally().smallest ? std::optional(Core{c}) : std::nullopt; });
 }
 
@@ -180,8 +169,7 @@ void bind_core(py::module_& module) {
     py::class_<Core> bound(module, "Core", "The smallest loop of a chain that is not fully reduced.");
     const Property property{bound};
     property("closure", "The number of its closure.", [](const Core& c) { return c.smallest().closure; });
-    property("kept",
-             "Positions of the m beads left in the closed chain, where the closure's follow the chain's.",
+    property("kept", "Positions of the m beads left in the closed chain, where the closure's follow the chain's.",
              [](const Core& c) { return positions_of(c.smallest().loop.beads); });
     property("xyz", "Their coordinates, (m, 3), in the unit of the chain.",
              [](const Core& c) { return coordinates_of(c.smallest().loop.beads); });
@@ -210,12 +198,10 @@ template <class Bound> void bind_result(Bound& bound) {
     property("method", "The name of the method; \"ring\" for chains that end where they begin.",
              [](const Result& r) { return python_name(r.plan.method->name); });
     property("closures", "Closures that were tried.", [](const Result& r) { return r.plan.closures; });
-    property("scale", "The scale, see :func:`close`; None for a method without one.", [](const Result& r) {
-        return r.plan.method->takes_scale() ? std::optional(r.plan.scale) : std::nullopt;
-    });
-    property("seed", "The seed; None for a method that is not random.", [](const Result& r) {
-        return r.plan.method->random ? std::optional(r.plan.seed) : std::nullopt;
-    });
+    property("scale", "The scale, see :func:`close`; None for a method without one.",
+             [](const Result& r) { return r.plan.method->takes_scale() ? std::optional(r.plan.scale) : std::nullopt; });
+    property("seed", "The seed; None for a method that is not random.",
+             [](const Result& r) { return r.plan.method->random ? std::optional(r.plan.seed) : std::nullopt; });
     property("counted", "Closures that could be made.", [](const Result& r) { return r.counted(); });
     property("failed", "Closures that could not be made.", [](const Result& r) { return r.failed; });
     property("left", "Number of beads left, of all chains together -> closures.",
@@ -256,13 +242,11 @@ void bind_survey_values(py::module_& module) {
     property("components", "A :class:`Component` for each chain.", components_of);
     property("share", "The share of the most frequent knot among the counted closures, 0 to 1.",
              [](const SurveyPtr& s) {
-                 return share_of_counted(
-                     s, [](const KnotCount& k, const KnotCount& most) { return &k == &most; });
+                 return share_of_counted(s, [](const KnotCount& k, const KnotCount& most) { return &k == &most; });
              });
     property("knotted", "The share of the counted closures that are a knot; a loop without a name is none.",
              [](const SurveyPtr& s) {
-                 return share_of_counted(
-                     s, [](const KnotCount& k, const KnotCount&) { return k.knot.is_knot(); });
+                 return share_of_counted(s, [](const KnotCount& k, const KnotCount&) { return k.knot.is_knot(); });
              });
     property("table",
              "The counted closures: their numbers (m,); the beads left of each chain (m, chains); the "

@@ -36,13 +36,11 @@ bool is_of_polymer(const std::vector<Residue>& residues) {
 }
 
 bool all_hetero(const std::vector<Residue>& residues) {
-    return std::all_of(residues.begin(), residues.end(),
-                       [](const Residue& residue) { return residue.bead->hetero; });
+    return std::all_of(residues.begin(), residues.end(), [](const Residue& residue) { return residue.bead->hetero; });
 }
 
 /// Skips residues that are bonded to no other, by the rule of chains_of().
-std::vector<Residue> polymer_of(std::vector<Residue> residues, const Selection& selection,
-                                polymer::NamedChain& chain) {
+std::vector<Residue> polymer_of(std::vector<Residue> residues, const Selection& selection, polymer::NamedChain& chain) {
     if (residues.empty() || is_of_polymer(residues)) return residues;
     const std::vector<std::size_t> runs = bonded_runs(residues, selection);
     if (!any_bonded(runs)) return all_hetero(residues) ? std::vector<Residue>{} : residues;
@@ -53,8 +51,7 @@ std::vector<Residue> polymer_of(std::vector<Residue> residues, const Selection& 
     for (std::size_t i = 0; i < runs.size(); ++i) {
         const auto to = from + static_cast<std::ptrdiff_t>(runs[i]);
         if (runs[i] == 1 && (from->bead->hetero || i >= last))
-            chain.notes.push_back(from->bead->title() +
-                                  " skipped: not bonded to the chain, and no TER record");
+            chain.notes.push_back(from->bead->title() + " skipped: not bonded to the chain, and no TER record");
         else
             kept.insert(kept.end(), from, to);
         from = to;
@@ -86,8 +83,7 @@ class Assembly {
         polymer::NamedChain chain{group.chain, {}, {}, kind_of(selection_)};
         residues = polymer_of(std::move(residues), selection_, chain);
         if (residues.empty()) {
-            if (is_worth_a_note(of_polymer))
-                without_bead_ += (without_bead_.empty() ? "" : ", ") + group.chain;
+            if (is_worth_a_note(of_polymer)) without_bead_ += (without_bead_.empty() ? "" : ", ") + group.chain;
             return;
         }
         ++parts_[group.chain];
@@ -104,16 +100,14 @@ class Assembly {
     }
 
     std::vector<polymer::NamedChain> chains(std::vector<std::string>& notes) {
-        if (!without_bead_.empty())
-            notes.push_back("chain " + without_bead_ + " skipped: no atom " + selection_.atom);
+        if (!without_bead_.empty()) notes.push_back("chain " + without_bead_ + " skipped: no atom " + selection_.atom);
         return std::move(chains_);
     }
 
   private:
     void note_ligands(const std::string& chain, const std::vector<Residue>& residues) {
-        const auto named =
-            std::find_if(chains_.rbegin(), chains_.rend(),
-                         [&](const polymer::NamedChain& known) { return known.name == chain; });
+        const auto named = std::find_if(chains_.rbegin(), chains_.rend(),
+                                        [&](const polymer::NamedChain& known) { return known.name == chain; });
         if (named == chains_.rend()) return;
         for (const Residue& residue : residues)
             if (!residue.bead->hetero)

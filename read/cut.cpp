@@ -15,8 +15,8 @@ using Residues = std::vector<Residue>;
 using Positions = std::pair<std::size_t, std::size_t>;
 
 [[noreturn]] void refuse_residue(const Residues& residues, const Residue& asked) {
-    refuse("no residue " + words::quoted(asked.text()) + "; the chain runs from " + residues.front().text() +
-           " to " + residues.back().text());
+    refuse("no residue " + words::quoted(asked.text()) + "; the chain runs from " + residues.front().text() + " to " +
+           residues.back().text());
 }
 
 /// From the first to the last residue with a number in the range.
@@ -27,8 +27,7 @@ Positions between_numbers(const Residues& residues, const Residue& low, const Re
     const auto from = std::find_if(residues.begin(), residues.end(), inside);
     const auto to = std::find_if(residues.rbegin(), residues.rend(), inside);
     if (from == residues.end()) refuse_residue(residues, low);
-    return {static_cast<std::size_t>(from - residues.begin()),
-            static_cast<std::size_t>(residues.rend() - to) - 1};
+    return {static_cast<std::size_t>(from - residues.begin()), static_cast<std::size_t>(residues.rend() - to) - 1};
 }
 
 std::size_t position_of(const Residues& residues, const Residue& asked) {
@@ -54,13 +53,11 @@ Positions positions_of(const Residues& residues, const Residue& first, const Res
 
 } // namespace
 
-void cut(polymer::NamedChain& chain, const std::optional<Residue>& first,
-         const std::optional<Residue>& last) {
+void cut(polymer::NamedChain& chain, const std::optional<Residue>& first, const std::optional<Residue>& last) {
     if (!first && !last) return;
     if (polymer::is_ring(chain)) polymer::drop_repeated_end(chain);
     Residues& residues = chain.residues;
-    const auto [from, to] =
-        positions_of(residues, first.value_or(residues.front()), last.value_or(residues.back()));
+    const auto [from, to] = positions_of(residues, first.value_or(residues.front()), last.value_or(residues.back()));
     const auto begin = static_cast<std::ptrdiff_t>(from), end = static_cast<std::ptrdiff_t>(to) + 1;
     chain.beads = Chain(chain.beads.begin() + begin, chain.beads.begin() + end);
     residues = Residues(residues.begin() + begin, residues.begin() + end);

@@ -21,8 +21,7 @@ inline std::optional<double> to_number(std::string_view field) {
     if (field.substr(0, 1) == "+" && field.substr(1, 1) != "-") field.remove_prefix(1);
     double value = 0.0;
     const auto [end, error] = std::from_chars(field.data(), field.data() + field.size(), value);
-    if (error != std::errc{} || end != field.data() + field.size() || !std::isfinite(value))
-        return std::nullopt;
+    if (error != std::errc{} || end != field.data() + field.size() || !std::isfinite(value)) return std::nullopt;
     return value;
 }
 

@@ -35,12 +35,11 @@ enum Column {
     columns
 };
 
-const std::vector<std::string> tags = {
-    "Cartn_x",        "Cartn_y",        "Cartn_z",       "?auth_asym_id",
-    "?label_asym_id", "?auth_seq_id",   "?label_seq_id", "?pdbx_PDB_ins_code",
-    "?auth_atom_id",  "?label_atom_id", "?auth_comp_id", "?label_comp_id",
-    "?label_alt_id",  "?occupancy",     "?group_PDB",    "?pdbx_PDB_model_num",
-    "?type_symbol"};
+const std::vector<std::string> tags = {"Cartn_x",        "Cartn_y",        "Cartn_z",       "?auth_asym_id",
+                                       "?label_asym_id", "?auth_seq_id",   "?label_seq_id", "?pdbx_PDB_ins_code",
+                                       "?auth_atom_id",  "?label_atom_id", "?auth_comp_id", "?label_comp_id",
+                                       "?label_alt_id",  "?occupancy",     "?group_PDB",    "?pdbx_PDB_model_num",
+                                       "?type_symbol"};
 
 std::string text_at(cif::Table::Row& row, Column column) {
     if (!row.has2(column)) return {};
@@ -121,8 +120,7 @@ cif::Document parse(std::string_view text) {
     } catch (const tao::pegtl::parse_error& error) {
         const auto place = error.positions().empty() ? 0 : error.positions().front().line;
         std::string reason = error.what();
-        if (const auto colon = reason.rfind(": "); colon != std::string::npos)
-            reason = reason.substr(colon + 2);
+        if (const auto colon = reason.rfind(": "); colon != std::string::npos) reason = reason.substr(colon + 2);
         std::replace(reason.begin(), reason.end(), '\n', ' ');
         refuse("invalid or truncated mmCIF: line " + std::to_string(place) + ": " + reason);
     }
@@ -166,8 +164,7 @@ FileAtoms read_mmcif(std::string_view text, const Selection& selection) {
     FileAtoms read;
     cif::Block* found = nullptr;
     for (cif::Block& block : document.blocks) {
-        if (!block.find("_atom_site.", tags).ok() || block.find_mmcif_category("_atom_site.").length() == 0)
-            continue;
+        if (!block.find("_atom_site.", tags).ok() || block.find_mmcif_category("_atom_site.").length() == 0) continue;
         if (found != nullptr)
             refuse("atoms in two data blocks, " + found->name + " and " + block.name + "; split the file");
         found = &block;

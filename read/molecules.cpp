@@ -16,13 +16,11 @@ bool holds(const std::vector<std::string>& names, const std::string& name) {
 std::vector<std::string> models_of(const FileAtoms& file) {
     std::vector<std::string> models;
     for (const FileAtom& atom : file.atoms)
-        if (models.empty() || (models.back() != atom.model && !holds(models, atom.model)))
-            models.push_back(atom.model);
+        if (models.empty() || (models.back() != atom.model && !holds(models, atom.model))) models.push_back(atom.model);
     return models;
 }
 
-std::vector<std::string> models_asked_for(const std::vector<std::string>& models,
-                                          const Selection& selection) {
+std::vector<std::string> models_asked_for(const std::vector<std::string>& models, const Selection& selection) {
     if (models.empty()) return {""};
     if (selection.model.empty()) return {models.front()};
     if (selection.model == every_model) return models;
@@ -36,10 +34,8 @@ void select_chains(std::vector<polymer::NamedChain>& chains, const Selection& se
     std::vector<std::string> names;
     for (const polymer::NamedChain& chain : chains) names.push_back(chain.name);
     for (const std::string& name : selection.chains)
-        if (!holds(names, name))
-            refuse("no chain " + words::quoted(name) + "; choose from " + words::listed(names));
-    std::erase_if(chains,
-                  [&](const polymer::NamedChain& chain) { return !holds(selection.chains, chain.name); });
+        if (!holds(names, name)) refuse("no chain " + words::quoted(name) + "; choose from " + words::listed(names));
+    std::erase_if(chains, [&](const polymer::NamedChain& chain) { return !holds(selection.chains, chain.name); });
 }
 
 polymer::Molecule molecule_of(const FileAtoms& file, const std::string& model, const Selection& selection) {

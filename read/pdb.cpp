@@ -137,8 +137,7 @@ class PdbReader {
     double coordinate(std::string_view line, std::size_t first) const {
         const auto value = to_number(trimmed(columns(line, first, first + 7)));
         if (!value)
-            refuse_line(number_,
-                        "coordinate " + words::quoted(columns(line, first, first + 7)) + " is not a number");
+            refuse_line(number_, "coordinate " + words::quoted(columns(line, first, first + 7)) + " is not a number");
         return *value;
     }
 
@@ -147,8 +146,7 @@ class PdbReader {
         const std::string_view text = trimmed(columns(line, 55, 60));
         const auto value = to_number(text);
         if (!value && !text.empty() && !location.empty())
-            refuse_line(number_,
-                        "occupancy " + words::quoted(text) + " of an alternate location is not a number");
+            refuse_line(number_, "occupancy " + words::quoted(text) + " of an alternate location is not a number");
         return value.value_or(1.0);
     }
 
@@ -164,9 +162,9 @@ class PdbReader {
         if (complete_ || models_.empty()) return;
         if (deposited_) refuse("truncated PDB: HEADER or SEQRES, but no END");
         if (!open_ && last_model_ended_) return;
-        read_.notes.push_back(
-            ends_in_line_ ? "no END record, and the last line has no line end; the file may be truncated"
-                          : "no END record; the file may be truncated");
+        read_.notes.push_back(ends_in_line_
+                                  ? "no END record, and the last line has no line end; the file may be truncated"
+                                  : "no END record; the file may be truncated");
     }
 
     const Selection& selection_;
@@ -186,9 +184,7 @@ class PdbReader {
 
 } // namespace
 
-FileAtoms read_pdb(std::string_view text, const Selection& selection) {
-    return PdbReader(selection).read(text);
-}
+FileAtoms read_pdb(std::string_view text, const Selection& selection) { return PdbReader(selection).read(text); }
 
 bool looks_like_pdb(std::string_view text) {
     while (!text.empty())

@@ -38,11 +38,9 @@ void refuse_impossible(const polymer::NamedChain& chain) {
         }
         if (i + 1 < chain.beads.size() && bead.x == next.x && bead.y == next.y && bead.z == next.z)
             refuse((chain.name.empty() ? "" : "chain " + chain.name + ": ") + "neighbouring beads " +
-                   chain.residues[i].text() + " and " + chain.residues[i + 1].text() +
-                   " are at the same place");
+                   chain.residues[i].text() + " and " + chain.residues[i + 1].text() + " are at the same place");
     }
-    if (chain.beads.size() > 1 && largest - least < least_size)
-        refuse("all coordinates are within 1e-9 of each other");
+    if (chain.beads.size() > 1 && largest - least < least_size) refuse("all coordinates are within 1e-9 of each other");
 }
 
 std::vector<polymer::Molecule> from_text(std::string_view text, const Selection& selection) {
@@ -54,21 +52,14 @@ std::vector<polymer::Molecule> from_text(std::string_view text, const Selection&
 
 } // namespace
 
-std::vector<polymer::Molecule> molecules_in(const std::string& path, std::string bytes,
-                                            const Selection& selection) {
+std::vector<polymer::Molecule> molecules_in(const std::string& path, std::string bytes, const Selection& selection) {
     const bool has_returns = bytes.find('\r') != std::string::npos;
     const std::string text = has_returns ? with_line_feeds(std::move(bytes)) : std::move(bytes);
     std::vector<polymer::Molecule> molecules;
     switch (format_of(path, text)) {
-    case Format::text:
-        molecules = from_text(text, selection);
-        break;
-    case Format::pdb:
-        molecules = molecules_of(read_pdb(text, selection), selection);
-        break;
-    case Format::mmcif:
-        molecules = molecules_of(read_mmcif(text, selection), selection);
-        break;
+    case Format::text: molecules = from_text(text, selection); break;
+    case Format::pdb: molecules = molecules_of(read_pdb(text, selection), selection); break;
+    case Format::mmcif: molecules = molecules_of(read_mmcif(text, selection), selection); break;
     }
     for (polymer::Molecule& molecule : molecules) {
         molecule.file = path;

@@ -13,8 +13,7 @@ namespace loopwise::read {
 std::vector<polymer::Molecule> read_molecules(const std::string& path, const Selection& selection);
 
 /// The same for the bytes of a file of that name.
-std::vector<polymer::Molecule> molecules_in(const std::string& path, std::string bytes,
-                                            const Selection& selection);
+std::vector<polymer::Molecule> molecules_in(const std::string& path, std::string bytes, const Selection& selection);
 
 /// Beyond it a bond of a few angstroms would be lost in rounding.
 inline constexpr double largest_coordinate = 1e9;

@@ -11,8 +11,8 @@ const FileAtom* bead_of(std::span<const FileAtom* const> atoms, const Selection&
     for (const FileAtom* atom : atoms) {
         if (atom->name != atom_name(selection.atom)) continue;
         if (best != nullptr && atom->location.empty() && best->location.empty())
-            refuse("chain " + words::quoted(atom->chain) + ", residue " + atom->title() + ": two atoms " +
-                   atom->name + " that are not alternate locations");
+            refuse("chain " + words::quoted(atom->chain) + ", residue " + atom->title() + ": two atoms " + atom->name +
+                   " that are not alternate locations");
         if (best == nullptr || atom->occupancy > best->occupancy) best = atom;
     }
     return best;

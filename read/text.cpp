@@ -27,8 +27,8 @@ bool is_whole(std::string_view field) {
 }
 
 std::size_t numbers_in(const Line& line) {
-    return static_cast<std::size_t>(std::count_if(
-        line.fields.begin(), line.fields.end(), [](std::string_view f) { return to_number(f).has_value(); }));
+    return static_cast<std::size_t>(std::count_if(line.fields.begin(), line.fields.end(),
+                                                  [](std::string_view f) { return to_number(f).has_value(); }));
 }
 
 std::vector<std::string_view> fields_of(std::string_view line) {
@@ -116,8 +116,7 @@ Form form_of(const Line& first, bool counted) {
         refuse_form(first, words::counted(first.fields.size(), "column"));
     if (!has_name(first)) return {first.fields.size(), std::nullopt};
     if (!counted)
-        refuse_form(first,
-                    words::quoted(first.fields[0]) + "; atom names need the count and title of an XYZ file");
+        refuse_form(first, words::quoted(first.fields[0]) + "; atom names need the count and title of an XYZ file");
     return {first.fields.size(), first.fields[0]};
 }
 
@@ -138,8 +137,8 @@ void refuse_other_form(const Line& line, const Form& form) {
         refuse_line(line.number, "expected " + std::to_string(form.fields) + " columns as before, found " +
                                      std::to_string(line.fields.size()));
     if (form.atom && line.fields[0] != *form.atom)
-        refuse_line(line.number, "atom " + words::quoted(line.fields[0]) + " after " +
-                                     words::quoted(*form.atom) + "; a chain has atoms of one name");
+        refuse_line(line.number, "atom " + words::quoted(line.fields[0]) + " after " + words::quoted(*form.atom) +
+                                     "; a chain has atoms of one name");
 }
 
 /// Such columns are ids, x and y; z was lost.
@@ -180,8 +179,7 @@ polymer::Molecule read_chain_text(std::string_view text) {
     if (lines.empty()) refuse("no beads");
     polymer::NamedChain chain = chain_of(lines, form_of(lines.front(), head.counted));
     if (!head.note.empty()) chain.notes.push_back(head.note);
-    if (!text.ends_with('\n'))
-        chain.notes.push_back("the last line has no line end; the file may be truncated");
+    if (!text.ends_with('\n')) chain.notes.push_back("the last line has no line end; the file may be truncated");
     polymer::Molecule molecule;
     molecule.chains.push_back(std::move(chain));
     return molecule;

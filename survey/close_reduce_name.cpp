@@ -14,8 +14,7 @@ void name(const Structure& reduced, knots::KnotNamer& namer, ClosureResult& resu
     if (reduced.size() == 2) result.link = knots::link_of(reduced[0], reduced[1]).type;
     if (reduced.size() > 1 && reduced.size() <= most_linked_chains)
         result.linking =
-            knots::linking_of(std::vector<std::span<const ChainAtom>>(reduced.begin(), reduced.end()))
-                .numbers;
+            knots::linking_of(std::vector<std::span<const ChainAtom>>(reduced.begin(), reduced.end())).numbers;
 }
 
 } // namespace
@@ -24,8 +23,8 @@ ClosureInput input_of(const Plan& plan, std::size_t closure) {
     return {closure, plan.scale, ClosureRng(plan.seed, closure)};
 }
 
-bool close_reduce_name(std::span<const Chain> open, const Plan& plan, std::size_t closure,
-                       Workspace& workspace, ClosureResult& result, std::optional<double> diameter) {
+bool close_reduce_name(std::span<const Chain> open, const Plan& plan, std::size_t closure, Workspace& workspace,
+                       ClosureResult& result, std::optional<double> diameter) {
     const std::size_t count = open.size();
     auto& [closed, reduced, namer] = workspace;
     result.closure = closure;
@@ -38,8 +37,8 @@ bool close_reduce_name(std::span<const Chain> open, const Plan& plan, std::size_
     }
     ClosureInput input = input_of(plan, closure);
     input.diameter = diameter;
-    const closure::Closing closing = plan.together ? plan.method->close_structure(closed, input)
-                                                   : plan.method->close_chain(closed.front(), input);
+    const closure::Closing closing =
+        plan.together ? plan.method->close_structure(closed, input) : plan.method->close_chain(closed.front(), input);
     if (closing != closure::Closing::closed) return false;
     // A closure numbers what it appends by rules of its own.
     for (Chain& loop : closed) polymer::number_by_position(loop);

@@ -32,7 +32,7 @@ struct Workspace {
 /// Makes the closure with this number, in the memory of the workspace and of an earlier result. The chains are closed
 /// together where the plan says so, otherwise there is one. The diameter is that of the chain, where it is known.
 /// Returns whether they could be closed; if not, the result is of no use.
-bool close_reduce_name(std::span<const Chain> open, const Plan& plan, std::size_t closure,
-                       Workspace& workspace, ClosureResult& result, std::optional<double> diameter = {});
+bool close_reduce_name(std::span<const Chain> open, const Plan& plan, std::size_t closure, Workspace& workspace,
+                       ClosureResult& result, std::optional<double> diameter = {});
 
 } // namespace loopwise::survey

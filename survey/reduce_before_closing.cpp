@@ -14,9 +14,7 @@ namespace {
 /// Shorter chains are reduced as fast after closing.
 constexpr std::size_t fewest_beads = 16;
 
-bool are_one_place(const ChainAtom& a, const ChainAtom& b) {
-    return CompareEq(length(position(a) - position(b)), 0);
-}
+bool are_one_place(const ChainAtom& a, const ChainAtom& b) { return CompareEq(length(position(a) - position(b)), 0); }
 
 /// The bounding box of a chain.
 class Box {
@@ -51,9 +49,9 @@ void shorten(const ChainAtom& from, ChainAtom& to, const Box& box) {
 
 } // namespace
 
-/// The paths are obstacles: components of two beads, which stay. They end outside the box, which holds the chain and all
-/// triangles between its beads. The segment between the shifted ends is outside the box, or farther out in its direction
-/// than the chain.
+/// The paths are obstacles: components of two beads, which stay. They end outside the box, which holds the chain and
+/// all triangles between its beads. The segment between the shifted ends is outside the box, or farther out in its
+/// direction than the chain.
 void reduce_before_closing(Chain& chain, std::span<const int> rows, double diameter) {
     // A chain or a path whose ends are one place would pass for a loop.
     if (chain.size() < fewest_beads || are_one_place(chain.front(), chain.back())) return;

@@ -35,17 +35,15 @@ void count(ComponentTally& tally, const Loop& reduced, std::size_t closure) {
 
 /// May move the closure's result into the survey's.
 void count(Result& result, ClosureResult& made, Watcher& watcher) {
-    for (std::size_t i = 0; i < made.reduced.size(); ++i)
-        count(result.components[i], made.reduced[i], made.closure);
+    for (std::size_t i = 0; i < made.reduced.size(); ++i) count(result.components[i], made.reduced[i], made.closure);
     for (std::size_t i = 0; i < made.knots.size(); ++i) count(result.components[i].knots, made.knots[i]);
     if (made.link) count(result.whole.knots, *made.link);
     for (std::size_t i = 0; i < made.linking.size(); ++i) ++result.pairs[i].numbers[made.linking[i]];
     watcher.closure_counted(made);
 
     ++result.whole.left[total(made.reduced)];
-    const bool fully_reduced = std::all_of(made.reduced.begin(), made.reduced.end(), [](const Loop& loop) {
-        return loop.beads.size() <= fully_reduced_beads;
-    });
+    const bool fully_reduced = std::all_of(made.reduced.begin(), made.reduced.end(),
+                                           [](const Loop& loop) { return loop.beads.size() <= fully_reduced_beads; });
     if (fully_reduced) ++result.whole.fully_reduced;
     std::optional<ClosureResult>& best = fully_reduced ? result.first_fully_reduced : result.smallest;
     if (!best || (!fully_reduced && total(made.reduced) < total(best->reduced))) best = std::move(made);
@@ -77,8 +75,7 @@ Result empty_result(const polymer::Molecule& molecule, const Plan& plan) {
         result.components.push_back(std::move(tally));
     }
     if (plan.name_knots && result.components.size() > most_linked_chains)
-        result.notes.push_back("linking numbers are for at most " + std::to_string(most_linked_chains) +
-                               " chains");
+        result.notes.push_back("linking numbers are for at most " + std::to_string(most_linked_chains) + " chains");
     for (std::size_t i = 0; i < result.components.size(); ++i)
         for (std::size_t j = i + 1; j < result.components.size(); ++j)
             if (result.components.size() <= most_linked_chains) result.pairs.push_back({i, j, {}});
@@ -92,10 +89,9 @@ void refuse_impossible(const polymer::Molecule& molecule, const Plan& plan) {
     if (chains == 0 || std::any_of(molecule.chains.begin(), molecule.chains.end(), is_empty))
         throw std::invalid_argument("there is no bead to survey");
     if (plan.together && chains > most)
-        throw std::invalid_argument(method + " closes at most " + std::to_string(most) +
-                                    " chains together, not " + std::to_string(chains));
-    if (!plan.together && chains > 1)
-        throw std::invalid_argument("several chains are surveyed one by one or together");
+        throw std::invalid_argument(method + " closes at most " + std::to_string(most) + " chains together, not " +
+                                    std::to_string(chains));
+    if (!plan.together && chains > 1) throw std::invalid_argument("several chains are surveyed one by one or together");
     if (plan.closures > plan.method->most_closures)
         throw std::invalid_argument(method + " has at most " + std::to_string(plan.method->most_closures) +
                                     " closures, not " + std::to_string(plan.closures));
@@ -104,8 +100,7 @@ void refuse_impossible(const polymer::Molecule& molecule, const Plan& plan) {
 } // namespace
 
 void count(std::vector<KnotCount>& counts, const knots::KnotType& knot) {
-    const auto known =
-        std::find_if(counts.begin(), counts.end(), [&](const KnotCount& k) { return k.knot == knot; });
+    const auto known = std::find_if(counts.begin(), counts.end(), [&](const KnotCount& k) { return k.knot == knot; });
     ++(known == counts.end() ? counts.emplace_back(KnotCount{knot, 0}) : *known).closures;
 }
 
@@ -149,9 +144,8 @@ Result survey(const polymer::Molecule& given, const Plan& plan, Watcher& watcher
 
     const std::size_t threads = std::max(plan.threads, 1U);
     std::vector<Workspace> workspaces(threads);
-    std::vector<Outcome> outcomes(
-        std::min(plan.closures, std::clamp(most_held_beads / result.whole.beads, fewest_held * threads,
-                                           most_held * threads)));
+    std::vector<Outcome> outcomes(std::min(
+        plan.closures, std::clamp(most_held_beads / result.whole.beads, fewest_held * threads, most_held * threads)));
     produce_and_consume(
         plan.closures, plan.threads, outcomes.size(),
         [&](std::size_t closure, std::size_t slot, std::size_t worker) {

@@ -77,9 +77,7 @@ class Watcher {
     virtual ~Watcher() = default;
     /// Progress of a closure: part 0 when it begins, 1 when it is done. Called from any thread. An exception ends the
     /// survey.
-    virtual void closure_at(std::size_t closure, double part) {
-        static_cast<void>(closure), static_cast<void>(part);
-    }
+    virtual void closure_at(std::size_t closure, double part) { static_cast<void>(closure), static_cast<void>(part); }
     /// The result of a closure, in order of their numbers, from the thread that surveys. Closures that failed are left
     /// out.
     virtual void closure_counted(const ClosureResult&) {}

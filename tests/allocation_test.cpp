@@ -60,13 +60,11 @@ bool completes(const Operation& operation, long failing, const Values& values) {
             completed = true;
         } catch (const std::bad_alloc&) {}
     });
-    EXPECT_FALSE(completed && made >= failing)
-        << operation.name << " hides that allocation " << failing << " failed";
+    EXPECT_FALSE(completed && made >= failing) << operation.name << " hides that allocation " << failing << " failed";
     EXPECT_TRUE(completed || chains::same_bits(now.chain, values.chain)) << operation.name << ' ' << failing;
     // ChainsReduce() too: it has all its memory before it takes an atom away.
     for (std::size_t i = 0; i < values.structure.size() && !completed; ++i)
-        EXPECT_TRUE(chains::starts_with(now.structure[i], values.structure[i]))
-            << operation.name << ' ' << failing;
+        EXPECT_TRUE(chains::starts_with(now.structure[i], values.structure[i])) << operation.name << ' ' << failing;
     return completed;
 }
 
@@ -81,8 +79,7 @@ TEST(Memory, EveryOperationLetsItsFirstFailureThrough) {
     for (const Operation& operation : operations::all()) {
         completes(operation, never, values); // what is set up once and kept
         const long before = living;
-        for (long failing = 1; !completes(operation, failing, values) && failing < 10000; ++failing)
-            ++failures;
+        for (long failing = 1; !completes(operation, failing, values) && failing < 10000; ++failing) ++failures;
         EXPECT_EQ(living, before) << operation.name << " leaks";
         std::srand(1);
     }
@@ -99,8 +96,7 @@ TEST(Memory, MeasuresAndChainReductionNeedNone) {
     chains::Random random(43);
     const Silence quiet;
     for (const int length : {0, 1, 2, 3, 4, 63, 64, 65, 1000, 3455, 3456, 3457, 10000})
-        for (const chains::Kind kind :
-             {chains::Kind::tangle, chains::Kind::straight, chains::Kind::coincident}) {
+        for (const chains::Kind kind : {chains::Kind::tangle, chains::Kind::straight, chains::Kind::coincident}) {
             Chain chain = chains::make(kind, length / (length > 4 ? effort::less : 1), random);
             Structure structure{chain, {}, chain};
             EXPECT_EQ(counted(never, [&] { measure_and_reduce(chain, structure); }), 0) << length;

@@ -24,7 +24,8 @@ unshare --mount --pid --fork --kill-child sh -euc '
     mount -t proc proc "$1/proc"
     used=$1
     shift
-    exec chroot "$used" /usr/bin/env -i HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin ${http_proxy:+"http_proxy=$http_proxy"} \
+    exec chroot "$used" /usr/bin/env -i HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin \
+        ${http_proxy:+"http_proxy=$http_proxy"} \
         sh -euxc "cd /root/libloopwise; $*"' sh "$folder/used" "$@"
 left=$(git -C "$folder/used/root/libloopwise" status --porcelain)
 [ -z "$left" ] || { echo "These commands leave files that git shows: $left" >&2; exit 1; }

@@ -64,8 +64,7 @@ TEST(CircleArc, StepsAlongTheShorterWay) {
     EXPECT_NEAR(Dist(at(back.at(1)), {0.348216, 1.969453, 0}), 0, 1e-6);
     EXPECT_EQ(back.at(1).id, -2147483647 - 1);
     const auto atoms_on = [](double angle) {
-        return GivePointsOnTheCircle({1, 0, 0}, {std::cos(angle), std::sin(angle), 0}, {0, 0, 0}, 1, 0)
-            .size();
+        return GivePointsOnTheCircle({1, 0, 0}, {std::cos(angle), std::sin(angle), 0}, {0, 0, 0}, 1, 0).size();
     };
     EXPECT_EQ(atoms_on(0.05), 1U);
     EXPECT_EQ(atoms_on(0.06), 2U);
@@ -93,8 +92,7 @@ TEST(Closures, OfSmallChains) {
     EXPECT_NEAR(Dist(at(arched[17]), {-1.333333, -0.666667, 0}), 0, 1e-6);
     EXPECT_TRUE(arched[3].id == 31 && arched[17].id == 45);
     Capture printed;
-    for (const int row : {-1, 400, -2147483647 - 1})
-        EXPECT_EQ(CloseChain_1direction_NoRandom(shifted, row), -1);
+    for (const int row : {-1, 400, -2147483647 - 1}) EXPECT_EQ(CloseChain_1direction_NoRandom(shifted, row), -1);
     EXPECT_TRUE(printed.silent() && shifted.size() == 4);
     EXPECT_EQ(CloseChain_1direction_NoRandom(none, 999), 0);
     EXPECT_EQ(printed.clog.str(), "[WARNING] You are trying to CLOSE an EMPTY chain.\n");

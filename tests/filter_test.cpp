@@ -28,9 +28,8 @@ template <bool fused> struct OneLane : loopwise::reduce::Lanes<1> {
 
 /// What the kernels of a set come to, to the last bit.
 loopwise::reduce::Kernels one_by_one(loopwise::model::InstructionSet set) {
-    return set >= loopwise::model::InstructionSet::avx2
-               ? loopwise::reduce::FilterKernels<OneLane<true>>::table()
-               : loopwise::reduce::FilterKernels<OneLane<false>>::table();
+    return set >= loopwise::model::InstructionSet::avx2 ? loopwise::reduce::FilterKernels<OneLane<true>>::table()
+                                                        : loopwise::reduce::FilterKernels<OneLane<false>>::table();
 }
 
 /// Points as a kernel reads them: segments from each even one to the next.
@@ -43,9 +42,8 @@ struct Segments {
     }
     std::array<float, 128 + loopwise::reduce::position_padding> x{}, y{}, z{};
 
-    std::vector<std::size_t> candidates(loopwise::reduce::FindCandidates find,
-                                        const loopwise::reduce::Filter& filter, std::size_t begin,
-                                        std::size_t end) const {
+    std::vector<std::size_t> candidates(loopwise::reduce::FindCandidates find, const loopwise::reduce::Filter& filter,
+                                        std::size_t begin, std::size_t end) const {
         return all_of(
             [&](std::size_t from) {
                 return find(filter, {x.data(), y.data(), z.data()}, from, end);
@@ -54,8 +52,7 @@ struct Segments {
     }
 
     /// Of all that `find` has from somewhere on.
-    template <class Find>
-    static std::vector<std::size_t> all_of(Find find, std::size_t begin, std::size_t end) {
+    template <class Find> static std::vector<std::size_t> all_of(Find find, std::size_t begin, std::size_t end) {
         std::vector<std::size_t> all;
         while (begin < end) {
             const loopwise::reduce::Candidates found = find(begin);
@@ -88,8 +85,7 @@ void add_critical(std::vector<PointR3>& points, const Triangle& t, PointR3 direc
     if (random.below(3) == 0) direction = plus(plus(b, random.between(-2, 2), c), small(), direction);
     const PointR3 start = plus(hit, random.below(2) == 0 ? 4 : 40, direction);
     points.push_back(start);
-    points.push_back(
-        plus(start, random.below(2) == 0 ? 1 + small() : random.between(1, longest), minus(hit, start)));
+    points.push_back(plus(start, random.below(2) == 0 ? 1 + small() : random.between(1, longest), minus(hit, start)));
 }
 
 /// Parallel to the plane, from whole numbers: the determinant is exactly zero, the heights are not equal.
@@ -97,8 +93,7 @@ void add_parallel(std::vector<PointR3>& points, const Triangle& t, chains::Rando
     const PointR3 start{std::round(random.between(-99, 99)), std::round(random.between(-99, 99)),
                         std::round(random.between(-99, 99))};
     points.push_back(start);
-    points.push_back(
-        plus(plus(start, random.below(9) - 4, minus(t.t1, t.t0)), random.below(9) - 4, minus(t.t2, t.t0)));
+    points.push_back(plus(plus(start, random.below(9) - 4, minus(t.t1, t.t0)), random.below(9) - 4, minus(t.t2, t.t0)));
 }
 
 /// Not what a reduction would take: the points fill the frame from edge to edge, or hardly.
@@ -117,8 +112,7 @@ Chain atoms_at(const std::vector<PointR3>& points) {
     return chain;
 }
 
-std::vector<float> rows(loopwise::reduce::PutPositions put, const Frame& frame,
-                        const std::vector<PointR3>& points) {
+std::vector<float> rows(loopwise::reduce::PutPositions put, const Frame& frame, const std::vector<PointR3>& points) {
     const Chain chain = atoms_at(points);
     std::vector<float> row(3 * chain.size());
     put(frame, chain, &row[0], &row[chain.size()], &row[2 * chain.size()]);
@@ -145,9 +139,8 @@ TEST(Filter, NeverDropsWhatMeetsTheTriangle) {
         }
         std::vector<PointR3> points;
         for (int i = 0; i < 62; ++i)
-            whole
-                ? add_parallel(points, t, random)
-                : add_critical(points, t, round % 2 == 0 ? shared : random.direction(), deep ? 1 : 3, random);
+            whole ? add_parallel(points, t, random)
+                  : add_critical(points, t, round % 2 == 0 ? shared : random.direction(), deep ? 1 : 3, random);
         points.insert(points.end(), {t.t0, t.t1, t.t2});
         const double scale = whole ? 1 : std::pow(10.0, random.below(9) - 4);
         for (PointR3& p : points) p = {p.x * scale, p.y * scale, p.z * scale};
@@ -228,8 +221,7 @@ TEST(Filter, GroupsMissNothing) {
             return std::bitset<loopwise::reduce::group_size>(candidates.lanes);
         };
         for (const loopwise::model::InstructionSet set : loopwise::model::available_instruction_sets()) {
-            const loopwise::reduce::Kernels kernels = loopwise::reduce::kernels(set),
-                                            stated = one_by_one(set);
+            const loopwise::reduce::Kernels kernels = loopwise::reduce::kernels(set), stated = one_by_one(set);
             const auto near = in(kernels.find_boxes, box_filter, boxes);
             const auto turned = in(kernels.find_directions, query, directions);
             const auto both_ends = in(kernels.find_segments, filter, group);
@@ -240,8 +232,7 @@ TEST(Filter, GroupsMissNothing) {
                 parallel += turned[j];
                 if ((near[j] || turned[j]) && both_ends[j]) continue;
                 ++passed_over;
-                ASSERT_EQ(literal::intersection(corners, &points[2 * j]), 0)
-                    << name(set) << ", round " << round;
+                ASSERT_EQ(literal::intersection(corners, &points[2 * j]), 0) << name(set) << ", round " << round;
             }
         }
     }

@@ -38,8 +38,8 @@ void append_trefoil(Chain& chain, int beads, double shift, bool backwards) {
     for (int i = 0; i < beads; ++i) {
         const double part = (backwards ? beads - 1 - i : i) / (beads - 1.0);
         const double t = std::numbers::pi / 3 + 0.25 + (2 * std::numbers::pi - 0.5) * part;
-        append(chain, 3 * (std::sin(t) + 2 * std::sin(2 * t)) + shift,
-               3 * (std::cos(t) - 2 * std::cos(2 * t)), -3 * std::sin(3 * t) + shift);
+        append(chain, 3 * (std::sin(t) + 2 * std::sin(2 * t)) + shift, 3 * (std::cos(t) - 2 * std::cos(2 * t)),
+               -3 * std::sin(3 * t) + shift);
     }
 }
 
@@ -122,8 +122,7 @@ TEST_P(OfAChain, IsTheSameWithBoundedWorkThatSuffices) {
     EXPECT_EQ(bounded.tested, grid.tested);
     EXPECT_EQ(bounded.borders_within, 1);
     ASSERT_EQ(bounded.places.size(), grid.places.size());
-    for (std::size_t i = 0; i < grid.places.size(); ++i)
-        EXPECT_EQ(bounded.places[i].core, grid.places[i].core);
+    for (std::size_t i = 0; i < grid.places.size(); ++i) EXPECT_EQ(bounded.places[i].core, grid.places[i].core);
 }
 
 TEST_P(OfAChain, SaysHowFarItIsOffWhereBoundedWorkEndsEarly) {
@@ -162,8 +161,7 @@ TEST_P(OfAChain, SaysHowFarItIsOffWhereBoundedWorkEndsEarly) {
 
 TEST_P(OfAChain, TheGridFindsWhatEveryStretchShowsWithAnyNumberOfThreads) {
     const NamedChain chain = GetParam()();
-    const ChainFingerprint full = fingerprint(chain, 1), grid = fingerprint(chain, 7),
-                           alone = fingerprint(chain, 7, 1);
+    const ChainFingerprint full = fingerprint(chain, 1), grid = fingerprint(chain, 7), alone = fingerprint(chain, 7, 1);
     EXPECT_LT(grid.tested, full.tested / 2);
     EXPECT_EQ(grid.knot, full.knot);
     EXPECT_EQ(grid.depth, full.depth);
@@ -221,8 +219,7 @@ TEST(Fingerprint, TakesRowsThatAreSpread) {
         for (std::size_t i = 0; i < rows.size(); ++i) {
             double nearest = 4;
             for (std::size_t j = 0; j < std::min(i, count); ++j) nearest = std::min(nearest, angle(i, j));
-            if (i > 0)
-                (i < count ? apart : away) = i < count ? std::min(apart, nearest) : std::max(away, nearest);
+            if (i > 0) (i < count ? apart : away) = i < count ? std::min(apart, nearest) : std::max(away, nearest);
         }
         EXPECT_LE(away, apart) << "a row is farther from those taken than these are from each other";
         EXPECT_LE(away, widest);
@@ -318,8 +315,7 @@ TEST(Fingerprint, KeepsTheFirstClosureThatGivesTheKnot) {
     const ChainFingerprint found = fingerprint(chain, 7);
     Silent silent;
     const auto closed = [&](std::size_t most, unsigned threads) {
-        return typical_closures(chain.beads, found, shown_subchains(found, found.places, most), threads,
-                                silent);
+        return typical_closures(chain.beads, found, shown_subchains(found, found.places, most), threads, silent);
     };
     const std::vector<TypicalClosure> all = closed(SIZE_MAX, 2), few = closed(30, 1);
     EXPECT_EQ(all.front().subchain, found.matrix.whole_chain());

@@ -33,8 +33,7 @@ TEST(Input, IsSoundOrRefused) {
 TEST(Input, IsUnpackedWholeOrRefused) {
     const std::string path = std::string(ODD_FILES) + "/pdb_packed.pdb.gz";
     std::ifstream file(path, std::ios::binary);
-    const std::string packed(std::istreambuf_iterator<char>(file), {}),
-        whole = loopwise::read::unpacked(packed);
+    const std::string packed(std::istreambuf_iterator<char>(file), {}), whole = loopwise::read::unpacked(packed);
     EXPECT_EQ(loopwise::read::unpacked(packed + packed), whole + whole);
     for (std::size_t size = 2; size < packed.size(); ++size)
         EXPECT_THROW(loopwise::read::unpacked(packed.substr(0, size)), std::runtime_error) << size;

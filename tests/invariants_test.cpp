@@ -53,8 +53,8 @@ TEST(Entanglement, OfRandomRingsIsKept) {
     int knotted = 0;
     for (int i = 0; i < 200; ++i) {
         const bool compact = i % 2 == 0;
-        Chain ring = chains::make(compact ? chains::Kind::compact : chains::Kind::tangle,
-                                  compact ? 60 + i : 10 + i / 8, random);
+        Chain ring =
+            chains::make(compact ? chains::Kind::compact : chains::Kind::tangle, compact ? 60 + i : 10 + i / 8, random);
         const loopwise::knots::KnotName before = loopwise::knots::knot_of(ring);
         ChainReduce(ring, true);
         const loopwise::knots::KnotName after = loopwise::knots::knot_of(ring);
@@ -96,18 +96,13 @@ TEST(Invariance, OfMeasuresAndReductionsIsExactWhereArithmeticIs) {
     chains::Random random(63);
     const Silence quiet;
     for (int i = 0; i < 300 / effort::less; ++i) {
-        const Chain chain =
-            chains::make(i % 2 == 0 ? chains::Kind::compact : chains::Kind::tangle, 60, random);
+        const Chain chain = chains::make(i % 2 == 0 ? chains::Kind::compact : chains::Kind::tangle, 60, random);
         const Chain doubled = mapped(chain, [](PointR3 p) { return PointR3{p.x * 4, p.y * 4, p.z * 4}; });
         const Chain mirrored = mapped(chain, [](PointR3 p) { return PointR3{-p.x, p.y, -p.z}; });
         const Chain swapped = mapped(chain, [](PointR3 p) { return PointR3{p.y, p.x, p.z}; });
         const auto rounded = [](double x) { return std::round(x * 1024) / 1024; };
-        const Chain whole = mapped(chain, [&](PointR3 p) {
-            return PointR3{rounded(p.x), rounded(p.y), rounded(p.z)};
-        });
-        const Chain shifted = mapped(whole, [](PointR3 p) {
-            return PointR3{p.x + 512, p.y - 4096, p.z + 2};
-        });
+        const Chain whole = mapped(chain, [&](PointR3 p) { return PointR3{rounded(p.x), rounded(p.y), rounded(p.z)}; });
+        const Chain shifted = mapped(whole, [](PointR3 p) { return PointR3{p.x + 512, p.y - 4096, p.z + 2}; });
         EXPECT_EQ(RadiusOfChain(doubled), 4 * RadiusOfChain(chain));
         EXPECT_EQ(DiameterOfChain(doubled), 4 * DiameterOfChain(chain));
         EXPECT_EQ(RadiusOfChain(mirrored), RadiusOfChain(chain));

@@ -151,8 +151,7 @@ TEST(Table, HoldsThePublishedKnotsWithBothHands) {
         EXPECT_EQ(v->twice_highest(), 2 * row.highest);
         EXPECT_EQ(determinant(*delta), row.determinant);
         EXPECT_EQ(loopwise::knots::mirrored(*delta), *delta);
-        EXPECT_EQ(std::accumulate(delta->coefficients.begin(), delta->coefficients.end(), std::int64_t{0}),
-                  1);
+        EXPECT_EQ(std::accumulate(delta->coefficients.begin(), delta->coefficients.end(), std::int64_t{0}), 1);
 
         auto word = row.word;
         for (signed char& letter : word) letter = static_cast<signed char>(-letter);
@@ -173,8 +172,7 @@ TEST(Table, FindsEverySumAndSaysSoWhereSeveralKnotsAgree) {
     EXPECT_EQ(table.size(), 160U);
     const auto names = [](std::initializer_list<const TableKnot*> factors) {
         Laurent v = Laurent::one(), delta = Laurent::one();
-        for (const TableKnot* knot : factors)
-            v = *product(v, knot->jones), delta = *product(delta, knot->alexander);
+        for (const TableKnot* knot : factors) v = *product(v, knot->jones), delta = *product(delta, knot->alexander);
         return candidates_of(v, delta, 9);
     };
     for (std::size_t i = 0; i < table.size(); i += 4 * effort::less)
@@ -183,9 +181,7 @@ TEST(Table, FindsEverySumAndSaysSoWhereSeveralKnotsAgree) {
             ASSERT_EQ(std::count(found.begin(), found.end(), KnotSum{table[i].knot, table[j].knot}), 1);
             const std::size_t k = (i + 7 * j) % (i + 1); // anything that comes no later
             const auto three = names({&table[j], &table[k], &table[i]});
-            ASSERT_EQ(
-                std::count(three.begin(), three.end(), KnotSum{table[k].knot, table[i].knot, table[j].knot}),
-                1);
+            ASSERT_EQ(std::count(three.begin(), three.end(), KnotSum{table[k].knot, table[i].knot, table[j].knot}), 1);
         }
     const TableKnot& trefoil = table[0];
     ASSERT_EQ(trefoil.knot, (PrimeKnot{3, 1, Hand::right}));
@@ -206,12 +202,10 @@ TEST(Types, AreOneKnotWhereTheyAreProvenAlikeAndFitIntoColumns) {
     EXPECT_NE(ten.type, small.type);
     const KnotType link = KnotType::named({{{5, 1, Hand::right, 2}}}, false);
     const std::vector<std::int64_t> coefficients(80, -1);
-    const KnotType long_one = KnotType::unknown({-20, coefficients}),
-                   other = KnotType::unknown({-18, coefficients});
+    const KnotType long_one = KnotType::unknown({-20, coefficients}), other = KnotType::unknown({-18, coefficients});
     EXPECT_EQ(text(link), "+5^2_1 or beyond five crossings");
     EXPECT_EQ(text(KnotType::apart(KnotType::unknot(), KnotType::unknot())), "0^2_1");
-    EXPECT_EQ(text(KnotType::apart(ten.type, KnotType::unknot())),
-              "-5_1 or beyond nine crossings, 0_1 apart");
+    EXPECT_EQ(text(KnotType::apart(ten.type, KnotType::unknot())), "-5_1 or beyond nine crossings, 0_1 apart");
     std::set<KnotType> ordered;
     std::unordered_set<KnotType> hashed;
     for (const KnotType& type : {ten.type, small.type, link, long_one, other, KnotType::unknot(), KnotType{},
@@ -260,7 +254,7 @@ TEST(Polygons, WithoutANameGetAClearWord) {
     const std::string meets = "not named: the polygon meets itself, or nearly";
     EXPECT_EQ(name({{0, 0, 0}, {2, 2, 0}, {2, 0, 0}, {0, 2, 0}}), meets);            // two edges cross
     EXPECT_EQ(name({{0, 0, 0}, {2, 0, 0}, {2, 2, 0}, {1, 0, 0}, {0, 2, 0}}), meets); // a bead on an edge
-    EXPECT_EQ(name({{0, 0, 0}, {3, 0, 0}, {1, 0, 0}, {1, 2, 1}}), meets); // an edge runs back on another
+    EXPECT_EQ(name({{0, 0, 0}, {3, 0, 0}, {1, 0, 0}, {1, 2, 1}}), meets);            // an edge runs back on another
     // Nothing is wrong with straight runs, with scales and places, or with a copy of the first bead at the end.
     EXPECT_EQ(name({{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {3, 0, 0}, {3, 1, 0}, {0, 1, 0}}), "0_1");
     EXPECT_EQ(name({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}}), "0_1");
@@ -346,8 +340,7 @@ TEST(Links, AreNamedAndCountedWhicheverWayTheyRun) {
     const auto away = [](PointR3 p) { return PointR3{p.x + 1, p.y + 0.4, p.z + 7}; };
     check({mapped(torus(1, 50), away), torus(1, 60)}, "0^2_1", "0^2_1", 0);
     EXPECT_EQ(text(link_of(trefoil, mapped(torus(1, 50), away)).type), "+3_1, 0_1 apart");
-    EXPECT_EQ(text(link_of(torus(1, 60), mapped(torus(1, 50), away)).invariants.front().value),
-              "-t^(-1/2) - t^(1/2)");
+    EXPECT_EQ(text(link_of(torus(1, 60), mapped(torus(1, 50), away)).invariants.front().value), "-t^(-1/2) - t^(1/2)");
     EXPECT_EQ(text(link_of(trefoil, trefoil).type), "not named: the polygon meets itself, or nearly");
 }
 

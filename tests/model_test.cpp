@@ -48,9 +48,8 @@ TEST(Measures, OfSmallChains) {
     EXPECT_EQ(DiameterOfChain({{inf, 0, 0, 1}, {inf, 0, 0, 2}, {0, 0, 0, 3}}), inf);
     EXPECT_EQ(CentreOfChain({{1e16, 0, 0, 1}, {1, 0, 0, 2}, {1, 0, 0, 3}}).x, ((1e16 + 1) + 1) / 3);
     // Squares that have lost their digits.
-    EXPECT_EQ(
-        DiameterOfChain({{1.1e-162, 0, 0, 1}, {-3.9e-162, 0, 0, 2}, {1.3e-162, 0, 0, 3}, {-4e-162, 0, 0, 4}}),
-        Dist({1.3e-162, 0, 0}, {-4e-162, 0, 0}));
+    EXPECT_EQ(DiameterOfChain({{1.1e-162, 0, 0, 1}, {-3.9e-162, 0, 0, 2}, {1.3e-162, 0, 0, 3}, {-4e-162, 0, 0, 4}}),
+              Dist({1.3e-162, 0, 0}, {-4e-162, 0, 0}));
 }
 
 TEST(Measures, EveryKernelFindsTheFarthest) {
@@ -64,8 +63,8 @@ TEST(Measures, EveryKernelFindsTheFarthest) {
                 const loopwise::model::Positions positions{x.data(), y.data(), z.data(), count};
                 const double known = count == 64 ? 3.0 : 0.0;
                 EXPECT_EQ(loopwise::model::farthest_square(set)(positions, {1, 2, 3}, known),
-                          loopwise::model::farthest_square(loopwise::model::InstructionSet::plain)(
-                              positions, {1, 2, 3}, known))
+                          loopwise::model::farthest_square(loopwise::model::InstructionSet::plain)(positions, {1, 2, 3},
+                                                                                                   known))
                     << name(set);
             }
     }
@@ -107,10 +106,9 @@ TEST(Cut, KeepsTheStretchBetweenTwoIdentifiers) {
 
 TEST(Cut, KeepsEverythingWhenItRefuses) {
     const auto all = [](const Ids& left, const std::string& of_chain) {
-        return std::pair{left,
-                         "Error while preparing components: You want to erase atoms which don't exist.\n"
-                         "One of components, chain[0].id: " +
-                             of_chain + "\nWe take whole sequence.\n"};
+        return std::pair{left, "Error while preparing components: You want to erase atoms which don't exist.\n"
+                               "One of components, chain[0].id: " +
+                                   of_chain + "\nWe take whole sequence.\n"};
     };
     EXPECT_EQ(cut({1, 2, 9}, 0, 5), all({1, 2, 9}, "1, chain.back().id: 9; Your start: 0, end: 5"));
     EXPECT_EQ(cut({9, 2, -1}, 10, 2), all({9, 2, -1}, "9, chain.back().id: -1; Your start: 10, end: 2"));

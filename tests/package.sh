@@ -14,7 +14,8 @@ quietly() { "$@" >"$folder/log" 2>&1 || { cat "$folder/log"; fail "$*"; }; }
 
 first_steps() { # first_steps PROGRAM LIBRARY-FOLDER [LD_LIBRARY_PATH]
     LD_LIBRARY_PATH=${3-} ldd "$1" | grep -qF "$2/libloopwise.so.1 " || fail "$1 runs with another library"
-    (cd "$source" && LD_LIBRARY_PATH=${3-} "$1") | grep -q "^6 beads hold the loop's entanglement:$" || fail "$1 says otherwise"
+    (cd "$source" && LD_LIBRARY_PATH=${3-} "$1") |
+        grep -q "^6 beads hold the loop's entanglement:$" || fail "$1 says otherwise"
 }
 imports() { # imports PYTHON FOLDER
     quietly env PYTHONDONTWRITEBYTECODE=1 PYTHONPATH="$2" "$1" -c "
@@ -31,7 +32,8 @@ find_package(loopwise 1 REQUIRED)
 add_executable(first_steps $source/examples/first_steps.cpp)
 target_link_libraries(first_steps PRIVATE loopwise::loopwise)
 LIST
-    quietly cmake -S "$folder/consumer" -B "$1/consumer" -G Ninja -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_PREFIX_PATH="$1"
+    quietly cmake -S "$folder/consumer" -B "$1/consumer" -G Ninja \
+        -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_PREFIX_PATH="$1"
     quietly cmake --build "$1/consumer"
     first_steps "$1/consumer/first_steps" "$1/$2"
     export PKG_CONFIG_LIBDIR="$1/$2/pkgconfig"
@@ -56,7 +58,8 @@ use "$folder/second/moved" "$libdir"
 suffix=$("$python" -c 'import sysconfig; print(sysconfig.get_config_var("EXT_SUFFIX"))')
 cd "$source"
 # What is packaged is tried, not how fast it is.
-quietly cmake --preset package -B "$folder/build" -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_CXX_FLAGS_RELEASE="-O1 -DNDEBUG"
+quietly cmake --preset package -B "$folder/build" -DCMAKE_CXX_COMPILER="$compiler" \
+    -DCMAKE_CXX_FLAGS_RELEASE="-O1 -DNDEBUG"
 quietly cmake --build "$folder/build" -j 2
 cd "$folder/build"
 quietly cpack
@@ -65,7 +68,8 @@ for package in libloopwise1 libloopwise-dev loopwise-tools python3-loopwise; do
     file=${package}_${version}_$(dpkg --print-architecture).deb
     dpkg-deb -x "$file" "$folder/root"
     dpkg-deb -f "$file" Package Version Section Maintainer Depends | sed -E 's/ \((>=|<<) [0-9.:]+\)/ (\1)/g'
-    dpkg-deb -c "$file" | awk '!/\/$/ { print $1, $2, $6, $7, $8 }' | sed 's/ *$//; /\.pyi\{0,1\}$/d' | LC_ALL=C sort -k 3
+    dpkg-deb -c "$file" | awk '!/\/$/ { print $1, $2, $6, $7, $8 }' |
+        sed 's/ *$//; /\.pyi\{0,1\}$/d' | LC_ALL=C sort -k 3
     [ "$package" != libloopwise1 ] || dpkg-deb -I "$file" shlibs triggers
 done >"$folder/seen"
 diff - "$folder/seen" <<LIST || fail "the packages are not as expected (<), but as (>)"
@@ -131,4 +135,5 @@ mkdir "$folder/source"
 (cd "$source" && tar -cf - --exclude=./build --exclude=./.git .) | tar -xf - -C "$folder/source"
 quietly "$python" -m venv --system-site-packages "$folder/venv"
 quietly "$folder/venv/bin/pip" install --no-build-isolation --no-deps --no-index "$folder/source"
-imports "$folder/venv/bin/python" "$("$folder/venv/bin/python" -c 'import sysconfig; print(sysconfig.get_path("platlib"))')"
+packages=$("$folder/venv/bin/python" -c 'import sysconfig; print(sysconfig.get_path("platlib"))')
+imports "$folder/venv/bin/python" "$packages"

@@ -27,11 +27,9 @@ TEST(Intersection, TellsInsideFromBoundary) {
         return meet({o, x, y, PointR3{px, py, from}, PointR3{px, py, to}});
     };
     EXPECT_EQ(through(1, 1, -1, 1), 1);
-    for (const auto& [px, py] : {std::pair{1.5, 1.5}, {0, 0}, {1, 0}, {0, 1}})
-        EXPECT_EQ(through(px, py, -1, 1), 2);
+    for (const auto& [px, py] : {std::pair{1.5, 1.5}, {0, 0}, {1, 0}, {0, 1}}) EXPECT_EQ(through(px, py, -1, 1), 2);
     EXPECT_EQ(through(1, 1, 1e-6, 1) + through(1, 1, -1, -1e-6), 2 + 2);
-    EXPECT_EQ(through(1, 1, 1e-3, 1) + through(1, 1, -1, -1e-3) + through(2, 2, -1, 1) + through(-1, 1, 0, 5),
-              0);
+    EXPECT_EQ(through(1, 1, 1e-3, 1) + through(1, 1, -1, -1e-3) + through(2, 2, -1, 1) + through(-1, 1, 0, 5), 0);
     // A determinant of exactly zero counts at any distance.
     EXPECT_EQ(meet({o, x, y, far, PointR3{91, 95, 0}}), 1);
     EXPECT_EQ(meet({o, x, y, PointR3{1, 2, 70}, PointR3{5, 6, 70}}), 1);
@@ -65,24 +63,22 @@ TEST(LinearAlgebra, OfWholeNumbers) {
 bool same(PointR3 p, PointR3 q) { return p.x == q.x && p.y == q.y && p.z == q.z; }
 
 TEST(Projection, UsesTheWholePartsOfTheDirection) {
-    EXPECT_LT(Dist(ProjectPointF({1, 0, 0}, {-1.415441, 3.015027, -1.167954}),
-                   {-0.9486833, -0.0953463, -0.3015113}),
+    EXPECT_LT(Dist(ProjectPointF({1, 0, 0}, {-1.415441, 3.015027, -1.167954}), {-0.9486833, -0.0953463, -0.3015113}),
               1e-7);
     EXPECT_TRUE(same(ProjectPointF({1, 2, 3}, {0.9, -0.9, 5}), {1, 2, 3}));
     EXPECT_TRUE(same(ProjectPointF({1, 2, 3}, {nan, 0, -inf}), {1, 2, 3}));
     EXPECT_TRUE(same(ProjectPointF({1, 2, 3}, {2.7, 0, 0}), {2, 3, 1}));
     EXPECT_TRUE(same(ProjectPointF({1, 2, 3}, {inf, 0, 0}), {2, 3, 1}));
-    EXPECT_LT(Dist(ProjectPointF({1, 2, 3}, {-1e300, -inf, -1e18}),
-                   {-1 / std::sqrt(2), 3 / std::sqrt(6), -6 / std::sqrt(3)}),
-              1e-6);
+    EXPECT_LT(
+        Dist(ProjectPointF({1, 2, 3}, {-1e300, -inf, -1e18}), {-1 / std::sqrt(2), 3 / std::sqrt(6), -6 / std::sqrt(3)}),
+        1e-6);
 }
 
 TEST(Projection, TakesTheDirectionModuloSixty) {
     const Chain pair{{1, 2, 3, 1}, {4, 5, 6, 2}};
     for (const int along_z : {6, 23, 39, 57, -66}) // leaves the atoms as they are
         EXPECT_TRUE(same(ProjectChain(pair, along_z, false).at(0).end, {4, 5, 6}));
-    EXPECT_TRUE(
-        same(ProjectChain(pair, -2147483647 - 1, true).at(1).start, ProjectChain(pair, 8, true).at(1).start));
+    EXPECT_TRUE(same(ProjectChain(pair, -2147483647 - 1, true).at(1).start, ProjectChain(pair, 8, true).at(1).start));
     EXPECT_EQ(ProjectChain(pair, 0, true).size() + ProjectChain(pair, 0, false).size(), 3U);
     EXPECT_TRUE(ProjectChain({pair[0]}, 0, true).empty());
 }

@@ -47,9 +47,9 @@ TEST(Properties, HoldForRandomChainsOnAGrid) {
 TEST(Properties, HoldForLongChains) {
     chains::Random random(12);
     for (int i = 0; i < 400 / effort::less; ++i)
-        properties::reduces(chains::make(chains::all_kinds[random.below(std::size(chains::all_kinds))],
-                                         50 + random.below(251), random),
-                            i % 2 == 0);
+        properties::reduces(
+            chains::make(chains::all_kinds[random.below(std::size(chains::all_kinds))], 50 + random.below(251), random),
+            i % 2 == 0);
     // A rear behind a front that is blocked all over: where its first bead stood when it moves.
     for (int i = 0; i < 2000 / effort::less; ++i)
         properties::reduces(chains::make(chains::Kind::tangle, 66 + random.below(110), random), i % 2 == 0);
@@ -81,12 +81,10 @@ TEST(Properties, HoldForBrokenText) {
         std::string text;
         for (int line = random.below(5) + 1; line-- > 0; text += '\n') {
             for (int field = 4; field-- > 0; text += ' ') {
-                text += random.below(8) != 0 ? std::to_string(random.below(100))
-                                             : pieces[random.below(std::size(pieces))];
+                text +=
+                    random.below(8) != 0 ? std::to_string(random.below(100)) : pieces[random.below(std::size(pieces))];
                 if (field < 3 && random.below(2) == 0)
-                    text +=
-                        '.' +
-                        std::to_string(random.bits()).substr(0, static_cast<std::size_t>(random.below(18)));
+                    text += '.' + std::to_string(random.bits()).substr(0, static_cast<std::size_t>(random.below(18)));
             }
             if (random.below(9) == 0) text += pieces[random.below(std::size(pieces))];
         }
@@ -101,8 +99,7 @@ TEST(Properties, HoldForTheCorpusOfTheFuzzers) {
         std::ifstream file(entry.path(), std::ios::binary);
         const std::string bytes(std::istreambuf_iterator<char>(file), {});
         properties::hold(bytes);
-        properties::hold(
-            chains::Random(0, {reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()}));
+        properties::hold(chains::Random(0, {reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()}));
         ++files;
     }
     EXPECT_GT(files, 10);

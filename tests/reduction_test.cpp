@@ -80,8 +80,8 @@ TEST(ChainReduction, MissesNoSegmentOfTheRear) {
             const double out = 2 + std::cos(a) + random.between(0, 1e-3);
             chain.push_back({out * std::cos(a), out * std::sin(a), std::sin(a), i});
         }
-        ASSERT_TRUE(chains::same_bits(eliminated(chain, true, set, slots),
-                                      eliminated(chain, true, set, chain.size() + 1)));
+        ASSERT_TRUE(
+            chains::same_bits(eliminated(chain, true, set, slots), eliminated(chain, true, set, chain.size() + 1)));
     }
 }
 
@@ -103,8 +103,7 @@ TEST(StructureReduction, OfLongChainsIsThatWithoutTheIndex) {
         for (const bool closed : {false, true}) {
             constexpr std::size_t always = 0, never = 1U << 30;
             Structure with = start, without = start;
-            EXPECT_EQ(loopwise::reduce::reduce(with, closed, always),
-                      loopwise::reduce::reduce(without, closed, never));
+            EXPECT_EQ(loopwise::reduce::reduce(with, closed, always), loopwise::reduce::reduce(without, closed, never));
             for (std::size_t i = 0; i < with.size(); ++i) EXPECT_EQ(ids(with[i]), ids(without[i])) << step;
         }
     }

@@ -58,8 +58,7 @@ TEST(ResidueId, IsOrderedByNumberThenText) {
 
 NamedChain chain_of(const std::vector<std::string>& residues) {
     NamedChain chain{"", {}, parsed(residues)};
-    for (std::size_t i = 0; i < residues.size(); ++i)
-        chain.beads.push_back({5.0 * static_cast<double>(i), 0, 0, 0});
+    for (std::size_t i = 0; i < residues.size(); ++i) chain.beads.push_back({5.0 * static_cast<double>(i), 0, 0, 0});
     chain.kind = BeadKind::amino_acids;
     return chain;
 }
@@ -116,12 +115,11 @@ std::string pdb(const std::vector<std::string>& columns) {
 TEST(ResidueId, IsReadFromPdbAndWrittenToIt) {
     // In hybrid-36 A000 follows 9999, and a000 follows ZZZZ. Some programs write large numbers into column
     // 27.
-    const std::vector<std::string> columns{" -99C", "9999 ", "A000 ", "A00ZB",
-                                           "ZZZZ ", "a000 ", "zzzz ", "12345"};
+    const std::vector<std::string> columns{" -99C", "9999 ", "A000 ", "A00ZB", "ZZZZ ", "a000 ", "zzzz ", "12345"};
     const auto molecules = read::molecules_in("chain.pdb", pdb(columns), {});
     const NamedChain& chain = molecules.front().chains.front();
-    EXPECT_EQ(texts_of(chain.residues), (std::vector<std::string>{"-99C", "9999", "10000", "10035B",
-                                                                  "1223055", "1223056", "2436111", "12345"}));
+    EXPECT_EQ(texts_of(chain.residues),
+              (std::vector<std::string>{"-99C", "9999", "10000", "10035B", "1223055", "1223056", "2436111", "12345"}));
     EXPECT_EQ(chain.beads[3].id, 10035);
     for (const char* bad : {"9?99 ", "AbCD ", "  A0 ", "     "})
         EXPECT_THROW(read::molecules_in("chain.pdb", pdb({"   1 ", bad}), {}), std::runtime_error) << bad;

@@ -41,9 +41,9 @@ void expect_read(const std::string& text, const Chain& from_file, const Chain& f
     EXPECT_FALSE(error);
     EXPECT_TRUE(chains::same_bits(ChainRead_fromString(text, error), from_string));
     EXPECT_EQ(error, !id_in_string.empty());
-    EXPECT_EQ(printed.cout.str(), message(id_in_file, std::string("file ") + file.name() +
-                                                          ". Program is done becouse of that.\n") +
-                                      message(id_in_string, "structure. Program is done because of that.\n"));
+    EXPECT_EQ(printed.cout.str(),
+              message(id_in_file, std::string("file ") + file.name() + ". Program is done becouse of that.\n") +
+                  message(id_in_string, "structure. Program is done because of that.\n"));
 }
 
 void expect_read(const std::string& text, const Chain& chain) { expect_read(text, chain, chain, "", ""); }
@@ -92,8 +92,7 @@ TEST(Files, ThatCannotBeOpenedAreReportedByTheReaderOnly) {
 }
 
 TEST(Writer, LaysOutBothFormats) {
-    const Chain chain{
-        {11.104, -123.456789, 0.5, 7}, {0.0, -0.0, 1234567, -12345}, {0.000123456, 1e-5, -999.5, 123456}};
+    const Chain chain{{11.104, -123.456789, 0.5, 7}, {0.0, -0.0, 1234567, -12345}, {0.000123456, 1e-5, -999.5, 123456}};
     EXPECT_EQ(ChainWrite_toString(chain, false),
               "ATOM      7  CA  XXX A   7      11.104 -123.45     0.5  1.00  1.00 C\n"
               "ATOM  -12345  CA  XXX A-12345           0      -0 1.23457  1.00  1.00 C\n"

@@ -27,14 +27,12 @@ std::string listed(const std::vector<std::string>& names) {
     std::vector<std::string> first(names.begin(),
                                    names.begin() + static_cast<std::ptrdiff_t>(std::min(names.size(), most)));
     std::replace(first.begin(), first.end(), std::string(), std::string("one without a name"));
-    return joined(first, ", ") +
-           (names.size() > most ? " and " + std::to_string(names.size() - most) + " more" : "");
+    return joined(first, ", ") + (names.size() > most ? " and " + std::to_string(names.size() - most) + " more" : "");
 }
 
 std::string csv_row(const std::vector<std::string>& fields) {
     std::string row;
-    for (const std::string& field : fields)
-        row.append(&field == &fields.front() ? "" : ",").append(csv_field(field));
+    for (const std::string& field : fields) row.append(&field == &fields.front() ? "" : ",").append(csv_field(field));
     return row + '\n';
 }
 

@@ -27,8 +27,7 @@ std::string residue_columns(const polymer::ResidueId& residue) {
 }
 
 std::string coordinate_columns(double value) {
-    if (!(value >= lowest_coordinate && value <= highest_coordinate))
-        refuse("coordinate " + words::exact(value));
+    if (!(value >= lowest_coordinate && value <= highest_coordinate)) refuse("coordinate " + words::exact(value));
     return words::right(words::fixed(value, 3), 8);
 }
 
@@ -56,10 +55,7 @@ std::string pdb_text(const polymer::NamedChain& chain, bool loop) {
     std::string text;
     for (std::size_t i = 0; i < count; ++i) {
         const ChainAtom& bead = chain.beads[i];
-        text.append("ATOM  ")
-            .append(words::right(std::to_string(i + 1), 5))
-            .append("  CA  UNK ")
-            .append(1, name);
+        text.append("ATOM  ").append(words::right(std::to_string(i + 1), 5)).append("  CA  UNK ").append(1, name);
         text.append(residue_columns(chain.residues[i])).append("   ");
         for (const double value : {bead.x, bead.y, bead.z}) text += coordinate_columns(value);
         text += "  1.00  0.00           C\n";

@@ -98,8 +98,7 @@ void refuse_harmful_outputs(const std::vector<std::string>& inputs, const std::v
             if (!other->path.empty() && are_one(path, other->path))
                 throw std::runtime_error(path + ": is given for two outputs; choose another file");
         if (file && file->size > 0 && *extension != 0 && words::extension_of(path) != extension)
-            throw std::runtime_error(path + ": exists, and its extension is not " + extension +
-                                     "; not overwritten");
+            throw std::runtime_error(path + ": exists, and its extension is not " + extension + "; not overwritten");
     }
 }
 

@@ -18,13 +18,12 @@ class CheckEntry final : public Entry {
     bool is_sound() const { return bonds_.gaps.empty() && bonds_.close.empty(); }
 
     std::string text() const override {
-        std::string text = label_of(molecule_, chain_) + ": " + words::counted(chain_.beads.size(), "bead") +
-                           ", " + words::number_of_gaps(bonds_) + '\n';
+        std::string text = label_of(molecule_, chain_) + ": " + words::counted(chain_.beads.size(), "bead") + ", " +
+                           words::number_of_gaps(bonds_) + '\n';
         for (const std::string& note : chain_.notes) text += "  note: " + note + '\n';
         for (const polymer::OddBond& gap : bonds_.gaps) text += line("gap", gap) + '\n';
         for (const polymer::OddBond& bond : bonds_.close)
-            text += line("short", bond) +
-                    (polymer::may_be_cis(bond.length) ? ", as short as a cis peptide\n" : "\n");
+            text += line("short", bond) + (polymer::may_be_cis(bond.length) ? ", as short as a cis peptide\n" : "\n");
         return text;
     }
     Json json() const override {
@@ -57,10 +56,8 @@ class CheckEntry final : public Entry {
 };
 
 int run(const Inputs& given) {
-    Run run(given, {"check",
-                    "",
-                    {},
-                    {"file", "model", "chain", "beads", "gaps", "missing", "short_bonds", "sound", "notes"}});
+    Run run(given,
+            {"check", "", {}, {"file", "model", "chain", "beads", "gaps", "missing", "short_bonds", "sound", "notes"}});
     return run.each_chain([&](const polymer::Molecule& molecule, const polymer::NamedChain& chain) {
         const CheckEntry entry(molecule, chain);
         run.add(entry);
@@ -73,10 +70,9 @@ int run(const Inputs& given) {
 Action declare_check(CommandLine& line) {
     const auto given = std::make_shared<Inputs>();
     declare_inputs(line, *given);
-    line.footer(
-        "Neighbours in a C-alpha trace should be 3.4 to 4.2 apart. In any other chain a gap is longer\n"
-        "than 1.5 times the median bond. The exit status is 1 also if a chain has a gap or neighbours\n"
-        "that are too close.");
+    line.footer("Neighbours in a C-alpha trace should be 3.4 to 4.2 apart. In any other chain a gap is longer\n"
+                "than 1.5 times the median bond. The exit status is 1 also if a chain has a gap or neighbours\n"
+                "that are too close.");
     return [given] { return run(*given); };
 }
 

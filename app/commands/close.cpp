@@ -23,14 +23,10 @@ survey::Plan plan_of(const Arguments& given) {
 
 const char* reason_of(closure::Closing closing) {
     switch (closing) {
-    case closure::Closing::nothing_to_close:
-        return "has no atom";
-    case closure::Closing::no_arc:
-        return "the centre and the ends span no plane: no arc closes it";
-    case closure::Closing::no_direction:
-        return "the ends lie where they give no direction";
-    default:
-        return "cannot be closed in this way";
+    case closure::Closing::nothing_to_close: return "has no atom";
+    case closure::Closing::no_arc: return "the centre and the ends span no plane: no arc closes it";
+    case closure::Closing::no_direction: return "the ends lie where they give no direction";
+    default: return "cannot be closed in this way";
     }
 }
 
@@ -41,8 +37,8 @@ Action declare_close(CommandLine& line) {
     given->tells_gaps = true;
     declare(line, *given);
     declare_method(line, *given, "0");
-    line.number<std::size_t>({"--closure", "N", "The number of the closure in a survey (default 0)"},
-                             {0, SIZE_MAX}, given->closure);
+    line.number<std::size_t>({"--closure", "N", "The number of the closure in a survey (default 0)"}, {0, SIZE_MAX},
+                             given->closure);
     line.footer(methods_help(false));
     return [given] {
         const survey::Plan plan = plan_of(*given);

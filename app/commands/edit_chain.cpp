@@ -15,9 +15,7 @@
 namespace loopwise::app {
 namespace {
 
-bool same(const ChainAtom& a, const ChainAtom& b) {
-    return a.id == b.id && a.x == b.x && a.y == b.y && a.z == b.z;
-}
+bool same(const ChainAtom& a, const ChainAtom& b) { return a.id == b.id && a.x == b.x && a.y == b.y && a.z == b.z; }
 
 /// The residues of the beads after an edit that removes beads or appends some.
 std::vector<polymer::ResidueId> residues_after(const polymer::NamedChain& before, const Chain& now) {
@@ -25,8 +23,7 @@ std::vector<polymer::ResidueId> residues_after(const polymer::NamedChain& before
     std::size_t i = 0;
     for (const ChainAtom& bead : now) {
         const auto from = before.beads.begin() + static_cast<std::ptrdiff_t>(i);
-        const auto found =
-            std::find_if(from, before.beads.end(), [&](const ChainAtom& b) { return same(b, bead); });
+        const auto found = std::find_if(from, before.beads.end(), [&](const ChainAtom& b) { return same(b, bead); });
         if (found == before.beads.end()) {
             residues.emplace_back(bead.id);
         } else {
@@ -67,17 +64,15 @@ void tell_open_ends(const std::string& file, const polymer::NamedChain& chain) {
         return std::hypot(a.x - b.x, a.y - b.y, a.z - b.z) < polymer::longest_trace_bond;
     };
     if (is_bond(beads[beads.size() - 2], beads.back()) && !is_bond(beads.back(), beads.front()))
-        std::cerr
-            << "loopwise: " << file
-            << ": note: the chain is open; its ends are joined by a straight line. Use `loopwise close` or"
-               " `--open`\n";
+        std::cerr << "loopwise: " << file
+                  << ": note: the chain is open; its ends are joined by a straight line. Use `loopwise close` or"
+                     " `--open`\n";
 }
 
 /// Chain text is written with the numbers of the residues as ids.
 void refuse_unnumbered(const polymer::NamedChain& chain) {
     for (const polymer::ResidueId& residue : chain.residues)
-        if (!residue.number())
-            throw std::runtime_error("residue " + residue.text() + ": not a number of 32 bits");
+        if (!residue.number()) throw std::runtime_error("residue " + residue.text() + ": not a number of 32 bits");
 }
 
 using words::extension_of;
@@ -91,8 +86,7 @@ bool is_pdb(const ChainArguments& given) {
 void refuse_other_formats(const std::string& output) {
     const std::string extension = extension_of(output);
     for (const char* const other : {".cif", ".mmcif", ".gz", ".xyz", ".svg", ".html", ".json", ".csv"})
-        if (extension == other)
-            refuse_usage("--output: expected chain text or PDB, not " + std::string(other));
+        if (extension == other) refuse_usage("--output: expected chain text or PDB, not " + std::string(other));
 }
 
 } // namespace
@@ -102,8 +96,7 @@ void declare(CommandLine& line, ChainArguments& into) {
     declare_selecting(line, into);
     line.text({"-o,--output", "FILE", "Write to this file, whole or not at all (default: standard output)"},
               into.output);
-    line.flag("--pdb", into.pdb,
-              "Write PDB with CONECT records (default if the output ends in .pdb or .ent)");
+    line.flag("--pdb", into.pdb, "Write PDB with CONECT records (default if the output ends in .pdb or .ent)");
 }
 
 int edit_chain(const ChainArguments& given, const std::function<bool(Chain&)>& edit) {
@@ -119,8 +112,7 @@ int edit_chain(const ChainArguments& given, const std::function<bool(Chain&)>& e
         polymer::NamedChain after{before.name, before.beads, {}, before.kind, {}};
         const bool loop = edit(after.beads);
         after.residues = residues_after(before, after.beads);
-        const std::string text =
-            is_pdb(given) ? write::pdb_text(after, loop) : write::plain_text(after.beads);
+        const std::string text = is_pdb(given) ? write::pdb_text(after, loop) : write::plain_text(after.beads);
         if (given.output.empty())
             std::cout << text;
         else

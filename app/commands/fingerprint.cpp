@@ -51,17 +51,15 @@ void declare(CommandLine& line, Arguments& into) {
                              {1, largest_step}, plan.policy.step);
     line.flag("--full", into.full, "Close every subchain");
     line.exclusive({"--full", "--step"});
-    line.number<std::size_t>(
-        {"--closures", "1..400", "Closures of each subchain, spread evenly (default 100)"},
-        {1, fingerprint::farthest_point_order().size()}, plan.closures);
+    line.number<std::size_t>({"--closures", "1..400", "Closures of each subchain, spread evenly (default 100)"},
+                             {1, fingerprint::farthest_point_order().size()}, plan.closures);
     line.number<double>({"--min-share", "X", "Report knots that reach this share (default 0.5)"}, {0.0, 1.0},
                         into.least_share);
     declare_inputs(line, into);
     declare_threads(line, plan.threads);
     line.text({"--matrix", "FILE", "Write the subchains that were closed to this CSV file"}, into.matrix);
     line.text({"--svg", "FILE", "Draw all subchains to this SVG file"}, into.svg);
-    line.text({"--html", "FILE", "Write a page with the chain in three dimensions, for a browser"},
-              into.html);
+    line.text({"--html", "FILE", "Write a page with the chain in three dimensions, for a browser"}, into.html);
     line.text({"--pymol", "FILE", "Write a PyMOL script that colours cores"}, into.pymol);
     line.text({"--chimerax", "FILE", "Write a ChimeraX script that colours cores"}, into.chimerax);
     line.footer(footer);
@@ -88,9 +86,7 @@ class Watch final : public fingerprint::FingerprintWatcher {
   public:
     Watch(Run& run, const fingerprint::FingerprintPlan& plan, const std::string& label)
         : run_(run), plan_(plan), label_(label) {}
-    void subchain_closed(std::size_t done, std::size_t, double part) override {
-        run_.progress().show_part(done, part);
-    }
+    void subchain_closed(std::size_t done, std::size_t, double part) override { run_.progress().show_part(done, part); }
     void closure_begins() override { stop_if_interrupted(); }
     void every_subchain_begins(double work) override {
         const double seconds =
@@ -98,8 +94,7 @@ class Watch final : public fingerprint::FingerprintWatcher {
         if (seconds < long_work) return;
         run_.progress().clear();
         std::cerr << "loopwise: note: " << label_ << ": closing every subchain takes some "
-                  << std::llround(std::max(1.0, seconds / seconds_per_hour))
-                  << " h; it is far less without --full\n";
+                  << std::llround(std::max(1.0, seconds / seconds_per_hour)) << " h; it is far less without --full\n";
         run_.begin(label_);
     }
 
@@ -121,13 +116,11 @@ class FingerprintRun {
 
     int all_files() {
         return run_.each_chain([&](const polymer::Molecule& molecule, const polymer::NamedChain& chain) {
-            if (polymer::is_ring(chain))
-                throw std::runtime_error("is a ring; only open chains have a fingerprint");
+            if (polymer::is_ring(chain)) throw std::runtime_error("is a ring; only open chains have a fingerprint");
             const std::string label = label_of(molecule, chain);
             run_.begin(label);
             Watch watch(run_, plan_, label);
-            fingerprint::ChainFingerprint of =
-                fingerprint::fingerprint_of(molecule.file, chain, plan_, watch);
+            fingerprint::ChainFingerprint of = fingerprint::fingerprint_of(molecule.file, chain, plan_, watch);
             of.model = molecule.model;
             const std::vector<fingerprint::KnotPlace> places = places_shown(of, given_.least_share);
             run_.add(FingerprintEntry(of, places, given_.least_share));
@@ -136,8 +129,8 @@ class FingerprintRun {
     }
 
   private:
-    void write_files(const fingerprint::ChainFingerprint& of,
-                     const std::vector<fingerprint::KnotPlace>& places, const Chain& beads, Watch& watch) {
+    void write_files(const fingerprint::ChainFingerprint& of, const std::vector<fingerprint::KnotPlace>& places,
+                     const Chain& beads, Watch& watch) {
         run_.write(given_.matrix, [&] { return matrix_csv(of); });
         run_.write(given_.svg, [&] { return draw::matrix_svg(draw::picture_of(of, places)); });
         run_.write(given_.html, [&] { return page(of, places, beads, watch); });
@@ -145,8 +138,8 @@ class FingerprintRun {
         run_.write(given_.chimerax, [&] { return draw::chimerax_script(of, places); });
     }
 
-    std::string page(const fingerprint::ChainFingerprint& of,
-                     const std::vector<fingerprint::KnotPlace>& places, const Chain& beads, Watch& watch) {
+    std::string page(const fingerprint::ChainFingerprint& of, const std::vector<fingerprint::KnotPlace>& places,
+                     const Chain& beads, Watch& watch) {
         run_.begin("closures for " + given_.html);
         return draw::fingerprint_page(
             of, places, beads,

@@ -72,9 +72,8 @@ int run(const Arguments& given) {
 Action declare_knot(CommandLine& line) {
     const auto given = std::make_shared<Arguments>();
     declare_inputs(line, *given);
-    line.number<std::size_t>(
-        {"--open", "0..399", "Close every chain by moving both ends out along this direction"},
-        {0, survey::Method::standard()->most_closures - 1}, given->open);
+    line.number<std::size_t>({"--open", "0..399", "Close every chain by moving both ends out along this direction"},
+                             {0, survey::Method::standard()->most_closures - 1}, given->open);
     line.flag("--link", given->link, "Also say how the chains of a file are linked");
     line.footer(footer);
     return [given] { return run(*given); };

@@ -13,8 +13,8 @@ std::string defaults_of(const survey::MethodRow& row, bool with_structures) {
     if (is(survey::Method::standard())) add("default");
     if (row.takes_scale()) add("--scale " + words::general(row.default_scale));
     if (with_structures && row.random)
-        add(std::string("--structure: ") + (is(survey::Method::standard(true)) ? "default, " : "") +
-            "up to " + std::to_string(row.most_components) + " chains");
+        add(std::string("--structure: ") + (is(survey::Method::standard(true)) ? "default, " : "") + "up to " +
+            std::to_string(row.most_components) + " chains");
     return text.empty() ? "" : text + ')';
 }
 
@@ -27,9 +27,8 @@ void declare_method(CommandLine& line, MethodOptions& into, const char* default_
         if (!into.scale || !survey::is_scale(*into.scale))
             refuse_usage("--scale: expected a number above 1, up to 1000000, not '" + text + "'");
     });
-    line.number<std::uint64_t>(
-        {"--seed", "N", std::string("Seed of a random method (default: ") + default_seed + ")"},
-        {0, UINT64_MAX}, into.seed);
+    line.number<std::uint64_t>({"--seed", "N", std::string("Seed of a random method (default: ") + default_seed + ")"},
+                               {0, UINT64_MAX}, into.seed);
 }
 
 std::string methods_help(bool with_structures) {

@@ -16,17 +16,13 @@ class Run {
     /// Calls body(molecule, chain) for every chain, cut and with the notes about the file.
     int each_chain(const std::function<void(const polymer::Molecule&, polymer::NamedChain&)>& body);
 
-    template <class Work> void attempt(const std::string& what, const Work& work) {
-        errors_.attempt(what, work);
-    }
+    template <class Work> void attempt(const std::string& what, const Work& work) { errors_.attempt(what, work); }
     void add(const Entry& entry);
     /// Writes a file that is not asked for where the path is empty; `text` makes its text.
     void write(const std::string& path, const std::function<std::string()>& text);
     void fail() { errors_.fail(); }
     int exit_status() { return errors_.exit_status(); }
-    void begin(const std::string& label, std::size_t closures = 0) {
-        progress_.begin(label, number_, closures);
-    }
+    void begin(const std::string& label, std::size_t closures = 0) { progress_.begin(label, number_, closures); }
     Progress& progress() { return progress_; }
 
   private:

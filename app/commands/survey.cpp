@@ -43,18 +43,16 @@ void declare(CommandLine& line, Arguments& into) {
     declare_method(line, into, "from the clock, reported");
     const survey::Method random = survey::Method::standard(true);
     line.number<std::size_t>(
-        {"--count", "N",
-         "Closures of a random method (default " + std::to_string(random->default_closures) + ")"},
+        {"--count", "N", "Closures of a random method (default " + std::to_string(random->default_closures) + ")"},
         {1, random->most_closures}, into.count);
     declare_inputs(line, into);
     line.flag("--closed", into.closed, "Every chain is a ring: reduce it as it is");
     line.flag("--structure", into.structure, "Close and reduce all chains of a file together");
     declare_threads(line, into.threads);
     line.text({"--svg", "FILE", "Draw the first chain or structure to this file"}, into.svg);
-    line.text({"--html", "FILE", "Write a page with the first chain in three dimensions, for a browser"},
-              into.html);
-    line.number<int>({"--view", "0..59", "Look along this direction (default: a clear one)"},
-                     {0, draw::views - 1}, into.view);
+    line.text({"--html", "FILE", "Write a page with the first chain in three dimensions, for a browser"}, into.html);
+    line.number<int>({"--view", "0..59", "Look along this direction (default: a clear one)"}, {0, draw::views - 1},
+                     into.view);
     line.needs("--view", "--svg");
     line.text({"--each", "FILE", "Write a row of CSV for every closure to this file"}, into.each);
     line.flag("--no-knots", into.no_knots, "Only count the beads left; do not name the knots");
@@ -72,8 +70,8 @@ survey::Plan plan_of(const Arguments& given) {
     const survey::Method method = given.closed ? survey::Method::ring() : method_of(given, given.structure);
     const std::string name = method->name;
     if (given.structure && method->most_components == 0)
-        refuse_usage("--method " + name + " closes single chains: use " +
-                     survey::Method::standard(true)->name + " with --structure");
+        refuse_usage("--method " + name + " closes single chains: use " + survey::Method::standard(true)->name +
+                     " with --structure");
     if (given.structure && !given.html.empty()) refuse_usage("--html shows single chains, not a structure");
     if (given.count && !method->random)
         refuse_usage("--count: method " + name + " is not random and has a fixed number of closures");

@@ -13,8 +13,7 @@ void EachClosure::closure_counted(const survey::ClosureResult& made) {
     for (std::size_t i = 0; i < made.reduced.size(); ++i)
         out_ << words::csv_row({molecule_->file, molecule_->model, molecule_->chains[i].name,
                                 std::to_string(made.closure), std::to_string(made.reduced[i].beads.size()),
-                                named ? text(made.knots[i]) : "",
-                                named ? words::yes_or_no(made.knots[i].proven) : ""});
+                                named ? text(made.knots[i]) : "", named ? words::yes_or_no(made.knots[i].proven) : ""});
     next_.closure_counted(made);
 }
 

@@ -28,8 +28,7 @@ Json json_of(const KnotPlace& place, const fingerprint::ChainFingerprint& of) {
     json["share"] = place.share;
     json["greatest_share"] = place.greatest_share;
     const auto& core = place.core;
-    json["core"] =
-        core ? Json{residue_json(of.residues[core->first]), residue_json(of.residues[core->last])} : Json();
+    json["core"] = core ? Json{residue_json(of.residues[core->first]), residue_json(of.residues[core->last])} : Json();
     json["tails"] = core ? Json(fingerprint::tails_of(*core, of.matrix.beads())) : Json();
     json["core_within"] = core ? Json(place.core_within) : Json();
     json["slipknot"] = place.slipknot;
@@ -46,19 +45,17 @@ Head fingerprint_head(std::size_t closures, double least_share) {
                 head["least_share"] = least_share;
             },
             {"file", "model", "chain", "residues", "gaps", "chain_knot", "chain_share", "knot", "share",
-             "greatest_share", "core_first", "core_last", "tail_before", "tail_after", "slipknot",
-             "core_within", "borders_within", "chain_proven", "proven"}};
+             "greatest_share", "core_first", "core_last", "tail_before", "tail_after", "slipknot", "core_within",
+             "borders_within", "chain_proven", "proven"}};
 }
 
 std::string FingerprintEntry::text() const {
     std::string text = '\n' + of_.file + (of_.model.empty() ? "" : ", model " + of_.model) +
-                       (of_.chain.empty() ? "" : " chain " + of_.chain) + ": " +
-                       counted(of_.matrix.beads(), "bead") + ", " + words::number_of_gaps(of_.bonds) +
-                       (of_.bonds.gaps.empty() ? "" : ": ") +
+                       (of_.chain.empty() ? "" : " chain " + of_.chain) + ": " + counted(of_.matrix.beads(), "bead") +
+                       ", " + words::number_of_gaps(of_.bonds) + (of_.bonds.gaps.empty() ? "" : ": ") +
                        words::bonds_text(of_.bonds.gaps, of_.residues, ", ") + '\n';
     for (const std::string& note : of_.notes) text += "  note: " + note + '\n';
-    text += "  whole chain: " + short_text(of_.knot, longest_knot) + " in " + percent(of_.share) +
-            " of its closures" +
+    text += "  whole chain: " + short_text(of_.knot, longest_knot) + " in " + percent(of_.share) + " of its closures" +
             (of_.matrix.beads() < fingerprint::fewest_knotted ? " (too short for a knot)\n" : "\n");
     const std::string warning = words::gap_warning(of_.bonds);
     if (!warning.empty()) text += "  " + warning + '\n';
@@ -66,12 +63,9 @@ std::string FingerprintEntry::text() const {
         text += "  depth: the knot stays when up to " + std::to_string((*of_.depth)[0]) +
                 " beads are taken off the front, or " + std::to_string((*of_.depth)[1]) + " off the back" +
                 within(std::max(of_.depth_within[0], of_.depth_within[1])) + '\n';
-    text += places_.empty() ? "  no subchain has a knot in " + percent(least_share_) + " of its closures\n"
-                            : table();
-    text +=
-        "  " + counted(of_.tested, "subchain") + " closed, " +
-        (of_.step == 1 ? "every one" : "on a grid of " + std::to_string(of_.step) + ", refined at borders") +
-        '\n';
+    text += places_.empty() ? "  no subchain has a knot in " + percent(least_share_) + " of its closures\n" : table();
+    text += "  " + counted(of_.tested, "subchain") + " closed, " +
+            (of_.step == 1 ? "every one" : "on a grid of " + std::to_string(of_.step) + ", refined at borders") + '\n';
     if (of_.borders_within > 1)
         text += "  other borders are followed" + within(of_.borders_within).substr(1) +
                 " only; --step N follows all to the residue, and takes longer\n";
@@ -90,10 +84,9 @@ std::string FingerprintEntry::table() const {
                 words::right(percent(place.greatest_share), 10) + "  ";
         if (place.core) {
             const auto [before, after] = fingerprint::tails_of(*place.core, of_.matrix.beads());
-            text += words::left(words::range(of_.residues[place.core->first], of_.residues[place.core->last]),
-                                14) +
-                    words::right(std::to_string(place.core->size()), 8) + "  " + std::to_string(before) +
-                    " and " + std::to_string(after);
+            text += words::left(words::range(of_.residues[place.core->first], of_.residues[place.core->last]), 14) +
+                    words::right(std::to_string(place.core->size()), 8) + "  " + std::to_string(before) + " and " +
+                    std::to_string(after);
         } else
             text += "none with one half";
         text += within(place.core_within) + (place.slipknot ? ", slipknot\n" : "\n");
@@ -143,9 +136,9 @@ std::vector<Row> FingerprintEntry::rows() const {
                     std::to_string(before), std::to_string(after)};
             core_within = {std::to_string(place.core_within)};
         }
-        add({knots::text(place.knot), fixed(place.share, digits_of_share),
-             fixed(place.greatest_share, digits_of_share), core[0], core[1], core[2], core[3],
-             yes_or_no(place.slipknot), core_within[0], borders, proven, yes_or_no(place.knot.proven)});
+        add({knots::text(place.knot), fixed(place.share, digits_of_share), fixed(place.greatest_share, digits_of_share),
+             core[0], core[1], core[2], core[3], yes_or_no(place.slipknot), core_within[0], borders, proven,
+             yes_or_no(place.knot.proven)});
     }
     return rows;
 }

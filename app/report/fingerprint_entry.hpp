@@ -11,8 +11,8 @@ Head fingerprint_head(std::size_t closures, double least_share);
 class FingerprintEntry final : public Entry {
   public:
     /// Both must outlive the entry: the fingerprint, and those of its places that are reported.
-    FingerprintEntry(const fingerprint::ChainFingerprint& of,
-                     const std::vector<fingerprint::KnotPlace>& places, double least_share)
+    FingerprintEntry(const fingerprint::ChainFingerprint& of, const std::vector<fingerprint::KnotPlace>& places,
+                     double least_share)
         : of_(of), places_(places), least_share_(least_share) {}
 
     std::string text() const override;

@@ -78,8 +78,7 @@ std::vector<Row> PolygonEntry::rows() const {
 std::string LinkEntry::text() const {
     const auto& chains = molecule.chains;
     std::string all;
-    if (name)
-        all = text_of(label_of(molecule) + ": chains " + chains[0].name + " and " + chains[1].name, *name);
+    if (name) all = text_of(label_of(molecule) + ": chains " + chains[0].name + " and " + chains[1].name, *name);
     for (const auto& [one, other, linking] : pairs)
         all += "  linking number of " + chains[one].name + " and " + chains[other].name + ": " +
                std::to_string(linking) + '\n';

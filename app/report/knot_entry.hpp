@@ -13,8 +13,7 @@ Head knot_head();
 
 /// A polygon by itself.
 struct PolygonEntry final : Entry {
-    PolygonEntry(const polymer::Molecule& of, const polymer::NamedChain& named)
-        : molecule(of), chain(named) {}
+    PolygonEntry(const polymer::Molecule& of, const polymer::NamedChain& named) : molecule(of), chain(named) {}
 
     const polymer::Molecule& molecule;
     const polymer::NamedChain& chain;

@@ -37,8 +37,7 @@ std::string introduction(const ComponentTally& tally, bool together) {
     if (together || !tally.name.empty()) text += " chain " + name_in_text(tally);
     text += ": " + counted(tally.beads, "bead") + ", " + words::number_of_gaps(tally.bonds) + '\n';
     if (const std::size_t gaps = tally.bonds.gaps.size(); gaps > 0)
-        text += (gaps == 1 ? "  gap: " : "  gaps: ") +
-                words::bonds_text(tally.bonds.gaps, tally.residues, ", ") + '\n';
+        text += (gaps == 1 ? "  gap: " : "  gaps: ") + words::bonds_text(tally.bonds.gaps, tally.residues, ", ") + '\n';
     return text + short_bonds_text(tally, true) + short_bonds_text(tally, false);
 }
 
@@ -52,16 +51,15 @@ std::string notes_text(const std::vector<std::string>& notes) {
 std::string knots_text(const Tally& tally, std::size_t closures) {
     if (tally.knots.empty()) return "";
     const KnotCount& most = tally.knots.front();
-    std::string text = "  " + short_text(most.knot, longest_knot) + " in " +
-                       percent(most.closures, closures) + " of " + counted(closures, "closure") + '\n';
+    std::string text = "  " + short_text(most.knot, longest_knot) + " in " + percent(most.closures, closures) + " of " +
+                       counted(closures, "closure") + '\n';
     if (tally.knots.size() == 1) return text;
     std::vector<std::string> names{"knot"};
     for (const KnotCount& count : tally.knots) names.push_back(short_text(count.knot, widest_knot_column));
     const std::size_t width = words::widest(names, 14);
     text += "  " + words::left(names.front(), width) + " closures\n";
     for (std::size_t i = 0; i < tally.knots.size(); ++i)
-        text += "  " + words::left(names[i + 1], width) +
-                words::right(std::to_string(tally.knots[i].closures), 9) +
+        text += "  " + words::left(names[i + 1], width) + words::right(std::to_string(tally.knots[i].closures), 9) +
                 words::right(percent(tally.knots[i].closures, closures), 9) + '\n';
     return text;
 }
@@ -75,8 +73,8 @@ std::string linking_text(const survey::Result& result) {
         for (const auto& [number, closures] : pair.numbers)
             numbers.push_back(std::to_string(number) + " in " + std::to_string(closures));
         text += "  chains " + name_in_text(result.components[pair.one]) + " and " +
-                name_in_text(result.components[pair.other]) +
-                ", linking number: " + words::joined(numbers, ", ") + '\n';
+                name_in_text(result.components[pair.other]) + ", linking number: " + words::joined(numbers, ", ") +
+                '\n';
     }
     return text;
 }
@@ -105,8 +103,8 @@ std::string component_text(const ComponentTally& tally, std::size_t closures, bo
     if (!warning.empty()) text += "  " + warning + '\n';
     text += left_text(tally, closures);
     if (tally.smallest)
-        text += "  fewest beads left above three: " + std::to_string(tally.smallest->loop.beads.size()) +
-                ", closure " + std::to_string(tally.smallest->closure) + ": " + labels_of(tally) + '\n';
+        text += "  fewest beads left above three: " + std::to_string(tally.smallest->loop.beads.size()) + ", closure " +
+                std::to_string(tally.smallest->closure) + ": " + labels_of(tally) + '\n';
     return text;
 }
 
@@ -131,10 +129,8 @@ Json json_of(const std::vector<KnotCount>& knots, std::size_t closures) {
 
 Json json_of(const survey::Result& result, const PairTally& pair) {
     Json numbers = Json::array();
-    for (const auto& [number, closures] : pair.numbers)
-        numbers.push_back({{"number", number}, {"closures", closures}});
-    return {{"chains", {result.components[pair.one].name, result.components[pair.other].name}},
-            {"linking", numbers}};
+    for (const auto& [number, closures] : pair.numbers) numbers.push_back({{"number", number}, {"closures", closures}});
+    return {{"chains", {result.components[pair.one].name, result.components[pair.other].name}}, {"linking", numbers}};
 }
 
 Json fewest_left_of(const ComponentTally& tally) {
@@ -176,8 +172,7 @@ Row knot_fields(const Tally& tally, std::size_t closures) {
     if (tally.knots.empty()) return {"", "", "", ""};
     const KnotCount& first = tally.knots.front();
     std::vector<std::string> all;
-    for (const KnotCount& count : tally.knots)
-        all.push_back(text(count.knot) + ':' + std::to_string(count.closures));
+    for (const KnotCount& count : tally.knots) all.push_back(text(count.knot) + ':' + std::to_string(count.closures));
     return {text(first.knot), std::to_string(first.closures),
             words::general(static_cast<double>(first.closures) / static_cast<double>(closures)),
             words::joined(all, between)};
@@ -188,8 +183,7 @@ Row row_of(const survey::Result& result, const char* part, const Tally& tally, c
     const survey::Plan& plan = result.plan;
     Row row{result.file, result.model, part, tally.name, std::to_string(tally.beads)};
     const auto add = [&](const Row& fields) { row.insert(row.end(), fields.begin(), fields.end()); };
-    add(chain ? Row{words::bonds_text(chain->bonds.gaps, chain->residues, " "),
-                    std::to_string(chain->bonds.missing())}
+    add(chain ? Row{words::bonds_text(chain->bonds.gaps, chain->residues, " "), std::to_string(chain->bonds.missing())}
               : Row{"", ""});
     add({plan.method->name, plan.method->takes_scale() ? words::general(plan.scale) : "",
          plan.method->random ? std::to_string(plan.seed) : "", std::to_string(plan.closures),
@@ -204,8 +198,7 @@ Row row_of(const survey::Result& result, const char* part, const Tally& tally, c
              labels_of(*chain), places_of(chain->smallest->loop.beads)});
     else
         add({"", "", "", ""});
-    add({words::joined(notes, between),
-         tally.knots.empty() ? "" : words::yes_or_no(tally.knots.front().knot.proven)});
+    add({words::joined(notes, between), tally.knots.empty() ? "" : words::yes_or_no(tally.knots.front().knot.proven)});
     return row;
 }
 
@@ -214,9 +207,8 @@ Row row_of(const survey::Result& result, const char* part, const Tally& tally, c
 Head survey_head(const survey::Plan& plan) {
     const survey::Method method = plan.method;
     return {"survey",
-            counted(plan.closures, "closure") + " of each " + (plan.together ? "structure" : "chain") +
-                ", method " + method->name +
-                (method->takes_scale() ? ", scale " + words::general(plan.scale) : "") +
+            counted(plan.closures, "closure") + " of each " + (plan.together ? "structure" : "chain") + ", method " +
+                method->name + (method->takes_scale() ? ", scale " + words::general(plan.scale) : "") +
                 (method->random ? ", seed " + std::to_string(plan.seed) : "") + '\n',
             [plan](Json& head) {
                 head["method"] = plan.method->name;
@@ -240,8 +232,7 @@ std::string SurveyEntry::text() const {
     for (const ComponentTally& tally : result_.components) text += notes_text(tally.notes);
     if (!result_.plan.method->closes)
         text += std::string("  reduced as ") +
-                (result_.components.size() == 1 ? "the ring it is" : "the rings they are") +
-                ", without a closure\n";
+                (result_.components.size() == 1 ? "the ring it is" : "the rings they are") + ", without a closure\n";
     if (result_.failed > 0)
         text += "  failed to close: " + std::to_string(result_.failed) + " of " +
                 std::to_string(result_.plan.closures) + '\n';
@@ -266,8 +257,7 @@ Json SurveyEntry::json() const {
         entry["down_to_three"] = result_.whole.fully_reduced;
         entry["left"] = json_of(result_.whole.left);
     }
-    for (const ComponentTally& tally : result_.components)
-        entry["chains"].push_back(json_of(tally, result_.counted()));
+    for (const ComponentTally& tally : result_.components) entry["chains"].push_back(json_of(tally, result_.counted()));
     return entry;
 }
 

@@ -33,8 +33,7 @@ Json chain_data(const std::vector<polymer::ResidueId>& residues, const Chain& be
     Json colours = Json::array();
     for (std::size_t i = 0; i < colours_along; ++i)
         colours.push_back(colour_along(static_cast<double>(i) / (colours_along - 1)));
-    return {
-        {"labels", polymer::texts_of(residues)}, {"beads", positions(beads)}, {"along", std::move(colours)}};
+    return {{"labels", polymer::texts_of(residues)}, {"beads", positions(beads)}, {"along", std::move(colours)}};
 }
 
 Json json_of(const fingerprint::TypicalClosure& typical, const fingerprint::ChainFingerprint& of) {
@@ -43,8 +42,7 @@ Json json_of(const fingerprint::TypicalClosure& typical, const fingerprint::Chai
             {"last", typical.subchain.last},
             {"far", positions(typical.closing)},
             {"kept", typical.left},
-            {"words",
-             text(of.knots[cell.knot]) + " in " + percent(of.share_of(cell.closures)) + " of its closures"},
+            {"words", text(of.knots[cell.knot]) + " in " + percent(of.share_of(cell.closures)) + " of its closures"},
             {"closure", "The closure in direction " + std::to_string(typical.row)},
             {"knot", text(typical.knot)}};
 }
@@ -73,9 +71,8 @@ Json row_of(const fingerprint::KnotPlace& place, const fingerprint::ChainFingerp
         const auto [before, after] = fingerprint::tails_of(*place.core, of.matrix.beads());
         core = of.residues[place.core->first].text() + " to " + of.residues[place.core->last].text();
         tails = std::to_string(before) + " and " + std::to_string(after);
-        const auto of_core = std::find_if(closures.begin(), closures.end(), [&](const auto& closure) {
-            return closure.subchain == *place.core;
-        });
+        const auto of_core = std::find_if(closures.begin(), closures.end(),
+                                          [&](const auto& closure) { return closure.subchain == *place.core; });
         if (of_core != closures.end()) row["shown"] = of_core - closures.begin();
     }
     row["cells"] = {text(place.knot),
@@ -107,9 +104,8 @@ std::string page(const Json& data, const std::string& matrix) {
 
 } // namespace
 
-std::string fingerprint_page(const fingerprint::ChainFingerprint& of,
-                             const std::vector<fingerprint::KnotPlace>& places, const Chain& beads,
-                             const std::vector<fingerprint::TypicalClosure>& closures) {
+std::string fingerprint_page(const fingerprint::ChainFingerprint& of, const std::vector<fingerprint::KnotPlace>& places,
+                             const Chain& beads, const std::vector<fingerprint::TypicalClosure>& closures) {
     const MatrixPicture picture = picture_of(of, places);
     Json data = chain_data(of.residues, beads);
     data["title"] = picture.title;
@@ -119,8 +115,7 @@ std::string fingerprint_page(const fingerprint::ChainFingerprint& of,
     for (const fingerprint::KnotPlace& place : places) data["rows"].push_back(row_of(place, of, closures));
     data["plot"] = {{"left", svg_plot.left}, {"bottom", svg_plot.bottom}, {"side", svg_plot.side}};
     data["closures"] = Json::array();
-    for (const fingerprint::TypicalClosure& closure : closures)
-        data["closures"].push_back(json_of(closure, of));
+    for (const fingerprint::TypicalClosure& closure : closures) data["closures"].push_back(json_of(closure, of));
     return page(data, matrix_svg(picture, false));
 }
 
@@ -131,8 +126,7 @@ std::string survey_page(const survey::Result& result) {
     const Chain beads(closed.beads.begin(), closed.beads.begin() + static_cast<std::ptrdiff_t>(closed.own));
     Json data = chain_data(tally.residues, beads);
     data["title"] = words::title(result.file, tally.name);
-    data["about"] =
-        std::to_string(beads.size()) + " residues, " + std::to_string(result.counted()) + " closures";
+    data["about"] = std::to_string(beads.size()) + " residues, " + std::to_string(result.counted()) + " closures";
     data["columns"] = {"knot", "closures", "share"};
     data["rows"] = Json::array();
     for (const survey::KnotCount& count : tally.knots)

@@ -45,7 +45,8 @@ function solidView() {
   scene.add(lamp);
   const rod = new THREE.CylinderBufferGeometry(1, 1, 1, 10), ball = new THREE.SphereBufferGeometry(1, 18, 12);
   const materials = {};
-  const material = (colour) => materials[colour] || (materials[colour] = new THREE.MeshLambertMaterial({color: colour}));
+  const material = (colour) =>
+    materials[colour] || (materials[colour] = new THREE.MeshLambertMaterial({color: colour}));
   const vector = (p) => new THREE.Vector3(...p.map((v, k) => v - centre[k]));
   const up = new THREE.Vector3(0, 1, 0);
   return {
@@ -213,7 +214,8 @@ for (const cells of [data.columns, ...data.rows.map((row) => row.cells)]) {
   }
 }
 if (data.plot) {
-  for (const [key, value] of Object.entries({r: 10, fill: "none", stroke: INK, "stroke-width": 3})) mark.setAttribute(key, value);
+  const ring = {r: 10, fill: "none", stroke: INK, "stroke-width": 3};
+  for (const [key, value] of Object.entries(ring)) mark.setAttribute(key, value);
   matrix.append(mark);
   matrix.addEventListener("click", clickMatrix);
 } else byId("subchains").remove();

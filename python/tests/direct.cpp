@@ -25,9 +25,7 @@ namespace {
 class Output {
   public:
     explicit Output(const char* path) : file_(path, std::ios::binary) {}
-    template <class Number> void add(Number number) {
-        file_.write(reinterpret_cast<char*>(&number), sizeof number);
-    }
+    template <class Number> void add(Number number) { file_.write(reinterpret_cast<char*>(&number), sizeof number); }
     void add(const PointR3& p) { add(p.x), add(p.y), add(p.z); }
     void add(const std::string& text) { file_ << text; }
     void add(const Chain& chain) {
@@ -93,8 +91,7 @@ extern "C" void every_result(const double* xyz, std::size_t beads, const char* p
     const Chain chain = chain_of(xyz, beads);
     Structure structure = {chain_of(xyz, beads / 2), chain_of(xyz + beads / 2 * 3, beads - beads / 2)};
     out.add(CentreOfChain(chain)), out.add(RadiusOfChain(chain)), out.add(DiameterOfChain(chain));
-    out.add(DiameterOfStructure(structure)), out.add(maxIdComps(structure)),
-        out.add(IsEmptyStructure(structure));
+    out.add(DiameterOfStructure(structure)), out.add(maxIdComps(structure)), out.add(IsEmptyStructure(structure));
     predicates(chain, out);
     for (int row = 0; row < 60; ++row)
         for (const Edge& edge : project(chain, row, row % 2 == 0)) out.add(edge.start), out.add(edge.end);
@@ -132,8 +129,7 @@ extern "C" void every_result(const double* xyz, std::size_t beads, const char* p
     out.add(text(knot_of(chain).type));
     Watcher watcher;
     const Result result = survey(molecule_of(chain), plan_of(40, 1), watcher);
-    for (const KnotCount& count : result.components.front().knots)
-        out.add(text(count.knot)), out.add(count.closures);
+    for (const KnotCount& count : result.components.front().knots) out.add(text(count.knot)), out.add(count.closures);
     for (const auto& [left, closures] : result.whole.left) out.add(left), out.add(closures);
 }
 

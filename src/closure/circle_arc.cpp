@@ -43,8 +43,8 @@ struct SineCosine {
 /// determinant is not zero; nothing when there is none. The same pair serves every v.
 std::optional<SineCosine> sine_and_cosine(PointR3 v, const Basis& basis) {
     const auto& [e1, e2] = basis;
-    const auto solve = [size = length(v)](double vp, double vq, double e1p, double e1q, double e2p,
-                                          double e2q, double d) {
+    const auto solve = [size = length(v)](double vp, double vq, double e1p, double e1q, double e2p, double e2q,
+                                          double d) {
         const double alpha = (vp * e2q - e2p * vq) / d;
         const double beta = (e1p * vq - vp * e1q) / d;
         return SineCosine{beta / size, alpha / size};

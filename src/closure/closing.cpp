@@ -21,8 +21,7 @@ int UnusedRows::draw(const Draw& draw, int rows) {
 std::optional<PointR3> at_length(PointR3 direction, double wanted) {
     const double actual = length(direction);
     if (equal(actual, 0.0)) return std::nullopt;
-    return PointR3{direction.x * wanted / actual, direction.y * wanted / actual,
-                   direction.z * wanted / actual};
+    return PointR3{direction.x * wanted / actual, direction.y * wanted / actual, direction.z * wanted / actual};
 }
 
 ChainAtom atom_after(const ChainAtom& last, PointR3 point, std::uint32_t steps) {

@@ -30,13 +30,10 @@ Closing append_shifted_ends(Chain& chain, PointR3 direction, double distance) {
 Closing close_in_direction(Chain& chain, int row, double diameter) {
     if (chain.empty()) return Closing::nothing_to_close;
     if (row < 0 || row >= uniform_rows) return Closing::no_such_row;
-    return append_shifted_ends(chain, uniform_directions[static_cast<std::size_t>(row)],
-                               diameters * diameter);
+    return append_shifted_ends(chain, uniform_directions[static_cast<std::size_t>(row)], diameters * diameter);
 }
 
-Closing close_in_direction(Chain& chain, int row) {
-    return close_in_direction(chain, row, DiameterOfChain(chain));
-}
+Closing close_in_direction(Chain& chain, int row) { return close_in_direction(chain, row, DiameterOfChain(chain)); }
 
 Closing close_in_random_direction(Chain& chain, const Draw& draw) {
     if (chain.empty()) return Closing::nothing_to_close;
@@ -51,11 +48,9 @@ Closing close_in_random_directions(Structure& structure, const Draw& draw) {
     for (Chain& component : structure) {
         const auto row = static_cast<std::size_t>(rows.draw(draw, uniform_rows));
         // The atoms that earlier components got count.
-        if (append_shifted_ends(component, uniform_directions[row], diameters * diameter.value()) !=
-            Closing::closed)
+        if (append_shifted_ends(component, uniform_directions[row], diameters * diameter.value()) != Closing::closed)
             return Closing::no_direction;
-        for (const ChainAtom& atom : std::span(component).last(2))
-            diameter.include(position(atom), structure);
+        for (const ChainAtom& atom : std::span(component).last(2)) diameter.include(position(atom), structure);
     }
     return Closing::closed;
 }

@@ -17,18 +17,12 @@ constexpr int not_closed = -1;
 /// The message of a direction without length is the operation's own.
 int result_of(Closing closing, const char* without_direction = "") {
     switch (closing) {
-    case Closing::closed:
-        return closed;
-    case Closing::nothing_to_close:
-        std::clog << "[WARNING] You are trying to CLOSE an EMPTY chain.\n";
-        return closed;
-    case Closing::no_direction:
-        std::cerr << without_direction;
-        return not_closed;
+    case Closing::closed: return closed;
+    case Closing::nothing_to_close: std::clog << "[WARNING] You are trying to CLOSE an EMPTY chain.\n"; return closed;
+    case Closing::no_direction: std::cerr << without_direction; return not_closed;
     case Closing::no_such_row:
     case Closing::too_many_components:
-    case Closing::no_arc:
-        break;
+    case Closing::no_arc: break;
     }
     return not_closed;
 }
@@ -44,8 +38,8 @@ void FillFulerenData() {
     std::srand(static_cast<unsigned>(std::time(nullptr)));
 }
 
-std::vector<ChainAtom> GivePointsOnTheCircle(PointR3 startPoint, PointR3 endPoint, PointR3 centre,
-                                             double radius, int lastId) {
+std::vector<ChainAtom> GivePointsOnTheCircle(PointR3 startPoint, PointR3 endPoint, PointR3 centre, double radius,
+                                             int lastId) {
     Arc arc = circle_arc(startPoint, endPoint, centre, radius, lastId);
     if (arc.has_no_basis) std::clog << "PROBLEM with counting sinus and cosinus:(\n";
     return std::move(arc.atoms);

@@ -13,9 +13,9 @@ constexpr std::size_t fewest_atoms = 3;
 
 Closing close_with_radius(Chain& chain, double radius, std::int32_t last_id) {
     if (chain.size() < fewest_atoms) return Closing::no_arc;
-    return append_arc(chain, circle_arc(position(chain.back()), position(chain.front()), CentreOfChain(chain),
-                                        radius, last_id)
-                                 .atoms);
+    return append_arc(
+        chain,
+        circle_arc(position(chain.back()), position(chain.front()), CentreOfChain(chain), radius, last_id).atoms);
 }
 
 } // namespace
@@ -29,8 +29,7 @@ Closing close_outside(Structure& structure, double scale) {
     if (IsEmptyStructure(structure)) return Closing::nothing_to_close;
     const double radius = DiameterOfStructure(structure) * scale;
     for (Chain& component : structure)
-        if (close_with_radius(component, radius, maxIdComps(structure)) != Closing::closed)
-            return Closing::no_arc;
+        if (close_with_radius(component, radius, maxIdComps(structure)) != Closing::closed) return Closing::no_arc;
     return Closing::closed;
 }
 

@@ -9,8 +9,9 @@ bool cut(Chain& chain, int start, int end) {
     if (chain.empty()) return true;
     const auto [low, high] = std::minmax(chain.front().id, chain.back().id);
     const auto outside_chain = [low = low, high = high](int bound) { return bound < low || bound > high; };
-    const auto inside_range = [from = std::min(start, end), to = std::max(start, end)](
-                                  const ChainAtom& atom) { return from <= atom.id && atom.id <= to; };
+    const auto inside_range = [from = std::min(start, end), to = std::max(start, end)](const ChainAtom& atom) {
+        return from <= atom.id && atom.id <= to;
+    };
 
     const auto first = std::find_if(chain.begin(), chain.end(), inside_range);
     // Unordered identifiers can have an acceptable range that holds no atom; it would leave nothing.
@@ -27,9 +28,8 @@ using namespace loopwise::model;
 int CutChain(std::vector<ChainAtom>& chain, int start, int end) {
     if (cut(chain, start, end)) return 0;
     std::cerr << "Error while preparing components: You want to erase atoms which don't exist.\n";
-    std::clog << "One of components, chain[0].id: " << chain.front().id
-              << ", chain.back().id: " << chain.back().id << "; Your start: " << start << ", end: " << end
-              << "\n";
+    std::clog << "One of components, chain[0].id: " << chain.front().id << ", chain.back().id: " << chain.back().id
+              << "; Your start: " << start << ", end: " << end << "\n";
     std::clog << "We take whole sequence.\n";
     return 0;
 }

@@ -14,22 +14,22 @@ double farthest_square_plain(const Positions& positions, PointR3 point, double a
 }
 
 // A lane that is not a number is not greater and leaves the largest as it is, as in the plain version.
-#define LOOPWISE_FARTHEST_SQUARE(name, lanes, ...)                                                           \
-    __VA_ARGS__ double name(const Positions& positions, PointR3 point, double at_least) {                    \
-        using Doubles = double __attribute__((vector_size(8 * (lanes))));                                    \
-        Doubles largest = Doubles{} + at_least;                                                              \
-        for (std::size_t i = 0; i < positions.count; i += (lanes)) {                                         \
-            Doubles x, y, z;                                                                                 \
-            __builtin_memcpy(&x, positions.x + i, sizeof x);                                                 \
-            __builtin_memcpy(&y, positions.y + i, sizeof y);                                                 \
-            __builtin_memcpy(&z, positions.z + i, sizeof z);                                                 \
-            x -= point.x, y -= point.y, z -= point.z;                                                        \
-            const Doubles square = x * x + y * y + z * z;                                                    \
-            largest = square > largest ? square : largest;                                                   \
-        }                                                                                                    \
-        for (std::size_t i = 0; i < (lanes); ++i)                                                            \
-            if (largest[i] > at_least) at_least = largest[i];                                                \
-        return at_least;                                                                                     \
+#define LOOPWISE_FARTHEST_SQUARE(name, lanes, ...)                                                                     \
+    __VA_ARGS__ double name(const Positions& positions, PointR3 point, double at_least) {                              \
+        using Doubles = double __attribute__((vector_size(8 * (lanes))));                                              \
+        Doubles largest = Doubles{} + at_least;                                                                        \
+        for (std::size_t i = 0; i < positions.count; i += (lanes)) {                                                   \
+            Doubles x, y, z;                                                                                           \
+            __builtin_memcpy(&x, positions.x + i, sizeof x);                                                           \
+            __builtin_memcpy(&y, positions.y + i, sizeof y);                                                           \
+            __builtin_memcpy(&z, positions.z + i, sizeof z);                                                           \
+            x -= point.x, y -= point.y, z -= point.z;                                                                  \
+            const Doubles square = x * x + y * y + z * z;                                                              \
+            largest = square > largest ? square : largest;                                                             \
+        }                                                                                                              \
+        for (std::size_t i = 0; i < (lanes); ++i)                                                                      \
+            if (largest[i] > at_least) at_least = largest[i];                                                          \
+        return at_least;                                                                                               \
     }
 
 #if defined(__x86_64__)

@@ -31,6 +31,4 @@ double RadiusOfChain(const std::vector<ChainAtom>& chain) {
 
 double DiameterOfChain(const std::vector<ChainAtom>& chain) { return Diameter({&chain, 1}).value(); }
 
-double DiameterOfStructure(const std::vector<std::vector<ChainAtom>>& structure) {
-    return Diameter(structure).value();
-}
+double DiameterOfStructure(const std::vector<std::vector<ChainAtom>>& structure) { return Diameter(structure).value(); }

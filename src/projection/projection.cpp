@@ -27,8 +27,7 @@ std::int64_t whole_part(double coordinate) {
 std::vector<Edge> project(const Chain& chain, int direction_index, bool closed) {
     std::vector<Edge> edges;
     if (chain.size() < 2) return edges;
-    const auto row =
-        static_cast<std::size_t>(std::abs(std::int64_t{direction_index}) % closure::fullerene_rows);
+    const auto row = static_cast<std::size_t>(std::abs(std::int64_t{direction_index}) % closure::fullerene_rows);
     const PointR3 direction = fullerene_directions[row];
 
     edges.reserve(chain.size());

@@ -70,8 +70,7 @@ template <class Id> class BlockerSearch {
     static constexpr std::size_t most_without_runs = 6;
 
     bool is_small(const GapBuffer<Id>& own) const {
-        return components_.size() == 1 &&
-               own.count() <= (is_placed_ ? most_unfiltered_later : most_unfiltered);
+        return components_.size() == 1 && own.count() <= (is_placed_ ? most_unfiltered_later : most_unfiltered);
     }
 
     /// Tries all segments of a small chain, or the first ones of a longer chain.
@@ -97,13 +96,11 @@ template <class Id> class BlockerSearch {
     }
 
     /// Begins with the left part: its blockers last longest, since the next removals are on the right.
-    [[gnu::noinline]] Id find_in_slots(const GapBuffer<Id>& own, const Triangle& triangle,
-                                       const Filter& filter) const {
+    [[gnu::noinline]] Id find_in_slots(const GapBuffer<Id>& own, const Triangle& triangle, const Filter& filter) const {
         Id found = unknown;
         const auto find_within = [&](const GapBuffer<Id>& beads, std::size_t begin, std::size_t end) {
-            const std::size_t slot =
-                find_met(kernels_.find_candidates, filter, own.positions(), begin, end,
-                         [&](std::size_t candidate) { return beads.meets(triangle, candidate); });
+            const std::size_t slot = find_met(kernels_.find_candidates, filter, own.positions(), begin, end,
+                                              [&](std::size_t candidate) { return beads.meets(triangle, candidate); });
             if (slot < end) found = beads.bead(slot);
             return slot < end;
         };

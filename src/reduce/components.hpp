@@ -23,7 +23,6 @@ template <class Id> void eliminate(Component& component, const Slots<Id>& slots,
 /// Sizes for a stack of 64 KiB, of which the calls around them need a part.
 using ShortChainSlots = StackSlots<std::uint16_t, 3456>;
 using LongChainSlots = StackSlots<std::uint32_t, 2560>;
-static_assert(sizeof(ShortChainSlots) < 58 * 1024 &&
-              sizeof(LongChainSlots) + sizeof(OverflowPart) < 58 * 1024);
+static_assert(sizeof(ShortChainSlots) < 58 * 1024 && sizeof(LongChainSlots) + sizeof(OverflowPart) < 58 * 1024);
 
 } // namespace loopwise::reduce

@@ -15,19 +15,13 @@ struct Vector {
     float x, y, z;
 };
 
-Vector narrow(PointR3 v) {
-    return {static_cast<float>(v.x), static_cast<float>(v.y), static_cast<float>(v.z)};
-}
-Vector cross(Vector a, Vector b) {
-    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
-}
+Vector narrow(PointR3 v) { return {static_cast<float>(v.x), static_cast<float>(v.y), static_cast<float>(v.z)}; }
+Vector cross(Vector a, Vector b) { return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x}; }
 float dot(Vector a, Vector b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
 float sum_of_sizes(Vector v) { return std::fabs(v.x) + std::fabs(v.y) + std::fabs(v.z); }
 
 /// The function that is 0 at the origin and grows along the gradient.
-Affine affine(Vector gradient, Vector origin) {
-    return {gradient.x, gradient.y, gradient.z, -dot(gradient, origin)};
-}
+Affine affine(Vector gradient, Vector origin) { return {gradient.x, gradient.y, gradient.z, -dot(gradient, origin)}; }
 
 } // namespace
 
@@ -77,8 +71,7 @@ Filter filter_of(const Triangle& triangle, const Frame& frame) {
     const PointR3 db = triangle.t1 - triangle.t0, dc = triangle.t2 - triangle.t0;
     const PointR3 b2{db.x * frame.scale, db.y * frame.scale, db.z * frame.scale};
     const PointR3 c2{dc.x * frame.scale, dc.y * frame.scale, dc.z * frame.scale};
-    const Vector n =
-        narrow({b2.y * c2.z - b2.z * c2.y, b2.z * c2.x - b2.x * c2.z, b2.x * c2.y - b2.y * c2.x});
+    const Vector n = narrow({b2.y * c2.z - b2.z * c2.y, b2.z * c2.x - b2.x * c2.z, b2.x * c2.y - b2.y * c2.x});
     const Vector b = narrow(b2), c = narrow(c2), origin = narrow(t0);
 
     const float n_size = sum_of_sizes(n), b_size = sum_of_sizes(b), c_size = sum_of_sizes(c);
@@ -107,8 +100,7 @@ Filter filter_of(const Triangle& triangle, const Frame& frame) {
 // hold the point.
 BoxFilter::BoxFilter(const Filter& f, const Triangle& in_frame)
     : Filter(f), along_both{along_b.x + along_c.x, along_b.y + along_c.y, along_b.z + along_c.z, 0},
-      slab_u(squared * side_factor + slab_margin * n_size * c_size),
-      slab_w(slab_u + slab_margin * n_size * b_size) {
+      slab_u(squared * side_factor + slab_margin * n_size * c_size), slab_w(slab_u + slab_margin * n_size * b_size) {
     const auto [a, b, c] = in_frame;
     const std::array<std::array<double, 3>, 3> axes{{{a.x, b.x, c.x}, {a.y, b.y, c.y}, {a.z, b.z, c.z}}};
     for (std::size_t axis = 0; axis < 3; ++axis) {
@@ -125,8 +117,7 @@ BoxFilter::BoxFilter(const Filter& f, const Triangle& in_frame)
 float most_parallel(const Filter& filter, float shortest) {
     constexpr float of_t = 1.4e-9F, of_u_and_v = 5e-9F, of_rounding = 8 * e;
     const float area = filter.b_size * filter.c_size;
-    return of_t * area / shortest + of_u_and_v * (filter.b_size + filter.c_size + area) +
-           of_rounding * filter.n_size;
+    return of_t * area / shortest + of_u_and_v * (filter.b_size + filter.c_size + area) + of_rounding * filter.n_size;
 }
 
 } // namespace loopwise::reduce

@@ -51,14 +51,11 @@ template <class Set> class FilterKernels : Set {
     }
     /// A number in all lanes. Adding 0 instead would turn -0 into 0.
     static Floats all(float x) { return x - Floats{}; }
-    static Floats size(Floats v) {
-        return reinterpret_cast<Floats>(reinterpret_cast<Ints>(v) & (Ints{} + 0x7FFFFFFF));
-    }
+    static Floats size(Floats v) { return reinterpret_cast<Floats>(reinterpret_cast<Ints>(v) & (Ints{} + 0x7FFFFFFF)); }
     /// Flips the sign in lanes where another number is negative.
     static Floats signed_by(Floats v, Floats sign) {
         const Ints only_sign = Ints{} + std::numeric_limits<std::int32_t>::min();
-        return reinterpret_cast<Floats>(reinterpret_cast<Ints>(v) ^
-                                        (reinterpret_cast<Ints>(sign) & only_sign));
+        return reinterpret_cast<Floats>(reinterpret_cast<Ints>(v) ^ (reinterpret_cast<Ints>(sign) & only_sign));
     }
 
     struct Points {
@@ -87,8 +84,8 @@ template <class Set> class FilterKernels : Set {
     }
 
     /// The lanes that are not out of reach by the coordinates u, v and u + v.
-    static std::uint32_t within_edges(const Filter& f, const Points& start, const Points& end, Floats h0,
-                                      Floats h1, Floats q0, Floats q1) {
+    static std::uint32_t within_edges(const Filter& f, const Points& start, const Points& end, Floats h0, Floats h1,
+                                      Floats q0, Floats q1) {
         const Floats rise = h1 - h0, drop = size(rise);
         const Floats p0 = value(f.along_b, start), p1 = value(f.along_b, end);
         const Floats u = signed_by(multiply_add(p0, h1, -(p1 * h0)), rise);
@@ -127,12 +124,10 @@ template <class Set> class FilterKernels : Set {
 
     /// `lanes_of` returns which lanes of a group, from a given one on, are candidates.
     template <auto lanes_of, class What, class Group>
-    static Candidates find_in_groups(const What& what, const Group* groups, std::size_t begin,
-                                     std::size_t end) {
+    static Candidates find_in_groups(const What& what, const Group* groups, std::size_t begin, std::size_t end) {
         for (; begin < end; ++begin) {
             std::uint32_t found = 0;
-            for (std::size_t j = 0; j < group_size; j += lanes)
-                found |= lanes_of(what, groups[begin], j) << j;
+            for (std::size_t j = 0; j < group_size; j += lanes) found |= lanes_of(what, groups[begin], j) << j;
             if (found != 0) return {begin, found};
         }
         return {end, 0};
@@ -159,8 +154,7 @@ template <class Set> class FilterKernels : Set {
         const Floats spread = multiply_add(load(&box.dx[j]), size(all(f.x)), along_yz);
         return multiply_add(spread, all(side_factor), all(margin));
     }
-    static std::uint32_t apart(const BoxFilter& f, std::size_t axis, const float* sum,
-                               const float* difference) {
+    static std::uint32_t apart(const BoxFilter& f, std::size_t axis, const float* sum, const float* difference) {
         return greater(size(load(sum) - all(f.sum[axis])),
                        multiply_add(load(difference), all(side_factor), all(f.room[axis])));
     }
@@ -168,13 +162,11 @@ template <class Set> class FilterKernels : Set {
     /// As for segments: no sum of two heights in a box is nearer to zero, and no difference larger, than the
     /// box's.
     static std::uint32_t boxes_of(const BoxFilter& f, const BoxGroup& box, std::size_t j) {
-        const std::uint32_t close =
-            ~(apart(f, 0, &box.x[j], &box.dx[j]) | apart(f, 1, &box.y[j], &box.dy[j]) |
-              apart(f, 2, &box.z[j], &box.dz[j])) &
-            all_lanes;
+        const std::uint32_t close = ~(apart(f, 0, &box.x[j], &box.dx[j]) | apart(f, 1, &box.y[j], &box.dy[j]) |
+                                      apart(f, 2, &box.z[j], &box.dz[j])) &
+                                    all_lanes;
         if (close == 0) return 0;
-        const Floats h = middle(f.height, box, j), p = middle(f.along_b, box, j),
-                     q = middle(f.along_c, box, j);
+        const Floats h = middle(f.height, box, j), p = middle(f.along_b, box, j), q = middle(f.along_c, box, j);
         return ~(greater(size(h), reach(f.height, f.side, box, j)) |
                  greater(size(q - f.squared), reach(f.along_c, f.slab_v, box, j)) |
                  greater(size(p - f.squared), reach(f.along_b, f.slab_u, box, j)) |

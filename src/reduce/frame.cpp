@@ -24,8 +24,7 @@ void Extent::widen(std::span<const ChainAtom> atoms) {
 Frame Extent::frame() const {
     const double reach = std::max({x_.reach(), y_.reach(), z_.reach()});
     const bool in_range = reach > least_reach && reach < most_reach;
-    return {{x_.middle(), y_.middle(), z_.middle()},
-            in_range ? std::ldexp(1.0, -1 - std::ilogb(reach)) : 0.0};
+    return {{x_.middle(), y_.middle(), z_.middle()}, in_range ? std::ldexp(1.0, -1 - std::ilogb(reach)) : 0.0};
 }
 
 } // namespace loopwise::reduce

@@ -98,8 +98,7 @@ template <class Id> class GapBuffer {
     std::pair<Range, Range> apart_from_triangle() const {
         const std::size_t behind = end_ - right_, wrapped = behind < 2 ? 2 - behind : 0;
         const bool closing_touches = left_ - 1 == begin_ || !closed_;
-        return {{begin_ + wrapped, std::max(left_, std::size_t{2}) - 2},
-                {right_ + 2, end_ - closing_touches}};
+        return {{begin_ + wrapped, std::max(left_, std::size_t{2}) - 2}, {right_ + 2, end_ - closing_touches}};
     }
 
     /// Whether the segment that begins in a slot meets a triangle.
@@ -117,8 +116,7 @@ template <class Id> class GapBuffer {
     /// components must be placed in their order.
     void place(const Frame& frame, PutPositions put_positions) {
         frame_ = frame;
-        for (float* const row : {s_.x, s_.y, s_.z})
-            std::fill(row + begin_, row + end_ + 1 + position_padding, 0.0F);
+        for (float* const row : {s_.x, s_.y, s_.z}) std::fill(row + begin_, row + end_ + 1 + position_padding, 0.0F);
         if (begin_ == end_) return;
         if (count() == atoms_.size())
             put_positions(frame, atoms_, s_.x + begin_, s_.y + begin_, s_.z + begin_);
@@ -180,8 +178,7 @@ template <class Id> class GapBuffer {
         ChainAtom* to = atoms_.data();
         if (count() < atoms_.size())
             for (const auto& [from, end] : {std::pair{begin_, left_}, std::pair{right_, end_}})
-                for (std::size_t slot = from; slot < end; ++slot)
-                    *to++ = ChainAtom(atoms_[s_.bead[slot] - first_]);
+                for (std::size_t slot = from; slot < end; ++slot) *to++ = ChainAtom(atoms_[s_.bead[slot] - first_]);
         return count();
     }
 

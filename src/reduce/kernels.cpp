@@ -18,9 +18,7 @@ struct Plain : Lanes<4> {
         const Ints bits = (a > b) & Ints{1, 2, 4, 8};
         return static_cast<std::uint32_t>(bits[0] | bits[1] | bits[2] | bits[3]);
     }
-    static Floats following(Floats these, Floats next) {
-        return __builtin_shufflevector(these, next, 1, 2, 3, 4);
-    }
+    static Floats following(Floats these, Floats next) { return __builtin_shufflevector(these, next, 1, 2, 3, 4); }
     static void keep(Floats&) {}
 };
 constexpr Kernels plain_kernels = FilterKernels<Plain>::table();

@@ -57,12 +57,10 @@ using FindCandidates = Candidates (*)(const Filter& filter, const Positions3& po
 /// candidate whose determinant is not zero; a direction, if a segment along it may be parallel to the
 /// triangle.
 template <class What, class Group>
-using FindInGroups = Candidates (*)(const What& what, const Group* groups, std::size_t begin,
-                                    std::size_t end);
+using FindInGroups = Candidates (*)(const What& what, const Group* groups, std::size_t begin, std::size_t end);
 
 /// Computes the positions of atoms in a frame, a row for each coordinate.
-using PutPositions = void (*)(const Frame& frame, std::span<const ChainAtom> atoms, float* x, float* y,
-                              float* z);
+using PutPositions = void (*)(const Frame& frame, std::span<const ChainAtom> atoms, float* x, float* y, float* z);
 
 /// The kernels of an instruction set.
 struct Kernels {

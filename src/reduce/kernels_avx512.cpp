@@ -19,14 +19,13 @@ struct Avx512 : Lanes<16> {
     static std::uint32_t greater(Floats a, Floats b) { return _mm512_cmp_ps_mask(a, b, _CMP_GT_OQ); }
     /// For a plain shuffle GCC uses an instruction that needs a vector of indices and overwrites an operand.
     static Floats following(Floats these, Floats next) {
-        return reinterpret_cast<Floats>(_mm512_maskz_alignr_epi32(0xFFFF, reinterpret_cast<__m512i>(next),
-                                                                  reinterpret_cast<__m512i>(these), 1));
+        return reinterpret_cast<Floats>(
+            _mm512_maskz_alignr_epi32(0xFFFF, reinterpret_cast<__m512i>(next), reinterpret_cast<__m512i>(these), 1));
     }
     static void keep(Floats& a) { asm("" : "+v"(a)); }
 
     /// Transposes rows of x, y, z and zero, eight atoms at a time. The loop of Lanes takes a third longer.
-    static void put_positions(const Frame& frame, std::span<const ChainAtom> atoms, float* x, float* y,
-                              float* z) {
+    static void put_positions(const Frame& frame, std::span<const ChainAtom> atoms, float* x, float* y, float* z) {
         const auto [cx, cy, cz] = frame.centre;
         const __m512d scale = _mm512_set1_pd(frame.scale);
         const __m512d scaled_centre = __m512d{cx, cy, cz, 0, cx, cy, cz, 0} * scale;
@@ -50,11 +49,10 @@ struct Avx512 : Lanes<16> {
         constexpr __mmask8 coordinates = 0b01110111;
         const auto two_rows = [&](const ChainAtom* from) {
             const __m512d rows = _mm512_loadu_pd(&from->x);
-            return __builtin_convertvector(_mm512_maskz_fmsub_pd(coordinates, rows, scale, scaled_centre),
-                                           __m256);
+            return __builtin_convertvector(_mm512_maskz_fmsub_pd(coordinates, rows, scale, scaled_centre), __m256);
         };
-        return __builtin_shufflevector(two_rows(atoms), two_rows(atoms + 2), 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10,
-                                       11, 12, 13, 14, 15);
+        return __builtin_shufflevector(two_rows(atoms), two_rows(atoms + 2), 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12,
+                                       13, 14, 15);
     }
 };
 

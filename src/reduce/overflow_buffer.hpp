@@ -64,9 +64,7 @@ class OverflowBuffer : public GapBuffer<std::uint32_t> {
     }
 
     /// Without a gap: the number of the bead at a place in the chain.
-    std::size_t number_at(std::size_t place) const {
-        return place < end_ ? bead(place) : overflow_ + (place - end_);
-    }
+    std::size_t number_at(std::size_t place) const { return place < end_ ? bead(place) : overflow_ + (place - end_); }
 
     /// Without a gap: removes the middle of a triangle that reaches into the overflow. The beads of the
     /// overflow before it move up by one, and so do their numbers.
@@ -121,8 +119,7 @@ class OverflowBuffer : public GapBuffer<std::uint32_t> {
     void renumber_blockers(std::size_t gone) {
         for (std::size_t slot = 0; slot < end_; ++slot) {
             const std::size_t blocker = blockers_[slot] & ~blockers_.in_question;
-            if (blockers_[slot] != blockers_.unknown && blocker >= overflow_ && blocker < gone)
-                ++blockers_[slot];
+            if (blockers_[slot] != blockers_.unknown && blocker >= overflow_ && blocker < gone) ++blockers_[slot];
         }
     }
 

@@ -38,16 +38,14 @@ bool OverflowElimination::is_blocked(const Corners& corners) {
     return blocker != unknown;
 }
 
-OverflowElimination::Id OverflowElimination::find_blocker(const Corners& corners, const Triangle& triangle,
-                                                          Id known) {
+OverflowElimination::Id OverflowElimination::find_blocker(const Corners& corners, const Triangle& triangle, Id known) {
     const Id likely = known & ~BlockerMemory<Id>::in_question;
     if (known != unknown && meets(corners, triangle, likely)) return likely;
     const Filter filter = filter_of(triangle, frame_);
     const auto is_met = [&](std::size_t slot) { return beads_.meets(triangle, slot); };
     const auto [left, right] = beads_.apart_from_triangle();
     for (const auto& [begin, end] : {left, right}) {
-        const std::size_t slot =
-            find_met(kernels_.find_candidates, filter, beads_.positions(), begin, end, is_met);
+        const std::size_t slot = find_met(kernels_.find_candidates, filter, beads_.positions(), begin, end, is_met);
         if (slot < end) return beads_.bead(slot);
     }
     return find_in_overflow(corners, triangle, filter, beads_.following(corners));
@@ -60,9 +58,8 @@ bool OverflowElimination::meets(const Corners& corners, const Triangle& triangle
            contact(triangle, {beads_.at_number(number), beads_.at_number(end)}) != Contact::none;
 }
 
-OverflowElimination::Id OverflowElimination::find_in_overflow(const Corners& corners,
-                                                              const Triangle& triangle, const Filter& filter,
-                                                              std::optional<Corners> follower) {
+OverflowElimination::Id OverflowElimination::find_in_overflow(const Corners& corners, const Triangle& triangle,
+                                                              const Filter& filter, std::optional<Corners> follower) {
     const std::span<const ChainAtom> overflow = beads_.overflow();
     const std::size_t closing = overflow.size() - 1, first = beads_.overflow_number();
     if (free_in_overflow_ != corners) {
@@ -71,8 +68,7 @@ OverflowElimination::Id OverflowElimination::find_in_overflow(const Corners& cor
         for (std::size_t from = 0; from < closing; from += OverflowPart::most_segments) {
             const std::size_t segments = std::min(OverflowPart::most_segments, closing - from);
             OverflowPart part;
-            for (float* const row : {part.x, part.y, part.z})
-                std::fill_n(row + segments + 1, position_padding, 0.0F);
+            for (float* const row : {part.x, part.y, part.z}) std::fill_n(row + segments + 1, position_padding, 0.0F);
             kernels_.put_positions(frame_, overflow.subspan(from, segments + 1), part.x, part.y, part.z);
             const auto find_in_part = [&](const Corners& of, const Triangle& t, const Filter& f) {
                 return find_met(kernels_.find_candidates, f, {part.x, part.y, part.z}, 0, segments,

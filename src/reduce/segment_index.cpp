@@ -39,8 +39,7 @@ std::uint32_t spread_bits(std::uint32_t x, std::uint32_t bits) {
 
 /// Calls put(place, i) for every key, the places in the order of the keys. Those of a key begin at
 /// starts[key] then.
-template <class Put>
-void sort_by_key(std::span<const std::uint32_t> keys, std::span<std::uint32_t> starts, Put put) {
+template <class Put> void sort_by_key(std::span<const std::uint32_t> keys, std::span<std::uint32_t> starts, Put put) {
     std::fill(starts.begin(), starts.end(), 0);
     for (const std::uint32_t key : keys) ++starts[key];
     std::partial_sum(starts.begin(), starts.end(), starts.begin());
@@ -49,8 +48,7 @@ void sort_by_key(std::span<const std::uint32_t> keys, std::span<std::uint32_t> s
 
 } // namespace
 
-SegmentIndex::SegmentIndex(const Kernels& kernels, std::size_t segments, std::size_t numbers)
-    : kernels_(kernels) {
+SegmentIndex::SegmentIndex(const Kernels& kernels, std::size_t segments, std::size_t numbers) : kernels_(kernels) {
     const std::size_t groups = groups_for(segments), edge = cells_along_edge(segments);
     segments_.reserve(segments);
     keys_.resize(segments);
@@ -103,9 +101,7 @@ void SegmentIndex::replace(Number gone, Ends ends, PointR3 start, PointR3 end) {
     std::uint32_t& slot = loose_of_[ends.from];
     if (slot == no_bead) slot = static_cast<std::uint32_t>(loose_count_++);
     loose_.put(slot, ends, start, end);
-    if (++replaced_ * segments_per_removal > count_ ||
-        (loose_count_ - first_new_) * segments_per_new > count_)
-        renew();
+    if (++replaced_ * segments_per_removal > count_ || (loose_count_ - first_new_) * segments_per_new > count_) renew();
 }
 
 void SegmentIndex::renew() {
@@ -140,8 +136,7 @@ void SegmentIndex::sort_directions() {
     double sum = 0;
     std::size_t finite = 0;
     for (std::size_t j = 0; j < count_; ++j)
-        if (segments_.direction(j).length <= 2)
-            sum += static_cast<double>(segments_.direction(j).length), ++finite;
+        if (segments_.direction(j).length <= 2) sum += static_cast<double>(segments_.direction(j).length), ++finite;
     shortest_ = finite > 0 ? least_of_mean * static_cast<float>(sum / static_cast<double>(finite)) : 1;
     shortest_ = std::clamp(shortest_, 0x1p-60F, least_of_frame);
     edge_ = cells_along_edge(count_);
@@ -155,17 +150,15 @@ void SegmentIndex::sort_directions() {
         keys_[j] = has_cell(d) ? static_cast<std::uint32_t>(cell_of(d)) : none;
         if (keys_[j] == none) loose_.copy(loose_count_++, segments_, j);
     }
-    sort_by_key(std::span(keys_).first(count_), std::span(cells_).first(none + 1),
-                [&](std::size_t to, std::size_t j) {
-                    sorted_[to] = static_cast<std::uint32_t>(j);
-                    directions_[to / group_size].v[to % group_size] = segments_.direction(j).v;
-                    directions_[to / group_size].w[to % group_size] = segments_.direction(j).w;
-                });
+    sort_by_key(std::span(keys_).first(count_), std::span(cells_).first(none + 1), [&](std::size_t to, std::size_t j) {
+        sorted_[to] = static_cast<std::uint32_t>(j);
+        directions_[to / group_size].v[to % group_size] = segments_.direction(j).v;
+        directions_[to / group_size].w[to % group_size] = segments_.direction(j).w;
+    });
 }
 
 SegmentIndex::Box SegmentIndex::box_around(const SegmentGroup& group) {
-    const std::array<const GroupRow*, 6> row{&group.x0, &group.y0, &group.z0,
-                                             &group.x1, &group.y1, &group.z1};
+    const std::array<const GroupRow*, 6> row{&group.x0, &group.y0, &group.z0, &group.x1, &group.y1, &group.z1};
     Box box{};
     for (std::size_t axis = 0; axis < 3; ++axis) {
         Range range;
@@ -211,8 +204,7 @@ void SegmentIndex::sort_boxes() {
             Range range;
             for (std::size_t k = i * group_size; k < std::min((i + 1) * group_size, count); ++k) {
                 const Box& one = box_[group_in_[k]];
-                range.widen((one.sum[axis] - one.difference[axis]) / 2,
-                            (one.sum[axis] + one.difference[axis]) / 2);
+                range.widen((one.sum[axis] - one.difference[axis]) / 2, (one.sum[axis] + one.difference[axis]) / 2);
             }
             box.put(axis, range);
         }
@@ -225,16 +217,13 @@ void SegmentIndex::put_box(std::vector<BoxGroup>& groups, std::size_t i, const B
     BoxGroup& group = groups[i / group_size];
     const std::size_t lane = i % group_size;
     group.x[lane] = box.sum[0], group.y[lane] = box.sum[1], group.z[lane] = box.sum[2];
-    group.dx[lane] = box.difference[0], group.dy[lane] = box.difference[1],
-    group.dz[lane] = box.difference[2];
+    group.dx[lane] = box.difference[0], group.dy[lane] = box.difference[1], group.dz[lane] = box.difference[2];
 }
 
 void SegmentIndex::find_runs(std::size_t face, const ParallelQuery& query) {
     runs_.clear();
     const auto edge = static_cast<float>(edge_);
-    const auto cell = [&](float x) {
-        return static_cast<std::size_t>(std::clamp((x + 1) / 2 * edge, 0.0F, edge - 1));
-    };
+    const auto cell = [&](float x) { return static_cast<std::size_t>(std::clamp((x + 1) / 2 * edge, 0.0F, edge - 1)); };
     // Instead of dividing by zero: the line crosses all cells or none.
     const auto divisor = [](float x) { return std::copysign(std::max(std::fabs(x), 1e-30F), x); };
     const float v = divisor(query.v), w = divisor(query.w);
@@ -252,8 +241,7 @@ void SegmentIndex::find_runs(std::size_t face, const ParallelQuery& query) {
         const std::uint32_t begin = cells[static_cast<std::size_t>(std::max(0.0F, least))];
         const std::uint32_t end = cells[static_cast<std::size_t>(std::min(edge - 1, most)) + 1];
         if (begin == end) continue;
-        runs_.push_back(
-            {begin / static_cast<std::uint32_t>(group_size), static_cast<std::uint32_t>(groups_for(end))});
+        runs_.push_back({begin / static_cast<std::uint32_t>(group_size), static_cast<std::uint32_t>(groups_for(end))});
     }
 }
 

@@ -101,9 +101,7 @@ class SegmentIndex {
         std::vector<Direction> directions_;
     };
 
-    static constexpr std::size_t groups_for(std::size_t count) {
-        return (count + group_size - 1) / group_size;
-    }
+    static constexpr std::size_t groups_for(std::size_t count) { return (count + group_size - 1) / group_size; }
 
     /// Makes the index again from the segments that exist.
     void renew();
@@ -114,14 +112,13 @@ class SegmentIndex {
     void find_runs(std::size_t face, const ParallelQuery& query);
 
     template <class What, class Group, class Visit>
-    static bool for_each(FindInGroups<What, Group> find, const What& what, const Group* groups,
-                         std::size_t begin, std::size_t end, Visit visit) {
+    static bool for_each(FindInGroups<What, Group> find, const What& what, const Group* groups, std::size_t begin,
+                         std::size_t end, Visit visit) {
         for (; begin < end; ++begin) {
             const Candidates found = find(what, groups, begin, end);
             begin = found.first;
             for (std::uint32_t lanes = found.lanes; lanes != 0; lanes &= lanes - 1)
-                if (visit(begin * group_size + static_cast<std::size_t>(std::countr_zero(lanes))))
-                    return true;
+                if (visit(begin * group_size + static_cast<std::size_t>(std::countr_zero(lanes)))) return true;
         }
         return false;
     }
@@ -139,7 +136,7 @@ class SegmentIndex {
 
     float shortest_ = 0;
     std::size_t edge_ = 1;
-    std::vector<std::uint32_t> cells_; ///< where the directions of a cell begin in what is sorted by them
+    std::vector<std::uint32_t> cells_;       ///< where the directions of a cell begin in what is sorted by them
     std::vector<DirectionGroup> directions_; ///< sorted
     std::vector<std::uint32_t> sorted_;      ///< which segment's
     struct Run {
@@ -152,8 +149,7 @@ class SegmentIndex {
     std::vector<std::uint32_t> loose_of_; ///< where the segment of a bead is among the loose
 };
 
-template <class Visit>
-bool SegmentIndex::search(const Filter& filter, const Triangle& in_frame, Visit visit) {
+template <class Visit> bool SegmentIndex::search(const Filter& filter, const Triangle& in_frame, Visit visit) {
     const auto visit_if_there = [&](Ends ends) { return next_[ends.from] == ends.to && visit(ends.from); };
     if (for_each(kernels_.find_segments, filter, loose_.groups(), 0, groups_for(loose_count_),
                  [&](std::size_t j) { return visit_if_there(loose_.ends(j)); }))
@@ -169,12 +165,10 @@ bool SegmentIndex::search(const Filter& filter, const Triangle& in_frame, Visit 
         return for_each(kernels_.find_boxes, box_filter, boxes_.data(), box, box + 1, visit_box);
     };
     const std::size_t large = groups_for(groups_for(groups_for(count_)));
-    if (for_each(kernels_.find_boxes, box_filter, large_boxes_.data(), 0, large, visit_large_box))
-        return true;
+    if (for_each(kernels_.find_boxes, box_filter, large_boxes_.data(), 0, large, visit_large_box)) return true;
 
     const float most = most_parallel(filter, shortest_);
-    const std::array<float, 5> n{filter.height.x, filter.height.y, filter.height.z, filter.height.x,
-                                 filter.height.y};
+    const std::array<float, 5> n{filter.height.x, filter.height.y, filter.height.z, filter.height.x, filter.height.y};
     for (std::size_t face = 0; face < 3; ++face) {
         const ParallelQuery query{n[face], n[face + 1], n[face + 2], most};
         find_runs(face, query);

@@ -36,8 +36,7 @@ void read_fields(std::string_view line, ChainAtom& atom) {
 
 bool read_plain_fields(std::string_view line, ChainAtom& atom) {
     ChainAtom read{};
-    if (!take(line, read.id) || !take(line, read.x) || !take(line, read.y) || !take(line, read.z))
-        return false;
+    if (!take(line, read.id) || !take(line, read.x) || !take(line, read.y) || !take(line, read.z)) return false;
     atom = read;
     return true;
 }

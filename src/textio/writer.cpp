@@ -59,8 +59,7 @@ class Writer {
     }
     std::string_view text_of(double number) {
         if (!is_classic_ || !std::isfinite(number)) return by_stream(number);
-        return up_to(std::to_chars(digits_, std::end(digits_), number, std::chars_format::general,
-                                   significant_digits));
+        return up_to(std::to_chars(digits_, std::end(digits_), number, std::chars_format::general, significant_digits));
     }
     std::string_view up_to(std::to_chars_result written) const {
         return {digits_, static_cast<std::size_t>(written.ptr - digits_)};

@@ -49,10 +49,8 @@ PointR3 point(Kind kind, const ChainAtom& last, Random& random) {
     }
     if (kind == Kind::planar) return {random.between(-9, 9), random.between(-9, 9), 0};
     if (kind == Kind::straight) return step({1, 2, 3, 0}, {0.3, 0.4, 0.5}, random.between(-9, 9));
-    if (kind == Kind::coincident)
-        return {1.0 * random.below(2), 1.0 * random.below(2), 1.0 * random.below(3)};
-    if (kind == Kind::any_bits)
-        return std::bit_cast<PointR3>(std::array{random.bits(), random.bits(), random.bits()});
+    if (kind == Kind::coincident) return {1.0 * random.below(2), 1.0 * random.below(2), 1.0 * random.below(3)};
+    if (kind == Kind::any_bits) return std::bit_cast<PointR3>(std::array{random.bits(), random.bits(), random.bits()});
     const double half = kind == Kind::near           ? 4 * EPS
                         : kind == Kind::huge         ? 1e150
                         : kind == Kind::tiny         ? 1e-160

@@ -13,8 +13,7 @@ namespace chains {
 /// Numbers that follow from a seed, or the bytes that a fuzzer chose as long as there are any.
 class Random {
   public:
-    explicit Random(std::uint64_t seed, std::span<const std::uint8_t> bytes = {})
-        : engine_(seed), bytes_(bytes) {}
+    explicit Random(std::uint64_t seed, std::span<const std::uint8_t> bytes = {}) : engine_(seed), bytes_(bytes) {}
     std::uint64_t bits() { return take<std::uint64_t>(); }
     double between(double low, double high) {
         return low + (high - low) * (static_cast<double>(bits() >> 11) * 0x1p-53);

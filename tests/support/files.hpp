@@ -9,9 +9,7 @@
 
 class MemoryFile {
   public:
-    explicit MemoryFile(const std::string& content = "") {
-        std::ofstream(name_, std::ios::binary) << content;
-    }
+    explicit MemoryFile(const std::string& content = "") { std::ofstream(name_, std::ios::binary) << content; }
     MemoryFile(const MemoryFile&) = delete;
     MemoryFile& operator=(const MemoryFile&) = delete;
     ~MemoryFile() { ::close(descriptor_); }

@@ -38,13 +38,11 @@ bool same(const NamedChain& a, const NamedChain& b) {
 bool is_sound(const NamedChain& chain) {
     const auto in_range = [](double value) { return std::abs(value) <= largest_coordinate; };
     return !chain.beads.empty() && chain.beads.size() == chain.residues.size() &&
-           std::all_of(chain.beads.begin(), chain.beads.end(),
-                       [&](const ChainAtom& bead) {
-                           return in_range(bead.x) && in_range(bead.y) && in_range(bead.z);
-                       }) &&
+           std::all_of(
+               chain.beads.begin(), chain.beads.end(),
+               [&](const ChainAtom& bead) { return in_range(bead.x) && in_range(bead.y) && in_range(bead.z); }) &&
            std::adjacent_find(chain.beads.begin(), chain.beads.end(),
-                              [](const ChainAtom& a, const ChainAtom& b) { return same(a, b); }) ==
-               chain.beads.end();
+                              [](const ChainAtom& a, const ChainAtom& b) { return same(a, b); }) == chain.beads.end();
 }
 
 void check_sound(const std::vector<Molecule>& molecules) {
@@ -101,9 +99,8 @@ std::string mmcif_of(const Molecule& molecule) {
         ++chain_number;
         for (const ChainAtom& bead : chain.beads) {
             ++number;
-            text += "CA C ALA c" + std::to_string(chain_number) + field(" %.0f", number) +
-                    field(" %.0f", number) + field(" %.3f", bead.x) + field(" %.3f", bead.y) +
-                    field(" %.3f", bead.z) + '\n';
+            text += "CA C ALA c" + std::to_string(chain_number) + field(" %.0f", number) + field(" %.0f", number) +
+                    field(" %.3f", bead.x) + field(" %.3f", bead.y) + field(" %.3f", bead.z) + '\n';
         }
     }
     return text + "#\n";

@@ -13,8 +13,7 @@ PointR3 at(const Chain& chain, int i) {
 }
 
 /// Whether a segment of any component meets the triangle that begins at a place, without sharing an atom with it.
-bool is_blocked(const Structure& structure, const std::vector<bool>& closed, std::size_t component,
-                int place) {
+bool is_blocked(const Structure& structure, const std::vector<bool>& closed, std::size_t component, int place) {
     const int own = static_cast<int>(structure[component].size());
     const int corners[] = {place, (place + 1) % own, (place + 2) % own};
     const PointR3 triangle[] = {at(structure[component], corners[0]), at(structure[component], corners[1]),
@@ -145,9 +144,8 @@ std::string write(const Chain& chain, bool plain) {
     for (const ChainAtom& a : chain) {
         const std::string id = text(a.id), x = text(a.x), y = text(a.y), z = text(a.z);
         char line[100];
-        std::snprintf(line, sizeof line, "ATOM  %5s  CA  %s %s%4s    %8s%8s%8s  1.00  1.00 C\n", id.c_str(),
-                      "XXX", "A", id.c_str(), x.substr(0, 7).c_str(), y.substr(0, 7).c_str(),
-                      z.substr(0, 7).c_str());
+        std::snprintf(line, sizeof line, "ATOM  %5s  CA  %s %s%4s    %8s%8s%8s  1.00  1.00 C\n", id.c_str(), "XXX", "A",
+                      id.c_str(), x.substr(0, 7).c_str(), y.substr(0, 7).c_str(), z.substr(0, 7).c_str());
         all += plain ? id + ' ' + x + ' ' + y + ' ' + z + '\n' : std::string(line);
     }
     return all;

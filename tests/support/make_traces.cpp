@@ -43,9 +43,7 @@ Point operator-(Point a, Point b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
 Point operator*(double s, Point a) { return {s * a.x, s * a.y, s * a.z}; }
 
 double dot(Point a, Point b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
-Point cross(Point a, Point b) {
-    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
-}
+Point cross(Point a, Point b) { return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x}; }
 double square(double s) { return s * s; }
 double length(Point a) { return std::sqrt(dot(a, a)); }
 double distance(Point a, Point b) { return length(a - b); }
@@ -175,8 +173,7 @@ constexpr std::size_t longest_turn = 40;
 
 class Folding {
   public:
-    Folding(Trace start, std::uint64_t seed)
-        : trace_(std::move(start)), energy_(energy(trace_)), engine_(seed) {}
+    Folding(Trace start, std::uint64_t seed) : trace_(std::move(start)), energy_(energy(trace_)), engine_(seed) {}
 
     Trace cooled(int moves) {
         for (int i = 0; i < moves; ++i) move(0.3 + 4.0 * square(1.0 - static_cast<double>(i) / moves));
@@ -209,8 +206,7 @@ class Folding {
     void turn(Trace& trace, std::size_t first, std::size_t last) {
         const bool both_sides = first > 0 && last < trace.size();
         const Point hinge = first > 0 ? trace[first - 1] : trace[last];
-        const Point axis =
-            unit(both_sides ? trace[last] - hinge : Point{symmetric(), symmetric(), symmetric()});
+        const Point axis = unit(both_sides ? trace[last] - hinge : Point{symmetric(), symmetric(), symmetric()});
         double arm = bond;
         for (std::size_t i = first; i < last; ++i) arm = std::max(arm, length(cross(axis, trace[i] - hinge)));
         // The tangent of half the angle gives its sine and cosine without a library's own rounding.

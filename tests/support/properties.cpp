@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-#define HOLDS(property)                                                                                      \
+#define HOLDS(property)                                                                                                \
     if (!(property)) throw std::runtime_error("not so: " #property "\nfor " + described(input))
 
 namespace properties {
@@ -86,13 +86,11 @@ void closes(const Structure& input, double scale) {
 void reads(const std::string& input) {
     std::string without_empty_lines;
     for (const char c : input)
-        if (c != '\n' || (!without_empty_lines.empty() && without_empty_lines.back() != '\n'))
-            without_empty_lines += c;
+        if (c != '\n' || (!without_empty_lines.empty() && without_empty_lines.back() != '\n')) without_empty_lines += c;
     MemoryFile file(input);
     const Capture printed;
     bool error = true, repeats = false, repeats_in_file = false;
-    HOLDS(chains::same_bits(ChainRead(file.name(), error),
-                            literal::read(without_empty_lines, repeats_in_file)));
+    HOLDS(chains::same_bits(ChainRead(file.name(), error), literal::read(without_empty_lines, repeats_in_file)));
     HOLDS(!error);
     HOLDS(chains::same_bits(ChainRead_fromString(input, error), literal::read(input, repeats)));
     HOLDS(error == repeats);
@@ -101,8 +99,7 @@ void reads(const std::string& input) {
 }
 
 void writes(const Chain& input) {
-    for (const bool plain : {true, false})
-        HOLDS(ChainWrite_toString(input, plain) == literal::write(input, plain));
+    for (const bool plain : {true, false}) HOLDS(ChainWrite_toString(input, plain) == literal::write(input, plain));
 }
 
 void hold(chains::Random numbers) {
