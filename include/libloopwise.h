@@ -4,7 +4,7 @@
 /// The one exported header of libloopwise. It needs C++17 or later and nothing beyond the standard
 /// library. All functions are free functions in the global namespace.
 ///
-/// What holds for every function, unless its own text says more:
+/// For every function, unless its own text says more:
 ///  - Lengths are in the unit of the coordinates, by habit angstroms; the library never converts.
 ///  - Values belong to the caller. No function keeps a reference or pointer after it returns.
 ///  - No function throws an exception of its own. A function that allocates may let
@@ -107,7 +107,7 @@ LOOPWISE_API double DiameterOfChain(const std::vector<ChainAtom>& chain);
 /// Allocates nothing.
 LOOPWISE_API double DiameterOfStructure(const std::vector<std::vector<ChainAtom>>& structure);
 
-/// Cuts \p chain to the stretch between two identifiers, both included, given in either order.
+/// Cuts \p chain to the subchain between two identifiers, both included, given in either order.
 ///
 /// Atoms are taken off the front and the back until both end atoms have identifiers inside the range;
 /// atoms between them stay whatever their identifiers are. A range with a bound outside the
@@ -230,14 +230,14 @@ LOOPWISE_API double Determinant(double* a, double* b, double* c);
 /// no contact. Allocates nothing.
 LOOPWISE_API int intersection(PointR3* triangle, PointR3* segment);
 
-/// Simplifies \p chain by triangle elimination (Koniaris and Muthukumar, "Knottedness in ring
-/// polymers", Phys. Rev. Lett. 66, 1991; Taylor, "A deeply knotted protein structure and how it
-/// might fold", Nature 406, 2000), so that its entanglement stays.
+/// Removes the atoms of \p chain that its entanglement does not need: triangle elimination, or KMT
+/// reduction (Koniaris and Muthukumar, "Knottedness in ring polymers", Phys. Rev. Lett. 66, 1991;
+/// Taylor, "A deeply knotted protein structure and how it might fold", Nature 406, 2000).
 ///
-/// An atom is dropped when the triangle with its two neighbours meets (intersection() gives not 0)
-/// no segment that shares no atom with it. The first such triangle along the chain loses its middle
-/// atom and the search starts anew, until none is left or three atoms remain. The atoms that stay
-/// keep their order and their records.
+/// An atom and its two neighbours form a triangle. The triangle is free when intersection() returns 0
+/// for it and every segment that shares no atom with it. The first free triangle along the chain loses
+/// its middle atom and the search starts again, until no triangle is free or three atoms remain. The
+/// atoms that remain keep their order and their records.
 ///
 /// A chain stored with its first atom repeated at its end (same identifier, less than EPS apart) is
 /// treated as a loop whatever \p closed says, and stored in the same way afterwards, with a copy of
@@ -252,12 +252,12 @@ LOOPWISE_API int intersection(PointR3* triangle, PointR3* segment);
 /// length. Beyond 3,455 atoms ChainsReduce() on a structure of this one chain is several times as fast.
 LOOPWISE_API int ChainReduce(std::vector<ChainAtom>& chain, bool closed);
 
-/// Simplifies all components of \p structure together, so that their entanglement with themselves and
-/// with each other stays: ChainReduce() with the segments of all other components as obstacles too.
+/// Reduces all components of \p structure together, so that their entanglement with themselves and with
+/// each other remains: ChainReduce() in which the segments of all other components block too.
 ///
 /// The first free triangle of the first component goes first, and after every removal the search
-/// starts at the first component anew. Components of three atoms or fewer lose nothing but are
-/// obstacles. When at least one component is stored with its first atom repeated at its end (one atom
+/// starts at the first component again. Components of three atoms or fewer lose nothing but can
+/// block. When at least one component is stored with its first atom repeated at its end (one atom
 /// alone counts as that), such components are loops and all others are open, whatever \p closed says.
 ///
 /// \param structure  edited in place; empty components stay empty and block nothing

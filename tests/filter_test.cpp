@@ -1,4 +1,5 @@
-#include "src/reduce/reduction.hpp"
+#include "src/reduce/filter_kernels.hpp"
+#include "src/reduce/frame.hpp"
 #include "support/chains.hpp"
 #include "support/literal.hpp"
 
@@ -14,6 +15,23 @@ namespace {
 
 using loopwise::reduce::Frame;
 using loopwise::reduce::Triangle;
+
+/// One lane, with a product rounded once with the sum that follows it, or twice.
+template <bool fused> struct OneLane : loopwise::reduce::Lanes<1> {
+    static Floats multiply_add(Floats a, Floats b, Floats c) {
+        return fused ? Floats{std::fma(a[0], b[0], c[0])} : a * b + c;
+    }
+    static std::uint32_t greater(Floats a, Floats b) { return a[0] > b[0]; }
+    static Floats following(Floats, Floats next) { return next; }
+    static void keep(Floats&) {}
+};
+
+/// What the kernels of a set come to, to the last bit.
+loopwise::reduce::Kernels one_by_one(loopwise::model::InstructionSet set) {
+    return set >= loopwise::model::InstructionSet::avx2
+               ? loopwise::reduce::FilterKernels<OneLane<true>>::table()
+               : loopwise::reduce::FilterKernels<OneLane<false>>::table();
+}
 
 /// Points as a kernel reads them: segments from each even one to the next.
 struct Segments {
@@ -141,12 +159,11 @@ TEST(Filter, NeverDropsWhatMeetsTheTriangle) {
         const std::size_t begin = static_cast<std::size_t>(random.below(20)), end = 126 - begin / 2;
         for (const loopwise::model::InstructionSet set : loopwise::model::available_instruction_sets()) {
             ASSERT_EQ(rows(loopwise::reduce::kernels(set).put_positions, frame, points),
-                      rows(loopwise::reduce::statement(set).put_positions, frame, points))
+                      rows(one_by_one(set).put_positions, frame, points))
                 << name(set);
             const auto candidates =
                 segments.candidates(loopwise::reduce::kernels(set).find_candidates, filter, begin, end);
-            ASSERT_EQ(candidates, segments.candidates(loopwise::reduce::statement(set).find_candidates,
-                                                      filter, begin, end))
+            ASSERT_EQ(candidates, segments.candidates(one_by_one(set).find_candidates, filter, begin, end))
                 << name(set);
             for (std::size_t j = begin; j < end; ++j) {
                 const bool candidate = std::binary_search(candidates.begin(), candidates.end(), j);
@@ -202,8 +219,8 @@ TEST(Filter, GroupsMissNothing) {
             if (along_x) shortest = std::min(shortest, static_cast<float>(std::fabs(d.x)));
         }
         const loopwise::reduce::BoxFilter box_filter(filter, {frame(t.t0), frame(t.t1), frame(t.t2)});
-        const loopwise::reduce::Turn turn{filter.height.x, filter.height.y, filter.height.z,
-                                          most_turn(filter, shortest)};
+        const loopwise::reduce::ParallelQuery query{filter.height.x, filter.height.y, filter.height.z,
+                                                    most_parallel(filter, shortest)};
         const auto in = [](auto find, const auto& what,
                            const auto& where) -> std::bitset<loopwise::reduce::group_size> {
             const loopwise::reduce::Candidates candidates = find(what, &where, 0, 1);
@@ -212,12 +229,12 @@ TEST(Filter, GroupsMissNothing) {
         };
         for (const loopwise::model::InstructionSet set : loopwise::model::available_instruction_sets()) {
             const loopwise::reduce::Kernels kernels = loopwise::reduce::kernels(set),
-                                            stated = loopwise::reduce::statement(set);
+                                            stated = one_by_one(set);
             const auto near = in(kernels.find_boxes, box_filter, boxes);
-            const auto turned = in(kernels.find_directions, turn, directions);
+            const auto turned = in(kernels.find_directions, query, directions);
             const auto both_ends = in(kernels.find_segments, filter, group);
             ASSERT_EQ(near, in(stated.find_boxes, box_filter, boxes)) << name(set);
-            ASSERT_EQ(turned, in(stated.find_directions, turn, directions)) << name(set);
+            ASSERT_EQ(turned, in(stated.find_directions, query, directions)) << name(set);
             ASSERT_EQ(both_ends, in(stated.find_segments, filter, group)) << name(set);
             for (std::size_t j = 0; j < segments; ++j) {
                 parallel += turned[j];

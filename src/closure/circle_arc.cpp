@@ -68,7 +68,7 @@ double angle(SineCosine direction) {
     return pi - from_sine;
 }
 
-/// The way from one direction to another along the shorter arc.
+/// The shorter arc from one direction to another.
 struct Walk {
     double step, length;
 };

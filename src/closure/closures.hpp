@@ -20,7 +20,7 @@ enum class Closing {
     no_arc,              ///< the centre and the ends span no plane; those before this one stay closed
 };
 
-/// How many components a structure may have, as no direction of the table serves twice.
+/// Most components of a structure: no two may have the same direction of the table.
 constexpr std::size_t most_components_through_points = 60;
 constexpr std::size_t most_components_in_directions = 400;
 constexpr std::size_t most_components_by_arcs = 200;
@@ -33,7 +33,7 @@ Closing close_through_point(Chain& chain, double scale, const Draw& draw);
 Closing close_through_points(Structure& structure, double scale, const Draw& draw);
 
 Closing close_in_direction(Chain& chain, int row);
-/// For who knows the chain's diameter already.
+/// Overload taking a precomputed diameter.
 Closing close_in_direction(Chain& chain, int row, double diameter);
 Closing close_in_random_direction(Chain& chain, const Draw& draw);
 Closing close_in_random_directions(Structure& structure, const Draw& draw);

@@ -11,7 +11,7 @@ using namespace loopwise::closure;
 
 namespace {
 
-constexpr int closed = 0; // so does an empty input count
+constexpr int closed = 0; // also for an empty input
 constexpr int not_closed = -1;
 
 /// The message of a direction without length is the operation's own.

@@ -5,8 +5,8 @@
 
 namespace loopwise::model {
 
-/// What CutChain() does, in silence. False when the range is refused; the chain is then unchanged. An
-/// empty chain has nothing to refuse.
+/// CutChain() without messages. Returns false, with the chain unchanged, when the range is refused. True for
+/// an empty chain.
 bool cut(Chain& chain, int start, int end);
 
 } // namespace loopwise::model

@@ -10,7 +10,7 @@
 namespace loopwise::model {
 namespace {
 
-/// As many positions as the stack of a measure has room for.
+/// Number of positions that fit the stack.
 class Block {
   public:
     bool full() const { return count_ == most; }
@@ -87,7 +87,7 @@ Diameter::Diameter(std::span<const Chain> components) {
     const FarthestSquare farther = farthest_square(chosen_instruction_set());
     const Candidates candidates(centre, std::sqrt(one_end.squared), squared_);
 
-    // Every block of candidates against itself and all that come after it.
+    // Compares every block of candidates with itself and all later blocks.
     std::size_t done = 0;
     for (bool more = true; more;) {
         Block block;

@@ -1,4 +1,4 @@
-// Which instructions the kernels use: one choice for all kinds of kernels, made when the first one runs.
+// The instruction set that all kernels use, chosen when the first one runs.
 #pragma once
 
 #include <array>

@@ -1,4 +1,4 @@
-// Points, vectors and the distance that everything else measures with.
+// Points, vectors and distances.
 #pragma once
 
 #include "libloopwise.h"

@@ -5,7 +5,7 @@
 
 namespace loopwise::projection {
 
-/// What ProjectChain() returns, without its seeding of the process's generator. Allocates.
+/// ProjectChain() without seeding the process's generator. Allocates.
 std::vector<Edge> project(const Chain& chain, int direction_index, bool closed);
 
 } // namespace loopwise::projection

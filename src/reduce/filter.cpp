@@ -29,118 +29,11 @@ Affine affine(Vector gradient, Vector origin) {
     return {gradient.x, gradient.y, gradient.z, -dot(gradient, origin)};
 }
 
-struct Rounded {
-    static float multiply_add(float a, float b, float c) { return a * b + c; }
-};
-
-struct Fused {
-    static float multiply_add(float a, float b, float c) { return std::fma(a, b, c); }
-};
-
-template <class Arithmetic> float value(const Affine& f, const Positions3& at, std::size_t j) {
-    constexpr auto multiply_add = Arithmetic::multiply_add;
-    return multiply_add(at.x[j], f.x, multiply_add(at.y[j], f.y, multiply_add(at.z[j], f.z, f.constant)));
-}
-
-/// A segment of which both ends have the number j.
-template <class Arithmetic>
-bool meets(const Filter& f, const Positions3& start, const Positions3& end, std::size_t j) {
-    constexpr auto multiply_add = Arithmetic::multiply_add;
-    const float h0 = value<Arithmetic>(f.height, start, j), h1 = value<Arithmetic>(f.height, end, j);
-    const float q0 = value<Arithmetic>(f.along_c, start, j), q1 = value<Arithmetic>(f.along_c, end, j);
-    const float rise = h1 - h0, drop = std::fabs(rise);
-    if (!(drop > f.parallel)) return true;
-    if (std::fabs(h0 + h1) > multiply_add(drop, side_factor, f.side)) return false;
-    if (std::fabs((q0 + q1) - f.squared) > multiply_add(std::fabs(q1 - q0), side_factor, f.slab_v))
-        return false;
-
-    const float p0 = value<Arithmetic>(f.along_b, start, j), p1 = value<Arithmetic>(f.along_b, end, j);
-    const float sign = std::signbit(rise) ? -1.0F : 1.0F;
-    const float u = multiply_add(p0, h1, -(p1 * h0)) * sign;
-    const float v = multiply_add(q0, h1, -(q1 * h0)) * sign;
-    return !(-multiply_add(drop, f.slack, f.edge_u) > u || -multiply_add(drop, f.slack, f.edge_v) > v ||
-             u + v > multiply_add(drop, f.whole, f.edge_w));
-}
-
-template <class Arithmetic> bool is_candidate(const Filter& f, const Positions3& at, std::size_t j) {
-    return meets<Arithmetic>(f, at, {at.x + 1, at.y + 1, at.z + 1}, j);
-}
-template <class Arithmetic> bool is_candidate_of(const Filter& f, const SegmentGroup& g, std::size_t j) {
-    return meets<Arithmetic>(f, {g.x0.data(), g.y0.data(), g.z0.data()},
-                             {g.x1.data(), g.y1.data(), g.z1.data()}, j);
-}
-
-/// Twice the value in the middle of a box, and how far the values at its corners lie apart.
-template <class Arithmetic> float middle(const Affine& f, const BoxGroup& box, std::size_t j) {
-    constexpr auto multiply_add = Arithmetic::multiply_add;
-    const float constant = f.constant + f.constant;
-    return multiply_add(box.x[j], f.x, multiply_add(box.y[j], f.y, multiply_add(box.z[j], f.z, constant)));
-}
-template <class Arithmetic> float spread(const Affine& f, const BoxGroup& box, std::size_t j) {
-    constexpr auto multiply_add = Arithmetic::multiply_add;
-    const float along_z = box.dz[j] * std::fabs(f.z);
-    return multiply_add(box.dx[j], std::fabs(f.x), multiply_add(box.dy[j], std::fabs(f.y), along_z));
-}
-
-/// As for segments: no sum of two of their heights is nearer to zero, and no difference larger, than the box's.
-template <class Arithmetic> bool may_hold_candidates(const BoxFilter& f, const BoxGroup& box, std::size_t j) {
-    constexpr auto multiply_add = Arithmetic::multiply_add;
-    const auto reach = [&](const Affine& along, float margin) {
-        return multiply_add(spread<Arithmetic>(along, box, j), side_factor, margin);
-    };
-    const float h = middle<Arithmetic>(f.height, box, j), p = middle<Arithmetic>(f.along_b, box, j),
-                q = middle<Arithmetic>(f.along_c, box, j);
-    const auto apart = [&](std::size_t axis, const GroupRow& sum, const GroupRow& difference) {
-        return std::fabs(sum[j] - f.sum[axis]) > multiply_add(difference[j], side_factor, f.room[axis]);
-    };
-    return !(apart(0, box.x, box.dx) || apart(1, box.y, box.dy) || apart(2, box.z, box.dz) ||
-             std::fabs(h) > reach(f.height, f.side) ||
-             std::fabs(q - f.squared) > reach(f.along_c, f.slab_v) ||
-             std::fabs(p - f.squared) > reach(f.along_b, f.slab_u) ||
-             (p + q) - f.squared > reach(f.along_both, f.slab_w));
-}
-
-template <class Arithmetic> bool may_be_parallel(const Turn& turn, const DirectionGroup& d, std::size_t j) {
-    constexpr auto multiply_add = Arithmetic::multiply_add;
-    return !(std::fabs(multiply_add(d.v[j], turn.v, multiply_add(d.w[j], turn.w, turn.one))) > turn.most);
-}
-
-template <auto is_kept, class What, class Where>
-Candidates find_one(const What& what, const Where& where, std::size_t begin, std::size_t end) {
-    for (; begin < end; ++begin)
-        if (is_kept(what, where, begin)) return {begin, 1};
-    return {end, 0};
-}
-
-template <auto is_kept, class What, class Group>
-Candidates find_one_group(const What& what, const Group* groups, std::size_t begin, std::size_t end) {
-    for (; begin < end; ++begin) {
-        std::uint32_t lanes = 0;
-        for (std::size_t j = 0; j < group_size; ++j)
-            lanes |= std::uint32_t{is_kept(what, groups[begin], j)} << j;
-        if (lanes != 0) return {begin, lanes};
-    }
-    return {end, 0};
-}
-
-void put_positions(const Frame& frame, std::span<const ChainAtom> atoms, float* x, float* y, float* z) {
-    for (const ChainAtom& atom : atoms) {
-        const Vector p = narrow(frame(position(atom)));
-        *x++ = p.x, *y++ = p.y, *z++ = p.z;
-    }
-}
-
-template <class Arithmetic>
-constexpr Kernels stated{find_one<is_candidate<Arithmetic>, Filter, Positions3>,
-                         find_one_group<is_candidate_of<Arithmetic>, Filter, SegmentGroup>,
-                         find_one_group<may_hold_candidates<Arithmetic>, BoxFilter, BoxGroup>,
-                         find_one_group<may_be_parallel<Arithmetic>, Turn, DirectionGroup>, put_positions};
-
 } // namespace
 
 // Rounding, in units of the frame: sizes of coordinates are at most 1, of differences at most 2. Let e =
-// 2^-24 and E = 2^-53 be the half units in the last place of a float and a double, |.|1 the sum of sizes,
-// and N = |n|1, B = |b|1, C = |c|1. No component of n is larger than 2 min(B, C).
+// 2^-24 and E = 2^-53 be the half units in the last place of a float and a double, |.|1 the sum of sizes, and
+// N = |n|1, B = |b|1, C = |c|1. No component of n is larger than 2 min(B, C).
 //
 // Height. Its gradient is n, from doubles, rounded: e N times |S - T0| <= 2 is 2 e N. Its constant: three
 // products, two sums and the rounded T0, less than 4 e N. Its value: the rounded S, three products and three
@@ -149,8 +42,8 @@ constexpr Kernels stated{find_one<is_candidate<Arithmetic>, Filter, Positions3>,
 //   side: a sum and a difference, 56 e N, and three roundings of numbers below 4 N: 68 e N.
 //
 // Along c. Its gradient is n x b: with both rounded and a product and a difference, less than 4 e N B, times
-// 2; its constant and its value as above for a gradient of at most N B: 4 and 7.5. In all less than
-// 20 e N B. Along b: 20 e N C.
+// 2; its constant and its value as above for a gradient of at most N B: 4 and 7.5. In all less than 20 e N B.
+// Along b: 20 e N C.
 //   slab: two sums, 80 e N B, four roundings of numbers below 4 N B, and the error of |n|^2, which is at most
 //   6 e |n|^2 < 12 e N B, twice: 120 e N B.
 //   slab_w: both.
@@ -159,18 +52,19 @@ constexpr Kernels stated{find_one<is_candidate<Arithmetic>, Filter, Positions3>,
 //   edge_w: both, a rounding of their sum, and |n|^2 <= 2 N min(B, C) <= N (B + C) times the error of the
 //   drop, 32 e N: 188 e N^2 (B + C).
 //
-// Boxes. A coordinate errs by e, a sum or difference of two by 4 e, a side of a box around boxes by 5 e, a sum or
-// difference of two such by 12 e. The value in the middle and the spread err by 37 e N + 20 e N, for p and q by
-// 49 e N B + 27 e N B, where a sum and a difference of two values come to 56 and 80 above: the margins suffice.
-// Along an axis it is 12 e twice, and less than 20 e for the triangle's sides and for comparing.
+// Boxes. A coordinate errs by e, a sum or difference of two by 4 e, a side of a box around boxes by 5 e, a
+// sum or difference of two such by 12 e. The value in the middle and the spread err by 37 e N + 20 e N, for p
+// and q by 49 e N B + 27 e N B, where a sum and a difference of two values come to 56 and 80 above: the
+// margins suffice. Along an axis it is 12 e twice, and less than 20 e for the triangle's sides and for
+// comparing.
 //
 // Numbers that are only wrong by a factor, |n|^2 in `slack` and `whole` or a product that is rounded again,
 // are within 20 e of what they should be, which the last quarter of `beyond` covers two hundred times over.
 //
-// contact() itself errs by less than 9 E |a|1 B C <= 54 E B C in the determinant and by 10 E B C |r|1 <=
-// 60 E B C, 10 E C |a|1 |r|1 <= 360 E C and 360 E B in the numerators of t, u and v. A determinant of more
-// than 2e-8 (B + C), with B C <= 3 (B + C), therefore has a relative error below 1e-6, so that it is not
-// zero, and t, u and v are wrong by half a tolerance at most, apart from that factor.
+// contact() itself errs by less than 9 E |a|1 B C <= 54 E B C in the determinant and by 10 E B C |r|1 <= 60 E
+// B C, 10 E C |a|1 |r|1 <= 360 E C and 360 E B in the numerators of t, u and v. A determinant of more than
+// 2e-8 (B + C), with B C <= 3 (B + C), therefore has a relative error below 1e-6, so that it is not zero, and
+// t, u and v are wrong by half a tolerance at most, apart from that factor.
 //
 // Underflow: N >= 2^-30 makes every margin at least 2^-16 * 2^-90, and what underflows is below 2^-126 * 16.
 constexpr float e = 0x1p-24F;
@@ -207,9 +101,10 @@ Filter filter_of(const Triangle& triangle, const Frame& frame) {
     return f;
 }
 
-// Two boxes. Where contact() finds something, the line of the segment meets the plane of the triangle in one point,
-// with t, u, v and u + v beyond [0, 1] by two tolerances at most. `side_factor` makes the box around the segment and
-// that around the triangle larger by more than this, in parts of their sides, so that both hold the point.
+// Two boxes. Where contact() finds something, the line of the segment meets the plane of the triangle in one
+// point, with t, u, v and u + v beyond [0, 1] by two tolerances at most. `side_factor` makes the box around
+// the segment and that around the triangle larger by more than this, in parts of their sides, so that both
+// hold the point.
 BoxFilter::BoxFilter(const Filter& f, const Triangle& in_frame)
     : Filter(f), along_both{along_b.x + along_c.x, along_b.y + along_c.y, along_b.z + along_c.z, 0},
       slab_u(squared * side_factor + slab_margin * n_size * c_size),
@@ -224,18 +119,14 @@ BoxFilter::BoxFilter(const Filter& f, const Triangle& in_frame)
 }
 
 // With d of largest coordinate 1 and a = s d, |d|1 <= 3, the errors of contact() above are 27 E s B C in the
-// determinant, 60 E B C in the numerator of t and 180 E s C or 180 E s B in those of u and v. A determinant of s D
-// with D > 1.4e-9 B C / s + 5e-9 (B + C + B C) keeps them to the same bounds. In single precision D has an error
-// of less than 8 e N: that of n, v and w, two products and two sums.
-float most_turn(const Filter& filter, float shortest) {
+// determinant, 60 E B C in the numerator of t and 180 E s C or 180 E s B in those of u and v. A determinant
+// of s D with D > 1.4e-9 B C / s + 5e-9 (B + C + B C) keeps them to the same bounds. In single precision D
+// has an error of less than 8 e N: that of n, v and w, two products and two sums.
+float most_parallel(const Filter& filter, float shortest) {
     constexpr float of_t = 1.4e-9F, of_u_and_v = 5e-9F, of_rounding = 8 * e;
     const float area = filter.b_size * filter.c_size;
     return of_t * area / shortest + of_u_and_v * (filter.b_size + filter.c_size + area) +
            of_rounding * filter.n_size;
-}
-
-Kernels statement(model::InstructionSet set) {
-    return set >= model::InstructionSet::avx2 ? stated<Fused> : stated<Rounded>;
 }
 
 } // namespace loopwise::reduce

@@ -6,7 +6,7 @@
 
 namespace loopwise::reduce {
 
-using namespace model; // points and comparisons
+using model::equal, model::greater, model::greater_or_equal, model::operator-;
 
 struct Triangle {
     PointR3 t0, t1, t2;
@@ -40,14 +40,12 @@ inline Contact classify(double t, double u, double v) {
         greater(1, sum))
         return Contact::inside;
 
-    const auto within = [](double x) {
-        return model::greater_or_equal(x, 0) && model::greater_or_equal(1, x);
-    };
+    const auto within = [](double x) { return greater_or_equal(x, 0) && greater_or_equal(1, x); };
     const bool on_an_edge = (equal(u, 0) && within(v) && within(t)) ||
                             (equal(v, 0) && within(u) && within(t)) ||
                             (equal(sum, 1) && within(u) && within(v) && within(t));
-    const bool an_end_lies_on_it = (equal(t, 0) || equal(t, 1)) && model::greater_or_equal(u, 0) &&
-                                   model::greater_or_equal(v, 0) && model::greater_or_equal(1, sum);
+    const bool an_end_lies_on_it = (equal(t, 0) || equal(t, 1)) && greater_or_equal(u, 0) &&
+                                   greater_or_equal(v, 0) && greater_or_equal(1, sum);
     return on_an_edge || an_end_lies_on_it ? Contact::boundary : Contact::none;
 }
 

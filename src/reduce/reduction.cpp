@@ -1,26 +1,24 @@
 #include "src/reduce/reduction.hpp"
 
 #include "src/model/comparisons.hpp"
+#include "src/reduce/components.hpp"
 
-#include <bit>
-#include <cmath>
+#include <algorithm>
 #include <iostream>
-#include <memory>
-#include <optional>
+#include <vector>
 
 namespace loopwise::reduce {
+
+using namespace model;
 namespace {
 
-/// Outside these bounds products of coordinates could overflow or underflow in contact().
-constexpr double least_reach = 1e-30, most_reach = 1e30;
-
-/// Whether a chain is a loop stored with its first atom once more at its end.
+/// Whether a chain is closed and stores its first atom again at its end.
 bool has_repeated_end(const Chain& chain) {
     return !chain.empty() && chain.front().id == chain.back().id &&
            equal(0, distance(position(chain.front()), position(chain.back())));
 }
 
-/// Cuts the chain to what is left of it, with the atom that is first now repeated at its end if asked for.
+/// Cuts the chain to the beads that are left, and repeats the new first atom at the end if asked to.
 std::size_t finish(Chain& chain, std::size_t left, bool repeat_end) {
     // A chain of one atom was its own repeat and keeps it.
     if (repeat_end && left > 0) chain[left] = ChainAtom(chain.front());
@@ -29,143 +27,52 @@ std::size_t finish(Chain& chain, std::size_t left, bool repeat_end) {
 }
 
 const Kernels& fastest() {
-    static const Kernels chosen = kernels(model::chosen_instruction_set());
+    static const Kernels& chosen = kernels(chosen_instruction_set());
     return chosen;
 }
 
-/// Fewer beads than this are searched as quickly without an index.
-constexpr std::size_t fewest_indexed = 3000;
-
-/// The slots of a structure, or of a chain longer than the stack has room for, on the heap.
-class HeapSlots {
-  public:
-    using Id = std::uint32_t;
-    explicit HeapSlots(std::size_t count)
-        : count_(count), floats_(new float[3 * (count + position_padding)]), ids_(new Id[2 * count]) {}
-    Slots<Id> get() {
-        const std::size_t row = count_ + position_padding;
-        float* const x = floats_.get();
-        return {count_, x, x + row, x + 2 * row, ids_.get(), ids_.get() + count_};
-    }
-
-  private:
-    std::size_t count_;
-    std::unique_ptr<float[]> floats_;
-    std::unique_ptr<Id[]> ids_;
-};
-
-} // namespace
-
-template <class Id>
-std::size_t eliminate(const Component& component, const Slots<Id>& slots, const Kernels& kernels,
-                      const Indexing& indexing) {
-    GapBuffer<Id> beads({component.atoms, component.count}, component.closed, 0, slots);
-    Elimination<Id>({&beads, 1}, {slots.x, slots.y, slots.z}, kernels, indexing).run();
-    beads.pack();
-    return beads.count();
-}
-template std::size_t eliminate(const Component&, const Slots<std::uint16_t>&, const Kernels&,
-                               const Indexing&);
-template std::size_t eliminate(const Component&, const Slots<std::uint32_t>&, const Kernels&,
-                               const Indexing&);
-
-namespace {
-
-template <class StackSlots> [[gnu::noinline]] std::size_t eliminate_on_stack(const Component& component) {
+template <class StackSlots> [[gnu::noinline]] void eliminate_on_stack(Component& component) {
     StackSlots slots;
-    return eliminate(component, slots.get(), fastest());
+    eliminate(component, slots.get(), fastest());
 }
 
-/// Apart from a repeated end.
-template <class Eliminate> std::size_t reduce_with(Chain& chain, bool closed, Eliminate eliminate_component) {
+/// Calls eliminate(component) for the chain without its repeated end.
+template <class Eliminate> std::size_t reduce_by(Chain& chain, bool closed, Eliminate eliminate) {
     const bool repeated = has_repeated_end(chain);
-    const Component component{chain.data(), chain.size() - repeated, closed || repeated};
-    return finish(chain, eliminate_component(component), repeated);
+    Component component{chain.data(), chain.size() - repeated, closed || repeated};
+    eliminate(component);
+    return finish(chain, component.count, repeated);
 }
 
 } // namespace
-
-bool Extent::Range::is_finite() const {
-    constexpr double largest = std::numeric_limits<double>::max();
-    return !(least < -largest) && !(most > largest);
-}
-
-/// A not-a-number is neither less nor greater. Only where an infinity was met, each number is looked at.
-void Extent::widen(std::span<const ChainAtom> atoms) {
-    Extent all = *this;
-    for (const ChainAtom& atom : atoms) {
-        all.x_.widen(atom.x);
-        all.y_.widen(atom.y);
-        all.z_.widen(atom.z);
-    }
-    if (all.x_.is_finite() && all.y_.is_finite() && all.z_.is_finite()) {
-        *this = all;
-        return;
-    }
-    const auto widen_if_finite = [](Range& range, double value) {
-        if (std::isfinite(value)) range.widen(value);
-    };
-    for (const ChainAtom& atom : atoms) {
-        widen_if_finite(x_, atom.x);
-        widen_if_finite(y_, atom.y);
-        widen_if_finite(z_, atom.z);
-    }
-}
-
-Frame Extent::frame() const {
-    const double reach = std::max({x_.reach(), y_.reach(), z_.reach()});
-    const bool in_range = reach > least_reach && reach < most_reach;
-    return {{x_.middle(), y_.middle(), z_.middle()},
-            in_range ? std::ldexp(1.0, -1 - std::ilogb(reach)) : 0.0};
-}
 
 std::size_t reduce(Chain& chain, bool closed) {
     if (chain.size() < ShortChainSlots::count) return reduce_on_stack(chain, closed);
-    return reduce_with(chain, closed, [](const Component& component) {
-        HeapSlots slots(component.count + 1);
-        SegmentIndex index(fastest(), component.count, component.count);
-        return eliminate(component, slots.get(), fastest(), {&index, fewest_indexed});
+    return reduce_by(chain, closed, [](Component& component) {
+        eliminate({&component, 1}, fastest(), usual_fewest_indexed);
     });
 }
 
 std::size_t reduce_on_stack(Chain& chain, bool closed) {
-    return reduce_with(chain, closed, [](const Component& component) {
-        return component.count < ShortChainSlots::count ? eliminate_on_stack<ShortChainSlots>(component)
-                                                        : eliminate_on_stack<LongChainSlots>(component);
+    return reduce_by(chain, closed, [](Component& component) {
+        component.count < ShortChainSlots::count ? eliminate_on_stack<ShortChainSlots>(component)
+                                                 : eliminate_on_stack<LongChainSlots>(component);
     });
 }
 
-std::size_t reduce(Structure& structure, bool closed) { return reduce(structure, closed, fewest_indexed); }
-
-std::size_t reduce(Structure& structure, bool closed, std::size_t fewest_beads) {
-    // As soon as one component is marked as a loop, the marks say for all which are loops.
+std::size_t reduce(Structure& structure, bool closed, std::size_t fewest_indexed) {
+    // If any component has a repeated end, repeated ends decide for all components which are closed.
     const bool marked = std::any_of(structure.begin(), structure.end(), has_repeated_end);
     std::vector<Component> components;
-    std::vector<GapBuffer<std::uint32_t>> buffers;
-    components.reserve(structure.size()), buffers.reserve(structure.size());
-    std::size_t count = 0;
+    components.reserve(structure.size());
     for (Chain& chain : structure) {
         const bool repeated = has_repeated_end(chain);
         components.push_back({chain.data(), chain.size() - repeated, marked ? repeated : closed});
-        count += components.back().count + 1;
     }
-    HeapSlots memory(count);
-    const Slots<std::uint32_t> slots = memory.get();
-    std::size_t first = 0;
-    for (const Component& c : components) {
-        buffers.emplace_back(std::span(c.atoms, c.count), c.closed, first, slots);
-        first += c.count + 1;
-    }
-    std::optional<SegmentIndex> index;
-    if (count >= fewest_beads) index.emplace(fastest(), count, count);
-    const Indexing indexing{index ? &*index : nullptr, fewest_beads};
-    Elimination<std::uint32_t>(buffers, {slots.x, slots.y, slots.z}, fastest(), indexing).run();
-
+    eliminate(components, fastest(), fewest_indexed);
     std::size_t total = 0;
-    for (std::size_t i = 0; i < structure.size(); ++i) {
-        buffers[i].pack();
-        total += finish(structure[i], buffers[i].count(), marked && components[i].closed);
-    }
+    for (std::size_t i = 0; i < structure.size(); ++i)
+        total += finish(structure[i], components[i].count, marked && components[i].closed);
     return total;
 }
 

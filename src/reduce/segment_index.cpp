@@ -6,36 +6,39 @@
 namespace loopwise::reduce {
 namespace {
 
-/// Cells along an edge of the cube, so that what a line crosses of a row fills some groups: more rows take longer
-/// than they save.
+/// Number of cells along an edge of the cube: the cells of a row that a line crosses fill a group or two.
+/// More rows take longer than they save.
 std::size_t cells_along_edge(std::size_t segments) {
     return std::max<std::size_t>(1, static_cast<std::size_t>(std::sqrt(static_cast<double>(segments)) / 16));
 }
 
-/// A segment that is shorter than this part of the mean is loose, unless it is as long as this part of the frame:
-/// most_turn() hardly grows with shorter ones before that. Late in a reduction the mean is that of a few long ones.
+/// A segment that is shorter than this part of the mean is loose, unless it is as long as this part of the
+/// frame: most_parallel() hardly grows with shorter ones before that. Late in a reduction the mean is that of
+/// a few long ones.
 constexpr float least_of_mean = 0.25F, least_of_frame = 0x1p-9F;
 
 /// What rounding may do to a coordinate on a face and to the bounds of a run, many times over.
 constexpr float on_face = 1e-5F;
 
-/// Boxes with a largest side of more than 1/2, 1/4, 1/8 or 1/16 and the others are sorted apart: a large one would make
-/// that around sixteen large.
+/// Boxes are sorted by their largest side first, into those above 1/2, 1/4, 1/8, 1/16 and the others: one
+/// large box would inflate its parent.
 constexpr std::uint32_t sizes_of_boxes = 5;
 
-/// Boxes are sorted by the cell of a cubic grid that their middle is in, with two to the power of this along an edge.
+/// Boxes are then sorted by the cell of a cubic grid that holds their middle. The grid has two to the power
+/// of this cells along an edge.
 std::uint32_t bits_of_place(std::size_t boxes) {
     return std::max<std::uint32_t>(1, static_cast<std::uint32_t>(std::bit_width(boxes) + 2) / 3);
 }
 
-/// The bits of a number with two zeros after each: of three such, cells that are near each other are near in number.
+/// Inserts two zeros after each bit. Three such numbers make a key that is similar for cells near each other.
 std::uint32_t spread_bits(std::uint32_t x, std::uint32_t bits) {
     std::uint32_t spread = 0;
     for (std::uint32_t bit = 0; bit < bits; ++bit) spread |= (x >> bit & 1) << 3 * bit;
     return spread;
 }
 
-/// Calls put(place, i) for every key, the places in the order of the keys. Those of a key begin at starts[key] then.
+/// Calls put(place, i) for every key, the places in the order of the keys. Those of a key begin at
+/// starts[key] then.
 template <class Put>
 void sort_by_key(std::span<const std::uint32_t> keys, std::span<std::uint32_t> starts, Put put) {
     std::fill(starts.begin(), starts.end(), 0);
@@ -226,21 +229,21 @@ void SegmentIndex::put_box(std::vector<BoxGroup>& groups, std::size_t i, const B
     group.dz[lane] = box.difference[2];
 }
 
-void SegmentIndex::find_runs(std::size_t face, const Turn& turn) {
+void SegmentIndex::find_runs(std::size_t face, const ParallelQuery& query) {
     runs_.clear();
     const auto edge = static_cast<float>(edge_);
     const auto cell = [&](float x) {
         return static_cast<std::size_t>(std::clamp((x + 1) / 2 * edge, 0.0F, edge - 1));
     };
-    // Of a division by zero, all or nothing is left.
+    // Instead of dividing by zero: the line crosses all cells or none.
     const auto divisor = [](float x) { return std::copysign(std::max(std::fabs(x), 1e-30F), x); };
-    const float v = divisor(turn.v), w = divisor(turn.w);
-    const float middle = -turn.one / w, reach = (std::fabs(v) + 2 * turn.most) / std::fabs(w) + on_face;
+    const float v = divisor(query.v), w = divisor(query.w);
+    const float middle = -query.one / w, reach = (std::fabs(v) + 2 * query.most) / std::fabs(w) + on_face;
     if (middle - reach > 1 || middle + reach < -1) return;
     // In cells: the line goes through the middle of a row at start + row * slope.
-    const float slope = -turn.w / v, start = (1 - (turn.one + turn.w * (1 / edge - 1)) / v) / 2 * edge;
+    const float slope = -query.w / v, start = (1 - (query.one + query.w * (1 / edge - 1)) / v) / 2 * edge;
     const float width =
-        ((std::fabs(turn.w) * (1 / edge + on_face) + 2 * turn.most) / std::fabs(v) + on_face) / 2 * edge;
+        ((std::fabs(query.w) * (1 / edge + on_face) + 2 * query.most) / std::fabs(v) + on_face) / 2 * edge;
     const std::size_t last_row = cell(middle + reach);
     for (std::size_t row = cell(middle - reach); row <= last_row; ++row) {
         const float at = start + slope * static_cast<float>(row), least = at - width, most = at + width;

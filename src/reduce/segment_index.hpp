@@ -1,7 +1,7 @@
-// For long chains: which segments a triangle may meet, without looking at all of them.
+// Index of the segments of long chains: finds those that a triangle may meet without testing all.
 #pragma once
 
-#include "src/reduce/filter.hpp"
+#include "src/reduce/kernels.hpp"
 
 #include <algorithm>
 #include <array>
@@ -12,17 +12,17 @@
 
 namespace loopwise::reduce {
 
-/// The segments as they were when the index was made, and those that came since. What has gone since is passed
-/// over: `next_` knows which segments are there.
+/// The segments at the time when the index was made, and those that were added since. `next_` tells which
+/// segments still exist; the others are skipped.
 ///
-/// What meets a triangle is near it, or has a determinant of zero at whatever distance. For what is near, sixteen
-/// segments in a row have a box around them, and sixteen such boxes that are near each other have another.
-/// A determinant of zero means a direction perpendicular to the normal of the triangle: these lie on a great
-/// circle, which is a straight line on the faces of a cube around the origin. So the segments are also sorted
-/// by the cell of a grid on these faces where their direction falls, and only cells that the line crosses are
-/// searched. Opposite directions are the same, which leaves three faces.
+/// A segment that meets a triangle is near it, or its determinant is zero at any distance. For near segments,
+/// sixteen in a row have a box around them, and sixteen boxes that are near each other have a larger box. A
+/// determinant of zero means a direction perpendicular to the normal of the triangle. Such directions lie on
+/// a great circle, which is a straight line on the faces of a cube around the origin. So the segments are
+/// also sorted by direction, into the cells of a grid on these faces, and only cells that the line crosses
+/// are searched. Opposite directions count as one, which leaves three faces.
 ///
-/// Segments too short for a direction, or without one, and those that came since are loose: all are searched.
+/// Segments that are too short for a direction and those that were added since are loose: all are searched.
 class SegmentIndex {
   public:
     using Number = std::uint32_t;
@@ -33,29 +33,29 @@ class SegmentIndex {
         Number from, to;
     };
 
-    /// Room for so many segments between beads with numbers below `numbers`.
+    /// Allocates room for so many segments between beads with numbers below `numbers`.
     SegmentIndex(const Kernels& kernels, std::size_t segments, std::size_t numbers);
 
-    /// All segments at first, with ascending numbers where they begin; then sort().
+    /// Adds a segment. Call for all segments, by ascending numbers, and then sort().
     void add(Ends ends, PointR3 start, PointR3 end);
     void sort();
 
-    /// A segment that came for those to and from a bead.
+    /// Replaces the segments to and from a bead that has gone by one.
     void replace(Number gone, Ends ends, PointR3 start, PointR3 end);
     /// The bead after another, or no_bead.
     Number next(Number number) const { return next_[number]; }
-    /// How many segments are there.
+    /// The number of segments.
     std::size_t size() const { return count_ - replaced_; }
 
-    /// Calls visit(from) for segments, those that may meet a triangle among them, until that is true. The triangle
-    /// must have a normal.
+    /// Calls visit(from) until it returns true, for all segments that may meet a triangle and some others.
+    /// The triangle must have a normal.
     template <class Visit> bool search(const Filter& filter, const Triangle& in_frame, Visit visit);
 
   private:
-    /// More new segments or removals than one for so many segments cost more than to make the index anew.
+    /// With more new segments or removals than one for so many segments, making the index again is faster.
     static constexpr std::size_t segments_per_new = 256, segments_per_removal = 8;
 
-    /// The coordinate of a direction that is largest, and the two after it in units of it.
+    /// The largest coordinate of a direction, and the two after it divided by it.
     struct Direction {
         float v, w, length;
         std::uint32_t face;
@@ -75,14 +75,14 @@ class SegmentIndex {
             sum[axis] = range.least + range.most, difference[axis] = range.most - range.least;
         }
     };
-    /// What fills up a group of boxes: outside of the frame.
+    /// Fills up a group of boxes. It lies outside of the frame.
     static constexpr Box outside{{8, 8, 8}, {0, 0, 0}};
     static Box box_around(const SegmentGroup& group);
-    /// Where a box is among those sorted by size and place.
+    /// The key by which boxes are sorted: their size and place.
     static std::uint32_t place_of(const Box& box, std::uint32_t bits);
     static void put_box(std::vector<BoxGroup>& groups, std::size_t i, const Box& box);
 
-    /// Segments in groups, the last filled up with what was put there first.
+    /// Segments in groups. The last group may hold older segments behind the last one.
     class Segments {
       public:
         void reserve(std::size_t count) {
@@ -105,13 +105,13 @@ class SegmentIndex {
         return (count + group_size - 1) / group_size;
     }
 
-    /// Without the segments that have gone, and with those that came.
+    /// Makes the index again from the segments that exist.
     void renew();
     void sort_directions();
     void sort_boxes();
     std::size_t cell_of(const Direction& direction) const;
     /// The groups of the cells of a face that a line crosses, row by row.
-    void find_runs(std::size_t face, const Turn& turn);
+    void find_runs(std::size_t face, const ParallelQuery& query);
 
     template <class What, class Group, class Visit>
     static bool for_each(FindInGroups<What, Group> find, const What& what, const Group* groups,
@@ -172,14 +172,14 @@ bool SegmentIndex::search(const Filter& filter, const Triangle& in_frame, Visit 
     if (for_each(kernels_.find_boxes, box_filter, large_boxes_.data(), 0, large, visit_large_box))
         return true;
 
-    const float most = most_turn(filter, shortest_);
+    const float most = most_parallel(filter, shortest_);
     const std::array<float, 5> n{filter.height.x, filter.height.y, filter.height.z, filter.height.x,
                                  filter.height.y};
     for (std::size_t face = 0; face < 3; ++face) {
-        const Turn turn{n[face], n[face + 1], n[face + 2], most};
-        find_runs(face, turn);
+        const ParallelQuery query{n[face], n[face + 1], n[face + 2], most};
+        find_runs(face, query);
         for (const Run& run : runs_)
-            if (for_each(kernels_.find_directions, turn, directions_.data(), run.begin, run.end,
+            if (for_each(kernels_.find_directions, query, directions_.data(), run.begin, run.end,
                          [&](std::size_t j) { return visit_segment(sorted_[j]); }))
                 return true;
     }

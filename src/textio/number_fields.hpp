@@ -7,12 +7,12 @@
 
 namespace loopwise::textio {
 
-/// Reads identifier, x, y and z of a line into the atom as a stream of the line would extract them under
-/// the global locale: the first field that does not read ends it, with what the extraction stores then.
+/// Reads identifier, x, y and z of a line as a stream extracts them under the global locale. The first field
+/// that is not a number ends the line, with the value that the extraction stores.
 void read_fields(std::string_view line, ChainAtom& atom);
 
-/// The same for lines of four plain decimal numbers and nothing unusual, under the classic locale.
-/// False, with the atom as it was, for all others.
+/// The same for lines that begin with four plain decimal numbers, under the classic locale. Returns false,
+/// with the atom unchanged, for all other lines.
 bool read_plain_fields(std::string_view line, ChainAtom& atom);
 
 } // namespace loopwise::textio

@@ -13,12 +13,12 @@ namespace loopwise::textio {
 using namespace model;
 namespace {
 
-/// What the first line is compared with, and what it keeps for the fields that it lacks.
+/// Compared with the first line, which keeps its values for fields that it lacks.
 constexpr ChainAtom before_first_line{1.412341234, 3.432312, 0.65436, 0};
 
 class LinesOfFile {
   public:
-    /// Left alone, a stream takes an exhausted memory for the end of the file.
+    /// Without badbit, a stream treats exhausted memory as the end of the file.
     explicit LinesOfFile(std::istream& file) : file_(file) { file_.exceptions(std::ios_base::badbit); }
     bool next(std::string_view& line) {
         try {

@@ -1,4 +1,4 @@
-// Reading chains from text, in silence.
+// Reading chains from text without messages.
 #pragma once
 
 #include "libloopwise.h"
@@ -13,10 +13,10 @@ struct Reading {
     std::optional<std::int32_t> repeated; ///< the identifier of that atom
 };
 
-/// What ChainRead() makes of a file; nothing when it cannot be opened. Allocates.
+/// Reads a file like ChainRead(). Returns nothing when it cannot be opened. Allocates.
 std::optional<Reading> read_file(const char* name);
 
-/// What ChainRead_fromString() makes of a text. Allocates.
+/// Reads a text like ChainRead_fromString(). Allocates.
 Reading read_text(std::string_view text);
 
 } // namespace loopwise::textio

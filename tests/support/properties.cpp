@@ -1,5 +1,6 @@
 #include "support/properties.hpp"
 
+#include "src/reduce/reduction.hpp"
 #include "support/capture.hpp"
 #include "support/eliminated.hpp"
 #include "support/files.hpp"
@@ -40,7 +41,7 @@ void reduces(const Chain& input, bool closed) {
     for (const loopwise::model::InstructionSet set : loopwise::model::available_instruction_sets()) {
         for (std::size_t slots = 8; slots == 8 || slots / 8 < input.size(); slots *= 8)
             HOLDS(chains::same_bits(eliminated(input, closed, set, slots), theirs));
-        HOLDS(chains::same_bits(eliminated(input, closed, set, input.size() + 1, true), theirs));
+        HOLDS(chains::same_bits(eliminated_with_index(input, closed, set), theirs));
     }
 }
 
