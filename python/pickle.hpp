@@ -54,7 +54,8 @@ template <class T> void set(T& value, const py::handle& plain) {
         set(converted, plain);
         value = converters<T>.second(converted);
     } else if constexpr (is_a<T, std::optional>) {
-        if (!plain.is_none()) set(value.emplace(), plain);
+        // Not emplace(), which clang 14 refuses for nested structs.
+        if (!plain.is_none()) set(*(value = typename T::value_type{}), plain);
     } else if constexpr (is_a<T, std::vector>) {
         for (const py::handle one : plain) {
             typename T::value_type element{};

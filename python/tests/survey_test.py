@@ -201,8 +201,9 @@ def test_results_come_back_from_a_pickle_whole(trefoil):
     pair = lw.survey([labelled, lw.sample("unknot")], method="point", closures=20, seed=3)
     found, knot = lw.fingerprint(labelled, closures=5), lw.knot(lw.close(trefoil, direction=0))
     part = pair.components[0]
-    copies = pickle.loads(pickle.dumps([pair, part, part.smallest, pair.typical, found, found.places[0], knot]))
-    for one, copy in zip([pair, part, part.smallest, pair.typical, found, found.places[0], knot], copies):
+    results = [pair, part, part.smallest, pair.typical, found, found.places[0], knot]
+    copies = pickle.loads(pickle.dumps(results))
+    for one, copy in zip(results, copies):
         names = [name for name, member in vars(type(one)).items() if isinstance(member, property)]
         assert len(names) > 3
         for name in names:
@@ -223,8 +224,9 @@ def test_knots_are_values_and_polynomials_are_written_as_in_reports(trefoil):
     assert turned.invariant_texts["Jones polynomial"] == "-t^-4 + t^-3 + t^-1"
     angle = np.linspace(0, 2 * np.pi, 40, endpoint=False)
     rings = [
-        np.stack([(2 + np.cos(turn)) * np.cos(angle), (2 + np.cos(turn)) * np.sin(angle), np.sin(turn)], axis=1)
+        np.stack([wide * np.cos(angle), wide * np.sin(angle), np.sin(turn)], axis=1)
         for turn in (2 * angle, 2 * angle + np.pi)
+        for wide in [2 + np.cos(turn)]
     ]
     link = lw.knot(rings)
     assert "Jones polynomial -t^(-5/2) + " in link._repr_html_() and link.jones[-2.5] == -1
