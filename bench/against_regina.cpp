@@ -102,7 +102,8 @@ Count say(const char* what, Count count) {
 Count braids() {
     Count count;
     for (const loopwise::knots::BraidRow& row : loopwise::knots::braid_rows)
-        compare(row.name, loopwise::knots::closed_braid(row.strands, row.word), true, count);
+        compare(std::to_string(row.crossings) + '_' + std::to_string(row.number),
+                loopwise::knots::closed_braid(row.strands, row.word), true, count);
     return say("Jones and Alexander polynomials of the table's braids", count);
 }
 
@@ -111,10 +112,10 @@ Count random_braids() {
     chains::Random random(71);
     while (count.diagrams < 2000) {
         const int strands = 3 + random.below(4);
-        std::vector<signed char> word;
+        std::string word;
         for (int length = 8 + random.below(14); length > 0; --length)
-            word.push_back(static_cast<signed char>((1 + random.below(strands - 1)) * (random.below(2) == 0 ? 1 : -1)));
-        for (int k = 1; k < strands; ++k) word.push_back(static_cast<signed char>(k)); // no strand by itself
+            word += static_cast<char>((random.below(2) == 0 ? 'a' : 'A') + random.below(strands - 1));
+        for (int k = 1; k < strands; ++k) word += static_cast<char>('a' + k - 1); // no strand by itself
         const Diagram diagram = loopwise::knots::closed_braid(strands, word);
         if (diagram.loops <= 2) compare("braid", diagram, true, count);
     }

@@ -90,7 +90,6 @@ void add(const std::string& what, Rings rings) {
 } // namespace
 
 int main(int argc, char** argv) {
-    loopwise::knots::knot_table();
     for (int beads = 6; beads <= 12; ++beads) add("core_of_" + std::to_string(beads), rings_of(beads));
     add("whole_closure", rings_of(0));
     add("lattice_tangle_of_500", {lattice_tangle(500, 8)});

@@ -128,7 +128,7 @@ std::string chains_in_title(const survey::Result& result) {
     return result.whole.name.empty() ? "" : (chains > 1 ? ", chains " : ", chain ") + result.whole.name;
 }
 
-/// The verdict on a single chain, or on the two of a structure.
+/// The verdict on a single chain, or on all chains of a structure.
 std::string knot_shown(const survey::Result& result) {
     const survey::Tally& tally = result.components.size() == 1 ? result.components.front() : result.whole;
     if (tally.knots.empty()) return "";

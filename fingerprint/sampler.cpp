@@ -117,10 +117,10 @@ class SubchainSampler {
                                  survey::count(counts, counted_as(closure.knot));
                                  return true;
                              });
-        const auto& [knot, closures] = most_frequent(counts);
-        const Outcome outcome{{knots_.number_of(knot), static_cast<std::uint16_t>(closures)},
+        const survey::KnotCount& most = most_frequent(counts);
+        const Outcome outcome{{knots_.number_of(most.knot), static_cast<std::uint16_t>(most.closures)},
                               subchain_work(s.size()) + work / static_cast<double>(plan_.closures),
-                              knot.is_knot()};
+                              most.knot.is_knot()};
         if (s == matrix_.whole_chain()) whole_ = std::move(counts);
         return outcome;
     }

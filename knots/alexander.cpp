@@ -1,5 +1,6 @@
 #include "knots/invariants.hpp"
 
+#include "knots/arcs.hpp"
 #include "knots/modular.hpp"
 
 #include <algorithm>
@@ -24,30 +25,6 @@ constexpr std::array<std::uint64_t, most + 1> make_inverses() {
     return result;
 }
 constexpr std::array<std::uint64_t, most + 1> inverses = make_inverses();
-
-/// The relation of a crossing between the arcs that meet there: (1 - t) over + t one - other = 0. An arc runs from one
-/// passage below to the next.
-struct Relation {
-    int over, one, other;
-};
-
-std::vector<Relation> relations(const Diagram& diagram) {
-    std::vector<Relation> result(diagram.crossings.size());
-    Dart in = 0;
-    int arc = 0;
-    do {
-        Relation& relation = result[static_cast<std::size_t>(crossing_of(in))];
-        const bool positive = diagram.at(in).sign > 0;
-        if (is_under(in)) {
-            (positive ? relation.one : relation.other) = arc;
-            arc = (arc + 1) % diagram.size();
-            (positive ? relation.other : relation.one) = arc;
-        } else
-            relation.over = arc;
-        in = diagram.across(opposite(in));
-    } while (in != 0);
-    return result;
-}
 
 /// A determinant as a fraction.
 struct Fraction {
@@ -81,8 +58,9 @@ Fraction determinant(std::vector<std::uint64_t>& matrix, std::size_t size) {
     return result;
 }
 
-Fraction value_at(std::uint64_t t, const std::vector<Relation>& relations, std::vector<std::uint64_t>& matrix) {
-    const std::size_t size = relations.size() - 1;
+/// The relation of a crossing between the arcs that meet there: (1 - t) over + t one - other = 0.
+Fraction value_at(std::uint64_t t, const std::vector<Meeting>& meetings, std::vector<std::uint64_t>& matrix) {
+    const std::size_t size = meetings.size() - 1;
     matrix.assign(size * size, 0);
     for (std::size_t row = 0; row < size; ++row) {
         const auto count = [&](int arc, std::uint64_t coefficient) {
@@ -90,9 +68,9 @@ Fraction value_at(std::uint64_t t, const std::vector<Relation>& relations, std::
             std::uint64_t& entry = matrix[row * size + static_cast<std::size_t>(arc)];
             entry = add(entry, coefficient);
         };
-        count(relations[row].over, subtract(1, t));
-        count(relations[row].one, t);
-        count(relations[row].other, prime - 1);
+        count(meetings[row].over, subtract(1, t));
+        count(meetings[row].one, t);
+        count(meetings[row].other, prime - 1);
     }
     return determinant(matrix, size);
 }
@@ -117,10 +95,10 @@ std::optional<Laurent> alexander(const Diagram& diagram) {
     const std::size_t count = diagram.crossings.size();
     if (count > most || diagram.loops != 1) return {};
     if (count < 3) return Laurent::one();
-    const std::vector<Relation> rows = relations(diagram);
+    const Arcs arcs = arcs_of(diagram);
     std::vector<std::uint64_t> matrix, values, below, products{1};
     for (std::size_t t = 1; t <= count; ++t) {
-        const Fraction value = value_at(t, rows, matrix);
+        const Fraction value = value_at(t, arcs.meetings, matrix);
         values.push_back(value.above);
         below.push_back(value.below);
         products.push_back(multiply(products.back(), value.below));

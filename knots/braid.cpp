@@ -1,6 +1,5 @@
 #include "knots/braid.hpp"
 
-#include <cstdlib>
 #include <numeric>
 #include <utility>
 
@@ -8,7 +7,7 @@ namespace loopwise::knots {
 
 /// All strands run upwards. The strand below enters a crossing at place 0, the lower left end of a negative crossing
 /// and the lower right end of a positive one.
-Diagram closed_braid(int strands, std::span<const signed char> word) {
+Diagram closed_braid(int strands, std::string_view word) {
     const auto count = static_cast<std::size_t>(strands);
     Diagram diagram;
     std::vector<Dart> first(count, -1), last(count, -1);
@@ -20,10 +19,9 @@ Diagram closed_braid(int strands, std::span<const signed char> word) {
         else
             diagram.link(last[place], in);
     };
-    for (const int letter : word) {
-        if (letter == 0) break;
-        const auto left = static_cast<std::size_t>(std::abs(letter) - 1), right = left + 1;
-        const bool positive = letter > 0;
+    for (const char letter : word) {
+        const bool positive = letter >= 'a';
+        const auto left = static_cast<std::size_t>(letter - (positive ? 'a' : 'A')), right = left + 1;
         const int below = owner[positive ? right : left], above = owner[positive ? left : right];
         const int crossing = diagram.add({positive ? 1 : -1, below, above});
         const Dart under = 4 * crossing, over = diagram.over_in(crossing);

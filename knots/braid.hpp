@@ -3,12 +3,12 @@
 
 #include "knots/diagram.hpp"
 
-#include <span>
+#include <string_view>
 
 namespace loopwise::knots {
 
-/// The closure of a braid. The letter k is a positive crossing of the strands k and k + 1, -k a negative one; 0 ends
-/// the word early. Every letter is less than the number of strands.
-Diagram closed_braid(int strands, std::span<const signed char> word);
+/// The closure of a braid. The letter a is a positive crossing of the strands 1 and 2, b of 2 and 3, and so on;
+/// capitals are negative crossings.
+Diagram closed_braid(int strands, std::string_view word);
 
 } // namespace loopwise::knots

@@ -50,4 +50,16 @@ int Diagram::linking_number(int one, int other) const {
     return sum / 2;
 }
 
+/// Where an edge arrives, the next one around the face on its left leaves one place clockwise.
+void find_faces(const Diagram& diagram, Faces& faces) {
+    faces.left_of.assign(diagram.mate.size(), -1);
+    faces.any_end.clear();
+    for (Dart start = 0; start < static_cast<Dart>(diagram.mate.size()); ++start) {
+        if (faces.left_of[static_cast<std::size_t>(start)] >= 0) continue;
+        for (Dart d = start; faces.left_of[static_cast<std::size_t>(d)] < 0; d = turned(diagram.across(d), 3))
+            faces.left_of[static_cast<std::size_t>(d)] = static_cast<int>(faces.any_end.size());
+        faces.any_end.push_back(start);
+    }
+}
+
 } // namespace loopwise::knots

@@ -58,4 +58,12 @@ struct Diagram {
     int linking_number(int one, int other) const;
 };
 
+/// The faces of a diagram without gaps in its numbers, that is the regions of the sphere. Of a diagram that falls
+/// apart, each part is alone on a sphere.
+struct Faces {
+    std::vector<int> left_of;  ///< of a dart, the face on its left, looking along its edge
+    std::vector<Dart> any_end; ///< a dart around every face
+};
+void find_faces(const Diagram& diagram, Faces& faces);
+
 } // namespace loopwise::knots

@@ -1,5 +1,6 @@
 #include "knots/invariants.hpp"
 
+#include <algorithm>
 #include <array>
 
 namespace loopwise::knots {
@@ -36,6 +37,21 @@ std::vector<ComputedInvariant> invariants_of(const Diagram& diagram) {
             break;
     }
     return computed;
+}
+
+std::vector<ComputedInvariant> product(std::span<const ComputedInvariant> a, std::span<const ComputedInvariant> b) {
+    std::vector<ComputedInvariant> both;
+    for (std::size_t i = 0; i < std::min(a.size(), b.size()); ++i) {
+        const auto* const one = std::get_if<Laurent>(&a[i].value);
+        const auto* const other = std::get_if<Laurent>(&b[i].value);
+        if (!one || !other)
+            both.push_back({a[i].invariant, std::get<std::int64_t>(a[i].value) + std::get<std::int64_t>(b[i].value)});
+        else if (std::optional<Laurent> polynomial = product(*one, *other))
+            both.push_back({a[i].invariant, *std::move(polynomial)});
+        else
+            break;
+    }
+    return both;
 }
 
 const Laurent* find_polynomial(std::span<const ComputedInvariant> computed, std::string_view key) {

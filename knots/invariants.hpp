@@ -54,6 +54,9 @@ struct ComputedInvariant {
 /// All invariants that can be computed of a diagram; none without the Jones polynomial, which every name needs.
 std::vector<ComputedInvariant> invariants_of(const Diagram& diagram);
 
+/// The invariants of a connected sum, from those of its parts: products of polynomials, sums of numbers.
+std::vector<ComputedInvariant> product(std::span<const ComputedInvariant> a, std::span<const ComputedInvariant> b);
+
 /// The polynomial with this key; null where there is none.
 const Laurent* find_polynomial(std::span<const ComputedInvariant> computed, std::string_view key);
 

@@ -1,5 +1,6 @@
 #include "knots/knot.hpp"
 
+#include "knots/factors.hpp"
 #include "knots/names.hpp"
 #include "knots/simplify.hpp"
 #include "knots/table.hpp"
@@ -23,21 +24,53 @@ const KnotName& unknot(int crossings) {
     return names[static_cast<std::size_t>(crossings)];
 }
 
-KnotType type_of(const Laurent& jones, const Laurent& alexander, int crossings) {
-    const bool like_unknot = jones == Laurent::one();
-    std::vector<KnotSum> candidates = candidates_of(jones, alexander, crossings);
-    if (!candidates.empty()) return KnotType::named(std::move(candidates), crossings <= table_crossings || like_unknot);
-    return like_unknot ? KnotType::too_complex(crossings) : KnotType::unknown(jones);
-}
+/// Attempts at random to find fewer crossings or more factors, where a name is not certain without.
+constexpr int attempts = 4000;
 
-/// Names a diagram that no move makes smaller.
-KnotName name_of(const Diagram& diagram) {
-    if (diagram.size() <= surely_unknotted) return unknot(diagram.size());
-    KnotName name{KnotType::too_complex(diagram.size()), diagram.size(), invariants_of(diagram)};
+KnotName name_of(const std::vector<Factor>& factors, bool tried);
+
+/// Names a diagram of one factor that no move makes smaller.
+KnotName name_of(const Diagram& diagram, bool tried) {
+    const int crossings = diagram.size();
+    if (crossings <= surely_unknotted) return unknot(crossings);
+    KnotName name{KnotType::too_complex(crossings), crossings, invariants_of(diagram)};
     const Laurent* const v = find_polynomial(name.invariants, "jones");
     const Laurent* const delta = find_polynomial(name.invariants, "alexander");
-    if (v && delta) name.type = type_of(*v, *delta, diagram.size());
+    const bool known = v && delta, like_unknot = known && *v == Laurent::one();
+    std::vector<KnotSum> candidates;
+    if (known) candidates = candidates_of(*v, *delta, crossings, is_alternating(diagram));
+    const bool complete = crossings <= table_crossings;
+    const bool certain = known && (complete || like_unknot != candidates.empty());
+    if (!certain && !tried) {
+        const std::vector<Factor> factors = factors_of(diagram, table_crossings, attempts);
+        if (factors.size() != 1 || factors.front().diagram.size() < crossings) return name_of(factors, true);
+    }
+    if (!known || (like_unknot && candidates.empty())) return name;
+    if (!like_unknot && !candidates.empty() && (!complete || candidates.size() > 1))
+        exclude(candidates, diagram, complete);
+    name.type = candidates.empty() ? KnotType::unknown(*v) : KnotType::named(std::move(candidates), certain);
     return name;
+}
+
+/// Names a connected sum.
+KnotName name_of(const std::vector<Factor>& factors, bool tried) {
+    KnotName name = unknot(0);
+    for (const Factor& factor : factors) {
+        KnotName other = name_of(factor.diagram, tried);
+        if (&factor == &factors.front())
+            name = std::move(other);
+        else
+            name = {KnotType::sum(name.type, other.type), name.crossings + other.crossings,
+                    product(name.invariants, other.invariants)};
+    }
+    const Laurent* const v = find_polynomial(name.invariants, "jones");
+    if (name.type.status == KnotStatus::unknown && v) name.type.jones = *v;
+    return name;
+}
+
+KnotName name_of(Diagram diagram) {
+    if (diagram.size() < fewest_in_sum) return name_of(diagram, false);
+    return name_of(factors_of(std::move(diagram), table_crossings), false);
 }
 
 /// Larger diagrams seldom come twice.
@@ -80,12 +113,13 @@ View reduced_view(std::span<const ChainAtom> loop) {
 
 KnotName knot_of(Diagram diagram) {
     simplify(diagram, table_crossings);
-    return name_of(diagram);
+    return name_of(std::move(diagram));
 }
 
 KnotName knot_of(std::span<const ChainAtom> loop) {
-    const View view = reduced_view(loop);
-    return view.fault == PolygonFault::none ? name_of(view.diagram) : KnotName{KnotType::no_polygon(view.fault)};
+    View view = reduced_view(loop);
+    return view.fault == PolygonFault::none ? name_of(std::move(view.diagram))
+                                            : KnotName{KnotType::no_polygon(view.fault)};
 }
 
 const KnotName& KnotNamer::name(std::span<const ChainAtom> loop) {

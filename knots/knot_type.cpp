@@ -1,8 +1,10 @@
 #include "knots/knot_type.hpp"
 
+#include "knots/links.hpp"
 #include "knots/table.hpp"
 
 #include <algorithm>
+#include <tuple>
 
 namespace loopwise::knots {
 namespace {
@@ -20,6 +22,8 @@ const char* words(PolygonFault fault) {
 }
 
 std::string text(const PrimeKnot& prime) {
+    if (prime == beyond_table(1)) return "beyond ten crossings";
+    if (prime.number == 0) return "no link of the table";
     const char* const hands[] = {"", "+", "-"};
     std::string name = hands[static_cast<int>(prime.hand)];
     name.append(std::to_string(prime.crossings));
@@ -33,25 +37,49 @@ std::string text(const KnotSum& sum) {
     return all.empty() ? "0_1" : all;
 }
 
-/// Candidates are the knots, or the links, of one table.
-const char* beyond_the_table(const KnotSum& candidate) {
-    static_assert(table_crossings == 9 && table_link_crossings == 5);
-    const bool is_link = !candidate.empty() && candidate.front().loops > 1;
-    return is_link ? " or beyond five crossings" : " or beyond nine crossings";
+bool is_link(const KnotSum& sum) {
+    return std::any_of(sum.begin(), sum.end(), [](const PrimeKnot& prime) { return prime.loops > 1; });
+}
+
+/// What the candidates of a table leave out.
+const char* limit_of(const KnotType& type) {
+    static_assert(table_crossings == 10 && table_link_crossings == 8);
+    return is_link(type.candidates.front()) ? "eight" : "ten";
 }
 
 } // namespace
 
-KnotType KnotType::apart(KnotType one, KnotType other) {
-    const bool proven = one.proven && other.proven;
-    if (one.is_unknot() && other.is_unknot()) return named({unlink}, proven);
-    return {.status = KnotStatus::apart, .proven = proven, .loops = {std::move(one), std::move(other)}};
+KnotType KnotType::apart(std::vector<KnotType> pieces) {
+    if (pieces.size() == 1) return pieces.front();
+    const bool proven = std::all_of(pieces.begin(), pieces.end(), [](const KnotType& p) { return p.proven; });
+    for (const KnotType& piece : pieces)
+        if (!piece.has_name()) return piece;
+    if (std::all_of(pieces.begin(), pieces.end(), [](const KnotType& p) { return p.is_unknot(); }))
+        return named({{unlink(static_cast<int>(pieces.size()))}}, proven);
+    return {.status = KnotStatus::apart, .proven = proven, .loops = std::move(pieces)};
+}
+
+KnotType KnotType::sum(const KnotType& one, const KnotType& other) {
+    if (one.status == KnotStatus::too_complex || other.status == KnotStatus::too_complex)
+        return too_complex(one.crossings + other.crossings);
+    KnotType both{.status = std::max(one.status, other.status), .proven = one.proven && other.proven};
+    const auto place = [](const PrimeKnot& prime) {
+        return std::tuple(prime.crossings == 0, -prime.loops, prime.crossings, prime.number, prime.hand);
+    };
+    for (const KnotSum& a : one.candidates)
+        for (const KnotSum& b : other.candidates) {
+            KnotSum& sum = both.candidates.emplace_back(a);
+            sum.insert(sum.end(), b.begin(), b.end());
+            std::sort(sum.begin(), sum.end(),
+                      [&](const PrimeKnot& x, const PrimeKnot& y) { return place(x) < place(y); });
+        }
+    return both;
 }
 
 // Written out: clang 14 does not survive the default one of a class that holds a vector of itself.
 bool KnotType::operator==(const KnotType& other) const {
     return status == other.status && proven == other.proven && candidates == other.candidates && loops == other.loops &&
-           jones == other.jones && crossings == other.crossings && fault == other.fault;
+           crossings == other.crossings && fault == other.fault;
 }
 
 std::strong_ordering operator<=>(const KnotType& a, const KnotType& b) { return text(a) <=> text(b); }
@@ -60,17 +88,28 @@ std::string text(const KnotType& type) {
     std::string all;
     switch (type.status) {
     case KnotStatus::named:
+    case KnotStatus::unknown:
         for (const KnotSum& sum : type.candidates) all.append(all.empty() ? "" : " or ").append(text(sum));
-        return type.proven ? all : all + beyond_the_table(type.candidates.front());
+        return type.proven ? all : all.append(" or beyond ").append(limit_of(type)).append(" crossings");
     case KnotStatus::apart:
         for (const KnotType& loop : type.loops) all.append(all.empty() ? "" : ", ").append(text(loop));
         return all + " apart";
-    case KnotStatus::unknown: return "unknown: " + text(type.jones);
     case KnotStatus::too_complex: return "not named: " + std::to_string(type.crossings) + " crossings";
     case KnotStatus::no_polygon: return std::string("not named: ") + words(type.fault);
     case KnotStatus::unnamed: break;
     }
     return "not named";
+}
+
+std::string why_not_proven(const KnotType& type) {
+    for (const KnotType& loop : type.loops)
+        if (!loop.proven) return why_not_proven(loop);
+    if (type.proven || type.candidates.empty()) return "";
+    return std::string("the simplified diagram has more than ")
+        .append(limit_of(type))
+        .append(" crossings; a larger ")
+        .append(is_link(type.candidates.front()) ? "link" : "knot")
+        .append(" can have the same invariants");
 }
 
 std::string short_text(const KnotType& type, std::size_t width) {
@@ -83,7 +122,8 @@ std::string short_text(const KnotType& type, std::size_t width) {
 std::vector<std::string> names_of(const KnotType& type) {
     if (type.status == KnotStatus::apart) return {text(type)};
     std::vector<std::string> names;
-    for (const KnotSum& sum : type.candidates) names.push_back(text(sum));
+    if (type.status == KnotStatus::named)
+        for (const KnotSum& sum : type.candidates) names.push_back(text(sum));
     return names;
 }
 

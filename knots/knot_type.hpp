@@ -1,4 +1,4 @@
-// What a closed polygon, or a link of two, is: a value to compare and to count.
+// What a closed polygon, or a link of several, is: a value to compare and to count.
 #pragma once
 
 #include "knots/laurent.hpp"
@@ -26,13 +26,15 @@ struct PrimeKnot {
 /// The factors of a connected sum, in the order of the table. The unknot has none.
 using KnotSum = std::vector<PrimeKnot>;
 
-/// Two loops that are not linked.
-inline const KnotSum unlink{{0, 1, Hand::none, 2}};
+/// Loops that are not linked.
+constexpr PrimeKnot unlink(int loops) { return {0, 1, Hand::none, loops}; }
+/// Any prime knot, or link, that is not in the table.
+constexpr PrimeKnot beyond_table(int loops) { return {0, 0, Hand::none, loops}; }
 
 enum class KnotStatus {
     named,       ///< `candidates` has one knot, or several that the polynomials do not tell apart
-    apart,       ///< two loops that come apart, each with a type in `loops`
-    unknown,     ///< no knot of the table has these polynomials; `jones` tells unknown knots apart
+    apart,       ///< loops that come apart; the types of their pieces are in `loops`
+    unknown,     ///< likewise, but a factor is beyond the table
     too_complex, ///< `crossings` are left: too many for the polynomials, or for them to prove the unknot
     no_polygon,  ///< see `fault`
     unnamed,     ///< one of the last two, whichever
@@ -42,11 +44,11 @@ enum class KnotStatus {
 struct KnotType {
     KnotStatus status = KnotStatus::unnamed;
     /// Whether every knot that the polygon can be is a candidate. Otherwise a knot of more crossings than the table
-    /// has may share the polynomials.
+    /// has may share the invariants.
     bool proven = false;
     std::vector<KnotSum> candidates{};
     std::vector<KnotType> loops{};
-    Laurent jones{};
+    Laurent jones{}; ///< of an unknown knot; not compared
     int crossings = 0;
     PolygonFault fault = PolygonFault::none;
 
@@ -54,24 +56,40 @@ struct KnotType {
     static KnotType named(std::vector<KnotSum> candidates, bool proven) {
         return {.status = KnotStatus::named, .proven = proven, .candidates = std::move(candidates)};
     }
-    static KnotType apart(KnotType one, KnotType other);
-    static KnotType unknown(Laurent jones) { return {.status = KnotStatus::unknown, .jones = std::move(jones)}; }
+    /// Pieces that come apart, at least one.
+    static KnotType apart(std::vector<KnotType> pieces);
+    static KnotType unknown(Laurent jones, int loops = 1) {
+        return {.status = KnotStatus::unknown,
+                .proven = true,
+                .candidates = {{beyond_table(loops)}},
+                .jones = std::move(jones)};
+    }
+    /// The connected sum.
+    static KnotType sum(const KnotType& one, const KnotType& other);
     static KnotType too_complex(int crossings) { return {.status = KnotStatus::too_complex, .crossings = crossings}; }
     static KnotType no_polygon(PolygonFault fault) { return {.status = KnotStatus::no_polygon, .fault = fault}; }
 
     bool operator==(const KnotType& other) const;
     bool has_name() const { return status <= KnotStatus::unknown; }
     bool is_unknot() const { return status == KnotStatus::named && candidates == std::vector<KnotSum>{{}}; }
+    /// Whether it is of several loops, and none is linked with all others.
+    bool comes_apart() const {
+        return status == KnotStatus::apart || (status == KnotStatus::named && !candidates.front().empty() &&
+                                               candidates.front().front().crossings == 0);
+    }
     bool is_knot() const { return has_name() && !is_unknot(); }
 };
 
 /// The order of reports: by text.
 std::strong_ordering operator<=>(const KnotType& a, const KnotType& b);
 
-/// As reports say it: "+3_1 # 4_1", "-9_12 or 4_1 # -5_2", "-5_1 or beyond nine crossings" where it is not proven,
-/// "+3_1, 0_1 apart", "unknown: " and the Jones polynomial, "not named: 71 crossings", "not named: repeated beads".
-/// Types are equal where their texts are.
+/// As reports say it: "+3_1 # 4_1", "-9_12 or 4_1 # -5_2", "-5_1 or beyond ten crossings" where it is not proven,
+/// "+3_1, 0_1 apart", "beyond ten crossings", "not named: 71 crossings", "not named: repeated beads". Types are equal
+/// where their texts are.
 std::string text(const KnotType& type);
+
+/// Why a name is not proven, in a sentence; empty where it is.
+std::string why_not_proven(const KnotType& type);
 
 /// The text in at most `width` characters, at least 4, for columns and pictures: what is cut off leaves " ...".
 std::string short_text(const KnotType& type, std::size_t width);

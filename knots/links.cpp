@@ -1,105 +1,163 @@
 #include "knots/links.hpp"
 
 #include "knots/braid.hpp"
+#include "knots/braid_words.hpp"
+#include "knots/factors.hpp"
 #include "knots/simplify.hpp"
 #include "knots/table.hpp"
 
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <numeric>
 
 namespace loopwise::knots {
 namespace {
 
+/// Of all pairs, without their signs, which depend on directions; in order.
+std::vector<int> linking_numbers(const Diagram& diagram) {
+    std::vector<int> numbers;
+    for (int i = 0; i < diagram.loops; ++i)
+        for (int j = i + 1; j < diagram.loops; ++j) numbers.push_back(std::abs(diagram.linking_number(i, j)));
+    std::sort(numbers.begin(), numbers.end());
+    return numbers;
+}
+
 struct TableLink {
     PrimeKnot link;
     Laurent jones;
-    int linking_number; ///< its absolute value
+    std::vector<int> numbers;
 };
 
-/// Both hands of the links to table_link_crossings in Rolfsen's table, from their shortest braids.
-std::vector<TableLink> computed() {
-    struct Row {
-        int crossings, strands;
-        std::array<signed char, 6> word;
-    };
-    constexpr std::array<Row, 4> rows{{{0, 2, {}}, {2, 2, {1, 1}}, {4, 2, {1, 1, 1, 1}}, {5, 3, {1, -2, 1, -2, -2}}}};
-    std::vector<TableLink> table;
-    for (const Row& row : rows) {
-        const Diagram diagram = closed_braid(row.strands, row.word);
-        const int number = std::abs(diagram.linking_number(0, 1));
-        for (auto& [hand, polynomial] : by_hand(*jones(diagram)))
-            table.push_back({{row.crossings, 1, hand, 2}, std::move(polynomial), number});
-    }
+/// Both hands of the links of the table, and loops that are not linked.
+const std::vector<TableLink>& link_table() {
+    static const auto table = [] {
+        std::vector<TableLink> links;
+        const auto add = [&links](const LinkRow& row) {
+            const Diagram diagram = closed_braid(row.strands, row.word);
+            const Laurent own = *jones(diagram), mirror = mirrored(own);
+            const std::vector<int> numbers = linking_numbers(diagram);
+            const PrimeKnot link{row.crossings, row.number, Hand::none, row.loops};
+            if (own == mirror) {
+                links.push_back({link, own, numbers});
+                return;
+            }
+            const bool right = hand_by(own) > 0;
+            links.push_back({link, right ? own : mirror, numbers});
+            links.back().link.hand = Hand::right;
+            links.push_back({link, right ? mirror : own, numbers});
+            links.back().link.hand = Hand::left;
+        };
+        for (const LinkRow& unlink : {LinkRow{0, 1, 2, 2, ""}, LinkRow{0, 1, 3, 3, ""}}) add(unlink);
+        for (const LinkRow& row : link_rows) add(row);
+        return links;
+    }();
     return table;
 }
 
-/// The diagram of one of the loops alone.
-Diagram only(Diagram diagram, int loop) {
+/// Attempts at random to find fewer crossings or more factors, where a name is not certain without.
+constexpr int attempts = 1000;
+
+KnotType type_of(const std::vector<Factor>& factors, int loops, bool tried);
+
+/// The type of a factor that no move makes smaller.
+KnotType type_of(const Diagram& diagram, bool tried) {
+    if (diagram.loops == 1) return knot_of(diagram).type;
+    const std::optional<Laurent> v = jones(diagram);
+    std::vector<KnotSum> candidates;
+    if (v)
+        for (const TableLink& known : link_table())
+            if (known.jones == *v && known.link.loops == diagram.loops && known.numbers == linking_numbers(diagram))
+                candidates.push_back({known.link});
+    const bool certain = !candidates.empty() && diagram.size() <= table_link_crossings;
+    if (!certain && !tried) {
+        const std::vector<Factor> factors = factors_of(diagram, 0, attempts);
+        if (factors.size() != 1 || factors.front().diagram.size() < diagram.size())
+            return type_of(factors, diagram.loops, true);
+    }
+    if (!v) return KnotType::too_complex(diagram.size());
+    return candidates.empty() ? KnotType::unknown(*v, diagram.loops) : KnotType::named(std::move(candidates), certain);
+}
+
+/// Loops that share factors, one after the other, are one piece; pieces come apart.
+KnotType type_of(const std::vector<Factor>& factors, int loops, bool tried) {
+    std::vector<std::size_t> piece(static_cast<std::size_t>(loops)); // of a loop: the first loop of its piece
+    std::iota(piece.begin(), piece.end(), 0);
+    for (const Factor& factor : factors)
+        for (const int loop : factor.loops) {
+            const auto [low, high] =
+                std::minmax(piece[static_cast<std::size_t>(loop)], piece[static_cast<std::size_t>(factor.loops[0])]);
+            std::replace(piece.begin(), piece.end(), std::size_t{high}, std::size_t{low});
+        }
+    std::vector<KnotType> types(piece.size(), KnotType::unknot());
+    for (const Factor& factor : factors) {
+        KnotType& type = types[piece[static_cast<std::size_t>(factor.loops[0])]];
+        type = KnotType::sum(type, type_of(factor.diagram, tried));
+    }
+    std::vector<KnotType> apart;
+    for (std::size_t loop = 0; loop < piece.size(); ++loop)
+        if (piece[loop] == loop) apart.push_back(std::move(types[loop]));
+    return KnotType::apart(std::move(apart));
+}
+
+/// The type of a diagram that no move makes smaller.
+KnotType type_of(Diagram diagram) {
+    const int loops = diagram.loops;
+    return type_of(factors_of(std::move(diagram), 0), loops, false);
+}
+
+/// The diagram of two of the loops alone.
+Diagram only(Diagram diagram, int one, int other) {
     for (int c = 0; c < diagram.size(); ++c) {
         const Crossing& crossing = diagram.crossings[static_cast<std::size_t>(c)];
-        if (crossing.under != loop || crossing.over != loop) diagram.dissolve(c);
+        for (const int loop : {crossing.under, crossing.over})
+            if (loop != one && loop != other) {
+                diagram.dissolve(c);
+                break;
+            }
     }
     diagram.renumber();
-    for (Crossing& c : diagram.crossings) c.under = c.over = 0;
-    diagram.loops = 1;
+    for (Crossing& c : diagram.crossings) c.under = c.under == other, c.over = c.over == other;
+    diagram.loops = 2;
     return diagram;
 }
 
-/// Names two loops that come apart: without a crossing between them.
-KnotName apart(const Diagram& diagram) {
-    KnotName one = knot_of(only(diagram, 0)), other = knot_of(only(diagram, 1));
-    if (!one.type.has_name()) return one;
-    if (!other.type.has_name()) return other;
-    return {KnotType::apart(std::move(one.type), std::move(other.type)), one.crossings + other.crossings,
-            invariants_of(diagram)};
+View view_of(std::span<const std::span<const ChainAtom>> loops) {
+    std::vector<std::span<const ChainAtom>> polygons;
+    for (const auto loop : loops) polygons.push_back(without_copy_of_first(loop));
+    View view = project_diagram(polygons);
+    simplify(view.diagram, 0);
+    return view;
 }
 
 } // namespace
 
-Linking linking_of(std::span<const std::span<const ChainAtom>> loops) {
-    Linking result;
-    if (loops.size() < 2) return result;
-    std::vector<std::span<const ChainAtom>> polygons;
-    for (const auto loop : loops) polygons.push_back(without_copy_of_first(loop));
-    const View view = project_diagram(polygons);
-    result.fault = view.fault;
-    if (view.fault != PolygonFault::none) return result;
-    const std::size_t count = loops.size();
-    std::vector<int> sums(count * count, 0);
-    for (const Crossing& c : view.diagram.crossings) {
-        const auto low = static_cast<std::size_t>(std::min(c.under, c.over));
-        const auto high = static_cast<std::size_t>(std::max(c.under, c.over));
-        sums[low * count + high] += c.sign;
-    }
-    for (std::size_t i = 0; i < count; ++i)
-        for (std::size_t j = i + 1; j < count; ++j) result.numbers.push_back(sums[i * count + j] / 2);
-    return result;
-}
-
 KnotName link_of(Diagram diagram) {
     simplify(diagram, 0);
-    const bool meet = std::any_of(diagram.crossings.begin(), diagram.crossings.end(),
-                                  [](const Crossing& c) { return c.under != c.over; });
-    if (!meet) return apart(diagram);
-    static const std::vector<TableLink> table = computed();
-    KnotName name{KnotType::too_complex(diagram.size()), diagram.size(), invariants_of(diagram)};
-    const Laurent* const v = find_polynomial(name.invariants, "jones");
-    if (!v) return name;
-    const int number = std::abs(diagram.linking_number(0, 1));
-    std::vector<KnotSum> candidates;
-    for (const TableLink& known : table)
-        if (known.jones == *v && known.linking_number == number) candidates.push_back({known.link});
-    name.type = candidates.empty() ? KnotType::unknown(*v)
-                                   : KnotType::named(std::move(candidates), diagram.size() <= table_link_crossings);
+    KnotName name{KnotType{}, diagram.size(), invariants_of(diagram)};
+    name.type = type_of(std::move(diagram));
     return name;
 }
 
-KnotName link_of(std::span<const ChainAtom> one, std::span<const ChainAtom> other) {
-    const std::array<std::span<const ChainAtom>, 2> loops{without_copy_of_first(one), without_copy_of_first(other)};
-    View view = project_diagram(loops);
-    if (view.fault == PolygonFault::none) return link_of(std::move(view.diagram));
-    return {KnotType::no_polygon(view.fault)};
+KnotName link_of(std::span<const std::span<const ChainAtom>> loops) {
+    View view = view_of(loops);
+    if (view.fault != PolygonFault::none) return {KnotType::no_polygon(view.fault)};
+    return link_of(std::move(view.diagram));
+}
+
+Linking linking_of(std::span<const std::span<const ChainAtom>> loops) {
+    Linking result;
+    if (loops.size() < 2) return result;
+    const View view = view_of(loops);
+    result.all = KnotType::no_polygon(view.fault);
+    if (view.fault != PolygonFault::none) return result;
+    result.all = type_of(view.diagram);
+    for (int i = 0; i < view.diagram.loops; ++i)
+        for (int j = i + 1; j < view.diagram.loops; ++j) {
+            result.pairs.push_back(loops.size() == 2 ? result.all : type_of(only(view.diagram, i, j)));
+            result.numbers.push_back(view.diagram.linking_number(i, j));
+        }
+    return result;
 }
 
 } // namespace loopwise::knots

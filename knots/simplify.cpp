@@ -1,7 +1,9 @@
 #include "knots/simplify.hpp"
 
 #include <algorithm>
+#include <array>
 #include <optional>
+#include <utility>
 
 namespace loopwise::knots {
 namespace {
@@ -24,11 +26,11 @@ class Rerouting {
     explicit Rerouting(Diagram& diagram) : diagram_(diagram) {}
     /// Reroutes one pass so that it has fewer crossings. Returns false where no pass can have fewer.
     bool improve_once();
+    bool wander(Draw& draw);
 
   private:
     Diagram& diagram_;
-    std::vector<int> face_;        ///< by end: the face to its left, looking along its edge
-    std::vector<Dart> any_end_;    ///< by face: one of its ends
+    Faces faces_;
     std::vector<int> on_pass_;     ///< by end: the last search for a pass that has its edge
     std::vector<int> reached_;     ///< by face: the last search that reached it
     std::vector<Dart> entered_by_; ///< by face: the end whose edge was crossed to it
@@ -36,26 +38,19 @@ class Rerouting {
     Dart turn_ = 0;       ///< the next end to start a pass from
     long long steps_ = 0; ///< ends visited so far
 
-    void find_faces();
+    void start_over();
+    int left_of(Dart d) const { return faces_.left_of[static_cast<std::size_t>(d)]; }
     Pass pass_from(Dart out, bool under) const;
-    std::optional<Route> shorter_route(const Pass& pass);
+    std::optional<Route> short_route(const Pass& pass, std::size_t most, Draw* draw = nullptr);
     bool lay(Pass pass, Route route, bool under);
 };
 
-/// The next edge around the face on the left of an edge begins one place clockwise of where that edge arrives.
-void Rerouting::find_faces() {
-    face_.assign(diagram_.mate.size(), -1);
-    any_end_.clear();
-    for (Dart start = 0; start < static_cast<Dart>(diagram_.mate.size()); ++start) {
-        if (face_[static_cast<std::size_t>(start)] >= 0) continue;
-        for (Dart d = start; face_[static_cast<std::size_t>(d)] < 0; d = turned(diagram_.across(d), 3))
-            face_[static_cast<std::size_t>(d)] = static_cast<int>(any_end_.size());
-        any_end_.push_back(start);
-    }
+void Rerouting::start_over() {
+    find_faces(diagram_, faces_);
     steps_ += static_cast<long long>(diagram_.mate.size());
     on_pass_.assign(diagram_.mate.size(), 0);
-    reached_.assign(any_end_.size(), 0);
-    entered_by_.assign(any_end_.size(), -1);
+    reached_.assign(faces_.any_end.size(), 0);
+    entered_by_.assign(faces_.any_end.size(), -1);
     search_ = 0;
 }
 
@@ -76,26 +71,28 @@ Pass Rerouting::pass_from(Dart out, bool under) const {
     return pass;
 }
 
-/// The route with the fewest edges from a face along the pass's first edge to a face along its last. Edges of the pass
-/// itself do not count: they will be removed.
-std::optional<Route> Rerouting::shorter_route(const Pass& pass) {
+/// A route with the fewest edges, at most so many, from a face along the pass's first edge to a face along its last.
+/// Edges of the pass itself do not count: they will be removed. With random numbers, one of several such routes.
+std::optional<Route> Rerouting::short_route(const Pass& pass, std::size_t most, Draw* draw) {
     ++search_;
     for (const Dart d : pass.edges)
         for (const Dart end : {d, diagram_.across(d)}) on_pass_[static_cast<std::size_t>(end)] = search_;
-    const int start = face_[static_cast<std::size_t>(pass.edges.front())];
-    const int goal = face_[static_cast<std::size_t>(pass.edges.back())];
+    const int start = left_of(pass.edges.front());
+    // Both faces along the last edge are equally near. Which one is the goal matters among routes of one length.
+    const Dart last = pass.edges.back();
+    const int goal = left_of(draw != nullptr && (*draw)(2) == 0 ? diagram_.across(last) : last);
     std::vector<int> here{start}, farther;
     reached_[static_cast<std::size_t>(start)] = search_;
     entered_by_[static_cast<std::size_t>(start)] = -1;
     const auto reach = [&](Dart by, std::vector<int>& faces) {
-        const int face = face_[static_cast<std::size_t>(diagram_.across(by))];
+        const int face = left_of(diagram_.across(by));
         if (reached_[static_cast<std::size_t>(face)] == search_) return;
         reached_[static_cast<std::size_t>(face)] = search_;
         entered_by_[static_cast<std::size_t>(face)] = by;
         faces.push_back(face);
     };
     const auto around = [&](int face, auto&& visit) {
-        const Dart first = any_end_[static_cast<std::size_t>(face)];
+        const Dart first = faces_.any_end[static_cast<std::size_t>(face)];
         Dart d = first;
         do {
             visit(d);
@@ -104,7 +101,7 @@ std::optional<Route> Rerouting::shorter_route(const Pass& pass) {
         } while (d != first);
     };
     const auto free = [&](Dart d) { return on_pass_[static_cast<std::size_t>(d)] == search_; };
-    for (std::size_t crossed = 0; crossed < pass.crossings.size() && !here.empty(); ++crossed) {
+    for (std::size_t crossed = 0; crossed <= most && !here.empty(); ++crossed) {
         for (std::size_t i = 0; i < here.size(); ++i)
             around(here[i], [&](Dart d) {
                 if (free(d)) reach(d, here);
@@ -114,12 +111,14 @@ std::optional<Route> Rerouting::shorter_route(const Pass& pass) {
             for (int face = goal; face != start;) {
                 const Dart by = entered_by_[static_cast<std::size_t>(face)];
                 if (!free(by)) route.push_back(by);
-                face = face_[static_cast<std::size_t>(by)];
+                face = left_of(by);
             }
             std::reverse(route.begin(), route.end());
             return route;
         }
         farther.clear();
+        if (draw != nullptr)
+            for (std::size_t i = here.size(); i > 1; --i) std::swap(here[i - 1], here[(*draw)(i)]);
         for (const int face : here)
             around(face, [&](Dart d) {
                 if (!free(d)) reach(d, farther);
@@ -160,9 +159,21 @@ bool Rerouting::lay(Pass pass, Route route, bool under) {
     return true;
 }
 
+/// Reroutes a random pass along a random route with as many crossings.
+bool Rerouting::wander(Draw& draw) {
+    start_over();
+    const Dart out = static_cast<Dart>(draw(diagram_.mate.size()));
+    const bool under = draw(2) == 0;
+    if (!diagram_.is_out(out)) return false;
+    const Pass pass = pass_from(out, under);
+    if (pass.crossings.empty()) return false;
+    const std::optional<Route> route = short_route(pass, pass.crossings.size(), &draw);
+    return route && lay(pass, *route, under);
+}
+
 /// Starts where the last improvement was, and stops when no end starts a pass that can have fewer crossings.
 bool Rerouting::improve_once() {
-    find_faces();
+    start_over();
     const auto ends = static_cast<Dart>(diagram_.mate.size());
     for (Dart tried = 0; tried < ends && steps_ < most_steps; ++tried) {
         const Dart out = turn_++ % ends;
@@ -170,7 +181,7 @@ bool Rerouting::improve_once() {
         for (const bool under : {false, true}) {
             const Pass pass = pass_from(out, under);
             if (pass.crossings.empty()) continue;
-            const std::optional<Route> route = shorter_route(pass);
+            const std::optional<Route> route = short_route(pass, pass.crossings.size() - 1);
             if (route && lay(pass, *route, under)) return true;
         }
     }
@@ -215,6 +226,12 @@ void simplify(Diagram& diagram, int enough) {
         diagram.renumber();
         undo_kinks_and_bigons(diagram);
     }
+}
+
+bool reroute_at_random(Diagram& diagram, Draw& draw) {
+    if (!Rerouting(diagram).wander(draw)) return false;
+    diagram.renumber();
+    return true;
 }
 
 } // namespace loopwise::knots

@@ -74,12 +74,12 @@ std::optional<std::string> only_name_of(const knots::KnotName& name) {
 void bind_knot_type(py::module_& module) {
     using Type = knots::KnotType;
     py::class_<Type> bound(module, "KnotType",
-                           "The type of a closed polygon, or of a link of two: a value to compare, hash, "
+                           "The type of a closed polygon, or of a link: a value to compare, hash, "
                            "count and pickle. Two are equal\n"
-                           "if their texts are: the same knot as far as the polynomials tell, proven for "
+                           "if their texts are: the same knot as far as the invariants tell, proven for "
                            "both or for neither. str() gives\n"
-                           "the text, as \"-3_1\", \"+3_1 # 4_1\", \"-9_12 or 4_1 # -5_2\", \"-5_1 or beyond "
-                           "nine crossings\" or \"not named:\n"
+                           "the text, as \"-3_1\", \"+3_1 # 4_1\", \"beyond ten crossings\", \"-5_1 or beyond "
+                           "ten crossings\" or \"not named:\n"
                            "repeated beads\".");
     bound.attr("__module__") = "loopwise";
     const Property property{bound};
@@ -87,8 +87,9 @@ void bind_knot_type(py::module_& module) {
     property("proven",
              "Whether every knot that the polygon can be is among the names. Otherwise a knot of more "
              "crossings than\n"
-             "the table has may share the polynomials.",
+             "the table has may share the invariants.",
              &Type::proven);
+    property("why_not_proven", "The reason in a sentence; empty if it is proven.", knots::why_not_proven);
     property("has_name", "Whether the polynomials are known, even if no knot of the table has them.", &Type::has_name);
     property("is_knot", "Whether it has a name and is not the unknot.", &Type::is_knot);
     bound.def("short", knots::short_text, "width"_a, "The text in at most ``width`` characters, at least 4.")
@@ -102,8 +103,8 @@ void bind_knot_type(py::module_& module) {
 
 void bind_knot_name(py::module_& module) {
     using Name = knots::KnotName;
-    py::class_<Name> bound(module, "Knot",
-                           "What a closed polygon is, or a link of two, as far as polynomials tell: see :func:`knot`.");
+    py::class_<Name> bound(
+        module, "Knot", "What a closed polygon is, or a link of several, as far as invariants tell: see :func:`knot`.");
     const Property property{bound};
     property("type", "The knot as a value to compare and to count.", &Name::type);
     property("status",
@@ -115,6 +116,8 @@ void bind_knot_name(py::module_& module) {
     property("name", "The one name; None if there is none or several fit.", only_name_of);
     property("proven", "Whether every knot that the polygon can be is among the names.",
              [](const Name& n) { return n.type.proven; });
+    property("why_not_proven", "The reason in a sentence; empty if it is proven.",
+             [](const Name& n) { return why_not_proven(n.type); });
     property("crossings", "Crossings of the simplified diagram.", &Name::crossings);
     property("invariants",
              "The computed invariants by their keys. A polynomial in t is a dict from exponents to coefficients.",
@@ -131,9 +134,10 @@ void bind_knot_name(py::module_& module) {
         .def(pickled<Name>());
 }
 
-/// A knot, or the link of two polygons.
+/// A knot, or the link of several polygons.
 knots::KnotName named(const Structure& polygons) {
-    return polygons.size() == 1 ? knots::knot_of(polygons.front()) : knots::link_of(polygons.front(), polygons.back());
+    if (polygons.size() == 1) return knots::knot_of(polygons.front());
+    return knots::link_of(std::vector<std::span<const ChainAtom>>(polygons.begin(), polygons.end()));
 }
 
 template <class Result, class Work> Result maybe_in_background(Structure polygons, const Work& work) {
@@ -146,9 +150,6 @@ template <class Result, class Work> Result maybe_in_background(Structure polygon
 }
 
 knots::KnotName knot(const py::sequence& polygons) {
-    if (polygons.size() > 2)
-        throw py::value_error("a knot or a link of two polygons is named, not of " + std::to_string(polygons.size()) +
-                              ": see linking_numbers");
     return maybe_in_background<knots::KnotName>(structure_of(polygons), named);
 }
 
@@ -160,7 +161,7 @@ knots::Linking linking(const Structure& polygons) {
 py::dict linking_numbers(const py::sequence& polygons) {
     const std::size_t count = polygons.size();
     const knots::Linking linked = maybe_in_background<knots::Linking>(structure_of(polygons), linking);
-    if (linked.fault != knots::PolygonFault::none)
+    if (linked.all.fault != knots::PolygonFault::none)
         throw py::value_error("the polygons meet, or one has fewer than three beads or two at one place");
     py::dict numbers;
     auto number = linked.numbers.begin();

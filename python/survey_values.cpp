@@ -34,14 +34,17 @@ constexpr auto fields<survey::Plan> =
 template <> constexpr auto fields<survey::Loop> = [](auto& l) { return std::tie(l.beads, l.own); };
 template <>
 constexpr auto fields<survey::ClosureResult> =
-    [](auto& c) { return std::tie(c.closure, c.closed, c.reduced, c.knots, c.link, c.linking); };
-template <> constexpr auto fields<survey::KnotCount> = [](auto& k) { return std::tie(k.knot, k.closures); };
-template <> constexpr auto fields<survey::PairTally> = [](auto& p) { return std::tie(p.one, p.other, p.numbers); };
+    [](auto& c) { return std::tie(c.closure, c.closed, c.reduced, c.knots, c.linking); };
+template <> constexpr auto fields<knots::Linking> = [](auto& l) { return std::tie(l.all, l.pairs, l.numbers); };
+template <> constexpr auto fields<survey::KnotCount> = [](auto& k) { return std::tie(k.knot, k.closures, k.jones); };
 template <> constexpr auto fields<polymer::OddBond> = [](auto& b) { return std::tie(b.bead, b.length, b.missing); };
 template <> constexpr auto fields<polymer::Bonds> = [](auto& b) { return std::tie(b.longest, b.gaps, b.close); };
 template <>
 constexpr auto fields<survey::Tally> =
     [](auto& t) { return std::tie(t.name, t.beads, t.left, t.fully_reduced, t.knots); };
+template <>
+constexpr auto fields<survey::PairTally> =
+    [](auto& p) { return std::tuple_cat(fields<survey::Tally>(p), std::tie(p.one, p.other, p.numbers)); };
 template <>
 constexpr auto fields<survey::ComponentTally::Smallest> = [](auto& s) { return std::tie(s.closure, s.loop); };
 template <>
@@ -73,6 +76,13 @@ template <class Key> py::dict dict_of(const std::vector<KnotCount>& counts, cons
 }
 py::dict types_of(const std::vector<KnotCount>& counts) { return dict_of(counts, std::identity()); }
 py::dict texts_of(const std::vector<KnotCount>& counts) { return dict_of(counts, text_of); }
+
+/// Two of several chains, by their positions -> what the value says of them.
+template <class Value> py::dict of_pairs(const Result& result, const Value& value) {
+    py::dict dict;
+    for (const survey::PairTally& pair : result.pairs) dict[py::make_tuple(pair.one, pair.other)] = value(pair);
+    return dict;
+}
 
 std::vector<std::string> labels_of(const Core& core) {
     const survey::Loop& loop = core.smallest().loop;
@@ -208,16 +218,14 @@ template <class Bound> void bind_result(Bound& bound) {
              [](const Result& r) { return r.whole.left; });
     property("bare", "Closures whose loops are all fully reduced: three beads are left of each.",
              [](const Result& r) { return r.whole.fully_reduced; });
-    property("link_types", "Links of two chains as :class:`KnotType` -> closures; empty for other surveys.",
+    property("link_types", "What several chains are together, as :class:`KnotType` -> closures; empty for one.",
              [](const Result& r) { return types_of(r.whole.knots); });
-    property("links", "Links of two chains as text -> closures, the most frequent first; otherwise empty.",
+    property("links", "The same as text -> closures, the most frequent first.",
              [](const Result& r) { return texts_of(r.whole.knots); });
     property("linking_numbers", "Two of several chains, by their positions -> linking number -> closures.",
-             [](const Result& r) {
-                 py::dict numbers;
-                 for (const auto& [one, other, tally] : r.pairs) numbers[py::make_tuple(one, other)] = tally;
-                 return numbers;
-             });
+             [](const Result& r) { return of_pairs(r, [](const auto& pair) { return pair.numbers; }); });
+    property("pair_links", "Two of several chains, by their positions -> links as text -> closures.",
+             [](const Result& r) { return of_pairs(r, [](const auto& pair) { return texts_of(pair.knots); }); });
     property("typical",
              "The closure to look at: where most are fully reduced the first of these, otherwise the one "
              "with the\n"

@@ -11,10 +11,8 @@ namespace {
 void name(const Structure& reduced, knots::KnotNamer& namer, ClosureResult& result) {
     result.knots.resize(reduced.size());
     for (std::size_t i = 0; i < reduced.size(); ++i) result.knots[i] = namer.name(reduced[i]).type;
-    if (reduced.size() == 2) result.link = knots::link_of(reduced[0], reduced[1]).type;
     if (reduced.size() > 1 && reduced.size() <= most_linked_chains)
-        result.linking =
-            knots::linking_of(std::vector<std::span<const ChainAtom>>(reduced.begin(), reduced.end())).numbers;
+        result.linking = knots::linking_of(std::vector<std::span<const ChainAtom>>(reduced.begin(), reduced.end()));
 }
 
 } // namespace

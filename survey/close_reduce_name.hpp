@@ -1,7 +1,7 @@
 // One closure: chains are closed, the loops are reduced and named.
 #pragma once
 
-#include "knots/knot.hpp"
+#include "knots/links.hpp"
 #include "survey/loop.hpp"
 #include "survey/plan.hpp"
 
@@ -10,7 +10,7 @@
 
 namespace loopwise::survey {
 
-/// Structures of more chains get no linking numbers: the work grows with the square of their number.
+/// How the chains of larger structures are linked is left out: the work grows with the square of their number.
 inline constexpr std::size_t most_linked_chains = 100;
 
 /// What one closure gives: for every component its loop, before and after the reduction.
@@ -18,9 +18,8 @@ struct ClosureResult {
     std::size_t closure = 0;
     std::vector<Loop> closed;
     std::vector<Loop> reduced;
-    std::vector<knots::KnotType> knots;    ///< of the loops; empty where they are not named
-    std::optional<knots::KnotType> link{}; ///< of two loops, see link_of()
-    std::vector<int> linking{};            ///< numbers of all pairs, in the order of linking_of()
+    std::vector<knots::KnotType> knots;      ///< of the loops; empty where they are not named
+    std::optional<knots::Linking> linking{}; ///< of a structure whose loops are named
 };
 
 /// Memory that closures use again, one after the other.

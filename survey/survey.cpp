@@ -37,8 +37,13 @@ void count(ComponentTally& tally, const Loop& reduced, std::size_t closure) {
 void count(Result& result, ClosureResult& made, Watcher& watcher) {
     for (std::size_t i = 0; i < made.reduced.size(); ++i) count(result.components[i], made.reduced[i], made.closure);
     for (std::size_t i = 0; i < made.knots.size(); ++i) count(result.components[i].knots, made.knots[i]);
-    if (made.link) count(result.whole.knots, *made.link);
-    for (std::size_t i = 0; i < made.linking.size(); ++i) ++result.pairs[i].numbers[made.linking[i]];
+    if (made.linking) {
+        count(result.whole.knots, made.linking->all);
+        for (std::size_t i = 0; i < made.linking->pairs.size(); ++i) {
+            count(result.pairs[i].knots, made.linking->pairs[i]);
+            ++result.pairs[i].numbers[made.linking->numbers[i]];
+        }
+    }
     watcher.closure_counted(made);
 
     ++result.whole.left[total(made.reduced)];
@@ -53,6 +58,16 @@ void sort(std::vector<KnotCount>& knots) {
     std::sort(knots.begin(), knots.end(), [](const KnotCount& a, const KnotCount& b) {
         return a.closures != b.closures ? a.closures > b.closures : a.knot < b.knot;
     });
+}
+
+PairTally pair_of(const Result& result, std::size_t one, std::size_t other) {
+    PairTally pair;
+    pair.one = one;
+    pair.other = other;
+    const ComponentTally &a = result.components[one], &b = result.components[other];
+    pair.name = a.name + '+' + b.name;
+    pair.beads = a.beads + b.beads;
+    return pair;
 }
 
 Result empty_result(const polymer::Molecule& molecule, const Plan& plan) {
@@ -75,10 +90,11 @@ Result empty_result(const polymer::Molecule& molecule, const Plan& plan) {
         result.components.push_back(std::move(tally));
     }
     if (plan.name_knots && result.components.size() > most_linked_chains)
-        result.notes.push_back("linking numbers are for at most " + std::to_string(most_linked_chains) + " chains");
+        result.notes.push_back("links are named for at most " + std::to_string(most_linked_chains) + " chains");
     for (std::size_t i = 0; i < result.components.size(); ++i)
         for (std::size_t j = i + 1; j < result.components.size(); ++j)
-            if (result.components.size() <= most_linked_chains) result.pairs.push_back({i, j, {}});
+            if (plan.name_knots && result.components.size() <= most_linked_chains)
+                result.pairs.push_back(pair_of(result, i, j));
     return result;
 }
 
@@ -101,12 +117,20 @@ void refuse_impossible(const polymer::Molecule& molecule, const Plan& plan) {
 
 void count(std::vector<KnotCount>& counts, const knots::KnotType& knot) {
     const auto known = std::find_if(counts.begin(), counts.end(), [&](const KnotCount& k) { return k.knot == knot; });
-    ++(known == counts.end() ? counts.emplace_back(KnotCount{knot, 0}) : *known).closures;
+    KnotCount& entry = known == counts.end() ? counts.emplace_back(KnotCount{knot}) : *known;
+    ++entry.closures;
+    const bool unknown = knot.status == knots::KnotStatus::unknown;
+    if (unknown && std::find(entry.jones.begin(), entry.jones.end(), knot.jones) == entry.jones.end())
+        entry.jones.push_back(knot.jones);
 }
 
 std::string label_of(const Loop& loop, std::size_t bead, const ComponentTally& component) {
     const std::size_t position = index_of(loop.position(bead)), own = component.residues.size();
     return position < own ? component.residues[position].text() : '+' + std::to_string(position - own + 1);
+}
+
+bool PairTally::is_linked() const {
+    return std::any_of(knots.begin(), knots.end(), [](const KnotCount& count) { return !count.knot.comes_apart(); });
 }
 
 std::size_t Result::counted() const {
@@ -161,6 +185,7 @@ Result survey(const polymer::Molecule& given, const Plan& plan, Watcher& watcher
                 ++result.failed;
         });
     sort(result.whole.knots);
+    for (PairTally& pair : result.pairs) sort(pair.knots);
     for (ComponentTally& tally : result.components) sort(tally.knots);
     return result;
 }

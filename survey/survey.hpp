@@ -16,6 +16,7 @@ inline constexpr std::size_t fully_reduced_beads = 3;
 struct KnotCount {
     knots::KnotType knot;
     std::size_t closures = 0;
+    std::vector<knots::Laurent> jones{}; ///< of knots beyond the table, the different polynomials
 };
 
 /// Adds one closure.
@@ -27,15 +28,18 @@ struct Tally {
     std::size_t beads = 0;
     std::map<std::size_t, std::size_t> left; ///< beads left -> closures
     std::size_t fully_reduced = 0;           ///< closures whose loops are all fully reduced
-    /// The most frequent first, equals in the order of KnotType; empty where loops are not named. Of a structure: the
-    /// links of its two chains, see link_of(); empty for more chains.
+    /// The most frequent first, equals in the order of KnotType; empty where loops are not named. Of a structure: what
+    /// all its chains are together, see link_of().
     std::vector<KnotCount> knots;
 };
 
-/// Linking numbers of two chains of a structure.
-struct PairTally {
-    std::size_t one, other;
+/// How two chains of a structure are linked.
+struct PairTally : Tally {
+    std::size_t one = 0, other = 0;
     std::map<int, std::size_t> numbers; ///< linking number -> closures
+
+    /// Whether any closure links them.
+    bool is_linked() const;
 };
 
 struct ComponentTally : Tally {

@@ -44,12 +44,12 @@ LinkEntry linked(const polymer::Molecule& molecule) {
     LinkEntry entry(molecule);
     std::vector<std::span<const ChainAtom>> loops;
     for (const polymer::NamedChain& chain : molecule.chains) loops.emplace_back(chain.beads);
-    if (loops.size() == 2) entry.name = knots::link_of(loops[0], loops[1]);
+    if (loops.size() > 1) entry.name = knots::link_of(loops);
     const knots::Linking linking = knots::linking_of(loops);
-    auto number = linking.numbers.begin();
+    std::size_t pair = 0;
     for (std::size_t i = 0; i < loops.size(); ++i)
-        for (std::size_t j = i + 1; j < loops.size() && number != linking.numbers.end(); ++j)
-            entry.pairs.push_back({i, j, *number++});
+        for (std::size_t j = i + 1; j < loops.size() && pair < linking.pairs.size(); ++j, ++pair)
+            entry.pairs.push_back({i, j, linking.pairs[pair], linking.numbers[pair]});
     return entry;
 }
 

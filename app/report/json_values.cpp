@@ -22,6 +22,7 @@ void add_knot(Json& json, const knots::KnotType& knot) {
     json["knot"] = text(knot);
     json["names"] = names_of(knot);
     json["proven"] = knot.proven;
+    if (const std::string why = why_not_proven(knot); !why.empty()) json["why_not_proven"] = why;
 }
 
 } // namespace loopwise::app

@@ -17,7 +17,7 @@ Json text_or_null(const std::string& text);
 Json residue_json(const polymer::ResidueId& residue);
 Json bonds_json(const std::vector<polymer::OddBond>& bonds, const std::vector<polymer::ResidueId>& residues);
 
-/// Adds the fields `knot`, its text; `names`, the candidates; and `proven`.
+/// Adds the fields `knot`, its text; `names`, the candidates; `proven` and, if not, `why_not_proven`.
 void add_knot(Json& json, const knots::KnotType& knot);
 
 } // namespace loopwise::app

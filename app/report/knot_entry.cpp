@@ -10,6 +10,7 @@ namespace {
 std::string text_of(const std::string& label, const knots::KnotName& name) {
     std::string all = label + ": " + text(name.type) + '\n';
     if (name.type.status == knots::KnotStatus::no_polygon) return all;
+    if (const std::string why = why_not_proven(name.type); !why.empty()) all += "  not proven: " + why + '\n';
     all += "  crossings: " + std::to_string(name.crossings) + '\n';
     for (const auto& [invariant, value] : name.invariants)
         all += std::string("  ") + invariant->name + ": " + text(value) + '\n';
@@ -77,11 +78,14 @@ std::vector<Row> PolygonEntry::rows() const {
 
 std::string LinkEntry::text() const {
     const auto& chains = molecule.chains;
+    std::vector<std::string> first;
+    for (std::size_t i = 0; i + 1 < chains.size(); ++i) first.push_back(chains[i].name);
     std::string all;
-    if (name) all = text_of(label_of(molecule) + ": chains " + chains[0].name + " and " + chains[1].name, *name);
-    for (const auto& [one, other, linking] : pairs)
-        all += "  linking number of " + chains[one].name + " and " + chains[other].name + ": " +
-               std::to_string(linking) + '\n';
+    if (name)
+        all = text_of(label_of(molecule) + ": chains " + words::listed(first) + " and " + chains.back().name, *name);
+    for (const Pair& pair : pairs)
+        all += "  " + chains[pair.one].name + " and " + chains[pair.other].name + ": " + knots::text(pair.type) +
+               ", linking number " + std::to_string(pair.linking) + '\n';
     return all;
 }
 
@@ -90,18 +94,33 @@ Json LinkEntry::json() const {
     for (const polymer::NamedChain& chain : molecule.chains) json["chains"].push_back(chain.name);
     if (name) add_name(json, *name);
     json["pairs"] = Json::array();
-    for (const auto& [one, other, linking] : pairs)
-        json["pairs"].push_back(
-            {{"chains", {molecule.chains[one].name, molecule.chains[other].name}}, {"linking", linking}});
+    for (const Pair& pair : pairs) {
+        Json& entry = json["pairs"].emplace_back();
+        entry["chains"] = {molecule.chains[pair.one].name, molecule.chains[pair.other].name};
+        add_knot(entry, pair.type);
+        entry["linking"] = pair.linking;
+    }
     return json;
 }
 
+/// Two polygons are in one row; of more, the first row is about all of them.
 std::vector<Row> LinkEntry::rows() const {
     std::vector<Row> rows;
-    for (const auto& [one, other, linking] : pairs) {
-        const polymer::NamedChain &a = molecule.chains[one], &b = molecule.chains[other];
+    if (name && pairs.size() != 1) {
+        std::vector<std::string> names;
+        std::size_t beads = 0;
+        for (const polymer::NamedChain& chain : molecule.chains) {
+            names.push_back(chain.name);
+            beads += chain.beads.size();
+        }
+        rows.push_back(row_of(molecule, words::joined(names, "+"), beads, fields_of(*name), "", {}));
+    }
+    for (const Pair& pair : pairs) {
+        const polymer::NamedChain &a = molecule.chains[pair.one], &b = molecule.chains[pair.other];
         rows.push_back(row_of(molecule, a.name + '+' + b.name, a.beads.size() + b.beads.size(),
-                              name ? fields_of(*name) : Row{}, std::to_string(linking), {}));
+                              pairs.size() == 1 ? fields_of(*name)
+                                                : Row{knots::text(pair.type), words::yes_or_no(pair.type.proven)},
+                              std::to_string(pair.linking), {}));
     }
     return rows;
 }

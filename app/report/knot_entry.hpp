@@ -31,10 +31,11 @@ struct LinkEntry final : Entry {
 
     struct Pair {
         std::size_t one, other;
+        knots::KnotType type;
         int linking;
     };
     const polymer::Molecule& molecule;
-    std::optional<knots::KnotName> name; ///< of two polygons
+    std::optional<knots::KnotName> name; ///< of two polygons or more
     std::vector<Pair> pairs;
 
     std::string text() const override;

@@ -1,4 +1,4 @@
-// Widths of knots in reports for people: the text of an unknown knot has no end.
+// Widths of knots in reports for people: the text of a sum, or of many loops, has no end.
 #pragma once
 
 #include <cstddef>

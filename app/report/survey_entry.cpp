@@ -64,18 +64,39 @@ std::string knots_text(const Tally& tally, std::size_t closures) {
     return text;
 }
 
-/// Pairs that no closure links are left out.
-std::string linking_text(const survey::Result& result) {
+/// The linking numbers of two chains, as "-1 in 3, 1 in 7".
+std::string linking_text(const PairTally& pair) {
+    std::vector<std::string> numbers;
+    for (const auto& [number, closures] : pair.numbers)
+        numbers.push_back(std::to_string(number) + " in " + std::to_string(closures));
+    return "linking number " + words::joined(numbers, ", ");
+}
+
+/// The most frequent links of two chains, as "2^2_1 in 55, +4^2_1 in 16, 3 others in 5, apart in 324".
+std::string links_text(const PairTally& pair) {
+    constexpr std::size_t most = 3;
+    std::vector<std::string> links;
+    std::size_t others = 0, in_others = 0, apart = 0;
+    for (const KnotCount& count : pair.knots)
+        if (count.knot.comes_apart())
+            apart += count.closures;
+        else if (links.size() < most)
+            links.push_back(short_text(count.knot, longest_knot) + " in " + std::to_string(count.closures));
+        else
+            ++others, in_others += count.closures;
+    if (others > 0) links.push_back(counted(others, "other") + " in " + std::to_string(in_others));
+    if (apart > 0) links.push_back("apart in " + std::to_string(apart));
+    return words::joined(links, ", ");
+}
+
+/// Pairs that come apart in every closure are left out.
+std::string pairs_text(const survey::Result& result) {
     std::string text;
-    for (const PairTally& pair : result.pairs) {
-        if (pair.numbers.empty() || (pair.numbers.size() == 1 && pair.numbers.begin()->first == 0)) continue;
-        std::vector<std::string> numbers;
-        for (const auto& [number, closures] : pair.numbers)
-            numbers.push_back(std::to_string(number) + " in " + std::to_string(closures));
-        text += "  chains " + name_in_text(result.components[pair.one]) + " and " +
-                name_in_text(result.components[pair.other]) + ", linking number: " + words::joined(numbers, ", ") +
-                '\n';
-    }
+    for (const PairTally& pair : result.pairs)
+        if (pair.is_linked())
+            text += "  chains " + name_in_text(result.components[pair.one]) + " and " +
+                    name_in_text(result.components[pair.other]) + ": " + links_text(pair) + "; " + linking_text(pair) +
+                    '\n';
     return text;
 }
 
@@ -118,11 +139,12 @@ Json json_of(const std::map<std::size_t, std::size_t>& left) {
 
 Json json_of(const std::vector<KnotCount>& knots, std::size_t closures) {
     Json list = Json::array();
-    for (const auto& [knot, times] : knots) {
+    for (const KnotCount& count : knots) {
         Json& json = list.emplace_back();
-        add_knot(json, knot);
-        json["closures"] = times;
-        json["share"] = static_cast<double>(times) / static_cast<double>(closures);
+        add_knot(json, count.knot);
+        for (const knots::Laurent& jones : count.jones) json["jones"].push_back(text(jones));
+        json["closures"] = count.closures;
+        json["share"] = static_cast<double>(count.closures) / static_cast<double>(closures);
     }
     return list;
 }
@@ -130,7 +152,9 @@ Json json_of(const std::vector<KnotCount>& knots, std::size_t closures) {
 Json json_of(const survey::Result& result, const PairTally& pair) {
     Json numbers = Json::array();
     for (const auto& [number, closures] : pair.numbers) numbers.push_back({{"number", number}, {"closures", closures}});
-    return {{"chains", {result.components[pair.one].name, result.components[pair.other].name}}, {"linking", numbers}};
+    return {{"chains", {result.components[pair.one].name, result.components[pair.other].name}},
+            {"links", json_of(pair.knots, result.counted())},
+            {"linking", numbers}};
 }
 
 Json fewest_left_of(const ComponentTally& tally) {
@@ -192,7 +216,7 @@ Row row_of(const survey::Result& result, const char* part, const Tally& tally, c
     std::vector<std::string> left;
     for (const auto& [beads, closures] : tally.left)
         left.push_back(std::to_string(beads) + ':' + std::to_string(closures));
-    add({std::to_string(tally.fully_reduced), words::joined(left, " ")});
+    add({left.empty() ? "" : std::to_string(tally.fully_reduced), words::joined(left, " ")});
     if (chain && chain->smallest)
         add({std::to_string(chain->smallest->loop.beads.size()), std::to_string(chain->smallest->closure),
              labels_of(*chain), places_of(chain->smallest->loop.beads)});
@@ -238,7 +262,7 @@ std::string SurveyEntry::text() const {
                 std::to_string(result_.plan.closures) + '\n';
     if (closures == 0) return text;
     if (together)
-        text += "  all chains together\n" + knots_text(result_.whole, closures) + linking_text(result_) +
+        text += "  all chains together\n" + knots_text(result_.whole, closures) + pairs_text(result_) +
                 left_text(result_.whole, closures);
     for (const ComponentTally& tally : result_.components) text += component_text(tally, closures, together);
     return text;
@@ -265,6 +289,8 @@ std::vector<Row> SurveyEntry::rows() const {
     const bool together = result_.plan.together;
     std::vector<Row> rows;
     if (together) rows.push_back(row_of(result_, "structure", result_.whole, nullptr, result_.notes));
+    for (const PairTally& pair : result_.pairs)
+        if (pair.is_linked()) rows.push_back(row_of(result_, "pair", pair, nullptr, {linking_text(pair)}));
     for (const ComponentTally& tally : result_.components) {
         std::vector<std::string> notes = together ? std::vector<std::string>{} : result_.notes;
         notes.insert(notes.end(), tally.notes.begin(), tally.notes.end());

@@ -45,6 +45,7 @@ class _Knotted:
 class KnotType:
     names: Final[list[str]]
     proven: Final[bool]
+    why_not_proven: Final[str]
     has_name: Final[bool]
     is_knot: Final[bool]
     def short(self, width: int) -> str: ...
@@ -56,6 +57,7 @@ class Knot:
     names: Final[list[str]]
     name: Final[str | None]
     proven: Final[bool]
+    why_not_proven: Final[str]
     crossings: Final[int]
     invariants: Final[dict[str, _Polynomial | int]]
     invariant_texts: Final[dict[str, str]]
@@ -98,6 +100,7 @@ class Survey(_OneChain):
     link_types: Final[dict[KnotType, int]]
     links: Final[dict[str, int]]
     linking_numbers: Final[dict[_Pair, dict[int, int]]]
+    pair_links: Final[dict[_Pair, dict[str, int]]]
     typical: Final[loopwise.Specimen | None]
     components: Final[list[loopwise.Component]]
     share: Final[float]

@@ -21,7 +21,7 @@ class Knot(_core.Knot):
 
     def to_dict(self) -> dict[str, Any]:
         """Plain values, as for JSON."""
-        keys = "status", "text", "names", "proven", "crossings", "jones", "alexander"
+        keys = "status", "text", "names", "proven", "why_not_proven", "crossings", "jones", "alexander"
         return {key: getattr(self, key) for key in keys} | self.invariants
 
     def _repr_html_(self) -> str:
@@ -31,12 +31,12 @@ class Knot(_core.Knot):
 
 def knot(polygon: Any) -> Knot:
     """Names the knot of a closed polygon, a segment joining its last bead to its first; a copy of the first
-    bead at the end is left out. A list or tuple of two polygons is named as a link, such as "2^2_1". An open
-    chain has to be closed first, see :func:`close` and :func:`survey`.
+    bead at the end is left out. Several polygons in a list or tuple are named as a link, such as "2^2_1" or
+    "6^3_2". An open chain has to be closed first, see :func:`close` and :func:`survey`.
 
     Fewer than three beads, two beads at one place and polygons that meet themselves get the status "bad
-    polygon". Raises ValueError for coordinates that are not finite, and for more than two polygons. Ctrl-C is
-    obeyed at once; the work then goes on in the background until it is done.
+    polygon". Raises ValueError for coordinates that are not finite. Ctrl-C is obeyed at once; the work then
+    goes on in the background until it is done.
 
     >>> import loopwise as lw
     >>> found = lw.knot(lw.close(lw.sample("figure_eight"), direction=0))
@@ -50,7 +50,8 @@ def knot(polygon: Any) -> Knot:
 
 def linking_numbers(polygons: Any) -> dict[tuple[int, int], int]:
     """The linking number of each two of several closed polygons, by their positions in the list: how often
-    they wind around each other. Empty for a single polygon.
+    they wind around each other. It is 0 for some linked pairs, which :func:`knot` tells. Empty for a single
+    polygon.
 
     Raises ValueError when polygons meet, have fewer than three beads or coordinates that are not finite.
 

@@ -64,7 +64,12 @@ class Survey(_core.Survey):
     def to_dict(self) -> dict[str, Any]:
         """Plain values, as for JSON."""
         keys = "method", "closures", "scale", "seed", "counted", "failed", "bare", "left", "links"
-        return {key: getattr(self, key) for key in keys} | {"chains": [c.to_dict() for c in self.components]}
+        pairs = [
+            {"chains": list(pair), "links": links, "linking": self.linking_numbers[pair]}
+            for pair, links in self.pair_links.items()
+        ]
+        chains = [c.to_dict() for c in self.components]
+        return {key: getattr(self, key) for key in keys} | {"pairs": pairs, "chains": chains}
 
     def to_dataframe(self) -> pandas.DataFrame:
         """A row for each closure and chain: closure, chain, beads left, knot. Needs pandas."""

@@ -64,22 +64,32 @@ def test_results_show_themselves(trefoil):
         pair.knots
 
 
-def test_a_knot_that_is_not_proven_says_so_everywhere():
-    chain = lw.read(pathlib.Path(__file__).parents[2] / "tests/golden/files/beyond.txt")
-    words = "-5_1 or beyond nine crossings"
+def test_every_result_says_whether_a_knot_is_proven():
+    files = pathlib.Path(__file__).parents[2] / "tests/golden/files"
+    chain, rings = lw.read(files / "beyond.txt"), lw.read_all(files / "ten_crossings.pdb")
     result, found = lw.survey(chain), lw.fingerprint(chain, closures=2, step=100)
     for shown in (lw.knot(lw.close(chain)), result, found, found.places[0], *result.components):
-        assert not shown.proven
+        assert shown.proven
     for shown in (result, found):
         copy = pickle.loads(pickle.dumps(shown))
-        assert shown.knot == words and words in repr(shown) and words in shown.to_svg()
+        assert shown.knot == "-10_132" and "-10_132" in repr(shown) and "-10_132" in shown.to_svg()
         assert copy.to_svg() == shown.to_svg()
-    assert result.to_dict()["chains"][0]["proven"] is found.to_dict()["knots"][0]["proven"] is False
     kinds = [*result.components[0].types, *found.types]
-    assert pickle.loads(pickle.dumps(kinds)) == kinds
-    assert any(str(kind).startswith("unknown: ") for kind in kinds)
+    assert pickle.loads(pickle.dumps(kinds)) == kinds and "beyond ten crossings" in map(str, kinds)
     assert {str(kind): kind for kind in set(kinds)} == {str(kind): kind for kind in kinds}
     assert result.knotted == 1 and not found.types[0].is_knot
+
+    link = lw.knot(rings)
+    together = lw.survey([lw.Chain(np.vstack([r.xyz, r.xyz[:1]])) for r in rings])
+    for shown in (together, pickle.loads(pickle.dumps(together))):
+        (kind,) = shown.link_types
+        assert not link.proven and not kind.proven
+        assert str(kind) == link.text == "+8^3_1 or beyond eight crossings"
+        assert "eight crossings" in link.why_not_proven and link.why_not_proven == kind.why_not_proven
+        assert link.text in shown.to_svg()
+        assert shown.pair_links == {(0, 1): {"+6^2_3": 1}, (0, 2): {"2^2_1": 1}, (1, 2): {"2^2_1": 1}}
+        pair = {"chains": [0, 1], "links": {"+6^2_3": 1}, "linking": {-2: 1}}
+        assert shown.to_dict()["pairs"][0] == pair
 
 
 def test_frames_are_surveyed_as_they_are_alone(trefoil):
