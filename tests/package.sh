@@ -56,13 +56,13 @@ mv "$folder/first" "$folder/second/moved"
 use "$folder/second/moved" "$libdir"
 
 suffix=$("$python" -c 'import sysconfig; print(sysconfig.get_config_var("EXT_SUFFIX"))')
-cd "$source"
-# What is packaged is tried, not how fast it is.
-quietly cmake --preset package -B "$folder/build" -DCMAKE_CXX_COMPILER="$compiler" \
-    -DCMAKE_CXX_FLAGS_RELEASE="-O1 -DNDEBUG"
-quietly cmake --build "$folder/build" -j 2
-cd "$folder/build"
-quietly cpack
+# What is packaged is what was built, for Debian's prefix.
+prefix=$(sed -n 's/^CMAKE_INSTALL_PREFIX:PATH=//p' "$build/CMakeCache.txt")
+trap 'cd "$source"; rm -rf "$folder"; cmake -S "$source" -B "$build" -DCMAKE_INSTALL_PREFIX="$prefix" >/dev/null' EXIT
+quietly cmake -S "$source" -B "$build" -DCMAKE_INSTALL_PREFIX=/usr
+mkdir "$folder/packages"
+cd "$folder/packages"
+quietly cpack --config "$build/CPackConfig.cmake" -B "$folder/packages"
 libdir=lib/$(dpkg-architecture -q DEB_HOST_MULTIARCH)
 for package in libloopwise1 libloopwise-dev loopwise-tools python3-loopwise; do
     file=${package}_${version}_$(dpkg --print-architecture).deb
