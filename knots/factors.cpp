@@ -87,15 +87,16 @@ std::vector<Factor> pieces_of(const Factor& whole) {
     return pieces;
 }
 
-/// Larger diagrams seldom come down to one that can be named.
-constexpr int most_crossings_to_shake = 200;
+/// An attempt takes time with the square of the crossings, and large diagrams seldom come down to one that can be
+/// named.
+constexpr int most_work = 1'600'000;
 
 /// Looks for fewer crossings and for a cut. Returns whether a cut was made.
 bool shake(Diagram& diagram, int enough, int attempts) {
-    if (diagram.size() > most_crossings_to_shake) return false;
     Diagram moved = diagram;
     Draw draw;
-    for (int i = 0; i < attempts && diagram.size() > enough && !is_alternating(moved); ++i) {
+    const int affordable = std::min(attempts, most_work / (diagram.size() * diagram.size()));
+    for (int i = 0; i < affordable && diagram.size() > enough && !is_alternating(moved); ++i) {
         if (!reroute_at_random(moved, draw)) continue;
         simplify(moved, enough);
         const bool any = cut(moved);

@@ -22,9 +22,10 @@ bool is_alternating(const Diagram& diagram);
 
 /// Splits a diagram wherever two edges of one loop border the same two faces: a closed curve through these crosses the
 /// diagram only there, so what lies inside and what lies outside are factors of a connected sum. Every factor is
-/// simplified to `enough` crossings (simplify.hpp) and split again. Where more are left, so many attempts are made with
-/// strands laid anew at random. Factors that end without a crossing are unknots and are left out; so are loops without
-/// a crossing. A diagram that falls apart is split likewise: factors belong to one sum if they share a loop.
+/// simplified to `enough` crossings (simplify.hpp) and split again. Where more are left, up to so many attempts are
+/// made with strands laid anew at random. Factors that end without a crossing are unknots and are left out; so are
+/// loops without a crossing. A diagram that falls apart is split likewise: factors belong to one sum if they share a
+/// loop.
 std::vector<Factor> factors_of(Diagram diagram, int enough, int attempts = 0);
 
 } // namespace loopwise::knots

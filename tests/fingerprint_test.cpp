@@ -258,7 +258,7 @@ struct Listener : Silent {
 };
 
 TEST(Fingerprint, TakesLessOfADenseChainAndTellsTheWorkFirst) {
-    constexpr std::size_t beads = 1000, few = 3;
+    constexpr std::size_t beads = 1000, few = 1;
     constexpr double dense_radius = 7.0;
     const auto bounded = [](const NamedChain& chain) {
         Silent silent;
