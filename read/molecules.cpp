@@ -35,6 +35,12 @@ void select_chains(std::vector<polymer::NamedChain>& chains, const Selection& se
     for (const polymer::NamedChain& chain : chains) names.push_back(chain.name);
     for (const std::string& name : selection.chains)
         if (!holds(names, name)) refuse("no chain " + words::quoted(name) + "; choose from " + words::listed(names));
+    for (polymer::NamedChain& chain : chains)
+        for (const polymer::NamedChain& other : chains)
+            if (holds(selection.chains, chain.name) && other.shared_name == chain.name &&
+                !holds(selection.chains, other.name))
+                chain.notes.push_back("chain " + other.name + " is left out; the file names it " + chain.name +
+                                      ", too");
     std::erase_if(chains, [&](const polymer::NamedChain& chain) { return !holds(selection.chains, chain.name); });
 }
 
@@ -49,6 +55,10 @@ polymer::Molecule molecule_of(const FileAtoms& file, const std::string& model, c
         refuse("no chain has " + selection.atom + " atoms; " +
                (selection.is_of_amino_acids() ? "for nucleic acids use --atom P or --atom \"C4'\""
                                               : "choose another --atom"));
+    for (polymer::NamedChain& chain : molecule.chains)
+        if (file.box && is_wrapped(chain, *file.box))
+            chain.notes.push_back("every gap is about as long as the box of the file: the chain seems to be wrapped by "
+                                  "periodic boundaries; make its molecule whole first");
     select_chains(molecule.chains, selection);
     return molecule;
 }

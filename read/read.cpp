@@ -53,6 +53,8 @@ std::vector<polymer::Molecule> from_text(std::string_view text, const Selection&
 } // namespace
 
 std::vector<polymer::Molecule> molecules_in(const std::string& path, std::string bytes, const Selection& selection) {
+    constexpr std::string_view byte_order_mark = "\xef\xbb\xbf";
+    if (bytes.starts_with(byte_order_mark)) bytes.erase(0, byte_order_mark.size());
     const bool has_returns = bytes.find('\r') != std::string::npos;
     const std::string text = has_returns ? with_line_feeds(std::move(bytes)) : std::move(bytes);
     std::vector<polymer::Molecule> molecules;

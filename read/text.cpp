@@ -13,8 +13,6 @@
 namespace loopwise::read {
 namespace {
 
-constexpr std::string_view byte_order_mark = "\xef\xbb\xbf";
-
 struct Line {
     std::size_t number;
     std::string_view text;
@@ -171,7 +169,6 @@ polymer::NamedChain chain_of(std::span<const Line> lines, const Form& form) {
 } // namespace
 
 polymer::Molecule read_chain_text(std::string_view text) {
-    if (text.starts_with(byte_order_mark)) text.remove_prefix(byte_order_mark.size());
     refuse_binary(text);
     const std::vector<Line> all = lines_of(text);
     std::span<const Line> lines = all;

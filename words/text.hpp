@@ -37,6 +37,6 @@ std::string title(const std::string& path, const std::string& chain);
 inline const char* yes_or_no(bool is) { return is ? "yes" : "no"; }
 
 /// Text of a file quoted in a message: short and printable.
-std::string quoted(std::string_view text);
+std::string quoted(std::string_view text, std::size_t longest = 40);
 
 } // namespace loopwise::words
