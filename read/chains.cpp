@@ -33,12 +33,12 @@ std::vector<std::vector<Residue>> pieces_of(std::vector<Residue> residues, const
     std::vector<std::size_t> starts{0};
     std::set<polymer::ResidueId> known;
     std::size_t fall = 0; // where the numbers last fell without a bond
-    const auto closes_ring = [&](const Residue& residue) {
-        const PointR3 &first = residues[starts.back()].bead->place, &place = residue.bead->place;
-        return place.x == first.x && place.y == first.y && place.z == first.z;
+    const auto closes_ring = [&](std::size_t i) {
+        const PointR3 &first = residues[starts.back()].bead->place, &place = residues[i].bead->place;
+        return i + 1 == residues.size() && place.x == first.x && place.y == first.y && place.z == first.z;
     };
     for (std::size_t i = 0; i < residues.size(); ++i) {
-        if (i > starts.back() && residues[i].id() < residues[i - 1].id() && !closes_ring(residues[i]) &&
+        if (i > starts.back() && residues[i].id() < residues[i - 1].id() && !closes_ring(i) &&
             !are_bonded(residues[i - 1], residues[i], selection))
             fall = i;
         if (known.insert(residues[i].id()).second || fall <= starts.back()) continue;

@@ -87,7 +87,7 @@ void Draft::place_loose() {
             hetero.push_back(residue.bead->title());
     }
     note_skipped(others, "after the end of the chain", notes_);
-    note_skipped(hetero, "not bonded to the chain", notes_);
+    note_skipped(hetero, "no part of the chain by number and bond", notes_);
 }
 
 polymer::NamedChain Draft::chain(std::size_t part) && {
@@ -114,6 +114,7 @@ polymer::NamedChain Draft::chain(std::size_t part) && {
 
 std::vector<Residue> Draft::without_loose(std::vector<Residue> residues) {
     const std::vector<std::size_t> runs = bonded_runs(residues, selection_);
+    has_bonds_ = has_bonds_ || any_bonded(runs);
     std::vector<Residue> bonded, singles;
     auto from = residues.begin();
     for (const std::size_t length : runs) {
@@ -146,13 +147,16 @@ bool Draft::belongs_before(Place next, const Residue& residue) const {
     const Residue* const after = next == residues_.end() ? nullptr : &*next;
     const Residue* const before = next == residues_.begin() ? nullptr : &*(next - 1);
     if (before && before->id() == residue.id()) return false;
-    const bool leaves_room = before && after && before->id().number() < residue.id().number() &&
-                             residue.id().number() < after->id().number();
-    if (before && after && !leaves_room && are_bonded(*before, *after, selection_)) return false;
-    const bool is_bonded =
-        (before && are_bonded(*before, residue, selection_)) || (after && are_bonded(residue, *after, selection_));
-    return is_bonded ||
-           (!residue.bead->hetero && before && after && may_reach(*before, residue) && may_reach(residue, *after));
+    if (!before || !after) {
+        const Residue *const first = before ? before : &residue, *const second = before ? &residue : after;
+        return residue.bead->hetero && second->id().number() == first->id().number().value_or(0) + 1 &&
+               are_bonded(*first, *second, selection_);
+    }
+    const bool leaves_room =
+        before->id().number() < residue.id().number() && residue.id().number() < after->id().number();
+    if (!leaves_room && are_bonded(*before, *after, selection_)) return false;
+    if (are_bonded(*before, residue, selection_) || are_bonded(residue, *after, selection_)) return true;
+    return !residue.bead->hetero && may_reach(*before, residue) && may_reach(residue, *after);
 }
 
 /// Whether the residues between two can span their distance.

@@ -22,9 +22,19 @@ bool go_on(const Residue& residue, const Residue& next) {
     return residue.chain == next.chain && residue.number && next.number && *residue.number <= *next.number;
 }
 
+/// In few files there is anything in column 21.
+bool has_fourth_letters(std::string_view text) {
+    while (!text.empty()) {
+        const std::string_view line = next_line(text);
+        if (line.size() > fourth_letter && line[fourth_letter] != ' ' && pdb::is_atom(line)) return true;
+    }
+    return false;
+}
+
 } // namespace
 
 LongNames::LongNames(std::string_view text) {
+    if (!has_fourth_letters(text)) return;
     std::vector<Residue> run; // residues whose numbers go on
     const auto end_run = [&] {
         const bool one_kind = std::all_of(run.begin(), run.end(),

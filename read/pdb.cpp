@@ -83,7 +83,8 @@ class PdbReader {
     void other(std::string_view line) {
         if (is_record(line, "MODEL")) {
             if (open_) refuse_line(number_, "MODEL inside another model");
-            begin_model(field(line, 7, 20));
+            const std::string name = field(line, 7, 20);
+            begin_model(name.empty() ? std::to_string(models_.size() + 1) : name);
             in_model_ = true;
         } else if (is_record(line, "ENDMDL")) {
             end_model();
@@ -96,7 +97,7 @@ class PdbReader {
         } else if (is_record(line, "HEADER") || is_record(line, "SEQRES")) {
             deposited_ = true;
         } else if (is_record(line, "CRYST1")) {
-            read_.box = box_of(line);
+            if (!read_.box) read_.box = box_of(line);
         } else if (!models_.empty() && !is_among_atoms(line)) {
             complete_ = true;
         }
