@@ -14,7 +14,7 @@ namespace loopwise::read {
 /// - A piece ends where the numbers begin again without a bond.
 /// - Of a further piece of a chain name the residues that are bonded to each other and not all HETATM continue the
 ///   chain if their numbers go on and their segment is the same. Otherwise they are a chain of their own, such as
-///   A.2. Numbers of chains without a name must leave some out, unless there is a bond.
+///   A.2. Numbers of chains without a name must leave enough out to span the gap, unless there is a bond.
 /// - Its other residues belong to the chain before them if they are bonded to it where their numbers say, or are no
 ///   HETATM and lie in a gap. Otherwise they are skipped.
 std::vector<polymer::NamedChain> chains_of(const Atoms& atoms, const Selection& selection,

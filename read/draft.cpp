@@ -67,6 +67,7 @@ std::vector<Residue> Draft::add(std::vector<Residue> residues, bool is_polymer) 
     std::vector<Residue> bonded = is_polymer ? std::move(residues) : without_loose(std::move(residues));
     if (bonded.empty() || !is_continued_by(bonded)) return bonded;
     ends_.push_back(residues_.back().id().text());
+    if (!may_reach(residues_.back(), bonded.front())) far_.push_back(ends_.back());
     residues_.insert(residues_.end(), std::make_move_iterator(bonded.begin()), std::make_move_iterator(bonded.end()));
     return {};
 }
@@ -76,6 +77,9 @@ void Draft::place_loose() {
     const bool sorted = std::is_sorted(residues_.begin(), residues_.end(), precedes);
     if (!ends_.empty())
         notes_.push_back("one chain in pieces, as the residue numbers go on after " + words::listed(ends_));
+    if (!far_.empty())
+        notes_.push_back("too far for the numbers left out after " + words::listed(far_) +
+                         "; if other chains begin there, give them other names");
     std::vector<std::string> hetero, others;
     for (Residue& residue : loose_) {
         const auto next = std::upper_bound(residues_.begin(), residues_.end(), residue, precedes);
@@ -135,12 +139,12 @@ std::vector<Residue> Draft::without_loose(std::vector<Residue> residues) {
     return bonded;
 }
 
-/// Numbers of chains without a name may go through all molecules of a file: then a gap must leave some out.
+/// Numbers of chains without a name may go through all molecules of a file: then a gap must leave out enough.
 bool Draft::is_continued_by(const std::vector<Residue>& residues) const {
     const Residue &last = residues_.back(), &next = residues.front();
     if (!(last.id() < next.id()) || last.bead->segment != next.bead->segment) return false;
     return !name_.empty() || are_bonded(last, next, selection_) ||
-           (last.id().number() && next.id().number() && *next.id().number() - 1 > *last.id().number());
+           (may_reach(last, next) && *next.id().number() - 1 > *last.id().number());
 }
 
 bool Draft::belongs_before(Place next, const Residue& residue) const {

@@ -41,6 +41,7 @@ class Draft {
     const Selection& selection_;
     std::vector<Residue> residues_, loose_;
     std::vector<std::string> ends_; ///< residues after which another piece goes on
+    std::vector<std::string> far_;  ///< those of which the next is farther away than residues between can reach
     std::vector<std::string> notes_;
     bool has_bonds_ = false;
 };
