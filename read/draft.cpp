@@ -119,12 +119,13 @@ polymer::NamedChain Draft::chain(std::size_t part) && {
 std::vector<Residue> Draft::without_loose(std::vector<Residue> residues) {
     const std::vector<std::size_t> runs = bonded_runs(residues, selection_);
     has_bonds_ = has_bonds_ || any_bonded(runs);
+    if (!has_bonds_ && !all_hetero(residues)) return residues; // a coarse trace
     std::vector<Residue> bonded, singles;
     auto from = residues.begin();
     for (const std::size_t length : runs) {
         const auto to = from + static_cast<std::ptrdiff_t>(length);
         const bool all_het = std::all_of(from, to, [](const Residue& residue) { return residue.bead->hetero; });
-        if (all_het || (has_bonds_ && length == 1)) {
+        if (all_het || length == 1) {
             std::vector<Residue>& into = all_het ? loose_ : singles;
             into.insert(into.end(), from, to);
         } else {
