@@ -42,7 +42,7 @@ def plotted(figure):
 def everything(trefoil):
     other = lw.sample("unknot")
     gapped = lw.Chain(np.delete(trefoil.xyz, slice(20, 25), axis=0))
-    survey, structure = lw.survey(trefoil, closures=20), lw.survey([trefoil, other], closures=6, seed=2)
+    survey, structure = lw.survey(trefoil, closures=20), lw.survey([trefoil.xyz, other], closures=6, seed=2)
     frames = lw.survey(np.stack([trefoil.xyz, other.xyz]), closures=10)
     found = lw.fingerprint(trefoil, closures=4, step=10)
     for name, value in {
