@@ -3,6 +3,7 @@
 #include "polymer/bonds.hpp"
 #include "python/arguments.hpp"
 #include "python/arrays.hpp"
+#include "python/lock.hpp"
 #include "python/module.hpp"
 #include "read/read.hpp"
 #include "src/model/cut.hpp"
@@ -28,7 +29,7 @@ py::list list_of(const std::vector<polymer::Molecule>& molecules) {
 template <class Read> py::list chains_of(const Read& read) {
     std::vector<polymer::Molecule> molecules;
     try {
-        const py::gil_scoped_release others;
+        const Unlocked others;
         molecules = read();
     } catch (const std::bad_alloc&) {
         throw;
@@ -90,7 +91,7 @@ std::string picture(const py::object& chain) {
     const polymer::NamedChain named = named_chain_of(chain);
     if (named.beads.size() < 2)
         throw py::value_error("a chain of " + std::to_string(named.beads.size()) + " beads cannot be drawn");
-    const py::gil_scoped_release others;
+    const Unlocked others;
     return draw::picture(named);
 }
 
