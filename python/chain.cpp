@@ -7,6 +7,7 @@
 #include "python/module.hpp"
 #include "read/read.hpp"
 #include "src/model/cut.hpp"
+#include "write/chain_text.hpp"
 
 #include <algorithm>
 
@@ -87,6 +88,14 @@ py::tuple check(const Doubles& xyz, const Ids& ids) {
     return py::make_tuple(distances, odd, CheckDistancesBetweenAtoms(chain));
 }
 
+std::string pdb_text(const py::object& chain, bool closed) {
+    try {
+        return write::pdb_text(named_chain_of(chain), closed);
+    } catch (const std::runtime_error& refusal) {
+        throw py::value_error(refusal.what());
+    }
+}
+
 std::string picture(const py::object& chain) {
     const polymer::NamedChain named = named_chain_of(chain);
     if (named.beads.size() < 2)
@@ -100,9 +109,8 @@ std::string picture(const py::object& chain) {
 void bind_chain(py::module_& module) {
     module.def("read", read);
     module.def("parse", parse);
-    module.def("text", [](const Doubles& xyz, const Ids& ids, bool plain) {
-        return ChainWrite_toString(chain_of(xyz, ids, Finite::any), plain);
-    });
+    module.def("plain_text", [](const py::object& chain) { return write::plain_text(named_chain_of(chain).beads); });
+    module.def("pdb_text", pdb_text);
     module.def("cut", cut);
     module.def("check", check);
     module.def("picture", picture);
