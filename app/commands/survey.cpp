@@ -92,6 +92,7 @@ class Watch final : public survey::Watcher {
         stop_if_interrupted();
         progress_.closure_at(closure, part);
     }
+    void path_begins() override { stop_if_interrupted(); }
 
   private:
     Progress& progress_;

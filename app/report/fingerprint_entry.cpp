@@ -2,6 +2,7 @@
 
 #include "app/report/json_values.hpp"
 #include "app/report/knot_table.hpp"
+#include "app/report/verdict_values.hpp"
 #include "fingerprint/cores.hpp"
 #include "words/numbers.hpp"
 #include "words/residues.hpp"
@@ -35,18 +36,21 @@ Json json_of(const KnotPlace& place, const fingerprint::ChainFingerprint& of) {
     return json;
 }
 
+VerdictValues verdict_of(const fingerprint::ChainFingerprint& of) { return {of.verdict, of.bonds, of.residues}; }
+
 } // namespace
 
 Head fingerprint_head(std::size_t closures, double least_share) {
-    return {"fingerprint",
-            "The knot of every subchain, by " + counted(closures, "closure") + " of each\n",
+    Row columns{"file",     "model",       "chain",          "residues",     "gaps",      "chain_knot",  "chain_share",
+                "knot",     "share",       "greatest_share", "core_first",   "core_last", "tail_before", "tail_after",
+                "slipknot", "core_within", "borders_within", "chain_proven", "proven"};
+    for (const std::string& column : verdict_columns()) columns.push_back(column);
+    return {"fingerprint", "The knot of every subchain, by " + counted(closures, "closure") + " of each\n",
             [=](Json& head) {
                 head["closures"] = closures;
                 head["least_share"] = least_share;
             },
-            {"file", "model", "chain", "residues", "gaps", "chain_knot", "chain_share", "knot", "share",
-             "greatest_share", "core_first", "core_last", "tail_before", "tail_after", "slipknot", "core_within",
-             "borders_within", "chain_proven", "proven"}};
+            columns};
 }
 
 std::string FingerprintEntry::text() const {
@@ -59,6 +63,7 @@ std::string FingerprintEntry::text() const {
             (of_.matrix.beads() < fingerprint::fewest_knotted ? " (too short for a knot)\n" : "\n");
     const std::string warning = words::gap_warning(of_.bonds);
     if (!warning.empty()) text += "  " + warning + '\n';
+    text += verdict_of(of_).text();
     if (of_.depth)
         text += "  depth: the knot stays when up to " + std::to_string((*of_.depth)[0]) +
                 " beads are taken off the front, or " + std::to_string((*of_.depth)[1]) + " off the back" +
@@ -110,6 +115,7 @@ Json FingerprintEntry::json() const {
     entry["borders_within"] = of_.borders_within;
     entry["knots"] = Json::array();
     for (const KnotPlace& place : places_) entry["knots"].push_back(json_of(place, of_));
+    entry["verdict"] = verdict_of(of_).json();
     return entry;
 }
 
@@ -125,7 +131,8 @@ std::vector<Row> FingerprintEntry::rows() const {
     std::vector<Row> rows;
     const auto add = [&](const Row& fields) {
         rows.push_back(start);
-        rows.back().insert(rows.back().end(), fields.begin(), fields.end());
+        for (const Row& more : {fields, verdict_of(of_).row()})
+            rows.back().insert(rows.back().end(), more.begin(), more.end());
     };
     if (places_.empty()) add({"", "", "", "", "", "", "", "", "", borders, proven, ""});
     for (const KnotPlace& place : places_) {

@@ -2,6 +2,7 @@
 
 #include "app/report/json_values.hpp"
 #include "app/report/knot_table.hpp"
+#include "app/report/verdict_values.hpp"
 #include "words/numbers.hpp"
 #include "words/residues.hpp"
 #include "words/text.hpp"
@@ -117,12 +118,14 @@ std::string labels_of(const ComponentTally& tally) {
     return words::joined(labels, " ");
 }
 
+VerdictValues verdict_of(const ComponentTally& tally) { return {tally.verdict, tally.bonds, tally.residues}; }
+
 std::string component_text(const ComponentTally& tally, std::size_t closures, bool together) {
     std::string text = together ? "  chain " + name_in_text(tally) + '\n' : "";
     text += knots_text(tally, closures);
     const std::string warning = words::gap_warning(tally.bonds);
     if (!warning.empty()) text += "  " + warning + '\n';
-    text += left_text(tally, closures);
+    text += verdict_of(tally).text() + left_text(tally, closures);
     if (tally.smallest)
         text += "  fewest beads left above three: " + std::to_string(tally.smallest->loop.beads.size()) + ", closure " +
                 std::to_string(tally.smallest->closure) + ": " + labels_of(tally) + '\n';
@@ -179,7 +182,8 @@ Json json_of(const ComponentTally& tally, std::size_t closures) {
             {"knots", json_of(tally.knots, closures)},
             {"down_to_three", tally.fully_reduced},
             {"left", json_of(tally.left)},
-            {"fewest_left", fewest_left_of(tally)}};
+            {"fewest_left", fewest_left_of(tally)},
+            {"verdict", verdict_of(tally).json()}};
 }
 
 // CSV
@@ -223,6 +227,7 @@ Row row_of(const survey::Result& result, const char* part, const Tally& tally, c
     else
         add({"", "", "", ""});
     add({words::joined(notes, between), tally.knots.empty() ? "" : words::yes_or_no(tally.knots.front().knot.proven)});
+    add(chain ? verdict_of(*chain).row() : Row(verdict_columns().size()));
     return row;
 }
 
@@ -230,6 +235,11 @@ Row row_of(const survey::Result& result, const char* part, const Tally& tally, c
 
 Head survey_head(const survey::Plan& plan) {
     const survey::Method method = plan.method;
+    Row columns{"file",        "model",          "part",          "chain",         "beads",         "gaps",
+                "missing",     "method",         "scale",         "seed",          "closures",      "failed",
+                "knot",        "knot_closures",  "knot_share",    "knots",         "down_to_three", "left",
+                "fewest_left", "fewest_closure", "fewest_labels", "fewest_places", "notes",         "proven"};
+    for (const std::string& column : verdict_columns()) columns.push_back(column);
     return {"survey",
             counted(plan.closures, "closure") + " of each " + (plan.together ? "structure" : "chain") + ", method " +
                 method->name + (method->takes_scale() ? ", scale " + words::general(plan.scale) : "") +
@@ -240,10 +250,7 @@ Head survey_head(const survey::Plan& plan) {
                 head["scale"] = plan.method->takes_scale() ? Json(plan.scale) : Json(nullptr);
                 head["seed"] = plan.method->random ? Json(plan.seed) : Json(nullptr);
             },
-            {"file",        "model",          "part",          "chain",         "beads",         "gaps",
-             "missing",     "method",         "scale",         "seed",          "closures",      "failed",
-             "knot",        "knot_closures",  "knot_share",    "knots",         "down_to_three", "left",
-             "fewest_left", "fewest_closure", "fewest_labels", "fewest_places", "notes",         "proven"}};
+            columns};
 }
 
 std::string SurveyEntry::text() const {
