@@ -1,9 +1,9 @@
 // Chains from and to text, their check, their cut and their picture.
 #include "draw/picture.hpp"
 #include "polymer/bonds.hpp"
+#include "python/arguments.hpp"
 #include "python/arrays.hpp"
 #include "python/module.hpp"
-#include "python/plan.hpp"
 #include "read/read.hpp"
 #include "src/model/cut.hpp"
 

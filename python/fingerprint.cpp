@@ -2,10 +2,10 @@
 #include "fingerprint/fingerprint.hpp"
 
 #include "draw/matrix_picture.hpp"
+#include "python/arguments.hpp"
 #include "python/background.hpp"
 #include "python/module.hpp"
 #include "python/pickle.hpp"
-#include "python/plan.hpp"
 #include "python/survey_values.hpp"
 
 namespace loopwise::python {

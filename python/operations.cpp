@@ -1,7 +1,7 @@
 // Measures, closures, reductions, projections and predicates.
+#include "python/arguments.hpp"
 #include "python/background.hpp"
 #include "python/module.hpp"
-#include "python/plan.hpp"
 #include "src/closure/circle_arc.hpp"
 #include "src/closure/closures.hpp"
 #include "src/closure/point_tables.hpp"

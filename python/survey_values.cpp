@@ -2,8 +2,8 @@
 #include "python/survey_values.hpp"
 
 #include "draw/picture.hpp"
+#include "python/arguments.hpp"
 #include "python/pickle.hpp"
-#include "python/plan.hpp"
 
 #include <algorithm>
 
