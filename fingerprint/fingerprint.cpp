@@ -17,6 +17,7 @@ ChainFingerprint fingerprint_of(const std::string& file, const polymer::NamedCha
     result.residues = chain.residues;
     result.bonds = polymer::bonds_of(chain);
     result.notes = chain.notes;
+    result.confidence = chain.confidence;
     const Cell& cell = result.matrix.at(result.matrix.whole_chain());
     result.knot = result.knots[cell.knot];
     result.share = result.share_of(cell.closures);

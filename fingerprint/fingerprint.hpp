@@ -16,6 +16,7 @@ struct ChainFingerprint : SampledSubchains {
     polymer::Bonds bonds{};
     std::optional<survey::GapVerdict> verdict{}; ///< of a chain with gaps
     std::vector<std::string> notes{};            ///< about the chain, see NamedChain
+    std::vector<double> confidence{};            ///< of the beads, see NamedChain
 
     knots::KnotType knot{}; ///< of the whole chain
     double share = 0;       ///< of its closures

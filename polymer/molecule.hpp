@@ -18,6 +18,7 @@ struct NamedChain {
     std::vector<ResidueId> residues; ///< one for each bead
     BeadKind kind = BeadKind::any;
     std::vector<std::string> notes{}; ///< what the reader decided, for people to check
+    std::vector<double> confidence{}; ///< one for each bead of a prediction, 0 to 100; otherwise empty
 };
 
 /// The chains of one model of a file.

@@ -4,6 +4,7 @@
 #include "polymer/molecule.hpp"
 #include "read/selection.hpp"
 
+#include <cmath>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +20,7 @@ struct FileAtom {
     polymer::ResidueId residue;
     std::string name, location; ///< atom_name(); the alternate location, if any
     double occupancy = 1.0;
+    double b_value = NAN; ///< of the B column
     PointR3 place{};
     bool hetero = false;
     Polymer polymer = Polymer::unknown; ///< whether the file says that the atom belongs to a polymer
@@ -31,6 +33,7 @@ struct FileAtom {
 struct FileAtoms {
     std::vector<FileAtom> atoms;    ///< only those that is_of_use()
     std::vector<std::string> notes; ///< about the file
+    bool predicted = false;         ///< the file says that its B column is a confidence
 };
 
 /// Whether the atom stands for a residue or shows which residues are bonded. Other atoms are not kept.

@@ -95,6 +95,7 @@ class Assembly {
             const PointR3& place = residue.bead->place;
             chain.beads.push_back({place.x, place.y, place.z, 0});
             chain.residues.push_back(residue.bead->residue);
+            chain.confidence.push_back(residue.bead->b_value);
         }
         chains_.push_back(std::move(chain));
     }

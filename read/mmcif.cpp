@@ -29,16 +29,30 @@ enum Column {
     residue_name,
     location,
     occupancy,
+    b_value,
     group,
     model,
     symbol,
     columns
 };
 
-const std::vector<std::string> tags = {"Cartn_x",        "Cartn_y",        "Cartn_z",       "?auth_asym_id",
-                                       "?label_asym_id", "?auth_seq_id",   "?label_seq_id", "?pdbx_PDB_ins_code",
-                                       "?auth_atom_id",  "?label_atom_id", "?auth_comp_id", "?label_comp_id",
-                                       "?label_alt_id",  "?occupancy",     "?group_PDB",    "?pdbx_PDB_model_num",
+const std::vector<std::string> tags = {"Cartn_x",
+                                       "Cartn_y",
+                                       "Cartn_z",
+                                       "?auth_asym_id",
+                                       "?label_asym_id",
+                                       "?auth_seq_id",
+                                       "?label_seq_id",
+                                       "?pdbx_PDB_ins_code",
+                                       "?auth_atom_id",
+                                       "?label_atom_id",
+                                       "?auth_comp_id",
+                                       "?label_comp_id",
+                                       "?label_alt_id",
+                                       "?occupancy",
+                                       "?B_iso_or_equiv",
+                                       "?group_PDB",
+                                       "?pdbx_PDB_model_num",
                                        "?type_symbol"};
 
 std::string text_at(cif::Table::Row& row, Column column) {
@@ -94,6 +108,7 @@ FileAtom atom_of(cif::Table::Row& row, const std::string& atom_name, bool tells_
     atom.polymer = polymer_of(row, tells_polymers);
     atom.place = {coordinate(row, x, atom), coordinate(row, y, atom), coordinate(row, z, atom)};
     atom.occupancy = occupancy_of(row, atom);
+    if (row.has2(b_value)) atom.b_value = number_at(row, b_value).value_or(NAN);
     return atom;
 }
 
@@ -172,6 +187,7 @@ FileAtoms read_mmcif(std::string_view text, const Selection& selection) {
     if (found == nullptr) refuse("no atoms with coordinates (_atom_site.Cartn_x, _y and _z)");
     cif::Table table = found->find("_atom_site.", tags);
     read.atoms = atoms_of(table, selection);
+    read.predicted = found->find_mmcif_category("_ma_qa_metric.").ok();
     judge_end(text, document.blocks.back(), read.notes);
     return read;
 }

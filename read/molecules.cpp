@@ -1,5 +1,6 @@
 #include "read/molecules.hpp"
 
+#include "polymer/confidence.hpp"
 #include "read/chains.hpp"
 #include "read/refusal.hpp"
 #include "words/text.hpp"
@@ -50,6 +51,10 @@ polymer::Molecule molecule_of(const FileAtoms& file, const std::string& model, c
                (selection.is_of_amino_acids() ? "for nucleic acids use --atom P or --atom \"C4'\""
                                               : "choose another --atom"));
     select_chains(molecule.chains, selection);
+    for (polymer::NamedChain& chain : molecule.chains) {
+        if (!selection.confidence.value_or(file.predicted)) chain.confidence.clear();
+        polymer::settle_confidence(chain);
+    }
     return molecule;
 }
 

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <cmath>
 #include <map>
 #include <set>
 
@@ -33,6 +34,17 @@ bool is_atom(std::string_view line) {
 
 bool is_record(std::string_view line, std::string_view name) { return field(line, 1, 6) == name; }
 
+/// Whether a title or remark says that the B column is a confidence. Remarks of other files name the predictions that
+/// an experiment began with, so these must name the confidence.
+bool says_predicted(std::string_view line) {
+    std::string text(line);
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    const auto has = [&](std::string_view word) { return text.find(word) != std::string::npos; };
+    if (is_record(line, "TITLE")) return has("ALPHAFOLD") || has("ESMFOLD") || has("PREDICTION FOR");
+    return is_record(line, "REMARK") && has("PLDDT");
+}
+
 class PdbReader {
   public:
     explicit PdbReader(const Selection& selection) : selection_(selection) {}
@@ -48,6 +60,7 @@ class PdbReader {
                 other(line);
         }
         judge_end();
+        if (experimental_) read_.predicted = false;
         return std::move(read_);
     }
 
@@ -73,6 +86,7 @@ class PdbReader {
         atom.name = name;
         atom.location = field(line, 17, 17);
         atom.occupancy = occupancy(line, atom.location);
+        atom.b_value = to_number(trimmed(columns(line, 61, 66))).value_or(NAN);
         atom.place = place;
         atom.hetero = line.starts_with("HETATM");
         read_.atoms.push_back(std::move(atom));
@@ -95,6 +109,10 @@ class PdbReader {
             end_chain();
         } else if (is_record(line, "HEADER") || is_record(line, "SEQRES")) {
             deposited_ = true;
+        } else if (is_record(line, "EXPDTA") && line.find("THEORETICAL") == std::string_view::npos) {
+            experimental_ = true;
+        } else if (says_predicted(line)) {
+            read_.predicted = true;
         }
     }
 
@@ -179,6 +197,7 @@ class PdbReader {
     bool last_model_ended_ = false;
     bool complete_ = false;
     bool deposited_ = false;
+    bool experimental_ = false;
     bool ends_in_line_ = false;
 };
 

@@ -78,6 +78,7 @@ Result empty_result(const polymer::Molecule& molecule, const Plan& plan) {
         tally.kind = named.kind;
         tally.residues = named.residues;
         tally.notes = named.notes;
+        tally.confidence = polymer::confidence_of(named.confidence);
         if (!result.components.empty()) result.whole.name += '+';
         result.whole.name += named.name;
         result.whole.beads += tally.beads;

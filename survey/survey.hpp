@@ -3,6 +3,7 @@
 #pragma once
 
 #include "polymer/bonds.hpp"
+#include "polymer/confidence.hpp"
 #include "survey/close_reduce_name.hpp"
 #include "survey/gap_verdict.hpp"
 
@@ -36,8 +37,9 @@ struct PairTally : Tally {
 struct ComponentTally : Tally {
     polymer::Bonds bonds;
     polymer::BeadKind kind = polymer::BeadKind::any;
-    std::vector<polymer::ResidueId> residues; ///< of the beads
-    std::vector<std::string> notes;           ///< about the chain, see NamedChain
+    std::vector<polymer::ResidueId> residues;      ///< of the beads
+    std::vector<std::string> notes;                ///< about the chain, see NamedChain
+    std::optional<polymer::Confidence> confidence; ///< of the residues of a prediction
     struct Smallest {
         std::size_t closure = 0;
         Loop loop;

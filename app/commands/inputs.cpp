@@ -1,5 +1,6 @@
 #include "app/commands/inputs.hpp"
 
+#include "polymer/confidence.hpp"
 #include "read/cut.hpp"
 #include "read/read.hpp"
 #include "survey/plan.hpp"
@@ -22,7 +23,10 @@ void add_chains(const std::string& option, read::Selection& selection) {
 
 } // namespace
 
-void Selecting::cut(polymer::NamedChain& chain) const { read::cut(chain, first, last); }
+void Selecting::cut(polymer::NamedChain& chain) const {
+    read::cut(chain, first, last);
+    if (least_confidence) polymer::drop_below(chain, *least_confidence);
+}
 
 void declare_selecting(CommandLine& line, Selecting& into) {
     line.values({"--chain", "NAME,...", "Only the chains with these names"},
@@ -39,6 +43,15 @@ void declare_selecting(CommandLine& line, Selecting& into) {
     };
     residue({"--first", "ID", "Cut every chain: first residue, such as 82 or 82A"}, into.first);
     residue({"--last", "ID", "Cut every chain: last residue"}, into.last);
+    const auto confidence = [&](const char* name, bool is, const char* help) {
+        line.flag(
+            name, [&into, is] { into.selection.confidence = is; }, help);
+    };
+    confidence("--confidence", true, "The B column is the confidence of a prediction (default: as the file says)");
+    confidence("--no-confidence", false, "The B column is no confidence, whatever the file says");
+    line.exclusive({"--confidence", "--no-confidence"});
+    line.number<double>({"--min-confidence", "X", "Leave out residues below this confidence, 0 to 100"},
+                        {0.0, polymer::full_confidence}, into.least_confidence);
 }
 
 void declare_inputs(CommandLine& line, Inputs& into) {

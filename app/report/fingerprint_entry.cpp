@@ -1,5 +1,6 @@
 #include "app/report/fingerprint_entry.hpp"
 
+#include "app/report/confidence_values.hpp"
 #include "app/report/json_values.hpp"
 #include "app/report/knot_table.hpp"
 #include "app/report/verdict_values.hpp"
@@ -23,6 +24,30 @@ std::string within(std::size_t residues) {
     return residues > 1 ? ", to within " + std::to_string(residues) + " residues" : "";
 }
 
+/// Of the core, and of the tails, where there are any.
+struct PlaceConfidence {
+    std::optional<polymer::Confidence> core, before, after;
+};
+
+PlaceConfidence confidence_of(const KnotPlace& place, const fingerprint::ChainFingerprint& of) {
+    if (!place.core || of.confidence.empty()) return {};
+    const std::span<const double> all = of.confidence;
+    const auto [first, last] = *place.core;
+    return {polymer::confidence_of(all.subspan(first, last + 1 - first)), polymer::confidence_of(all.first(first)),
+            polymer::confidence_of(all.subspan(last + 1))};
+}
+
+std::string place_confidence(const KnotPlace& place, const fingerprint::ChainFingerprint& of) {
+    const PlaceConfidence parts = confidence_of(place, of);
+    if (!parts.core) return "";
+    std::string text = "    confidence of the core: " + confidence_text(*parts.core);
+    if (parts.before) text += "; of the tail before: " + confidence_text(*parts.before);
+    if (parts.after) text += "; of the tail after: " + confidence_text(*parts.after);
+    text += '\n';
+    if (parts.core->low > 0) text += "    the core crosses residues below 50: the knot may be an artefact\n";
+    return text;
+}
+
 Json json_of(const KnotPlace& place, const fingerprint::ChainFingerprint& of) {
     Json json;
     add_knot(json, place.knot);
@@ -33,6 +58,9 @@ Json json_of(const KnotPlace& place, const fingerprint::ChainFingerprint& of) {
     json["tails"] = core ? Json(fingerprint::tails_of(*core, of.matrix.beads())) : Json();
     json["core_within"] = core ? Json(place.core_within) : Json();
     json["slipknot"] = place.slipknot;
+    const PlaceConfidence parts = confidence_of(place, of);
+    json["confidence"] = {{"core", confidence_json(parts.core)},
+                          {"tails", {confidence_json(parts.before), confidence_json(parts.after)}}};
     return json;
 }
 
@@ -45,6 +73,9 @@ Head fingerprint_head(std::size_t closures, double least_share) {
                 "knot",     "share",       "greatest_share", "core_first",   "core_last", "tail_before", "tail_after",
                 "slipknot", "core_within", "borders_within", "chain_proven", "proven"};
     for (const std::string& column : verdict_columns()) columns.push_back(column);
+    columns.insert(columns.end(), {"confidence_mean", "confidence_least", "confidence_low"});
+    for (const char* part : {"core_confidence", "tail_before_confidence", "tail_after_confidence"})
+        for (const char* value : {"_mean", "_least", "_low"}) columns.push_back(std::string(part) + value);
     return {"fingerprint", "The knot of every subchain, by " + counted(closures, "closure") + " of each\n",
             [=](Json& head) {
                 head["closures"] = closures;
@@ -58,6 +89,8 @@ std::string FingerprintEntry::text() const {
                        (of_.chain.empty() ? "" : " chain " + of_.chain) + ": " + counted(of_.matrix.beads(), "bead") +
                        ", " + words::number_of_gaps(of_.bonds) + (of_.bonds.gaps.empty() ? "" : ": ") +
                        words::bonds_text(of_.bonds.gaps, of_.residues, ", ") + '\n';
+    if (const auto confidence = polymer::confidence_of(of_.confidence))
+        text += "  confidence: " + confidence_text(*confidence) + '\n';
     for (const std::string& note : of_.notes) text += "  note: " + note + '\n';
     text += "  whole chain: " + short_text(of_.knot, longest_knot) + " in " + percent(of_.share) + " of its closures" +
             (of_.matrix.beads() < fingerprint::fewest_knotted ? " (too short for a knot)\n" : "\n");
@@ -95,6 +128,7 @@ std::string FingerprintEntry::table() const {
         } else
             text += "none with one half";
         text += within(place.core_within) + (place.slipknot ? ", slipknot\n" : "\n");
+        text += place_confidence(place, of_);
     }
     return text;
 }
@@ -116,6 +150,7 @@ Json FingerprintEntry::json() const {
     entry["knots"] = Json::array();
     for (const KnotPlace& place : places_) entry["knots"].push_back(json_of(place, of_));
     entry["verdict"] = verdict_of(of_).json();
+    entry["confidence"] = confidence_json(polymer::confidence_of(of_.confidence));
     return entry;
 }
 
@@ -129,12 +164,13 @@ std::vector<Row> FingerprintEntry::rows() const {
                     fixed(of_.share, digits_of_share)};
     const std::string borders = std::to_string(of_.borders_within), proven = yes_or_no(of_.knot.proven);
     std::vector<Row> rows;
-    const auto add = [&](const Row& fields) {
+    const auto add = [&](const Row& fields, const PlaceConfidence& parts) {
         rows.push_back(start);
-        for (const Row& more : {fields, verdict_of(of_).row()})
+        for (const Row& more : {fields, verdict_of(of_).row(), confidence_row(polymer::confidence_of(of_.confidence)),
+                                confidence_row(parts.core), confidence_row(parts.before), confidence_row(parts.after)})
             rows.back().insert(rows.back().end(), more.begin(), more.end());
     };
-    if (places_.empty()) add({"", "", "", "", "", "", "", "", "", borders, proven, ""});
+    if (places_.empty()) add({"", "", "", "", "", "", "", "", "", borders, proven, ""}, {});
     for (const KnotPlace& place : places_) {
         Row core(4), core_within(1);
         if (place.core) {
@@ -145,7 +181,8 @@ std::vector<Row> FingerprintEntry::rows() const {
         }
         add({knots::text(place.knot), fixed(place.share, digits_of_share), fixed(place.greatest_share, digits_of_share),
              core[0], core[1], core[2], core[3], yes_or_no(place.slipknot), core_within[0], borders, proven,
-             yes_or_no(place.knot.proven)});
+             yes_or_no(place.knot.proven)},
+            confidence_of(place, of_));
     }
     return rows;
 }

@@ -1,5 +1,6 @@
 #include "app/report/survey_entry.hpp"
 
+#include "app/report/confidence_values.hpp"
 #include "app/report/json_values.hpp"
 #include "app/report/knot_table.hpp"
 #include "app/report/verdict_values.hpp"
@@ -39,6 +40,7 @@ std::string introduction(const ComponentTally& tally, bool together) {
     text += ": " + counted(tally.beads, "bead") + ", " + words::number_of_gaps(tally.bonds) + '\n';
     if (const std::size_t gaps = tally.bonds.gaps.size(); gaps > 0)
         text += (gaps == 1 ? "  gap: " : "  gaps: ") + words::bonds_text(tally.bonds.gaps, tally.residues, ", ") + '\n';
+    if (tally.confidence) text += "  confidence: " + confidence_text(*tally.confidence) + '\n';
     return text + short_bonds_text(tally, true) + short_bonds_text(tally, false);
 }
 
@@ -183,7 +185,8 @@ Json json_of(const ComponentTally& tally, std::size_t closures) {
             {"down_to_three", tally.fully_reduced},
             {"left", json_of(tally.left)},
             {"fewest_left", fewest_left_of(tally)},
-            {"verdict", verdict_of(tally).json()}};
+            {"verdict", verdict_of(tally).json()},
+            {"confidence", confidence_json(tally.confidence)}};
 }
 
 // CSV
@@ -228,6 +231,7 @@ Row row_of(const survey::Result& result, const char* part, const Tally& tally, c
         add({"", "", "", ""});
     add({words::joined(notes, between), tally.knots.empty() ? "" : words::yes_or_no(tally.knots.front().knot.proven)});
     add(chain ? verdict_of(*chain).row() : Row(verdict_columns().size()));
+    add(confidence_row(chain ? chain->confidence : std::nullopt));
     return row;
 }
 
@@ -240,6 +244,7 @@ Head survey_head(const survey::Plan& plan) {
                 "knot",        "knot_closures",  "knot_share",    "knots",         "down_to_three", "left",
                 "fewest_left", "fewest_closure", "fewest_labels", "fewest_places", "notes",         "proven"};
     for (const std::string& column : verdict_columns()) columns.push_back(column);
+    columns.insert(columns.end(), {"confidence_mean", "confidence_least", "confidence_low"});
     return {"survey",
             counted(plan.closures, "closure") + " of each " + (plan.together ? "structure" : "chain") + ", method " +
                 method->name + (method->takes_scale() ? ", scale " + words::general(plan.scale) : "") +
