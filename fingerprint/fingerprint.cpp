@@ -18,6 +18,7 @@ ChainFingerprint fingerprint_of(const std::string& file, const polymer::NamedCha
     result.bonds = polymer::bonds_of(chain);
     result.notes = chain.notes;
     result.confidence = chain.confidence;
+    result.in_file = chain.in_file;
     const Cell& cell = result.matrix.at(result.matrix.whole_chain());
     result.knot = result.knots[cell.knot];
     result.share = result.share_of(cell.closures);

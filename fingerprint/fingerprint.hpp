@@ -17,6 +17,7 @@ struct ChainFingerprint : SampledSubchains {
     std::optional<survey::GapVerdict> verdict{}; ///< of a chain with gaps
     std::vector<std::string> notes{};            ///< about the chain, see NamedChain
     std::vector<double> confidence{};            ///< of the beads, see NamedChain
+    polymer::ChainInFile in_file{};
 
     knots::KnotType knot{}; ///< of the whole chain
     double share = 0;       ///< of its closures

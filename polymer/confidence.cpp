@@ -29,7 +29,7 @@ void settle_confidence(NamedChain& chain) {
 void drop_below(NamedChain& chain, double confidence) {
     const std::vector<double> values = chain.confidence;
     if (values.empty()) throw std::invalid_argument("no confidence is known; --confidence takes the B column for one");
-    NamedChain kept{chain.name, {}, {}, chain.kind, chain.notes, {}};
+    NamedChain kept{chain.name, {}, {}, chain.kind, chain.notes, {}, chain.in_file};
     for (std::size_t i = 0; i < values.size(); ++i) {
         if (values[i] < confidence) continue;
         kept.beads.push_back(chain.beads[i]);

@@ -12,6 +12,13 @@ namespace loopwise::polymer {
 /// What the beads of a chain stand for.
 enum class BeadKind { any, amino_acids, nucleotides };
 
+/// How the file names a chain, for programs that open the same file.
+struct ChainInFile {
+    std::string chain, segment;                     ///< the segment only where there is no chain name
+    bool is_part = false;                           ///< the file has another chain of that name
+    std::int64_t first_serial = 0, last_serial = 0; ///< of the beads' atoms; 0 where the file has none
+};
+
 struct NamedChain {
     std::string name; ///< as in the file; empty for chain text
     Chain beads;
@@ -19,6 +26,7 @@ struct NamedChain {
     BeadKind kind = BeadKind::any;
     std::vector<std::string> notes{}; ///< what the reader decided, for people to check
     std::vector<double> confidence{}; ///< one for each bead of a prediction, 0 to 100; otherwise empty
+    ChainInFile in_file{};
 };
 
 /// The chains of one model of a file.

@@ -91,6 +91,10 @@ class Assembly {
             chain.name.append(".").append(std::to_string(part));
             chain.notes.push_back("second chain named " + group.chain + ": read as " + chain.name);
         }
+        const FileAtom &first = *residues.front().atoms.front(), &last = *residues.back().atoms.back();
+        (first.of_segment ? chain.in_file.segment : chain.in_file.chain) = group.chain;
+        chain.in_file.first_serial = first.serial;
+        chain.in_file.last_serial = last.last_serial;
         for (const Residue& residue : residues) {
             const PointR3& place = residue.bead->place;
             chain.beads.push_back({place.x, place.y, place.z, 0});
@@ -102,6 +106,11 @@ class Assembly {
 
     std::vector<polymer::NamedChain> chains(std::vector<std::string>& notes) {
         if (!without_bead_.empty()) notes.push_back("chain " + without_bead_ + " skipped: no atom " + selection_.atom);
+        for (polymer::NamedChain& chain : chains_)
+            for (const polymer::NamedChain& other : chains_)
+                if (&other != &chain && other.in_file.chain == chain.in_file.chain &&
+                    other.in_file.segment == chain.in_file.segment)
+                    chain.in_file.is_part = true;
         return std::move(chains_);
     }
 

@@ -30,29 +30,22 @@ enum Column {
     location,
     occupancy,
     b_value,
+    serial,
     group,
     model,
     symbol,
     columns
 };
 
-const std::vector<std::string> tags = {"Cartn_x",
-                                       "Cartn_y",
-                                       "Cartn_z",
-                                       "?auth_asym_id",
-                                       "?label_asym_id",
-                                       "?auth_seq_id",
-                                       "?label_seq_id",
-                                       "?pdbx_PDB_ins_code",
-                                       "?auth_atom_id",
-                                       "?label_atom_id",
-                                       "?auth_comp_id",
-                                       "?label_comp_id",
-                                       "?label_alt_id",
-                                       "?occupancy",
-                                       "?B_iso_or_equiv",
-                                       "?group_PDB",
-                                       "?pdbx_PDB_model_num",
+const std::vector<std::string> tags = {"Cartn_x",         "Cartn_y",
+                                       "Cartn_z",         "?auth_asym_id",
+                                       "?label_asym_id",  "?auth_seq_id",
+                                       "?label_seq_id",   "?pdbx_PDB_ins_code",
+                                       "?auth_atom_id",   "?label_atom_id",
+                                       "?auth_comp_id",   "?label_comp_id",
+                                       "?label_alt_id",   "?occupancy",
+                                       "?B_iso_or_equiv", "?id",
+                                       "?group_PDB",      "?pdbx_PDB_model_num",
                                        "?type_symbol"};
 
 std::string text_at(cif::Table::Row& row, Column column) {
@@ -94,13 +87,26 @@ FileAtom::Polymer polymer_of(cif::Table::Row& row, bool tells) {
     return row.has2(residue) ? FileAtom::Polymer::yes : FileAtom::Polymer::no;
 }
 
-FileAtom atom_of(cif::Table::Row& row, const std::string& atom_name, bool tells_polymers) {
+std::int64_t serial_of(cif::Table::Row& row) { return static_cast<std::int64_t>(number_at(row, serial).value_or(0)); }
+
+std::string model_of(cif::Table::Row& row) {
+    std::string name = text_at(row, model);
+    return name.empty() ? "1" : name;
+}
+
+/// What tells the atom's chain from others.
+FileAtom place_of(cif::Table::Row& row) {
     FileAtom atom;
-    atom.name = atom_name;
-    atom.model = text_at(row, model);
-    if (atom.model.empty()) atom.model = "1";
+    atom.model = model_of(row);
     atom.chain = either(row, author_chain, chain);
     atom.part = text_at(row, chain);
+    atom.serial = atom.last_serial = serial_of(row);
+    return atom;
+}
+
+FileAtom atom_of(cif::Table::Row& row, const std::string& atom_name, bool tells_polymers) {
+    FileAtom atom = place_of(row);
+    atom.name = atom_name;
     atom.residue_name = either(row, author_residue_name, residue_name);
     atom.residue = polymer::ResidueId::parse(either(row, author_residue, residue) + text_at(row, insertion));
     atom.location = text_at(row, location);
@@ -112,21 +118,23 @@ FileAtom atom_of(cif::Table::Row& row, const std::string& atom_name, bool tells_
     return atom;
 }
 
-std::vector<FileAtom> atoms_of(cif::Table& table, const Selection& selection) {
+FileAtoms atoms_of(cif::Table& table, const Selection& selection) {
     if (!table.has_column(author_name) && !table.has_column(name))
         refuse("no atom names (_atom_site.label_atom_id or auth_atom_id)");
     if (!table.has_column(author_residue) && !table.has_column(residue))
         refuse("no residue numbers (_atom_site.label_seq_id or auth_seq_id)");
     bool tells_polymers = false;
     for (auto row : table) tells_polymers = tells_polymers || row.has2(residue);
-    std::vector<FileAtom> atoms;
+    FileAtoms read;
     for (auto row : table) {
         const std::string named = atom_name(either(row, author_name, name));
         if (is_of_use(named, selection) &&
             !is_calcium(named, text_at(row, symbol), either(row, author_residue_name, residue_name)))
-            atoms.push_back(atom_of(row, named, tells_polymers));
+            read.atoms.push_back(atom_of(row, named, tells_polymers));
+        else
+            read.skip(place_of(row));
     }
-    return atoms;
+    return read;
 }
 
 cif::Document parse(std::string_view text) {
@@ -176,7 +184,6 @@ void judge_end(std::string_view text, const cif::Block& block, std::vector<std::
 
 FileAtoms read_mmcif(std::string_view text, const Selection& selection) {
     cif::Document document = parse(text);
-    FileAtoms read;
     cif::Block* found = nullptr;
     for (cif::Block& block : document.blocks) {
         if (!block.find("_atom_site.", tags).ok() || block.find_mmcif_category("_atom_site.").length() == 0) continue;
@@ -186,7 +193,7 @@ FileAtoms read_mmcif(std::string_view text, const Selection& selection) {
     }
     if (found == nullptr) refuse("no atoms with coordinates (_atom_site.Cartn_x, _y and _z)");
     cif::Table table = found->find("_atom_site.", tags);
-    read.atoms = atoms_of(table, selection);
+    FileAtoms read = atoms_of(table, selection);
     read.predicted = found->find_mmcif_category("_ma_qa_metric.").ok();
     judge_end(text, document.blocks.back(), read.notes);
     return read;

@@ -76,16 +76,21 @@ class PdbReader {
         const PointR3 place{coordinate(line, 31), coordinate(line, 39), coordinate(line, 47)};
         if (!trimmed(columns(line, 28, 30)).empty())
             refuse_line(number_, "columns 28 to 30 are not blank; the columns are shifted");
-        if (!is_of_use(name, selection_) || is_calcium(name, element(line), field(line, 18, 20))) return;
         FileAtom atom;
         atom.model = models_.back();
         atom.chain = chain_;
         atom.part = std::to_string(parts_of_chain(chain_));
+        atom.serial = static_cast<std::int64_t>(to_number(trimmed(columns(line, 7, 11))).value_or(0));
+        atom.last_serial = atom.serial;
+        if (!is_of_use(name, selection_) || is_calcium(name, element(line), field(line, 18, 20)))
+            return read_.skip(atom);
         atom.residue_name = field(line, 18, 20);
         atom.residue = residue(line);
         atom.name = name;
         atom.location = field(line, 17, 17);
         atom.occupancy = occupancy(line, atom.location);
+        atom.serial = static_cast<std::int64_t>(to_number(trimmed(columns(line, 7, 11))).value_or(0));
+        atom.of_segment = field(line, 21, 22).empty();
         atom.b_value = to_number(trimmed(columns(line, 61, 66))).value_or(NAN);
         atom.place = place;
         atom.hetero = line.starts_with("HETATM");
