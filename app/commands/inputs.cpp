@@ -4,6 +4,7 @@
 #include "read/cut.hpp"
 #include "read/read.hpp"
 #include "survey/plan.hpp"
+#include "words/text.hpp"
 
 #include <algorithm>
 #include <thread>
@@ -67,11 +68,11 @@ void declare_threads(CommandLine& line, unsigned& into) {
 }
 
 std::string label_of(const polymer::Molecule& molecule) {
-    return molecule.file + (molecule.model.empty() ? "" : ", model " + molecule.model);
+    return words::printable(molecule.file + (molecule.model.empty() ? "" : ", model " + molecule.model));
 }
 
 std::string label_of(const polymer::Molecule& molecule, const polymer::NamedChain& chain) {
-    return label_of(molecule) + (chain.name.empty() ? "" : ": chain " + chain.name);
+    return label_of(molecule) + (chain.name.empty() ? "" : ": chain " + words::printable(chain.name));
 }
 
 void tell_notes_in_chains(polymer::Molecule& molecule) {

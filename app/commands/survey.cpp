@@ -10,7 +10,6 @@
 #include "write/whole_file.hpp"
 
 #include <chrono>
-#include <fstream>
 #include <utility>
 
 namespace loopwise::app {
@@ -103,9 +102,12 @@ class SurveyRun {
     explicit SurveyRun(const Arguments& given)
         : given_(given), plan_(plan_of(given)), run_(given, survey_head(plan_)), watch_(run_.progress()) {
         if (given.each.empty()) return;
-        each_file_.open(given.each, std::ios::binary);
-        if (!each_file_) throw std::runtime_error(given.each + ": cannot be written");
-        each_.emplace(each_file_, watch_);
+        try {
+            each_file_.emplace(given.each);
+        } catch (const std::runtime_error& refusal) {
+            throw std::runtime_error(given.each + ": " + refusal.what());
+        }
+        each_.emplace(each_file_->stream(), watch_);
     }
 
     int all_files() {
@@ -116,11 +118,8 @@ class SurveyRun {
                 one_molecule(single, label_of(single, single.chains.front()));
             }
         });
-        if (!each_) return status;
-        run_.attempt(given_.each, [&] {
-            each_file_.close();
-            if (!each_file_) throw std::runtime_error("cannot be written");
-        });
+        if (!each_ || status == exit_interrupted) return status;
+        run_.attempt(given_.each, [&] { each_file_->commit(); });
         return std::max(status, run_.exit_status());
     }
 
@@ -145,7 +144,7 @@ class SurveyRun {
     const survey::Plan plan_;
     Run run_;
     Watch watch_;
-    std::ofstream each_file_;
+    std::optional<write::WholeFile> each_file_;
     std::optional<EachClosure> each_;
     bool drawn_ = false;
 };

@@ -85,10 +85,11 @@ Head fingerprint_head(std::size_t closures, double least_share) {
 }
 
 std::string FingerprintEntry::text() const {
-    std::string text = '\n' + of_.file + (of_.model.empty() ? "" : ", model " + of_.model) +
-                       (of_.chain.empty() ? "" : " chain " + of_.chain) + ": " + counted(of_.matrix.beads(), "bead") +
-                       ", " + words::number_of_gaps(of_.bonds) + (of_.bonds.gaps.empty() ? "" : ": ") +
-                       words::bonds_text(of_.bonds.gaps, of_.residues, ", ") + '\n';
+    std::string text = '\n' + words::printable(of_.file) + (of_.model.empty() ? "" : ", model " + of_.model) +
+                       (of_.chain.empty() ? "" : " chain " + words::printable(of_.chain)) + ": " +
+                       counted(of_.matrix.beads(), "bead") + ", " + words::number_of_gaps(of_.bonds) +
+                       (of_.bonds.gaps.empty() ? "" : ": ") + words::bonds_text(of_.bonds.gaps, of_.residues, ", ") +
+                       '\n';
     if (const auto confidence = polymer::confidence_of(of_.confidence))
         text += "  confidence: " + confidence_text(*confidence) + '\n';
     for (const std::string& note : of_.notes) text += "  note: " + note + '\n';

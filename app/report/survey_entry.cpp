@@ -23,7 +23,9 @@ constexpr const char* between = "; ";
 // Text
 
 /// Chain text has no names.
-std::string name_in_text(const Tally& tally) { return tally.name.empty() ? "without name" : tally.name; }
+std::string name_in_text(const Tally& tally) {
+    return tally.name.empty() ? "without name" : words::printable(tally.name);
+}
 
 std::string short_bonds_text(const ComponentTally& tally, bool cis) {
     std::vector<polymer::OddBond> bonds;
@@ -261,7 +263,8 @@ Head survey_head(const survey::Plan& plan) {
 std::string SurveyEntry::text() const {
     const bool together = result_.plan.together;
     const std::size_t closures = result_.counted();
-    std::string text = '\n' + result_.file + (result_.model.empty() ? "" : ", model " + result_.model);
+    std::string text =
+        '\n' + words::printable(result_.file) + (result_.model.empty() ? "" : ", model " + result_.model);
     if (together) text += ": structure of " + counted(result_.components.size(), "chain") + '\n';
     for (const ComponentTally& tally : result_.components) text += introduction(tally, together);
     text += notes_text(result_.notes);
