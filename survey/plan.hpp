@@ -17,6 +17,7 @@ struct Plan {
     std::uint64_t seed = 0; ///< for random methods
     unsigned threads = 1;
     bool name_knots = true;
+    bool judge_gaps = true; ///< see GapVerdict
     bool together = false; ///< whether all chains of a molecule are components of one structure
 };
 

@@ -175,7 +175,7 @@ Result survey(const polymer::Molecule& given, const Plan& plan, Watcher& watcher
     for (std::size_t i = 0; i < result.components.size(); ++i) {
         ComponentTally& tally = result.components[i];
         sort(tally.knots);
-        if (tally.knots.empty() || tally.bonds.gaps.empty()) continue;
+        if (!plan.judge_gaps || tally.knots.empty() || tally.bonds.gaps.empty()) continue;
         tally.verdict = judge_gaps(molecule.chains[i], tally.bonds, tally.knots.front().knot,
                                    {.is_ring = !plan.method->closes, .threads = plan.threads},
                                    [&watcher] { watcher.path_begins(); });

@@ -1,9 +1,9 @@
-// Paths across gaps, and verdicts.
+// What a survey is worth: paths across gaps, verdicts and noise.
 #include "knots/knot.hpp"
 #include "src/model/points.hpp"
 #include "src/reduce/reduction.hpp"
 #include "survey/gap_paths.hpp"
-#include "survey/survey.hpp"
+#include "survey/noise.hpp"
 
 #include <gtest/gtest.h>
 
@@ -85,6 +85,35 @@ Result surveyed(const polymer::NamedChain& chain, unsigned threads, const char* 
     plan.threads = threads;
     Watcher silent;
     return survey::survey({"", {chain}}, plan, silent);
+}
+
+TEST(Noise, IsGaussianInEachCoordinateAndRepeatable) {
+    constexpr double size = 0.7;
+    polymer::NamedChain chain;
+    chain.beads.assign(20'000, {1, 2, 3, 0});
+    polymer::NamedChain again = chain, other = chain;
+    shake(chain, size, 5, 1);
+    shake(again, size, 5, 1);
+    shake(other, size, 5, 2);
+    double sum = 0, squares = 0, fourths = 0, product = 0;
+    for (std::size_t i = 0; i < chain.beads.size(); ++i) {
+        const double x = (chain.beads[i].x - 1) / size, y = (chain.beads[i].y - 2) / size;
+        sum += x;
+        squares += x * x;
+        fourths += x * x * x * x;
+        product += x * y;
+        ASSERT_EQ(chain.beads[i].z, again.beads[i].z);
+        ASSERT_NE(chain.beads[i].z, other.beads[i].z);
+    }
+    const auto beads = static_cast<double>(chain.beads.size());
+    EXPECT_NEAR(sum / beads, 0, 0.03);
+    EXPECT_NEAR(squares / beads, 1, 0.05);
+    EXPECT_NEAR(fourths / beads, 3, 0.3);
+    EXPECT_NEAR(product / beads, 0, 0.03);
+    polymer::NamedChain ring;
+    ring.beads = {{0, 0, 0, 1}, {1, 0, 0, 2}, {0, 1, 0, 3}, {0, 0, 0, 4}};
+    shake(ring, size, 5, 1);
+    EXPECT_TRUE(polymer::is_ring(ring));
 }
 
 TEST(GapVerdict, IsTheSameForAnyNumberOfThreadsAndMethods) {

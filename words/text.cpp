@@ -23,8 +23,10 @@ bool is_number(const std::string& text) {
 bool could_be_formula(const std::string& text) {
     if (text.size() < 2 || std::string_view("=+-@\t\r").find(text[0]) == std::string_view::npos) return false;
     if (text[0] != '+' && text[0] != '-') return true;
+    constexpr std::string_view of_formulas = "=|!@'\"\\*/&<>", of_polynomials = " 0123456789t^+-";
     if (is_number(text)) return false;
-    constexpr std::string_view of_formulas = "=|!@'\"\\*/^&<>";
+    if (text.find('t') != std::string::npos && text.find_first_not_of(of_polynomials) == std::string::npos)
+        return false;
     const bool is_name =
         text.find_first_of("_ ") != std::string::npos ||
         std::all_of(text.begin() + 1, text.end(), [](unsigned char c) { return std::isalnum(c) != 0 || c == '.'; });

@@ -14,7 +14,7 @@ std::string listed(const std::vector<std::string>& names);
 
 /// A row of CSV; fields are in quotes where they need them. Spreadsheets take a field that begins with = + - @ for a
 /// formula: it gets an apostrophe before it, unless it is a number, or a sign with a number, letters and blanks as in
-/// the names of knots, which no spreadsheet can compute. Control characters become question marks.
+/// the names of knots, or a polynomial, which no spreadsheet can compute. Control characters become question marks.
 std::string csv_row(const std::vector<std::string>& fields);
 
 /// The text with blanks after it, or before it, up to the width.

@@ -17,8 +17,8 @@ struct Output {
 /// are one file, or if an output would replace a file with another extension.
 void refuse_harmful_outputs(const std::vector<std::string>& inputs, const std::vector<Output>& outputs);
 
-/// A file that is complete or is not there. The text goes to a temporary file of a unique name in the same folder, which
-/// commit() renames; without it nothing is left. Devices and pipes are written to directly.
+/// A file that is complete or is not there. The text goes to a temporary file of a unique name in the same folder.
+/// commit() renames it; without commit() nothing is left. Devices and pipes are written to directly.
 class WholeFile {
   public:
     /// Throws std::runtime_error, as commit() does.

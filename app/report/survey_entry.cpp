@@ -237,6 +237,34 @@ Row row_of(const survey::Result& result, const char* part, const Tally& tally, c
     return row;
 }
 
+std::string noise_text(const survey::Noise& noise) {
+    std::string text = "  noise of " + words::general(noise.plan.size) + ", " + counted(noise.plan.repeats, "repeat") +
+                       ", seed " + std::to_string(noise.plan.seed) + ": " + short_text(noise.knot, longest_knot) +
+                       " in " + percent(noise.least) + " to " + percent(noise.greatest) + ", mean " +
+                       percent(noise.mean) + " of closures; most frequent in " + std::to_string(noise.kept) +
+                       " repeats\n";
+    if (noise.knot.is_knot() && noise.vanishes())
+        text += "  the knot vanishes under a noise of " + words::general(noise.plan.size) +
+                (noise.plan.size <= survey::small_noise ? ": it depends on details that no measurement is sure of\n"
+                                                        : "\n");
+    return text;
+}
+
+Json json_of(const std::optional<survey::Noise>& noise) {
+    if (!noise) return nullptr;
+    return {{"size", noise->plan.size},     {"repeats", noise->plan.repeats},
+            {"seed", noise->plan.seed},     {"knot", text(noise->knot)},
+            {"least", noise->least},        {"mean", noise->mean},
+            {"greatest", noise->greatest},  {"kept", noise->kept},
+            {"vanishes", noise->vanishes()}};
+}
+
+Row noise_row(const std::optional<survey::Noise>& noise) {
+    if (!noise) return Row(4);
+    return {words::general(noise->plan.size), words::general(noise->least), words::general(noise->greatest),
+            std::to_string(noise->kept)};
+}
+
 } // namespace
 
 Head survey_head(const survey::Plan& plan) {
@@ -246,7 +274,8 @@ Head survey_head(const survey::Plan& plan) {
                 "knot",        "knot_closures",  "knot_share",    "knots",         "down_to_three", "left",
                 "fewest_left", "fewest_closure", "fewest_labels", "fewest_places", "notes",         "proven"};
     for (const std::string& column : verdict_columns()) columns.push_back(column);
-    columns.insert(columns.end(), {"confidence_mean", "confidence_least", "confidence_low"});
+    columns.insert(columns.end(), {"confidence_mean", "confidence_least", "confidence_low", "noise", "noise_least",
+                                   "noise_greatest", "noise_kept"});
     return {"survey",
             counted(plan.closures, "closure") + " of each " + (plan.together ? "structure" : "chain") + ", method " +
                 method->name + (method->takes_scale() ? ", scale " + words::general(plan.scale) : "") +
@@ -280,6 +309,7 @@ std::string SurveyEntry::text() const {
         text += "  all chains together\n" + knots_text(result_.whole, closures) + pairs_text(result_) +
                 left_text(result_.whole, closures);
     for (const ComponentTally& tally : result_.components) text += component_text(tally, closures, together);
+    if (noise_) text += noise_text(*noise_);
     return text;
 }
 
@@ -297,6 +327,7 @@ Json SurveyEntry::json() const {
         entry["left"] = json_of(result_.whole.left);
     }
     for (const ComponentTally& tally : result_.components) entry["chains"].push_back(json_of(tally, result_.counted()));
+    entry["noise"] = json_of(noise_);
     return entry;
 }
 
@@ -311,6 +342,8 @@ std::vector<Row> SurveyEntry::rows() const {
         notes.insert(notes.end(), tally.notes.begin(), tally.notes.end());
         rows.push_back(row_of(result_, together ? "component" : "chain", tally, &tally, notes));
     }
+    for (Row& row : rows)
+        for (const std::string& field : noise_row(noise_)) row.push_back(field);
     return rows;
 }
 

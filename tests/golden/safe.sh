@@ -13,7 +13,7 @@ odd=$(printf 'a\033[2J\302\233b\nc\177.pdb')
 sed "s/ALA A/ALA$(printf '\033')A/" mine.pdb >"$odd"
 loopwise survey --method outside "$odd" mine.pdb | cat -v | grep beads,
 loopwise survey --method outside --csv "$odd" | cat -v | sed -n '2,3p' | cut -c1-20
-loopwise survey "$odd.none" | cat -v
+loopwise survey "$odd.none" 2>&1 >/dev/null | cat -v
 loopwise check "$odd" | cat -v
 name=$(printf 'b\377\355\240\200.pdb') && cp mine.pdb "$name"
 loopwise survey --method outside --svg b.svg "$name" >/dev/null && iconv -f utf8 -t utf8 b.svg | grep -c svg
