@@ -3,6 +3,7 @@
 #include "src/model/points.hpp"
 #include "src/reduce/reduction.hpp"
 #include "survey/gap_paths.hpp"
+#include "survey/minimal_closure.hpp"
 #include "survey/noise.hpp"
 
 #include <gtest/gtest.h>
@@ -16,6 +17,7 @@ using namespace loopwise::survey;
 
 namespace {
 
+using model::operator-;
 constexpr double bond = 3.8;
 
 Chain path_of(double apart, std::size_t beads, std::uint64_t seed) {
@@ -85,6 +87,42 @@ Result surveyed(const polymer::NamedChain& chain, unsigned threads, const char* 
     plan.threads = threads;
     Watcher silent;
     return survey::survey({"", {chain}}, plan, silent);
+}
+
+/// Every plane through three beads that has all others on one side holds a face of the hull.
+double plain_distance_out(const Chain& chain, const ChainAtom& bead) {
+    double least = INFINITY;
+    const auto at = [&](std::size_t i) { return model::position(chain[i]); };
+    const auto dot = [](PointR3 a, PointR3 b) { return a.x * b.x + a.y * b.y + a.z * b.z; };
+    for (std::size_t i = 0; i < chain.size(); ++i)
+        for (std::size_t j = 0; j < i; ++j)
+            for (std::size_t k = 0; k < j; ++k) {
+                const PointR3 normal = model::cross(at(j) - at(i), at(k) - at(i));
+                double low = 0, high = 0;
+                for (std::size_t m = 0; m < chain.size(); ++m)
+                    if (m != i && m != j && m != k) {
+                        low = std::min(low, dot(normal, at(m) - at(i)));
+                        high = std::max(high, dot(normal, at(m) - at(i)));
+                    }
+                if (low < 0 && high > 0) continue;
+                least = std::min(least, std::abs(dot(normal, model::position(bead) - at(i))) / model::length(normal));
+            }
+    return least;
+}
+
+TEST(MinimalClosure, GoesTheNearestWayOutOfTheHull) {
+    for (std::uint64_t seed = 0; seed < 8; ++seed) {
+        Chain chain = path_of(5.0, 28, seed);
+        const auto [front, back] = ways_out(chain);
+        EXPECT_NEAR(front.distance, plain_distance_out(chain, chain.front()), 1e-9);
+        EXPECT_NEAR(back.distance, plain_distance_out(chain, chain.back()), 1e-9);
+        const std::size_t beads = chain.size();
+        ASSERT_EQ(close_minimally(chain), closure::Closing::closed);
+        EXPECT_EQ(chain.size() == beads, front.distance + back.distance >= 5.0);
+        EXPECT_NE(knots::knot_of(chain).type.status, knots::KnotStatus::no_polygon);
+    }
+    Chain flat{{0, 0, 0, 1}, {4, 0, 0, 2}, {4, 4, 0, 3}, {9, 9, 0, 4}};
+    EXPECT_EQ(ways_out(flat)[0].distance, 0);
 }
 
 TEST(Noise, IsGaussianInEachCoordinateAndRepeatable) {

@@ -68,7 +68,7 @@ VerdictValues verdict_of(const fingerprint::ChainFingerprint& of) { return {of.v
 
 } // namespace
 
-Head fingerprint_head(std::size_t closures, double least_share) {
+Head fingerprint_head(const fingerprint::FingerprintPlan& plan, double least_share) {
     Row columns{"file",     "model",       "chain",          "residues",     "gaps",      "chain_knot",  "chain_share",
                 "knot",     "share",       "greatest_share", "core_first",   "core_last", "tail_before", "tail_after",
                 "slipknot", "core_within", "borders_within", "chain_proven", "proven"};
@@ -76,10 +76,11 @@ Head fingerprint_head(std::size_t closures, double least_share) {
     columns.insert(columns.end(), {"confidence_mean", "confidence_least", "confidence_low"});
     for (const char* part : {"core_confidence", "tail_before_confidence", "tail_after_confidence"})
         for (const char* value : {"_mean", "_least", "_low"}) columns.push_back(std::string(part) + value);
-    return {"fingerprint", "The knot of every subchain, by " + counted(closures, "closure") + " of each\n",
-            [=](Json& head) {
+    return {"fingerprint", "The knot of every subchain, by " + counted(plan.closures, "closure") + " of each\n",
+            [=, closures = plan.closures, core_share = plan.core_share](Json& head) {
                 head["closures"] = closures;
                 head["least_share"] = least_share;
+                head["core_share"] = core_share;
             },
             columns};
 }
@@ -127,7 +128,8 @@ std::string FingerprintEntry::table() const {
                     words::right(std::to_string(place.core->size()), 8) + "  " + std::to_string(before) + " and " +
                     std::to_string(after);
         } else
-            text += "none with one half";
+            text +=
+                of_.core_share == 0.5 ? "none with one half" : "none with a share of " + words::general(of_.core_share);
         text += within(place.core_within) + (place.slipknot ? ", slipknot\n" : "\n");
         text += place_confidence(place, of_);
     }
