@@ -123,7 +123,7 @@ py::object core_of(const Fingerprint& found) {
 }
 
 MatrixPicture picture_of(const Fingerprint& found) {
-    const py::gil_scoped_release others;
+    const Unlocked others;
     return draw::picture_of(found, found.places);
 }
 

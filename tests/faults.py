@@ -116,7 +116,9 @@ class Copy:
 
 
 def listed(*folders):
-    return subprocess.check_output(["git", "ls-files", *folders], text=True).split()
+    """Tracked files, without the tests of Python."""
+    files = subprocess.check_output(["git", "ls-files", *folders], text=True).split()
+    return [file for file in files if "/tests/" not in file] if folders else files
 
 
 def main():
