@@ -18,7 +18,7 @@ struct Plan {
     unsigned threads = 1;
     bool name_knots = true;
     bool judge_gaps = true; ///< see GapVerdict
-    bool together = false; ///< whether all chains of a molecule are components of one structure
+    bool together = false;  ///< whether all chains of a molecule are components of one structure
 };
 
 /// The closure with this number, whose draws depend on it and the plan's seed alone.
