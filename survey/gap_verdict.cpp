@@ -23,7 +23,7 @@ constexpr std::size_t rows_of_fragment = 100;
 constexpr std::size_t rows_tried_at_once = 25;
 /// When gaps are varied one by one, the paths of all together, and the fewest of one gap: of more gaps than these
 /// allow, the longest are varied.
-constexpr std::size_t most_paths_alone = 250, fewest_paths_alone = 20;
+constexpr std::size_t most_paths_alone = 200, fewest_paths_alone = 20;
 constexpr std::size_t fewest_knotted = 4; // beads
 
 /// Closes chains in directions, or not at all if they are rings, and names the loops.

@@ -99,7 +99,7 @@ class Hull {
 std::array<WayOut, 2> ways_out(const Chain& chain) {
     const Hull hull(chain);
     std::array<WayOut, 2> ways;
-    for (const std::size_t end : {0, 1}) {
+    for (const std::size_t end : {std::size_t{0}, std::size_t{1}}) {
         const PointR3 place = position(end == 0 ? chain.front() : chain.back());
         ways[end] = {{0, 0, 1}, hull.faces().empty() ? 0 : INFINITY};
         for (const Face& face : hull.faces())

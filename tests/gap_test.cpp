@@ -194,7 +194,7 @@ TEST(GapVerdict, OfARingIsAsSpelledOut) {
 TEST(GapVerdict, EndsWhenThePathsAreNotWanted) {
     const polymer::NamedChain chain = with_gaps({{30, 50}});
     struct Enough {};
-    for (const std::size_t most : {0, 1, 2, 60}) {
+    for (const unsigned most : {0U, 1U, 2U, 60U}) {
         std::atomic<std::size_t> begun = 0;
         const auto count = [&] {
             if (begun++ == most) throw Enough{};
