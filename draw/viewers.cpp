@@ -113,9 +113,10 @@ std::string residues(const std::vector<polymer::ResidueId>& chain, fingerprint::
     return list;
 }
 
-void refuse_without_serials(const polymer::ChainInFile& chain) {
-    if (chain.first_serial <= 0 || chain.last_serial < chain.first_serial)
+const auto& serials_of(const polymer::ChainInFile& chain) {
+    if (chain.serials.empty())
         throw std::runtime_error("the numbers of its atoms do not tell the chain from others: no script for viewers");
+    return chain.serials;
 }
 
 /// Both viewers know only the names of the file: chains that share one are told apart by the numbers of their atoms.
@@ -123,25 +124,28 @@ std::string pymol_chain(const polymer::ChainInFile& chain) {
     std::string all = !chain.chain.empty()     ? "chain " + word(chain.chain)
                       : !chain.segment.empty() ? "segi " + word(chain.segment)
                                                : "polymer";
-    if (chain.is_part) {
-        refuse_without_serials(chain);
-        all += " and id " + std::to_string(chain.first_serial) + "-" + std::to_string(chain.last_serial);
-    }
-    return all;
+    if (!chain.is_part) return all;
+    std::string ranges;
+    for (const auto& [first, last] : serials_of(chain))
+        ranges.append(ranges.empty() ? "" : "+").append(std::to_string(first)).append("-").append(std::to_string(last));
+    return all.append(" and id ").append(ranges);
 }
 
-/// ChimeraX does not know segments.
-struct ChimeraxChain {
-    std::string chain, atoms;
-};
-ChimeraxChain chimerax_chain(const polymer::ChainInFile& chain) {
-    ChimeraxChain all{chain.chain.empty() ? "" : "/" + word(chain.chain), ""};
-    if (chain.is_part || !chain.segment.empty()) {
-        refuse_without_serials(chain);
-        all.atoms = " & @@serial_number>=" + std::to_string(chain.first_serial) +
-                    " & @@serial_number<=" + std::to_string(chain.last_serial);
-    }
-    return all;
+/// Residues of the chain, or all of it; ChimeraX does not know segments.
+std::string chimerax_chain(const polymer::ChainInFile& chain, const std::string& chosen) {
+    std::string all = chain.chain.empty() ? "" : std::string("/").append(word(chain.chain));
+    all += chosen;
+    if (all.empty()) all = "protein";
+    if (!chain.is_part && chain.segment.empty()) return all;
+    std::string ranges;
+    for (const auto& [first, last] : serials_of(chain))
+        ranges.append(ranges.empty() ? "" : " | ")
+            .append(all)
+            .append(" & @@serial_number>=")
+            .append(std::to_string(first))
+            .append(" & @@serial_number<=")
+            .append(std::to_string(last));
+    return ranges;
 }
 
 } // namespace
@@ -159,13 +163,12 @@ std::string pymol_script(const fingerprint::ChainFingerprint& of, const std::vec
 
 std::string chimerax_script(const fingerprint::ChainFingerprint& of,
                             const std::vector<fingerprint::KnotPlace>& places) {
-    const auto [chain, atoms] = chimerax_chain(of.in_file);
-    std::string script = head(of, "Open the structure first.") + "color " + (chain.empty() ? "protein" : chain) +
-                         atoms + " " + rest_colour + "\n";
+    std::string script =
+        head(of, "Open the structure first.") + "color " + chimerax_chain(of.in_file, "") + " " + rest_colour + "\n";
     for (const Part& part : parts_of(of, places))
-        script += comment(part.note) + "name " + part.name + " " + chain + ":" +
-                  residues(of.residues, part.subchain, chimerax) + atoms + "\ncolor " + part.name + " " + part.colour +
-                  "\n";
+        script += comment(part.note) + "name " + part.name + " " +
+                  chimerax_chain(of.in_file, std::string(":").append(residues(of.residues, part.subchain, chimerax))) +
+                  "\ncolor " + part.name + " " + part.colour + "\n";
     return script;
 }
 

@@ -5,6 +5,7 @@
 #include "polymer/residue_id.hpp"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace loopwise::polymer {
@@ -14,9 +15,10 @@ enum class BeadKind { any, amino_acids, nucleotides };
 
 /// How the file names a chain, for programs that open the same file.
 struct ChainInFile {
-    std::string chain, segment;                     ///< the segment only where there is no chain name
-    bool is_part = false;                           ///< the file has another chain of that name
-    std::int64_t first_serial = 0, last_serial = 0; ///< of the beads' atoms; 0 where the file has none
+    std::string chain, segment; ///< the segment only where there is no chain name
+    bool is_part = false;       ///< the file has another chain of that name
+    /// Numbers of its atoms, first and last of each run; none where the file does not number them.
+    std::vector<std::pair<std::int64_t, std::int64_t>> serials;
 };
 
 struct NamedChain {
@@ -27,6 +29,7 @@ struct NamedChain {
     std::vector<std::string> notes{}; ///< what the reader decided, for people to check
     std::vector<double> confidence{}; ///< one for each bead of a prediction, 0 to 100; otherwise empty
     ChainInFile in_file{};
+    std::string shared_name{}; ///< of a chain such as A.2: its name in the file, which another chain has, too
 };
 
 /// The chains of one model of a file.

@@ -2,9 +2,11 @@
 #pragma once
 
 #include "polymer/molecule.hpp"
+#include "read/box.hpp"
 #include "read/selection.hpp"
 
 #include <cmath>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,9 +17,11 @@ struct FileAtom {
     enum class Polymer { unknown, yes, no };
 
     std::string model, chain;
-    std::string part; ///< tells molecules with one chain name apart
+    std::string part;    ///< tells molecules with one chain name apart
+    std::string segment; ///< of PDB; pieces of one chain have one segment
     std::string residue_name;
     polymer::ResidueId residue;
+    std::string position;       ///< in the sequence, by mmCIF; tells residues with one number apart
     std::string name, location; ///< atom_name(); the alternate location, if any
     double occupancy = 1.0;
     double b_value = NAN; ///< of the B column
@@ -45,6 +49,7 @@ struct FileAtoms {
             last.last_serial = atom.serial;
     }
     bool predicted = false; ///< the file says that its B column is a confidence
+    std::optional<Box> box; ///< of a crystal or a simulation
 };
 
 /// Whether the atom stands for a residue or shows which residues are bonded. Other atoms are not kept.

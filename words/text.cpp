@@ -131,8 +131,7 @@ std::string valid_utf8(std::string_view text) {
     return valid;
 }
 
-std::string quoted(std::string_view text) {
-    constexpr std::size_t longest = 40;
+std::string quoted(std::string_view text, std::size_t longest) {
     std::string out(text.substr(0, longest));
     for (char& c : out)
         if (c < ' ' || c > '~') c = '?';

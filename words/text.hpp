@@ -23,8 +23,8 @@ std::string right(std::string_view text, std::size_t width);
 /// The width of the widest text, or the least if that is more.
 std::size_t widest(const std::vector<std::string>& texts, std::size_t least);
 
-/// The path that means the standard input.
-inline constexpr std::string_view standard_input = "-";
+/// The path that means the standard input, or as an output the standard output.
+inline constexpr std::string_view standard_input = "-", standard_output = "-";
 
 /// The extension of a file's name, in lower case: ".pdb".
 std::string extension_of(const std::string& path);
@@ -47,6 +47,6 @@ std::string printable(std::string text, Lines lines = Lines::one);
 std::string valid_utf8(std::string_view text);
 
 /// Text of a file quoted in a message: short and printable.
-std::string quoted(std::string_view text);
+std::string quoted(std::string_view text, std::size_t longest = 40);
 
 } // namespace loopwise::words
