@@ -1,6 +1,7 @@
 #include "app/errors.hpp"
 
 #include "app/commands/command.hpp"
+#include "words/text.hpp"
 
 #include <algorithm>
 #include <iostream>
@@ -19,7 +20,7 @@ void ErrorReporter::tell(const std::string& what, std::string reason) {
     // Some parsers start with the name of the file. Names and reasons may have several lines.
     std::string message = reason.starts_with(what) ? std::move(reason) : what + ": " + reason;
     std::replace(message.begin(), message.end(), '\n', ' ');
-    std::cerr << "loopwise: " << message << '\n';
+    std::cerr << "loopwise: " << words::printable(std::move(message)) << '\n';
 }
 
 } // namespace loopwise::app

@@ -1,6 +1,7 @@
 // The program `loopwise`: finds the subcommand, runs it, and turns what it throws into one line.
 #include "app/commands/command.hpp"
 #include "app/interruption.hpp"
+#include "words/text.hpp"
 
 #include <algorithm>
 #include <iostream>
@@ -66,12 +67,12 @@ int main(int argc, char** argv) {
     } catch (const VersionAsked&) {
         return print("loopwise " LOOPWISE_VERSION "\n");
     } catch (const UsageError& error) {
-        std::cerr << "loopwise: " << error.what() << " (see --help)\n";
+        std::cerr << "loopwise: " << loopwise::words::printable(error.what()) << " (see --help)\n";
         return exit_usage;
     } catch (const Interrupted&) {
         return exit_interrupted;
     } catch (const std::exception& failure) {
-        std::cerr << "loopwise: " << failure.what() << '\n';
+        std::cerr << "loopwise: " << loopwise::words::printable(failure.what()) << '\n';
         return exit_failure;
     }
 }

@@ -39,7 +39,7 @@ std::size_t width_of_terminal() {
 std::string progress_line(const Work& work, double seconds) {
     const std::string place =
         work.files > 1 ? ", file " + std::to_string(work.file) + " of " + std::to_string(work.files) : "";
-    const std::string what = shortened(work.what);
+    const std::string what = shortened(words::printable(work.what));
     if (work.closures == 0 && work.largest_part == 0) return what + place + ": " + duration(seconds);
     const std::string bar(static_cast<std::size_t>(static_cast<double>(bar_width) * work.largest_part), '#');
     std::string text = "[";

@@ -1,6 +1,7 @@
 #include "draw/canvas.hpp"
 
 #include "words/numbers.hpp"
+#include "words/text.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -26,7 +27,7 @@ std::string number(double value) { return words::fixed(value, 1); }
 
 std::string escaped(const std::string& text) {
     std::string out;
-    for (const char c : text) {
+    for (const char c : ::loopwise::words::valid_utf8(text)) {
         switch (c) {
         case '&': out += "&amp;"; break;
         case '<': out += "&lt;"; break;

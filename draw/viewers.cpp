@@ -1,10 +1,13 @@
 #include "draw/viewers.hpp"
 
 #include "draw/knot_colours.hpp"
+#include "words/text.hpp"
 
 #include <algorithm>
+#include <cctype>
 #include <map>
 #include <optional>
+#include <stdexcept>
 
 namespace loopwise::draw {
 namespace {
@@ -57,11 +60,22 @@ std::vector<Part> parts_of(const fingerprint::ChainFingerprint& of, std::vector<
     return parts;
 }
 
-/// Control characters in a file name could end the comment.
+bool is_plain(char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '_' || c == '-'; }
+
+/// Viewers have characters that end a comment, begin a command or continue a line.
 std::string comment(std::string text) {
+    constexpr std::string_view harmless = " .,:()/+#";
     std::replace_if(
-        text.begin(), text.end(), [](unsigned char c) { return c < ' '; }, '?');
+        text.begin(), text.end(), [&](char c) { return !is_plain(c) && harmless.find(c) == harmless.npos; }, '?');
     return "# " + text + "\n";
+}
+
+/// What a file names is never a command: a name has letters, digits, _ and -, or there is no script.
+const std::string& word(const std::string& name) {
+    if (name.empty() || !std::all_of(name.begin(), name.end(), is_plain))
+        throw std::runtime_error("the name " + ::loopwise::words::quoted(name) +
+                                 " has other characters than letters, digits, _ and -: no script for viewers");
+    return name;
 }
 
 std::string head(const fingerprint::ChainFingerprint& of, const std::string& how) {
@@ -86,7 +100,7 @@ std::string residues(const std::vector<polymer::ResidueId>& chain, fingerprint::
         return before && here && std::int64_t{*here} - *before == 1 && sharing[before] == 1 && sharing[here] == 1;
     };
     const auto entry = [&](std::size_t i) {
-        const std::string text = chain[i].text();
+        const std::string text = word(chain[i].text());
         return (text.starts_with('-') ? notation.negative : "") + text;
     };
     std::string list;
@@ -99,10 +113,45 @@ std::string residues(const std::vector<polymer::ResidueId>& chain, fingerprint::
     return list;
 }
 
+const auto& serials_of(const polymer::ChainInFile& chain) {
+    if (chain.serials.empty())
+        throw std::runtime_error("the numbers of its atoms do not tell the chain from others: no script for viewers");
+    return chain.serials;
+}
+
+/// Both viewers know only the names of the file: chains that share one are told apart by the numbers of their atoms.
+std::string pymol_chain(const polymer::ChainInFile& chain) {
+    std::string all = !chain.chain.empty()     ? "chain " + word(chain.chain)
+                      : !chain.segment.empty() ? "segi " + word(chain.segment)
+                                               : "polymer";
+    if (!chain.is_part) return all;
+    std::string ranges;
+    for (const auto& [first, last] : serials_of(chain))
+        ranges.append(ranges.empty() ? "" : "+").append(std::to_string(first)).append("-").append(std::to_string(last));
+    return all.append(" and id ").append(ranges);
+}
+
+/// Residues of the chain, or all of it; ChimeraX does not know segments.
+std::string chimerax_chain(const polymer::ChainInFile& chain, const std::string& chosen) {
+    std::string all = chain.chain.empty() ? "" : std::string("/").append(word(chain.chain));
+    all += chosen;
+    if (all.empty()) all = "protein";
+    if (!chain.is_part && chain.segment.empty()) return all;
+    std::string ranges;
+    for (const auto& [first, last] : serials_of(chain))
+        ranges.append(ranges.empty() ? "" : " | ")
+            .append(all)
+            .append(" & @@serial_number>=")
+            .append(std::to_string(first))
+            .append(" & @@serial_number<=")
+            .append(std::to_string(last));
+    return ranges;
+}
+
 } // namespace
 
 std::string pymol_script(const fingerprint::ChainFingerprint& of, const std::vector<fingerprint::KnotPlace>& places) {
-    const std::string chain = of.chain.empty() ? "polymer" : "chain " + of.chain;
+    const std::string chain = pymol_chain(of.in_file);
     std::string script =
         head(of, "Load the structure first.") + "color 0x" + std::string(rest_colour + 1) + ", " + chain + "\n";
     for (const Part& part : parts_of(of, places))
@@ -114,12 +163,12 @@ std::string pymol_script(const fingerprint::ChainFingerprint& of, const std::vec
 
 std::string chimerax_script(const fingerprint::ChainFingerprint& of,
                             const std::vector<fingerprint::KnotPlace>& places) {
-    const std::string chain = of.chain.empty() ? "" : "/" + of.chain;
-    std::string script = head(of, "Open the structure first.") + "color " + (chain.empty() ? "protein" : chain) + " " +
-                         rest_colour + "\n";
+    std::string script =
+        head(of, "Open the structure first.") + "color " + chimerax_chain(of.in_file, "") + " " + rest_colour + "\n";
     for (const Part& part : parts_of(of, places))
-        script += comment(part.note) + "name " + part.name + " " + chain + ":" +
-                  residues(of.residues, part.subchain, chimerax) + "\ncolor " + part.name + " " + part.colour + "\n";
+        script += comment(part.note) + "name " + part.name + " " +
+                  chimerax_chain(of.in_file, std::string(":").append(residues(of.residues, part.subchain, chimerax))) +
+                  "\ncolor " + part.name + " " + part.colour + "\n";
     return script;
 }
 

@@ -4,16 +4,13 @@
 #include "fingerprint/matrix.hpp"
 #include "knots/knot.hpp"
 #include "libloopwise.h"
+#include "survey/farthest_point_order.hpp"
 
 #include <functional>
-#include <span>
 
 namespace loopwise::fingerprint {
 
-/// The rows of the table of 400 directions in farthest-point order, so that the first few are spread evenly: row 0,
-/// then always the row whose angle to the nearest row taken is the largest, the first of equals (Gonzalez, "Clustering
-/// to minimize the maximum intercluster distance", Theor. Comput. Sci. 38, 1985).
-std::span<const int> farthest_point_order();
+using survey::farthest_point_order;
 
 /// Told about the work by the threads that do it. What it throws ends the work.
 class FingerprintWatcher {

@@ -46,38 +46,38 @@ bool comes_before(const TestedSubchain& a, const TestedSubchain& b) {
     return key(a) < key(b);
 }
 
-std::vector<Subchain> find_cores(std::vector<TestedSubchain> halves) {
-    std::sort(halves.begin(), halves.end(), comes_before);
+std::vector<Subchain> find_cores(std::vector<TestedSubchain> candidates) {
+    std::sort(candidates.begin(), candidates.end(), comes_before);
     std::vector<Subchain> cores;
-    for (const TestedSubchain& half : halves)
-        if (meets_none(half.subchain, cores)) cores.push_back(half.subchain);
+    for (const TestedSubchain& candidate : candidates)
+        if (meets_none(candidate.subchain, cores)) cores.push_back(candidate.subchain);
     return cores;
 }
 
-CoresByKnot find_cores(const HalvesByKnot& halves) {
+CoresByKnot find_cores(const CandidatesByKnot& candidates) {
     CoresByKnot cores;
-    for (const auto& [knot, tested] : halves) cores[knot] = find_cores(tested);
+    for (const auto& [knot, tested] : candidates) cores[knot] = find_cores(tested);
     return cores;
 }
 
-bool may_change_cores(const Block& block, const FingerprintMatrix& matrix, std::size_t closures,
+bool may_change_cores(const Block& block, const FingerprintMatrix& matrix, std::size_t least_closures,
                       const CoresByKnot& cores) {
     return any_on_rim(block, [&](Subchain s) {
-        if (!matrix.is_tested(s) || !is_half(matrix.at(s), closures)) return false;
+        if (!matrix.is_tested(s) || !can_be_core(matrix.at(s), least_closures)) return false;
         const auto of_knot = cores.find(matrix.at(s).knot);
         return of_knot != cores.end() && may_change(block, of_knot->second);
     });
 }
 
-std::size_t core_within(std::span<const Block> open, const FingerprintMatrix& matrix, std::size_t closures,
+std::size_t core_within(std::span<const Block> open, const FingerprintMatrix& matrix, std::size_t least_closures,
                         std::uint16_t knot, std::span<const Subchain> cores) {
-    const auto is_half_of_knot = [&](Subchain s) {
-        return matrix.is_tested(s) && matrix.at(s).knot == knot && is_half(matrix.at(s), closures);
+    const auto can_be_core_of_knot = [&](Subchain s) {
+        return matrix.is_tested(s) && matrix.at(s).knot == knot && can_be_core(matrix.at(s), least_closures);
     };
     std::size_t within = 1;
     for (const Block& block : open) {
         const std::size_t off = farthest_off(block, cores.back());
-        if (off > within && may_replace_last(block, cores) && any_on_rim(block, is_half_of_knot)) within = off;
+        if (off > within && may_replace_last(block, cores) && any_on_rim(block, can_be_core_of_knot)) within = off;
     }
     return within;
 }

@@ -19,23 +19,23 @@ struct TestedSubchain {
 /// then the first along the chain.
 bool comes_before(const TestedSubchain& a, const TestedSubchain& b);
 
-/// The cores of a knot among the tested subchains that are this knot in at least one half of their closures. The one
+/// The cores of a knot among the tested subchains that are this knot in enough of their closures. The one
 /// that comes before all others is a core, and so is the next that has no bead in common with a core before it.
-std::vector<Subchain> find_cores(std::vector<TestedSubchain> halves);
+std::vector<Subchain> find_cores(std::vector<TestedSubchain> candidates);
 
 /// By the number of the knot.
-using HalvesByKnot = std::map<std::uint16_t, std::vector<TestedSubchain>>;
+using CandidatesByKnot = std::map<std::uint16_t, std::vector<TestedSubchain>>;
 using CoresByKnot = std::map<std::uint16_t, std::vector<Subchain>>;
 
-CoresByKnot find_cores(const HalvesByKnot& halves);
+CoresByKnot find_cores(const CandidatesByKnot& candidates);
 
 /// Whether quartering the mixed block may change these cores or find one more.
-bool may_change_cores(const Block& block, const FingerprintMatrix& matrix, std::size_t closures,
+bool may_change_cores(const Block& block, const FingerprintMatrix& matrix, std::size_t least_closures,
                       const CoresByKnot& cores);
 
 /// The last of these cores of a knot begins and ends within as many beads of where it would if the borders in these
 /// blocks were followed; 1 is exact.
-std::size_t core_within(std::span<const Block> open, const FingerprintMatrix& matrix, std::size_t closures,
+std::size_t core_within(std::span<const Block> open, const FingerprintMatrix& matrix, std::size_t least_closures,
                         std::uint16_t knot, std::span<const Subchain> cores);
 
 /// The beads in front of a core and behind it.

@@ -17,9 +17,14 @@ ChainFingerprint fingerprint_of(const std::string& file, const polymer::NamedCha
     result.residues = chain.residues;
     result.bonds = polymer::bonds_of(chain);
     result.notes = chain.notes;
+    result.confidence = chain.confidence;
+    result.in_file = chain.in_file;
     const Cell& cell = result.matrix.at(result.matrix.whole_chain());
     result.knot = result.knots[cell.knot];
     result.share = result.share_of(cell.closures);
+    if (!result.bonds.gaps.empty())
+        result.verdict = survey::judge_gaps(chain, result.bonds, result.knot, {.threads = plan.threads},
+                                            [&watcher] { watcher.closure_begins(); });
     result.places = find_places(result);
     if (result.is_knot(cell.knot)) result.depth = depth_of(result.matrix);
     const DepthLimits depth(result.matrix);

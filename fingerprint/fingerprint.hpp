@@ -6,6 +6,7 @@
 
 #include "fingerprint/places.hpp"
 #include "polymer/molecule.hpp"
+#include "survey/gap_verdict.hpp"
 
 namespace loopwise::fingerprint {
 
@@ -13,7 +14,10 @@ struct ChainFingerprint : SampledSubchains {
     std::string file{}, model{}, chain{};       ///< the model only of a file that has several
     std::vector<polymer::ResidueId> residues{}; ///< of the beads
     polymer::Bonds bonds{};
-    std::vector<std::string> notes{}; ///< about the chain, see NamedChain
+    std::optional<survey::GapVerdict> verdict{}; ///< of a chain with gaps
+    std::vector<std::string> notes{};            ///< about the chain, see NamedChain
+    std::vector<double> confidence{};            ///< of the beads, see NamedChain
+    polymer::ChainInFile in_file{};
 
     knots::KnotType knot{}; ///< of the whole chain
     double share = 0;       ///< of its closures

@@ -64,7 +64,7 @@ class FingerprintMatrix {
 
 using Cell = FingerprintMatrix::Cell;
 
-/// Whether at least one half of the closures gave the most frequent knot.
-inline bool is_half(const Cell& cell, std::size_t closures) { return 2 * std::size_t{cell.closures} >= closures; }
+/// Whether enough closures gave the most frequent knot for the subchain to be its core.
+inline bool can_be_core(const Cell& cell, std::size_t least_closures) { return cell.closures >= least_closures; }
 
 } // namespace loopwise::fingerprint

@@ -23,7 +23,7 @@ class PlaceFinder {
             for (std::size_t i = 0; i < cores.size(); ++i) {
                 places.push_back(place_of(knot, tested, cores[i]));
                 places.back().core_within =
-                    core_within(of_.open, of_.matrix, of_.closures, knot, std::span(cores).first(i + 1));
+                    core_within(of_.open, of_.matrix, of_.core_closures, knot, std::span(cores).first(i + 1));
             }
         }
         const auto rank = [&](const KnotPlace& p) {
@@ -36,11 +36,11 @@ class PlaceFinder {
 
   private:
     std::vector<Subchain> cores_of(const std::vector<TestedSubchain>& tested) const {
-        std::vector<TestedSubchain> halves;
-        std::copy_if(tested.begin(), tested.end(), std::back_inserter(halves), [&](const TestedSubchain& t) {
-            return is_half({0, t.closures}, of_.closures);
+        std::vector<TestedSubchain> candidates;
+        std::copy_if(tested.begin(), tested.end(), std::back_inserter(candidates), [&](const TestedSubchain& t) {
+            return can_be_core({0, t.closures}, of_.core_closures);
         });
-        return find_cores(std::move(halves));
+        return find_cores(std::move(candidates));
     }
 
     KnotPlace place_of(std::uint16_t knot, const std::vector<TestedSubchain>& tested,
@@ -91,7 +91,7 @@ class PlaceFinder {
 
     const SampledSubchains& of_;
     const std::uint16_t chain_knot_;
-    HalvesByKnot tested_; ///< all tested subchains of each knot, see comes_before()
+    CandidatesByKnot tested_; ///< all tested subchains of each knot, see comes_before()
 };
 
 } // namespace

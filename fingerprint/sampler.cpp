@@ -1,5 +1,8 @@
 #include "fingerprint/sampler.hpp"
 
+#include <algorithm>
+#include <cmath>
+
 #include "fingerprint/closer.hpp"
 #include "fingerprint/cores.hpp"
 #include "survey/parallel.hpp"
@@ -29,7 +32,15 @@ class SubchainSampler {
             close_on_grid(step);
         auto [knots, place] = knots_.sorted();
         matrix_.renumber(place);
-        return {plan_.closures, step, done_, std::move(knots), std::move(matrix_), std::move(whole_), std::move(open_)};
+        return {plan_.closures,
+                step,
+                done_,
+                std::move(knots),
+                std::move(matrix_),
+                std::move(whole_),
+                std::move(open_),
+                plan_.core_share,
+                plan_.core_closures()};
     }
 
   private:
@@ -56,7 +67,7 @@ class SubchainSampler {
         planned_work_ = 2 * budget_.expected().of(corners); // borders may take as much again
         budget_.spend_on_grid(test(corners));
         while (true) {
-            const std::vector<std::size_t> mixed = grid.mixed(matrix_, plan_.closures),
+            const std::vector<std::size_t> mixed = grid.mixed(matrix_, plan_.core_closures()),
                                            chosen = choose(grid.blocks(), mixed);
             if (chosen.empty()) {
                 for (const std::size_t i : mixed) open_.push_back(grid.blocks()[i]);
@@ -74,11 +85,11 @@ class SubchainSampler {
 
     /// The mixed blocks to quarter next. Decisive are those that may change a core, or the depth of the chain's knot.
     std::vector<std::size_t> choose(const std::vector<Block>& blocks, const std::vector<std::size_t>& mixed) const {
-        const CoresByKnot cores = find_cores(halves_);
-        const bool is_knot = halves_.contains(matrix_.at(matrix_.whole_chain()).knot);
+        const CoresByKnot cores = find_cores(candidates_);
+        const bool is_knot = candidates_.contains(matrix_.at(matrix_.whole_chain()).knot);
         const DepthLimits depth(matrix_);
         return budget_.affordable(blocks, mixed, [&](const Block& b) {
-            return may_change_cores(b, matrix_, plan_.closures, cores) ||
+            return may_change_cores(b, matrix_, plan_.core_closures(), cores) ||
                    (is_knot && (depth.may_end_in(b, front) || depth.may_end_in(b, back)));
         });
     }
@@ -102,8 +113,8 @@ class SubchainSampler {
             const Cell& cell = outcomes[i].cell;
             work += outcomes[i].work;
             matrix_.test(subchains[i], cell);
-            if (budget_.is_limited() && outcomes[i].is_knot && is_half(cell, plan_.closures))
-                halves_[cell.knot].push_back({subchains[i], cell.closures});
+            if (budget_.is_limited() && outcomes[i].is_knot && can_be_core(cell, plan_.core_closures()))
+                candidates_[cell.knot].push_back({subchains[i], cell.closures});
         }
         return work;
     }
@@ -137,11 +148,17 @@ class SubchainSampler {
     std::atomic<double> done_work_ = 0;
     double planned_work_ = 1;
     KnotCounts whole_;
-    HalvesByKnot halves_; ///< kept where the work is limited
+    CandidatesByKnot candidates_; ///< kept where the work is limited
     std::vector<Block> open_;
 };
 
 } // namespace
+
+std::size_t FingerprintPlan::core_closures() const {
+    constexpr double rounding = 1e-9; // of a share such as 0.48, which has no exact double
+    return std::max<std::size_t>(
+        1, static_cast<std::size_t>(std::ceil(core_share * static_cast<double>(closures) - rounding)));
+}
 
 SampledSubchains sample_subchains(const Chain& chain, const FingerprintPlan& plan, FingerprintWatcher& watcher) {
     return SubchainSampler(chain, plan, watcher).sample();

@@ -11,6 +11,10 @@ struct FingerprintPlan {
     SamplingPolicy policy{};
     unsigned threads = 1;
     std::size_t most_memory = SIZE_MAX; ///< in bytes, for the matrix
+    double core_share = 0.5;            ///< least share of a knot in its core
+
+    /// The least closures that have the share, at least one.
+    std::size_t core_closures() const;
 };
 
 /// What closing the subchains of a chain gave.
@@ -22,6 +26,8 @@ struct SampledSubchains {
     FingerprintMatrix matrix;
     KnotCounts whole{};        ///< the closures of the whole chain
     std::vector<Block> open{}; ///< mixed blocks whose borders were not followed
+    double core_share = 0.5;
+    std::size_t core_closures = 1; ///< see FingerprintPlan
 
     bool is_knot(std::size_t number) const { return knots[number].is_knot(); }
     double share_of(std::size_t count) const { return static_cast<double>(count) / static_cast<double>(closures); }

@@ -41,7 +41,7 @@ Bonds bonds_of(const NamedChain& chain) {
     const double median = median_of(lengths);
     const bool trace =
         chain.kind == BeadKind::amino_acids || (median >= shortest_trace_bond && median <= longest_trace_bond);
-    Bonds bonds{trace ? longest_trace_bond : gap_to_median_bond * median, {}, {}};
+    Bonds bonds{trace ? longest_trace_bond : gap_to_median_bond * median, {}, {}, trace ? usual_trace_bond : median};
     for (std::size_t i = 0; i < lengths.size(); ++i) {
         if (lengths[i] > bonds.longest)
             bonds.gaps.push_back({i, lengths[i], missing_between(chain.residues[i], chain.residues[i + 1])});

@@ -7,6 +7,7 @@ namespace loopwise::polymer {
 
 /// Lengths of a bond between C-alpha atoms, in angstroms; as CheckDistancesBetweenAtoms().
 inline constexpr double shortest_trace_bond = 3.4, longest_trace_bond = 4.2;
+inline constexpr double usual_trace_bond = 3.8;
 
 /// Two neighbours in a chain whose distance is not that of a bond.
 struct OddBond {
@@ -19,6 +20,7 @@ struct Bonds {
     double longest = 0.0;       ///< of a bond; longer ones are gaps
     std::vector<OddBond> gaps;  ///< residues are missing here
     std::vector<OddBond> close; ///< shorter than a bond between C-alpha atoms; see may_be_cis()
+    double usual = 0.0;         ///< a C-alpha trace: 3.8 angstroms; other chains: the median bond
 
     /// Residue numbers that all gaps leave out.
     std::size_t missing() const;

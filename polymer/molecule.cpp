@@ -22,6 +22,7 @@ bool is_ring(const NamedChain& chain) {
 void drop_repeated_end(NamedChain& ring) {
     ring.beads.pop_back();
     ring.residues.pop_back();
+    if (!ring.confidence.empty()) ring.confidence.pop_back();
 }
 
 bool number_by_residues(NamedChain& chain) {

@@ -5,6 +5,7 @@
 #include "polymer/residue_id.hpp"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace loopwise::polymer {
@@ -12,13 +13,23 @@ namespace loopwise::polymer {
 /// What the beads of a chain stand for.
 enum class BeadKind { any, amino_acids, nucleotides };
 
+/// How the file names a chain, for programs that open the same file.
+struct ChainInFile {
+    std::string chain, segment; ///< the segment only where there is no chain name
+    bool is_part = false;       ///< the file has another chain of that name
+    /// Numbers of its atoms, first and last of each run; none where the file does not number them.
+    std::vector<std::pair<std::int64_t, std::int64_t>> serials;
+};
+
 struct NamedChain {
     std::string name; ///< as in the file; empty for chain text
     Chain beads;
     std::vector<ResidueId> residues; ///< one for each bead
     BeadKind kind = BeadKind::any;
     std::vector<std::string> notes{}; ///< what the reader decided, for people to check
-    std::string shared_name{};        ///< of a chain such as A.2: its name in the file, which another chain has, too
+    std::vector<double> confidence{}; ///< one for each bead of a prediction, 0 to 100; otherwise empty
+    ChainInFile in_file{};
+    std::string shared_name{}; ///< of a chain such as A.2: its name in the file, which another chain has, too
 };
 
 /// The chains of one model of a file.

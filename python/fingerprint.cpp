@@ -6,6 +6,7 @@
 #include "python/background.hpp"
 #include "python/module.hpp"
 #include "python/pickle.hpp"
+#include "python/survey_values.hpp"
 
 namespace loopwise::python {
 namespace {
@@ -74,7 +75,7 @@ constexpr auto fields<KnotPlace> =
 template <>
 constexpr auto fields<Fingerprint> = [](auto& f) {
     return std::tie(f.given, f.closures, f.step, f.tested, f.knots, f.matrix, f.file, f.residues, f.knot, f.share,
-                    f.depth, f.places, f.depth_within, f.borders_within);
+                    f.depth, f.places, f.depth_within, f.borders_within, f.bonds, f.verdict);
 };
 template <> constexpr auto fields<MatrixPicture::Run> = [](auto& r) { return std::tie(r.knot, r.shade, r.dots); };
 template <> constexpr auto fields<MatrixPicture::Tick> = [](auto& t) { return std::tie(t.bead, t.label); };
@@ -162,6 +163,8 @@ template <class Bound> void bind_found(Bound& bound) {
              [](const Fingerprint& f) { return py::make_tuple(f.depth_within[0], f.depth_within[1]); });
     property("borders_within", "The borders between knots are known to within this number of beads; 1 is exact.",
              &Fingerprint::borders_within);
+    property("verdict", "What the knot of a chain with gaps is worth, a :class:`GapVerdict`; None without gaps.",
+             [](const Fingerprint& f) { return verdict_of(f.verdict, f.bonds, f.residues); });
     property("places", "A :class:`Place` for each place of a knot: the chain's own first, then by greatest share.",
              &Fingerprint::places);
     property("core", "The core of the chain's own knot; None if it has none.", core_of);

@@ -26,6 +26,7 @@ class SurveyWatcher final : public survey::Watcher {
             table_.numbers.push_back(numbers_.try_emplace(knot, next).first->second);
         }
     }
+    void path_begins() override { job_.look(); }
     /// Numbers the knots in their order.
     void sort_knots() {
         const std::map<knots::KnotType, std::int64_t> sorted(numbers_.begin(), numbers_.end());

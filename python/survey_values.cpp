@@ -37,9 +37,6 @@ template <>
 constexpr auto fields<survey::ClosureResult> =
     [](auto& c) { return std::tie(c.closure, c.closed, c.reduced, c.knots, c.linking); };
 template <> constexpr auto fields<knots::Linking> = [](auto& l) { return std::tie(l.all, l.pairs, l.numbers); };
-template <> constexpr auto fields<survey::KnotCount> = [](auto& k) { return std::tie(k.knot, k.closures, k.jones); };
-template <> constexpr auto fields<polymer::OddBond> = [](auto& b) { return std::tie(b.bead, b.length, b.missing); };
-template <> constexpr auto fields<polymer::Bonds> = [](auto& b) { return std::tie(b.longest, b.gaps, b.close); };
 template <>
 constexpr auto fields<survey::Tally> =
     [](auto& t) { return std::tie(t.name, t.beads, t.left, t.fully_reduced, t.knots); };
@@ -50,7 +47,8 @@ template <>
 constexpr auto fields<survey::ComponentTally::Smallest> = [](auto& s) { return std::tie(s.closure, s.loop); };
 template <>
 constexpr auto fields<survey::ComponentTally> = [](auto& t) {
-    return std::tuple_cat(fields<survey::Tally>(t), std::tie(t.bonds, t.kind, t.residues, t.notes, t.smallest));
+    return std::tuple_cat(fields<survey::Tally>(t),
+                          std::tie(t.bonds, t.kind, t.residues, t.notes, t.smallest, t.verdict));
 };
 template <>
 constexpr auto fields<survey::Result> = [](auto& r) {
@@ -162,6 +160,8 @@ template <class Self, class Bound> void bind_one_chain(Bound& bound) {
     });
     property("proven", "Whether the most frequent knot is proven, see :class:`KnotType`.",
              [](const Component& c) { return most_frequent(c) && most_frequent(c)->knot.proven; });
+    property("verdict", "What the knot of a chain with gaps is worth, a :class:`GapVerdict`; None without gaps.",
+             [](const Component& c) { return verdict_of(c.tally().verdict, c.tally().bonds, c.tally().residues); });
     property("smallest", "The smallest loop that is not fully reduced, a :class:`Core`; None if there is none.",
              [](const Component& c) { return c.tally().smallest ? std::optional(Core{c}) : std::nullopt; });
 }
@@ -174,6 +174,50 @@ void bind_component(py::module_& module) {
     property("bare", "Closures whose loop is fully reduced: three beads are left.",
              [](const Component& c) { return c.tally().fully_reduced; });
     bound.def(pickled<Component>());
+}
+
+using Positions = std::pair<std::size_t, std::size_t>;
+
+Positions ends_of(const GapVerdict& v, std::size_t gap) { return {v.bonds.gaps[gap].bead, v.bonds.gaps[gap].bead + 1}; }
+
+std::vector<Positions> gaps_hung_on(const GapVerdict& v) {
+    std::vector<Positions> gaps;
+    for (const std::size_t gap : v.hangs_on) gaps.push_back(ends_of(v, gap));
+    return gaps;
+}
+
+py::dict paths_alone(const GapVerdict& v) {
+    py::dict dict;
+    for (std::size_t gap = 0; gap < v.alone.size(); ++gap)
+        dict[py::cast(ends_of(v, gap))] = py::make_tuple(v.alone[gap].agreeing, v.alone[gap].paths);
+    return dict;
+}
+
+py::dict knots_of_fragments(const GapVerdict& v) {
+    py::dict dict;
+    for (const survey::Fragment& f : v.fragments) dict[py::make_tuple(f.first, f.last)] = texts_of(f.knots);
+    return dict;
+}
+
+void bind_verdict(py::module_& module) {
+    py::class_<GapVerdict> bound(module, "GapVerdict",
+                                 "Whether the knot of a chain depends on the way that its missing residues take. "
+                                 "Paths are drawn across\nthe gaps, and the chain is closed with each.");
+    const Property property{bound};
+    property("text", "\"stands\", \"undecided\" or what it hangs on, as in \"hangs on the gap at 52-67\".",
+             [](const GapVerdict& v) { return survey::text(v, v.bonds, v.residues); });
+    property("hangs_on", "The gaps that change the knot, by the positions of their two beads.", gaps_hung_on);
+    property("knot", "The knot of the chain, as text.", [](const GapVerdict& v) { return knots::text(v.knot); });
+    property("paths", "How many ways across all gaps were drawn.", [](const GapVerdict& v) { return v.all.paths; });
+    property("agreeing", "How many of them keep the knot.", [](const GapVerdict& v) { return v.all.agreeing; });
+    property("share", "The share of the knot among all their closures, 0 to 1.", &survey::GapVerdict::share);
+    property("knots", "Knots as text -> closures, over all paths.",
+             [](const GapVerdict& v) { return texts_of(v.knots); });
+    property("alone", "The beads of each gap -> paths that keep the knot, and paths, while other gaps are straight.",
+             paths_alone);
+    property("fragments", "The first and last bead of each fragment -> its knots as text -> closures.",
+             knots_of_fragments);
+    bound.def(pickled<GapVerdict>());
 }
 
 void bind_core(py::module_& module) {
@@ -236,7 +280,14 @@ template <class Bound> void bind_result(Bound& bound) {
 
 } // namespace
 
+std::optional<GapVerdict> verdict_of(const std::optional<survey::GapVerdict>& verdict, const polymer::Bonds& bonds,
+                                     const std::vector<polymer::ResidueId>& residues) {
+    if (!verdict) return std::nullopt;
+    return GapVerdict{*verdict, bonds, residues};
+}
+
 void bind_survey_values(py::module_& module) {
+    bind_verdict(module);
     bind_component(module);
     bind_core(module);
     bind_specimen(module);

@@ -5,6 +5,7 @@
 #include "read/box.hpp"
 #include "read/selection.hpp"
 
+#include <cmath>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -23,6 +24,10 @@ struct FileAtom {
     std::string position;       ///< in the sequence, by mmCIF; tells residues with one number apart
     std::string name, location; ///< atom_name(); the alternate location, if any
     double occupancy = 1.0;
+    double b_value = NAN; ///< of the B column
+    /// The atom's number in the file, and that of the last atom before the next that is kept.
+    std::int64_t serial = 0, last_serial = 0;
+    bool of_segment = false; ///< the chain is named after its segment
     PointR3 place{};
     bool hetero = false;
     Polymer polymer = Polymer::unknown; ///< whether the file says that the atom belongs to a polymer
@@ -35,7 +40,16 @@ struct FileAtom {
 struct FileAtoms {
     std::vector<FileAtom> atoms;    ///< only those that is_of_use()
     std::vector<std::string> notes; ///< about the file
-    std::optional<Box> box;         ///< of a crystal or a simulation
+
+    /// An atom that is not kept follows the last one.
+    void skip(const FileAtom& atom) {
+        if (atoms.empty()) return;
+        FileAtom& last = atoms.back();
+        if (last.model == atom.model && last.chain == atom.chain && last.part == atom.part)
+            last.last_serial = atom.serial;
+    }
+    bool predicted = false; ///< the file says that its B column is a confidence
+    std::optional<Box> box; ///< of a crystal or a simulation
 };
 
 /// Whether the atom stands for a residue or shows which residues are bonded. Other atoms are not kept.

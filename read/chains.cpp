@@ -54,6 +54,10 @@ std::vector<std::vector<Residue>> pieces_of(std::vector<Residue> residues, const
     return pieces;
 }
 
+const std::string& shared_name_of(const polymer::NamedChain& chain) {
+    return chain.shared_name.empty() ? chain.name : chain.shared_name;
+}
+
 class Assembly {
   public:
     explicit Assembly(const Selection& selection) : selection_(selection) {}
@@ -80,6 +84,7 @@ class Assembly {
             const std::size_t part = ++parts[draft.name()];
             chains.push_back(std::move(draft).chain(part));
         }
+        for (polymer::NamedChain& chain : chains) chain.in_file.is_part = parts[shared_name_of(chain)] > 1;
         return chains;
     }
 

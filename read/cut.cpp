@@ -105,6 +105,8 @@ void cut(polymer::NamedChain& chain, const std::optional<Residue>& first, const 
     const auto begin = static_cast<std::ptrdiff_t>(from), end = static_cast<std::ptrdiff_t>(to) + 1;
     chain.beads = Chain(chain.beads.begin() + begin, chain.beads.begin() + end);
     residues = Residues(residues.begin() + begin, residues.begin() + end);
+    std::vector<double>& values = chain.confidence;
+    if (!values.empty()) values = std::vector<double>(values.begin() + begin, values.begin() + end);
 }
 
 } // namespace loopwise::read

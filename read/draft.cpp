@@ -52,6 +52,18 @@ bool may_be_of_polymer(const Residue& residue) {
     return has("C") == has("N") && has("O3'") == has("P");
 }
 
+/// Residues of one run follow each other, but for a number that TER may have.
+void add_serials(const Residue& residue, polymer::ChainInFile& chain) {
+    const std::int64_t first = residue.atoms.front()->serial, last = residue.atoms.back()->last_serial;
+    if (first <= 0 || last < first) return;
+    constexpr std::int64_t with_ter = 2;
+    auto& runs = chain.serials;
+    if (!runs.empty() && first > runs.back().second && first <= runs.back().second + with_ter)
+        runs.back().second = last;
+    else
+        runs.emplace_back(first, last);
+}
+
 } // namespace
 
 bool all_hetero(const std::vector<Residue>& residues) {
@@ -103,12 +115,15 @@ polymer::NamedChain Draft::chain(std::size_t part) && {
                            (name_.empty() ? "second chain without a name" : "second chain named " + name_) +
                                ": read as " + chain.name);
     }
+    (residues_.front().bead->of_segment ? chain.in_file.segment : chain.in_file.chain) = name_;
     std::set<polymer::ResidueId> known;
     std::string repeated;
     for (const Residue& residue : residues_) {
         const PointR3& place = residue.bead->place;
         chain.beads.push_back({place.x, place.y, place.z, 0});
         chain.residues.push_back(residue.id());
+        chain.confidence.push_back(residue.bead->b_value);
+        add_serials(residue, chain.in_file);
         if (!known.insert(residue.id()).second && repeated.empty()) repeated = residue.id().text();
     }
     if (!repeated.empty() && !(polymer::is_ring(chain) && known.size() + 1 == chain.residues.size()))

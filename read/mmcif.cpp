@@ -30,6 +30,8 @@ enum Column {
     residue_name,
     location,
     occupancy,
+    b_value,
+    serial,
     group,
     model,
     symbol,
@@ -37,11 +39,16 @@ enum Column {
     columns
 };
 
-const std::vector<std::string> tags = {"Cartn_x",        "Cartn_y",         "Cartn_z",       "?auth_asym_id",
-                                       "?label_asym_id", "?auth_seq_id",    "?label_seq_id", "?pdbx_PDB_ins_code",
-                                       "?auth_atom_id",  "?label_atom_id",  "?auth_comp_id", "?label_comp_id",
-                                       "?label_alt_id",  "?occupancy",      "?group_PDB",    "?pdbx_PDB_model_num",
-                                       "?type_symbol",   "?label_entity_id"};
+const std::vector<std::string> tags = {"Cartn_x",         "Cartn_y",
+                                       "Cartn_z",         "?auth_asym_id",
+                                       "?label_asym_id",  "?auth_seq_id",
+                                       "?label_seq_id",   "?pdbx_PDB_ins_code",
+                                       "?auth_atom_id",   "?label_atom_id",
+                                       "?auth_comp_id",   "?label_comp_id",
+                                       "?label_alt_id",   "?occupancy",
+                                       "?B_iso_or_equiv", "?id",
+                                       "?group_PDB",      "?pdbx_PDB_model_num",
+                                       "?type_symbol",    "?label_entity_id"};
 
 std::string text_at(cif::Table::Row& row, Column column) {
     if (!row.has2(column)) return {};
@@ -99,13 +106,26 @@ Polymers polymers_of(cif::Block& block, cif::Table& atoms) {
     return polymers;
 }
 
-FileAtom atom_of(cif::Table::Row& row, const std::string& atom_name, const Polymers& polymers) {
+std::int64_t serial_of(cif::Table::Row& row) { return static_cast<std::int64_t>(number_at(row, serial).value_or(0)); }
+
+std::string model_of(cif::Table::Row& row) {
+    std::string name = text_at(row, model);
+    return name.empty() ? "1" : name;
+}
+
+/// What tells the atom's chain from others.
+FileAtom place_of(cif::Table::Row& row) {
     FileAtom atom;
-    atom.name = atom_name;
-    atom.model = text_at(row, model);
-    if (atom.model.empty()) atom.model = "1";
+    atom.model = model_of(row);
     atom.chain = either(row, author_chain, chain);
     atom.part = text_at(row, chain);
+    atom.serial = atom.last_serial = serial_of(row);
+    return atom;
+}
+
+FileAtom atom_of(cif::Table::Row& row, const std::string& atom_name, const Polymers& polymers) {
+    FileAtom atom = place_of(row);
+    atom.name = atom_name;
     atom.residue_name = either(row, author_residue_name, residue_name);
     atom.residue = polymer::ResidueId::parse(either(row, author_residue, residue) + text_at(row, insertion));
     atom.position = text_at(row, residue);
@@ -114,22 +134,25 @@ FileAtom atom_of(cif::Table::Row& row, const std::string& atom_name, const Polym
     atom.polymer = polymers.of(row);
     atom.place = {coordinate(row, x, atom), coordinate(row, y, atom), coordinate(row, z, atom)};
     atom.occupancy = occupancy_of(row, atom);
+    if (row.has2(b_value)) atom.b_value = number_at(row, b_value).value_or(NAN);
     return atom;
 }
 
-std::vector<FileAtom> atoms_of(cif::Table& table, const Polymers& polymers, const Selection& selection) {
+FileAtoms atoms_of(cif::Table& table, const Polymers& polymers, const Selection& selection) {
     if (!table.has_column(author_name) && !table.has_column(name))
         refuse("no atom names (_atom_site.label_atom_id or auth_atom_id)");
     if (!table.has_column(author_residue) && !table.has_column(residue))
         refuse("no residue numbers (_atom_site.label_seq_id or auth_seq_id)");
-    std::vector<FileAtom> atoms;
+    FileAtoms read;
     for (auto row : table) {
         const std::string named = atom_name(either(row, author_name, name));
         if (is_of_use(named, selection) &&
             !is_calcium(named, text_at(row, symbol), either(row, author_residue_name, residue_name)))
-            atoms.push_back(atom_of(row, named, polymers));
+            read.atoms.push_back(atom_of(row, named, polymers));
+        else
+            read.skip(place_of(row));
     }
-    return atoms;
+    return read;
 }
 
 std::optional<Box> box_of(cif::Block& block) {
@@ -201,7 +224,6 @@ void judge_end(std::string_view text, const cif::Block& block, std::vector<std::
 
 FileAtoms read_mmcif(std::string_view text, const Selection& selection) {
     cif::Document document = parse(text);
-    FileAtoms read;
     cif::Block* found = nullptr;
     for (cif::Block& block : document.blocks) {
         if (!block.find("_atom_site.", tags).ok() || block.find_mmcif_category("_atom_site.").length() == 0) continue;
@@ -211,7 +233,8 @@ FileAtoms read_mmcif(std::string_view text, const Selection& selection) {
     }
     if (found == nullptr) refuse("no atoms with coordinates (_atom_site.Cartn_x, _y and _z)");
     cif::Table table = found->find("_atom_site.", tags);
-    read.atoms = atoms_of(table, polymers_of(*found, table), selection);
+    FileAtoms read = atoms_of(table, polymers_of(*found, table), selection);
+    read.predicted = found->find_mmcif_category("_ma_qa_metric.").ok();
     read.box = box_of(*found);
     judge_end(text, document.blocks.back(), read.notes);
     return read;

@@ -1,5 +1,6 @@
 #include "read/molecules.hpp"
 
+#include "polymer/confidence.hpp"
 #include "read/chains.hpp"
 #include "read/refusal.hpp"
 #include "words/text.hpp"
@@ -45,6 +46,10 @@ polymer::Molecule molecule_of(const FileAtoms& file, const std::string& model, c
             chain.notes.push_back("every gap is about as long as the box of the file: the chain seems to be wrapped by "
                                   "periodic boundaries; make its molecule whole first");
     select_chains(molecule.chains, selection);
+    for (polymer::NamedChain& chain : molecule.chains) {
+        if (!selection.confidence.value_or(file.predicted)) chain.confidence.clear();
+        polymer::settle_confidence(chain);
+    }
     return molecule;
 }
 

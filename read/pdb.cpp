@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <cmath>
 #include <map>
 #include <optional>
 #include <set>
@@ -32,6 +33,17 @@ bool is_among_atoms(std::string_view line) {
 
 bool is_record(std::string_view line, std::string_view name) { return field(line, 1, 6) == name; }
 
+/// Whether a title or remark says that the B column is a confidence. Remarks of other files name the predictions that
+/// an experiment began with, so these must name the confidence.
+bool says_predicted(std::string_view line) {
+    std::string text(line);
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    const auto has = [&](std::string_view word) { return text.find(word) != std::string::npos; };
+    if (is_record(line, "TITLE")) return has("ALPHAFOLD") || has("ESMFOLD") || has("PREDICTION FOR");
+    return is_record(line, "REMARK") && has("PLDDT");
+}
+
 class PdbReader {
   public:
     PdbReader(std::string_view text, const Selection& selection) : selection_(selection), long_names_(text) {}
@@ -48,6 +60,7 @@ class PdbReader {
                 other(line);
         }
         judge_end();
+        if (experimental_) read_.predicted = false;
         return std::move(read_);
     }
 
@@ -64,17 +77,22 @@ class PdbReader {
         const PointR3 place{coordinate(line, 31), coordinate(line, 39), coordinate(line, 47)};
         if (!trimmed(columns(line, 28, 30)).empty())
             refuse_atom("columns 28 to 30 are not blank; the columns are shifted");
-        if (!is_of_use(name, selection_) || is_calcium(name, element(line), field(line, 18, 20))) return;
         FileAtom atom;
         atom.model = models_.back();
         atom.chain = chain_;
         atom.part = std::to_string(parts_of_chain(chain_));
+        atom.serial = static_cast<std::int64_t>(to_number(trimmed(columns(line, 7, 11))).value_or(0));
+        atom.last_serial = atom.serial;
+        if (!is_of_use(name, selection_) || is_calcium(name, element(line), field(line, 18, 20)))
+            return read_.skip(atom);
         atom.segment = segment(line);
         atom.residue_name = field(line, 18, is_long ? 21 : 20);
         atom.residue = residue(line);
         atom.name = name;
         atom.location = field(line, 17, 17);
         atom.occupancy = occupancy(line, atom.location);
+        atom.of_segment = field(line, is_long ? 22 : 21, 22).empty();
+        atom.b_value = to_number(trimmed(columns(line, 61, 66))).value_or(NAN);
         atom.place = place;
         atom.hetero = hetero;
         read_.atoms.push_back(std::move(atom));
@@ -96,6 +114,10 @@ class PdbReader {
             end_chain();
         } else if (is_record(line, "HEADER") || is_record(line, "SEQRES")) {
             deposited_ = true;
+        } else if (is_record(line, "EXPDTA") && line.find("THEORETICAL") == std::string_view::npos) {
+            experimental_ = true;
+        } else if (says_predicted(line)) {
+            read_.predicted = true;
         } else if (is_record(line, "CRYST1")) {
             if (!read_.box) read_.box = box_of(line);
         } else if (!models_.empty() && !is_among_atoms(line)) {
@@ -208,6 +230,7 @@ class PdbReader {
     bool last_model_ended_ = false;
     bool complete_ = false;
     bool deposited_ = false;
+    bool experimental_ = false;
     bool ends_in_line_ = false;
 };
 

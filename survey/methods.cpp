@@ -1,6 +1,7 @@
 #include "survey/methods.hpp"
 
 #include "src/closure/point_tables.hpp"
+#include "survey/minimal_closure.hpp"
 
 #include <algorithm>
 #include <array>
@@ -26,6 +27,7 @@ template <auto close> Closing drawn_at_scale(auto& open, const ClosureInput& inp
     return close(open, input.scale, input.draw);
 }
 Closing outside(auto& open, const ClosureInput& input) { return close_outside(open, input.scale); }
+Closing minimally(Chain& chain, const ClosureInput&) { return close_minimally(chain); }
 Closing as_it_is(auto&, const ClosureInput&) { return Closing::closed; }
 
 constexpr std::array table{
@@ -65,6 +67,11 @@ constexpr std::array table{
               .most_components = any_number,
               .close_chain = outside,
               .close_structure = outside},
+    MethodRow{.name = "minimal",
+              .help = "by the shorter way: straight between the ends, or out of the chain's hull: one closure",
+              .default_closures = 1,
+              .most_closures = 1,
+              .close_chain = minimally},
     MethodRow{.name = "ring",
               .help = "not at all: the last bead is bonded to the first",
               .closes = false,

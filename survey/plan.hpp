@@ -17,7 +17,8 @@ struct Plan {
     std::uint64_t seed = 0; ///< for random methods
     unsigned threads = 1;
     bool name_knots = true;
-    bool together = false; ///< whether all chains of a molecule are components of one structure
+    bool judge_gaps = true; ///< see GapVerdict
+    bool together = false;  ///< whether all chains of a molecule are components of one structure
 };
 
 /// The closure with this number, whose draws depend on it and the plan's seed alone.

@@ -69,9 +69,10 @@ void reduce_before_closing(Chain& chain, std::span<const int> rows, double diame
         all.push_back({path[1], path[2]});
         all.push_back({path[0], path[3]});
     }
-    constexpr std::size_t always_indexed = 0;
+    // An index pays where many paths are obstacles.
+    constexpr std::size_t always_indexed = 0, few_rows = 10;
     all.front() = std::move(chain);
-    reduce::reduce(all, false, always_indexed);
+    reduce::reduce(all, false, rows.size() <= few_rows ? reduce::usual_fewest_indexed : always_indexed);
     chain = std::move(all.front());
 }
 

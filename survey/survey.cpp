@@ -54,12 +54,6 @@ void count(Result& result, ClosureResult& made, Watcher& watcher) {
     if (!best || (!fully_reduced && total(made.reduced) < total(best->reduced))) best = std::move(made);
 }
 
-void sort(std::vector<KnotCount>& knots) {
-    std::sort(knots.begin(), knots.end(), [](const KnotCount& a, const KnotCount& b) {
-        return a.closures != b.closures ? a.closures > b.closures : a.knot < b.knot;
-    });
-}
-
 PairTally pair_of(const Result& result, std::size_t one, std::size_t other) {
     PairTally pair;
     pair.one = one;
@@ -84,6 +78,7 @@ Result empty_result(const polymer::Molecule& molecule, const Plan& plan) {
         tally.kind = named.kind;
         tally.residues = named.residues;
         tally.notes = named.notes;
+        tally.confidence = polymer::confidence_of(named.confidence);
         if (!result.components.empty()) result.whole.name += '+';
         result.whole.name += named.name;
         result.whole.beads += tally.beads;
@@ -114,15 +109,6 @@ void refuse_impossible(const polymer::Molecule& molecule, const Plan& plan) {
 }
 
 } // namespace
-
-void count(std::vector<KnotCount>& counts, const knots::KnotType& knot) {
-    const auto known = std::find_if(counts.begin(), counts.end(), [&](const KnotCount& k) { return k.knot == knot; });
-    KnotCount& entry = known == counts.end() ? counts.emplace_back(KnotCount{knot}) : *known;
-    ++entry.closures;
-    const bool unknown = knot.status == knots::KnotStatus::unknown;
-    if (unknown && std::find(entry.jones.begin(), entry.jones.end(), knot.jones) == entry.jones.end())
-        entry.jones.push_back(knot.jones);
-}
 
 std::string label_of(const Loop& loop, std::size_t bead, const ComponentTally& component) {
     const std::size_t position = index_of(loop.position(bead)), own = component.residues.size();
@@ -186,7 +172,14 @@ Result survey(const polymer::Molecule& given, const Plan& plan, Watcher& watcher
         });
     sort(result.whole.knots);
     for (PairTally& pair : result.pairs) sort(pair.knots);
-    for (ComponentTally& tally : result.components) sort(tally.knots);
+    for (std::size_t i = 0; i < result.components.size(); ++i) {
+        ComponentTally& tally = result.components[i];
+        sort(tally.knots);
+        if (!plan.judge_gaps || tally.knots.empty() || tally.bonds.gaps.empty()) continue;
+        tally.verdict = judge_gaps(molecule.chains[i], tally.bonds, tally.knots.front().knot,
+                                   {.is_ring = !plan.method->closes, .threads = plan.threads},
+                                   [&watcher] { watcher.path_begins(); });
+    }
     return result;
 }
 

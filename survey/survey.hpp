@@ -3,7 +3,9 @@
 #pragma once
 
 #include "polymer/bonds.hpp"
+#include "polymer/confidence.hpp"
 #include "survey/close_reduce_name.hpp"
+#include "survey/gap_verdict.hpp"
 
 #include <map>
 
@@ -11,16 +13,6 @@ namespace loopwise::survey {
 
 /// Beads of a fully reduced loop: a triangle.
 inline constexpr std::size_t fully_reduced_beads = 3;
-
-/// A knot, or a link, and the number of closures that gave it.
-struct KnotCount {
-    knots::KnotType knot;
-    std::size_t closures = 0;
-    std::vector<knots::Laurent> jones{}; ///< of knots beyond the table, the different polynomials
-};
-
-/// Adds one closure.
-void count(std::vector<KnotCount>& counts, const knots::KnotType& knot);
 
 /// Counts over the closures of a chain, or of a whole structure.
 struct Tally {
@@ -45,13 +37,15 @@ struct PairTally : Tally {
 struct ComponentTally : Tally {
     polymer::Bonds bonds;
     polymer::BeadKind kind = polymer::BeadKind::any;
-    std::vector<polymer::ResidueId> residues; ///< of the beads
-    std::vector<std::string> notes;           ///< about the chain, see NamedChain
+    std::vector<polymer::ResidueId> residues;      ///< of the beads
+    std::vector<std::string> notes;                ///< about the chain, see NamedChain
+    std::optional<polymer::Confidence> confidence; ///< of the residues of a prediction
     struct Smallest {
         std::size_t closure = 0;
         Loop loop;
     };
-    std::optional<Smallest> smallest; ///< of the loops that are not fully reduced
+    std::optional<Smallest> smallest;  ///< of the loops that are not fully reduced
+    std::optional<GapVerdict> verdict; ///< of a chain with gaps, where its loops are named
 };
 
 /// The label of a bead of a loop: the residue of a chain's own bead; +1, +2, ... for those that close it.
@@ -85,6 +79,8 @@ class Watcher {
     /// The result of a closure, in order of their numbers, from the thread that surveys. Closures that failed are left
     /// out.
     virtual void closure_counted(const ClosureResult&) {}
+    /// A path across a gap is drawn. Called from any thread. An exception ends the survey.
+    virtual void path_begins() {}
 };
 
 /// The plan for this molecule: chains that are stored as rings are reduced as they are. Throws std::invalid_argument

@@ -38,7 +38,7 @@ done
 
 offers "$(echo "$subcommands" | LC_ALL=C sort)\n" ''
 offers 'fingerprint\n' fi
-offers '--no-knots\n' survey c.txt --no
+offers '--no-knots\n' survey c.txt --no-k
 files='a b.pdb\nc.txt\nin\n'
 offers "$files" survey ''
 offers 'c.txt\n' survey c.txt c

@@ -9,12 +9,16 @@ std::string range(const polymer::ResidueId& first, const polymer::ResidueId& las
     return first.text() + '-' + last.text();
 }
 
+std::string bond_range(const polymer::OddBond& bond, const Residues& residues) {
+    return range(residues[bond.bead], residues[bond.bead + 1]);
+}
+
 std::string bonds_text(const std::vector<polymer::OddBond>& bonds, const Residues& residues,
                        std::string_view separator) {
     constexpr int digits = 3;
     std::vector<std::string> texts;
     for (const polymer::OddBond& bond : bonds)
-        texts.push_back(range(residues[bond.bead], residues[bond.bead + 1]) + " (" + general(bond.length, digits) +
+        texts.push_back(bond_range(bond, residues) + " (" + general(bond.length, digits) +
                         (bond.missing > 0 ? ", " + std::to_string(bond.missing) + " missing)" : ")"));
     return joined(texts, separator);
 }

@@ -14,6 +14,9 @@ using Residues = std::vector<polymer::ResidueId>;
 /// "52-121".
 std::string range(const polymer::ResidueId& first, const polymer::ResidueId& last);
 
+/// The residues that a bond joins: "52-61".
+std::string bond_range(const polymer::OddBond& bond, const Residues& residues);
+
 /// The residues of every bond, its length, and how many residues are missing: "52-61 (7.3, 8 missing)".
 std::string bonds_text(const std::vector<polymer::OddBond>& bonds, const Residues& residues,
                        std::string_view separator);

@@ -12,7 +12,9 @@ std::string joined(const std::vector<std::string>& texts, std::string_view separ
 /// "A, B, C"; of many names only the first: "A, B, ... and 80 more".
 std::string listed(const std::vector<std::string>& names);
 
-/// A row of CSV; fields are in quotes where they need them.
+/// A row of CSV; fields are in quotes where they need them. Spreadsheets take a field that begins with = + - @ for a
+/// formula: it gets an apostrophe before it, unless it is a number, or a sign with a number, letters and blanks as in
+/// the names of knots, or a polynomial, which no spreadsheet can compute. Control characters become question marks.
 std::string csv_row(const std::vector<std::string>& fields);
 
 /// The text with blanks after it, or before it, up to the width.
@@ -35,6 +37,14 @@ std::string file_title(const std::string& path);
 std::string title(const std::string& path, const std::string& chain);
 
 inline const char* yes_or_no(bool is) { return is ? "yes" : "no"; }
+
+/// The text for a terminal: control characters, which could be commands to it, become question marks; of a text of
+/// several lines all but the line ends.
+enum class Lines { one, several };
+std::string printable(std::string text, Lines lines = Lines::one);
+
+/// The text with U+FFFD for each byte that is not UTF-8, or that XML does not allow.
+std::string valid_utf8(std::string_view text);
 
 /// Text of a file quoted in a message: short and printable.
 std::string quoted(std::string_view text, std::size_t longest = 40);

@@ -4,7 +4,6 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <optional>
 #include <stdexcept>
 #include <sys/stat.h>
@@ -40,44 +39,56 @@ bool are_same(const std::optional<File>& a, const std::optional<File>& b) {
 
 /// Paths of files that do not exist yet are compared by name.
 bool are_one(const std::string& a, const std::string& b) {
-    return std::filesystem::weakly_canonical(a) == std::filesystem::weakly_canonical(b) ||
-           are_same(file_at(a), file_at(b));
+    // A relative path without a folder that exists would stay as it is.
+    const auto spelled_out = [](const std::string& path) {
+        return std::filesystem::weakly_canonical(std::filesystem::absolute(path));
+    };
+    return spelled_out(a) == spelled_out(b) || are_same(file_at(a), file_at(b));
 }
 
 [[noreturn]] void refuse_writing() { throw std::runtime_error("cannot be written"); }
 
-void write(const std::string& path, const std::string& text) {
-    std::ofstream file(path, std::ios::binary);
-    file << text;
-    file.close();
-    if (!file) refuse_writing();
-}
-
 } // namespace
 
-void write_whole(const std::string& path, const std::string& text) {
+WholeFile::WholeFile(const std::string& path) : target_(path) {
     namespace fs = std::filesystem;
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
-    if (fs::exists(status) && !fs::is_regular_file(status)) return write(path, text);
-    // A link stays: its target is replaced. The temporary name is unique.
-    const fs::path target = fs::exists(status) ? fs::canonical(path, error) : fs::path(path);
-    std::string partial = target.string() + ".XXXXXX";
-    const int descriptor = ::mkstemp(partial.data());
-    if (descriptor < 0) refuse_writing();
-    constexpr mode_t as_usual = 0666;
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    ::fchmod(descriptor, as_usual & ~mask);
-    ::close(descriptor);
-    try {
-        write(partial, text);
-        fs::rename(partial, target, error);
-        if (error) refuse_writing();
-    } catch (...) {
-        fs::remove(partial, error);
-        throw;
+    if (!fs::exists(status) || fs::is_regular_file(status)) {
+        // A link stays: its target is replaced.
+        if (fs::exists(status)) target_ = fs::canonical(path, error).string();
+        partial_ = target_ + ".XXXXXX";
+        const int descriptor = ::mkstemp(partial_.data());
+        if (descriptor < 0) refuse_writing();
+        constexpr mode_t as_usual = 0666;
+        const mode_t mask = ::umask(0);
+        ::umask(mask);
+        ::fchmod(descriptor, as_usual & ~mask);
+        ::close(descriptor);
     }
+    file_.open(partial_.empty() ? target_ : partial_, std::ios::binary);
+    if (!file_) refuse_writing();
+}
+
+WholeFile::~WholeFile() {
+    std::error_code error;
+    if (!partial_.empty()) std::filesystem::remove(partial_, error);
+}
+
+void WholeFile::commit() {
+    file_.close();
+    if (!file_) refuse_writing();
+    if (partial_.empty()) return;
+    std::error_code error;
+    std::filesystem::rename(partial_, target_, error);
+    if (error) refuse_writing();
+    partial_.clear();
+}
+
+void write_whole(const std::string& path, const std::string& text) {
+    WholeFile file(path);
+    file.stream() << text;
+    file.commit();
 }
 
 void refuse_harmful_outputs(const std::vector<std::string>& inputs, const std::vector<Output>& outputs) {

@@ -41,7 +41,7 @@ polymer::NamedChain only_chain(const ChainArguments& given) {
     tell_notes_in_chains(molecules.front());
     for (const polymer::NamedChain& chain : chains)
         for (const std::string& note : chain.notes)
-            std::cerr << "loopwise: " << given.file << ": note: " << note << '\n';
+            std::cerr << "loopwise: " << words::printable(given.file + ": note: " + note) << '\n';
     if (chains.size() == 1) {
         given.cut(chains.front());
         return std::move(chains.front());
@@ -53,7 +53,7 @@ polymer::NamedChain only_chain(const ChainArguments& given) {
 
 void tell_gaps(const std::string& file, const polymer::NamedChain& chain) {
     const std::string warning = words::gap_warning(polymer::bonds_of(chain));
-    if (!warning.empty()) std::cerr << "loopwise: " << file << ": note: " << warning << '\n';
+    if (!warning.empty()) std::cerr << "loopwise: " << words::printable(file) << ": note: " << warning << '\n';
 }
 
 /// An open chain ends with a bond of ordinary length, a closed one with a long segment.
@@ -64,7 +64,7 @@ void tell_open_ends(const std::string& file, const polymer::NamedChain& chain) {
         return std::hypot(a.x - b.x, a.y - b.y, a.z - b.z) < polymer::longest_trace_bond;
     };
     if (is_bond(beads[beads.size() - 2], beads.back()) && !is_bond(beads.back(), beads.front()))
-        std::cerr << "loopwise: " << file
+        std::cerr << "loopwise: " << words::printable(file)
                   << ": note: the chain is open; its ends are joined by a straight line. Use `loopwise close` or"
                      " `--open`\n";
 }

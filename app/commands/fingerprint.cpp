@@ -23,7 +23,8 @@ constexpr std::size_t most_shown = 2000; ///< subchains of which a page holds a 
 
 constexpr const char* footer =
     R"(Each subchain is closed: both ends are moved out along directions of a table. Each loop is reduced and
-its knot named. The core of a knot is the shortest subchain that is this knot in at least half of its closures.
+its knot named. The core of a knot is the shortest subchain that is this knot in at least half of its closures,
+or in the share that --core-share says.
 A slipknot is a knotted subchain inside a longer subchain that is unknotted or a different knot.
 
 By default a grid of subchains is closed, and refined along the borders between knots, cores first, until a
@@ -55,6 +56,8 @@ void declare(CommandLine& line, Arguments& into) {
                              {1, fingerprint::farthest_point_order().size()}, plan.closures);
     line.number<double>({"--min-share", "X", "Report knots that reach this share (default 0.5)"}, {0.0, 1.0},
                         into.least_share);
+    line.number<double>({"--core-share", "X", "Least share of a knot in its core (default 0.5)"}, {0.0, 1.0},
+                        plan.core_share);
     declare_inputs(line, into);
     declare_threads(line, plan.threads);
     line.text({"--matrix", "FILE", "Write the subchains that were closed to this CSV file"}, into.matrix);
@@ -108,8 +111,7 @@ class Watch final : public fingerprint::FingerprintWatcher {
 class FingerprintRun {
   public:
     explicit FingerprintRun(const Arguments& given)
-        : given_(given), plan_(given.plan),
-          run_(given, fingerprint_head(plan_.closures, given.least_share), "subchains") {
+        : given_(given), plan_(given.plan), run_(given, fingerprint_head(plan_, given.least_share), "subchains") {
         plan_.most_memory = available_memory();
         if (given.full) plan_.policy.step = 1;
     }

@@ -1,8 +1,10 @@
 #include "app/commands/inputs.hpp"
 
+#include "polymer/confidence.hpp"
 #include "read/cut.hpp"
 #include "read/read.hpp"
 #include "survey/plan.hpp"
+#include "words/text.hpp"
 
 #include <algorithm>
 #include <thread>
@@ -22,7 +24,10 @@ void add_chains(const std::string& option, read::Selection& selection) {
 
 } // namespace
 
-void Selecting::cut(polymer::NamedChain& chain) const { read::cut(chain, first, last); }
+void Selecting::cut(polymer::NamedChain& chain) const {
+    read::cut(chain, first, last);
+    if (least_confidence) polymer::drop_below(chain, *least_confidence);
+}
 
 void declare_selecting(CommandLine& line, Selecting& into) {
     line.values({"--chain", "NAME,...", "Only the chains with these names"},
@@ -39,6 +44,15 @@ void declare_selecting(CommandLine& line, Selecting& into) {
     };
     residue({"--first", "ID", "Cut every chain: first residue, such as 82 or 82A"}, into.first);
     residue({"--last", "ID", "Cut every chain: last residue"}, into.last);
+    const auto confidence = [&](const char* name, bool is, const char* help) {
+        line.flag(
+            name, [&into, is] { into.selection.confidence = is; }, help);
+    };
+    confidence("--confidence", true, "The B column is the confidence of a prediction (default: as the file says)");
+    confidence("--no-confidence", false, "The B column is no confidence, whatever the file says");
+    line.exclusive({"--confidence", "--no-confidence"});
+    line.number<double>({"--min-confidence", "X", "Leave out residues below this confidence, 0 to 100"},
+                        {0.0, polymer::full_confidence}, into.least_confidence);
 }
 
 void declare_inputs(CommandLine& line, Inputs& into) {
@@ -54,11 +68,11 @@ void declare_threads(CommandLine& line, unsigned& into) {
 }
 
 std::string label_of(const polymer::Molecule& molecule) {
-    return molecule.file + (molecule.model.empty() ? "" : ", model " + molecule.model);
+    return words::printable(molecule.file + (molecule.model.empty() ? "" : ", model " + molecule.model));
 }
 
 std::string label_of(const polymer::Molecule& molecule, const polymer::NamedChain& chain) {
-    return label_of(molecule) + (chain.name.empty() ? "" : ": chain " + chain.name);
+    return label_of(molecule) + (chain.name.empty() ? "" : ": chain " + words::printable(chain.name));
 }
 
 void tell_notes_in_chains(polymer::Molecule& molecule) {

@@ -12,6 +12,9 @@ struct Selecting {
     read::Selection selection;
     std::optional<polymer::ResidueId> first, last; ///< of the subchain that every chain is cut to
 
+    std::optional<double> least_confidence; ///< of the residues that are kept
+
+    /// Cuts the chain, then leaves out residues of a low confidence.
     void cut(polymer::NamedChain& chain) const;
 };
 

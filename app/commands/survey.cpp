@@ -10,11 +10,13 @@
 #include "write/whole_file.hpp"
 
 #include <chrono>
-#include <fstream>
 #include <utility>
 
 namespace loopwise::app {
 namespace {
+
+constexpr double most_noise = 1e6;
+constexpr std::size_t most_repeats = 1'000'000;
 
 constexpr const char* footer =
     R"(
@@ -22,6 +24,7 @@ constexpr const char* footer =
 A random method is repeated --count times. --scale says how far out the closure goes: in radii of the chain,
 or in diameters of the structure. --seed repeats a run whose seed was reported. A chain that stores its first
 bead again at its end is a ring and is reduced as it is; --closed takes every chain for a ring.
+--noise repeats the survey with moved beads, whose errors follow from --seed (default 0).
 
 Examples:
   loopwise survey chain.txt                           400 closures of one chain
@@ -35,6 +38,7 @@ struct Arguments : Inputs, MethodOptions {
     std::string svg, html, each;
     std::optional<std::size_t> count;
     std::optional<int> view;
+    survey::NoisePlan noise;
     unsigned threads = 0;
     bool structure = false, closed = false, no_knots = false;
 };
@@ -49,6 +53,11 @@ void declare(CommandLine& line, Arguments& into) {
     line.flag("--closed", into.closed, "Every chain is a ring: reduce it as it is");
     line.flag("--structure", into.structure, "Close and reduce all chains of a file together");
     declare_threads(line, into.threads);
+    line.number<double>({"--noise", "X", "Repeat with beads moved by a Gaussian of this size; give the share's range"},
+                        {0.0, most_noise}, into.noise.size);
+    line.number<std::size_t>({"--repeats", "N", "How often, with --noise (default 20)"}, {1, most_repeats},
+                             into.noise.repeats);
+    line.needs("--repeats", "--noise");
     line.text({"--svg", "FILE", "Draw the first chain or structure to this file"}, into.svg);
     line.text({"--html", "FILE", "Write a page with the first chain in three dimensions, for a browser"}, into.html);
     line.number<int>({"--view", "0..59", "Look along this direction (default: a clear one)"}, {0, draw::views - 1},
@@ -69,13 +78,17 @@ survey::Plan plan_of(const Arguments& given) {
     if (given.closed && !given.method.empty()) refuse_usage("--method: --closed closes nothing");
     const survey::Method method = given.closed ? survey::Method::ring() : method_of(given, given.structure);
     const std::string name = method->name;
+    if (given.noise.size > 0 && given.structure) refuse_usage("--noise: of single chains only, not of a structure");
+    if (given.noise.size > 0 && given.no_knots) refuse_usage("--noise: needs names of knots");
     if (given.structure && method->most_components == 0)
         refuse_usage("--method " + name + " closes single chains: use " + survey::Method::standard(true)->name +
                      " with --structure");
     if (given.structure && !given.html.empty()) refuse_usage("--html shows single chains, not a structure");
     if (given.count && !method->random)
         refuse_usage("--count: method " + name + " is not random and has a fixed number of closures");
-    survey::Plan plan = plan_of(given, method);
+    MethodOptions options = given;
+    if (given.noise.size > 0 && !method->random) options.seed.reset(); // it is that of the noise
+    survey::Plan plan = plan_of(options, method);
     plan.together = given.structure;
     plan.threads = given.threads;
     plan.name_knots = !given.no_knots;
@@ -92,6 +105,7 @@ class Watch final : public survey::Watcher {
         stop_if_interrupted();
         progress_.closure_at(closure, part);
     }
+    void path_begins() override { stop_if_interrupted(); }
 
   private:
     Progress& progress_;
@@ -102,9 +116,12 @@ class SurveyRun {
     explicit SurveyRun(const Arguments& given)
         : given_(given), plan_(plan_of(given)), run_(given, survey_head(plan_)), watch_(run_.progress()) {
         if (given.each.empty()) return;
-        each_file_.open(given.each, std::ios::binary);
-        if (!each_file_) throw std::runtime_error(given.each + ": cannot be written");
-        each_.emplace(each_file_, watch_);
+        try {
+            each_file_.emplace(given.each);
+        } catch (const std::runtime_error& refusal) {
+            throw std::runtime_error(given.each + ": " + refusal.what());
+        }
+        each_.emplace(each_file_->stream(), watch_);
     }
 
     int all_files() {
@@ -115,15 +132,18 @@ class SurveyRun {
                 one_molecule(single, label_of(single, single.chains.front()));
             }
         });
-        if (!each_) return status;
-        run_.attempt(given_.each, [&] {
-            each_file_.close();
-            if (!each_file_) throw std::runtime_error("cannot be written");
-        });
+        if (!each_ || status == exit_interrupted) return status;
+        run_.attempt(given_.each, [&] { each_file_->commit(); });
         return std::max(status, run_.exit_status());
     }
 
   private:
+    survey::NoisePlan noise_plan() const {
+        survey::NoisePlan plan = given_.noise;
+        plan.seed = given_.seed.value_or(0);
+        return plan;
+    }
+
     void one_molecule(polymer::Molecule& molecule, const std::string& label) {
         run_.attempt(label, [&] {
             for (polymer::NamedChain& chain : molecule.chains) given_.cut(chain);
@@ -132,7 +152,10 @@ class SurveyRun {
             if (each_) each_->begin(molecule);
             const survey::Result result =
                 survey::survey(molecule, plan, each_ ? static_cast<survey::Watcher&>(*each_) : watch_);
-            run_.add(SurveyEntry(result));
+            std::optional<survey::Noise> noise;
+            if (given_.noise.size > 0 && result.counted() > 0)
+                noise = survey::noise_of(molecule.chains.front(), result, noise_plan(), watch_);
+            run_.add(SurveyEntry(result, std::move(noise)));
             if (result.counted() == 0) throw std::runtime_error("every closure failed");
             if (std::exchange(drawn_, true)) return;
             run_.write(given_.svg, [&] { return draw::picture(result, given_.view); });
@@ -144,7 +167,7 @@ class SurveyRun {
     const survey::Plan plan_;
     Run run_;
     Watch watch_;
-    std::ofstream each_file_;
+    std::optional<write::WholeFile> each_file_;
     std::optional<EachClosure> each_;
     bool drawn_ = false;
 };

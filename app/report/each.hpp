@@ -17,6 +17,7 @@ class EachClosure final : public survey::Watcher {
     void begin(const polymer::Molecule& molecule) { molecule_ = &molecule; }
     void closure_at(std::size_t closure, double part) override { next_.closure_at(closure, part); }
     void closure_counted(const survey::ClosureResult& made) override;
+    void path_begins() override { next_.path_begins(); }
 
   private:
     std::ostream& out_;

@@ -1,7 +1,9 @@
 #include "app/report/fingerprint_entry.hpp"
 
+#include "app/report/confidence_values.hpp"
 #include "app/report/json_values.hpp"
 #include "app/report/knot_table.hpp"
+#include "app/report/verdict_values.hpp"
 #include "fingerprint/cores.hpp"
 #include "words/numbers.hpp"
 #include "words/residues.hpp"
@@ -22,6 +24,30 @@ std::string within(std::size_t residues) {
     return residues > 1 ? ", to within " + std::to_string(residues) + " residues" : "";
 }
 
+/// Of the core, and of the tails, where there are any.
+struct PlaceConfidence {
+    std::optional<polymer::Confidence> core, before, after;
+};
+
+PlaceConfidence confidence_of(const KnotPlace& place, const fingerprint::ChainFingerprint& of) {
+    if (!place.core || of.confidence.empty()) return {};
+    const std::span<const double> all = of.confidence;
+    const auto [first, last] = *place.core;
+    return {polymer::confidence_of(all.subspan(first, last + 1 - first)), polymer::confidence_of(all.first(first)),
+            polymer::confidence_of(all.subspan(last + 1))};
+}
+
+std::string place_confidence(const KnotPlace& place, const fingerprint::ChainFingerprint& of) {
+    const PlaceConfidence parts = confidence_of(place, of);
+    if (!parts.core) return "";
+    std::string text = "    confidence of the core: " + confidence_text(*parts.core);
+    if (parts.before) text += "; of the tail before: " + confidence_text(*parts.before);
+    if (parts.after) text += "; of the tail after: " + confidence_text(*parts.after);
+    text += '\n';
+    if (parts.core->low > 0) text += "    the core crosses residues below 50: the knot may be an artefact\n";
+    return text;
+}
+
 Json json_of(const KnotPlace& place, const fingerprint::ChainFingerprint& of) {
     Json json;
     add_knot(json, place.knot);
@@ -32,33 +58,47 @@ Json json_of(const KnotPlace& place, const fingerprint::ChainFingerprint& of) {
     json["tails"] = core ? Json(fingerprint::tails_of(*core, of.matrix.beads())) : Json();
     json["core_within"] = core ? Json(place.core_within) : Json();
     json["slipknot"] = place.slipknot;
+    const PlaceConfidence parts = confidence_of(place, of);
+    json["confidence"] = {{"core", confidence_json(parts.core)},
+                          {"tails", {confidence_json(parts.before), confidence_json(parts.after)}}};
     return json;
 }
 
+VerdictValues verdict_of(const fingerprint::ChainFingerprint& of) { return {of.verdict, of.bonds, of.residues}; }
+
 } // namespace
 
-Head fingerprint_head(std::size_t closures, double least_share) {
-    return {"fingerprint",
-            "The knot of every subchain, by " + counted(closures, "closure") + " of each\n",
-            [=](Json& head) {
+Head fingerprint_head(const fingerprint::FingerprintPlan& plan, double least_share) {
+    Row columns{"file",     "model",       "chain",          "residues",     "gaps",      "chain_knot",  "chain_share",
+                "knot",     "share",       "greatest_share", "core_first",   "core_last", "tail_before", "tail_after",
+                "slipknot", "core_within", "borders_within", "chain_proven", "proven"};
+    for (const std::string& column : verdict_columns()) columns.push_back(column);
+    columns.insert(columns.end(), {"confidence_mean", "confidence_least", "confidence_low"});
+    for (const char* part : {"core_confidence", "tail_before_confidence", "tail_after_confidence"})
+        for (const char* value : {"_mean", "_least", "_low"}) columns.push_back(std::string(part) + value);
+    return {"fingerprint", "The knot of every subchain, by " + counted(plan.closures, "closure") + " of each\n",
+            [=, closures = plan.closures, core_share = plan.core_share](Json& head) {
                 head["closures"] = closures;
                 head["least_share"] = least_share;
+                head["core_share"] = core_share;
             },
-            {"file", "model", "chain", "residues", "gaps", "chain_knot", "chain_share", "knot", "share",
-             "greatest_share", "core_first", "core_last", "tail_before", "tail_after", "slipknot", "core_within",
-             "borders_within", "chain_proven", "proven"}};
+            columns};
 }
 
 std::string FingerprintEntry::text() const {
-    std::string text = '\n' + of_.file + (of_.model.empty() ? "" : ", model " + of_.model) +
-                       (of_.chain.empty() ? "" : " chain " + of_.chain) + ": " + counted(of_.matrix.beads(), "bead") +
-                       ", " + words::number_of_gaps(of_.bonds) + (of_.bonds.gaps.empty() ? "" : ": ") +
-                       words::bonds_text(of_.bonds.gaps, of_.residues, ", ") + '\n';
+    std::string text = '\n' + words::printable(of_.file) + (of_.model.empty() ? "" : ", model " + of_.model) +
+                       (of_.chain.empty() ? "" : " chain " + words::printable(of_.chain)) + ": " +
+                       counted(of_.matrix.beads(), "bead") + ", " + words::number_of_gaps(of_.bonds) +
+                       (of_.bonds.gaps.empty() ? "" : ": ") + words::bonds_text(of_.bonds.gaps, of_.residues, ", ") +
+                       '\n';
+    if (const auto confidence = polymer::confidence_of(of_.confidence))
+        text += "  confidence: " + confidence_text(*confidence) + '\n';
     for (const std::string& note : of_.notes) text += "  note: " + note + '\n';
     text += "  whole chain: " + short_text(of_.knot, longest_knot) + " in " + percent(of_.share) + " of its closures" +
             (of_.matrix.beads() < fingerprint::fewest_knotted ? " (too short for a knot)\n" : "\n");
     const std::string warning = words::gap_warning(of_.bonds);
     if (!warning.empty()) text += "  " + warning + '\n';
+    text += verdict_of(of_).text();
     if (of_.depth)
         text += "  depth: the knot stays when up to " + std::to_string((*of_.depth)[0]) +
                 " beads are taken off the front, or " + std::to_string((*of_.depth)[1]) + " off the back" +
@@ -88,8 +128,10 @@ std::string FingerprintEntry::table() const {
                     words::right(std::to_string(place.core->size()), 8) + "  " + std::to_string(before) + " and " +
                     std::to_string(after);
         } else
-            text += "none with one half";
+            text +=
+                of_.core_share == 0.5 ? "none with one half" : "none with a share of " + words::general(of_.core_share);
         text += within(place.core_within) + (place.slipknot ? ", slipknot\n" : "\n");
+        text += place_confidence(place, of_);
     }
     return text;
 }
@@ -110,6 +152,8 @@ Json FingerprintEntry::json() const {
     entry["borders_within"] = of_.borders_within;
     entry["knots"] = Json::array();
     for (const KnotPlace& place : places_) entry["knots"].push_back(json_of(place, of_));
+    entry["verdict"] = verdict_of(of_).json();
+    entry["confidence"] = confidence_json(polymer::confidence_of(of_.confidence));
     return entry;
 }
 
@@ -123,11 +167,13 @@ std::vector<Row> FingerprintEntry::rows() const {
                     fixed(of_.share, digits_of_share)};
     const std::string borders = std::to_string(of_.borders_within), proven = yes_or_no(of_.knot.proven);
     std::vector<Row> rows;
-    const auto add = [&](const Row& fields) {
+    const auto add = [&](const Row& fields, const PlaceConfidence& parts) {
         rows.push_back(start);
-        rows.back().insert(rows.back().end(), fields.begin(), fields.end());
+        for (const Row& more : {fields, verdict_of(of_).row(), confidence_row(polymer::confidence_of(of_.confidence)),
+                                confidence_row(parts.core), confidence_row(parts.before), confidence_row(parts.after)})
+            rows.back().insert(rows.back().end(), more.begin(), more.end());
     };
-    if (places_.empty()) add({"", "", "", "", "", "", "", "", "", borders, proven, ""});
+    if (places_.empty()) add({"", "", "", "", "", "", "", "", "", borders, proven, ""}, {});
     for (const KnotPlace& place : places_) {
         Row core(4), core_within(1);
         if (place.core) {
@@ -138,7 +184,8 @@ std::vector<Row> FingerprintEntry::rows() const {
         }
         add({knots::text(place.knot), fixed(place.share, digits_of_share), fixed(place.greatest_share, digits_of_share),
              core[0], core[1], core[2], core[3], yes_or_no(place.slipknot), core_within[0], borders, proven,
-             yes_or_no(place.knot.proven)});
+             yes_or_no(place.knot.proven)},
+            confidence_of(place, of_));
     }
     return rows;
 }

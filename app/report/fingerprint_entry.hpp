@@ -6,7 +6,7 @@
 
 namespace loopwise::app {
 
-Head fingerprint_head(std::size_t closures, double least_share);
+Head fingerprint_head(const fingerprint::FingerprintPlan& plan, double least_share);
 
 class FingerprintEntry final : public Entry {
   public:

@@ -1,7 +1,9 @@
 #include "app/report/survey_entry.hpp"
 
+#include "app/report/confidence_values.hpp"
 #include "app/report/json_values.hpp"
 #include "app/report/knot_table.hpp"
+#include "app/report/verdict_values.hpp"
 #include "words/numbers.hpp"
 #include "words/residues.hpp"
 #include "words/text.hpp"
@@ -21,7 +23,9 @@ constexpr const char* between = "; ";
 // Text
 
 /// Chain text has no names.
-std::string name_in_text(const Tally& tally) { return tally.name.empty() ? "without name" : tally.name; }
+std::string name_in_text(const Tally& tally) {
+    return tally.name.empty() ? "without name" : words::printable(tally.name);
+}
 
 std::string short_bonds_text(const ComponentTally& tally, bool cis) {
     std::vector<polymer::OddBond> bonds;
@@ -38,6 +42,7 @@ std::string introduction(const ComponentTally& tally, bool together) {
     text += ": " + counted(tally.beads, "bead") + ", " + words::number_of_gaps(tally.bonds) + '\n';
     if (const std::size_t gaps = tally.bonds.gaps.size(); gaps > 0)
         text += (gaps == 1 ? "  gap: " : "  gaps: ") + words::bonds_text(tally.bonds.gaps, tally.residues, ", ") + '\n';
+    if (tally.confidence) text += "  confidence: " + confidence_text(*tally.confidence) + '\n';
     return text + short_bonds_text(tally, true) + short_bonds_text(tally, false);
 }
 
@@ -117,12 +122,14 @@ std::string labels_of(const ComponentTally& tally) {
     return words::joined(labels, " ");
 }
 
+VerdictValues verdict_of(const ComponentTally& tally) { return {tally.verdict, tally.bonds, tally.residues}; }
+
 std::string component_text(const ComponentTally& tally, std::size_t closures, bool together) {
     std::string text = together ? "  chain " + name_in_text(tally) + '\n' : "";
     text += knots_text(tally, closures);
     const std::string warning = words::gap_warning(tally.bonds);
     if (!warning.empty()) text += "  " + warning + '\n';
-    text += left_text(tally, closures);
+    text += verdict_of(tally).text() + left_text(tally, closures);
     if (tally.smallest)
         text += "  fewest beads left above three: " + std::to_string(tally.smallest->loop.beads.size()) + ", closure " +
                 std::to_string(tally.smallest->closure) + ": " + labels_of(tally) + '\n';
@@ -179,7 +186,9 @@ Json json_of(const ComponentTally& tally, std::size_t closures) {
             {"knots", json_of(tally.knots, closures)},
             {"down_to_three", tally.fully_reduced},
             {"left", json_of(tally.left)},
-            {"fewest_left", fewest_left_of(tally)}};
+            {"fewest_left", fewest_left_of(tally)},
+            {"verdict", verdict_of(tally).json()},
+            {"confidence", confidence_json(tally.confidence)}};
 }
 
 // CSV
@@ -223,13 +232,50 @@ Row row_of(const survey::Result& result, const char* part, const Tally& tally, c
     else
         add({"", "", "", ""});
     add({words::joined(notes, between), tally.knots.empty() ? "" : words::yes_or_no(tally.knots.front().knot.proven)});
+    add(chain ? verdict_of(*chain).row() : Row(verdict_columns().size()));
+    add(confidence_row(chain ? chain->confidence : std::nullopt));
     return row;
+}
+
+std::string noise_text(const survey::Noise& noise) {
+    std::string text = "  noise of " + words::general(noise.plan.size) + ", " + counted(noise.plan.repeats, "repeat") +
+                       ", seed " + std::to_string(noise.plan.seed) + ": " + short_text(noise.knot, longest_knot) +
+                       " in " + percent(noise.least) + " to " + percent(noise.greatest) + ", mean " +
+                       percent(noise.mean) + " of closures; most frequent in " + std::to_string(noise.kept) +
+                       " repeats\n";
+    if (noise.knot.is_knot() && noise.vanishes())
+        text += "  the knot vanishes under a noise of " + words::general(noise.plan.size) +
+                (noise.plan.size <= survey::small_noise ? ": it depends on details that no measurement is sure of\n"
+                                                        : "\n");
+    return text;
+}
+
+Json json_of(const std::optional<survey::Noise>& noise) {
+    if (!noise) return nullptr;
+    return {{"size", noise->plan.size},     {"repeats", noise->plan.repeats},
+            {"seed", noise->plan.seed},     {"knot", text(noise->knot)},
+            {"least", noise->least},        {"mean", noise->mean},
+            {"greatest", noise->greatest},  {"kept", noise->kept},
+            {"vanishes", noise->vanishes()}};
+}
+
+Row noise_row(const std::optional<survey::Noise>& noise) {
+    if (!noise) return Row(4);
+    return {words::general(noise->plan.size), words::general(noise->least), words::general(noise->greatest),
+            std::to_string(noise->kept)};
 }
 
 } // namespace
 
 Head survey_head(const survey::Plan& plan) {
     const survey::Method method = plan.method;
+    Row columns{"file",        "model",          "part",          "chain",         "beads",         "gaps",
+                "missing",     "method",         "scale",         "seed",          "closures",      "failed",
+                "knot",        "knot_closures",  "knot_share",    "knots",         "down_to_three", "left",
+                "fewest_left", "fewest_closure", "fewest_labels", "fewest_places", "notes",         "proven"};
+    for (const std::string& column : verdict_columns()) columns.push_back(column);
+    columns.insert(columns.end(), {"confidence_mean", "confidence_least", "confidence_low", "noise", "noise_least",
+                                   "noise_greatest", "noise_kept"});
     return {"survey",
             counted(plan.closures, "closure") + " of each " + (plan.together ? "structure" : "chain") + ", method " +
                 method->name + (method->takes_scale() ? ", scale " + words::general(plan.scale) : "") +
@@ -240,16 +286,14 @@ Head survey_head(const survey::Plan& plan) {
                 head["scale"] = plan.method->takes_scale() ? Json(plan.scale) : Json(nullptr);
                 head["seed"] = plan.method->random ? Json(plan.seed) : Json(nullptr);
             },
-            {"file",        "model",          "part",          "chain",         "beads",         "gaps",
-             "missing",     "method",         "scale",         "seed",          "closures",      "failed",
-             "knot",        "knot_closures",  "knot_share",    "knots",         "down_to_three", "left",
-             "fewest_left", "fewest_closure", "fewest_labels", "fewest_places", "notes",         "proven"}};
+            columns};
 }
 
 std::string SurveyEntry::text() const {
     const bool together = result_.plan.together;
     const std::size_t closures = result_.counted();
-    std::string text = '\n' + result_.file + (result_.model.empty() ? "" : ", model " + result_.model);
+    std::string text =
+        '\n' + words::printable(result_.file) + (result_.model.empty() ? "" : ", model " + result_.model);
     if (together) text += ": structure of " + counted(result_.components.size(), "chain") + '\n';
     for (const ComponentTally& tally : result_.components) text += introduction(tally, together);
     text += notes_text(result_.notes);
@@ -265,6 +309,7 @@ std::string SurveyEntry::text() const {
         text += "  all chains together\n" + knots_text(result_.whole, closures) + pairs_text(result_) +
                 left_text(result_.whole, closures);
     for (const ComponentTally& tally : result_.components) text += component_text(tally, closures, together);
+    if (noise_) text += noise_text(*noise_);
     return text;
 }
 
@@ -282,6 +327,7 @@ Json SurveyEntry::json() const {
         entry["left"] = json_of(result_.whole.left);
     }
     for (const ComponentTally& tally : result_.components) entry["chains"].push_back(json_of(tally, result_.counted()));
+    entry["noise"] = json_of(noise_);
     return entry;
 }
 
@@ -296,6 +342,8 @@ std::vector<Row> SurveyEntry::rows() const {
         notes.insert(notes.end(), tally.notes.begin(), tally.notes.end());
         rows.push_back(row_of(result_, together ? "component" : "chain", tally, &tally, notes));
     }
+    for (Row& row : rows)
+        for (const std::string& field : noise_row(noise_)) row.push_back(field);
     return rows;
 }
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "app/report/report.hpp"
-#include "survey/survey.hpp"
+#include "survey/noise.hpp"
 
 namespace loopwise::app {
 
@@ -11,7 +11,8 @@ Head survey_head(const survey::Plan& plan);
 class SurveyEntry final : public Entry {
   public:
     /// The survey must outlive the entry.
-    explicit SurveyEntry(const survey::Result& result) : result_(result) {}
+    explicit SurveyEntry(const survey::Result& result, std::optional<survey::Noise> noise = {})
+        : result_(result), noise_(std::move(noise)) {}
 
     std::string text() const override;
     Json json() const override;
@@ -20,6 +21,7 @@ class SurveyEntry final : public Entry {
 
   private:
     const survey::Result& result_;
+    std::optional<survey::Noise> noise_;
 };
 
 } // namespace loopwise::app

@@ -1,5 +1,6 @@
 // Text for people.
 #include "app/report/report.hpp"
+#include "words/text.hpp"
 
 #include <nlohmann/json.hpp>
 
@@ -9,7 +10,9 @@ namespace {
 class TextReport final : public Report {
   public:
     TextReport(std::ostream& out, const Head& head) : out_(out) { out_ << head.text; }
-    void add(const Entry& entry) override { out_ << entry.text() << std::flush; }
+    void add(const Entry& entry) override {
+        out_ << words::printable(entry.text(), words::Lines::several) << std::flush;
+    }
 
   private:
     std::ostream& out_;

@@ -20,10 +20,10 @@ from .operations import Check, arc, centre, check, close, compare_eq, compare_ge
 from .operations import determinant, diameter, distance, intersection, is_empty, max_id, on_segment
 from .operations import orientation, project, project_point, radius, reduce, scalar_product, segments_cross
 from .samples import sample
-from .survey import Component, Core, Specimen, Survey, Trajectory, survey
+from .survey import Component, Core, GapVerdict, Specimen, Survey, Trajectory, survey
 
 __all__ = [
-    "Chain", "Check", "Component", "Core", "Fingerprint", "Knot", "KnotType", "Place", "Specimen",
+    "Chain", "Check", "Component", "Core", "Fingerprint", "GapVerdict", "Knot", "KnotType", "Place", "Specimen",
     "Survey", "Trajectory", "__version__", "arc", "centre", "check", "close", "compare_eq", "compare_geq",
     "compare_gt", "cut", "determinant", "diameter", "distance", "fingerprint", "from_text",
     "intersection", "is_empty", "knot", "linking_numbers", "max_id", "on_segment", "orientation",

@@ -64,6 +64,17 @@ class Knot:
     jones: Final[_Polynomial]
     alexander: Final[_Polynomial]
 
+class GapVerdict:
+    text: Final[str]
+    hangs_on: Final[list[_Pair]]
+    knot: Final[str]
+    paths: Final[int]
+    agreeing: Final[int]
+    share: Final[float]
+    knots: Final[dict[str, int]]
+    alone: Final[dict[_Pair, _Pair]]
+    fragments: Final[dict[_Pair, dict[str, int]]]
+
 class _OneChain:
     chain: Final[Chain]
     types: Final[dict[KnotType, int]]
@@ -71,6 +82,7 @@ class _OneChain:
     knot: Final[str | None]
     proven: Final[bool]
     smallest: Final[loopwise.Core | None]
+    verdict: Final[loopwise.GapVerdict | None]
 
 class Core:
     closure: Final[int]
@@ -124,6 +136,7 @@ class Fingerprint(_Knotted):
     depth: Final[_Pair | None]
     depth_within: Final[_Pair]
     borders_within: Final[int]
+    verdict: Final[loopwise.GapVerdict | None]
     places: Final[list[loopwise.Place]]
     core: Final[_Pair | None]
     types: Final[list[KnotType]]

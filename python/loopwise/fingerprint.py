@@ -67,6 +67,7 @@ class Fingerprint(_core.Fingerprint):
             "depth_within": self.depth and list(self.depth_within),
             "borders_within": self.borders_within,
             "knots": [self._place_dict(place) for place in self.places],
+            "verdict": self.verdict and self.verdict.to_dict(),
         }
 
     def to_dataframe(self) -> pandas.DataFrame:

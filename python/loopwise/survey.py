@@ -27,6 +27,21 @@ class Core(_core.Core):
         return f"<Core of {len(self.labels)} beads: {' '.join(self.labels)}>"
 
 
+@extends(_core.GapVerdict)
+class GapVerdict(_core.GapVerdict):
+    def __repr__(self) -> str:
+        return f"<GapVerdict: {self.text}; {self.knot} on {self.agreeing} of {self.paths} paths>"
+
+    def to_dict(self) -> dict[str, Any]:
+        """Plain values, as for JSON; beads by their positions."""
+        keys = "knot", "paths", "agreeing", "share"
+        return {
+            "verdict": self.text,
+            **{key: getattr(self, key) for key in keys},
+            "fragments": [{"beads": list(beads), "knots": knots} for beads, knots in self.fragments.items()],
+        }
+
+
 @extends(_core.Component)
 class Component(_core.Component):
     def __repr__(self) -> str:
@@ -43,6 +58,7 @@ class Component(_core.Component):
             "knots": self.knots,
             "proven": self.proven,
             "smallest": core and {"closure": core.closure, "labels": core.labels, "kept": core.kept.tolist()},
+            "verdict": self.verdict and self.verdict.to_dict(),
         }
 
 

@@ -92,6 +92,22 @@ def test_every_result_says_whether_a_knot_is_proven():
         assert shown.to_dict()["pairs"][0] == pair
 
 
+def test_a_verdict_says_on_which_gap_a_knot_hangs(trefoil):
+    labels = [str(i + 1) for i in range(60)]
+    chain = lw.Chain(trefoil.xyz, labels=labels)[[*range(22), *range(34, 55), *range(57, 60)]]
+    result = lw.survey(chain, closures=100, threads=2)
+    for shown in (result.verdict, pickle.loads(pickle.dumps(result)).verdict):
+        assert shown.text == "hangs on the gap at 22-35" and shown.hangs_on == [(21, 22)]
+        assert shown.paths == 100 and shown.agreeing < 95 and set(shown.alone) == {(21, 22), (42, 43)}
+        assert list(shown.fragments) == [(0, 21), (22, 42), (43, 45)] and repr(shown) in repr([shown])
+        assert shown.share == shown.knots[shown.knot] / sum(shown.knots.values())
+    told = json.loads(json.dumps(result.to_dict()))["chains"][0]["verdict"]
+    assert told["agreeing"] == result.verdict.agreeing and told["fragments"][2]["beads"] == [43, 45]
+    found = lw.fingerprint(chain, closures=20)
+    assert pickle.loads(pickle.dumps(found)).verdict.text == found.verdict.text == shown.text
+    assert lw.survey(trefoil, closures=20).verdict is None
+
+
 def test_frames_are_surveyed_as_they_are_alone(trefoil):
     frames = [trefoil.xyz * scale for scale in np.linspace(0.5, 2, 40)] + [lw.sample("unknot")]
     told = []

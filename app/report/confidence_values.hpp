@@ -1,0 +1,16 @@
+// The confidence of a prediction in reports.
+#pragma once
+
+#include "app/report/report.hpp"
+#include "polymer/confidence.hpp"
+
+namespace loopwise::app {
+
+/// "mean 91.2, least 34.5, 12 residues below 50".
+std::string confidence_text(const polymer::Confidence& confidence);
+/// Null if there is none.
+Json confidence_json(const std::optional<polymer::Confidence>& confidence);
+/// Mean, least and number of low residues; empty if there is none.
+Row confidence_row(const std::optional<polymer::Confidence>& confidence);
+
+} // namespace loopwise::app
