@@ -57,20 +57,36 @@ class PlaceFinder {
                 place.greatest = subchain;
             }
         place.greatest_share = of_.share_of(greatest);
-        const bool is_other = knot != chain_knot_ && of_.knots[chain_knot_].has_name();
-        place.slipknot = core && (is_other || is_undone(knot, tested, *core));
+        place.kind = kind_of(knot, tested, core);
         return place;
+    }
+
+    PlaceKind kind_of(std::uint16_t knot, const std::vector<TestedSubchain>& tested,
+                      const std::optional<Subchain>& core) const {
+        const std::optional<bool> held = knots::holds_factor(of_.knots[chain_knot_], of_.knots[knot]);
+        if (core && (held == false || is_undone(knot, tested, *core))) return PlaceKind::slipknot;
+        if (knot == chain_knot_) return PlaceKind::knot;
+        return held == true ? PlaceKind::factor : PlaceKind::subknot;
     }
 
     bool is_clear(std::size_t closures) const {
         return static_cast<double>(closures) >= clear_share * static_cast<double>(of_.closures);
     }
 
-    /// Whether a subchain that holds the core and clearly is the knot lies in one that clearly is not.
+    /// By number: whether a knot surely does not hold this one.
+    std::vector<bool> lacking(std::uint16_t knot) const {
+        std::vector<bool> lack;
+        for (const knots::KnotType& other : of_.knots)
+            lack.push_back(knots::holds_factor(other, of_.knots[knot]) == false);
+        return lack;
+    }
+
+    /// Whether a subchain that holds the core and clearly is the knot lies in one that clearly lacks it.
     bool is_undone(std::uint16_t knot, const std::vector<TestedSubchain>& tested, const Subchain& core) const {
         std::vector<Subchain> knotted;
         for (const auto& [subchain, closures] : tested)
             if (is_clear(closures) && subchain.holds(core)) knotted.push_back(subchain);
+        const std::vector<bool> lacks = lacking(knot);
         std::sort(knotted.begin(), knotted.end(),
                   [](const Subchain& a, const Subchain& b) { return a.first < b.first; });
         // Other subchains come by their first bead: the farthest last bead so far is what counts.
@@ -83,7 +99,7 @@ class PlaceFinder {
         };
         of_.matrix.for_each_tested([&](Subchain s, const Cell& cell) {
             judge_before(s.first);
-            if (cell.knot != knot && is_clear(cell.closures)) farthest = std::max(farthest.value_or(0), s.last);
+            if (lacks[cell.knot] && is_clear(cell.closures)) farthest = std::max(farthest.value_or(0), s.last);
         });
         judge_before(of_.matrix.beads());
         return undone;
@@ -95,6 +111,11 @@ class PlaceFinder {
 };
 
 } // namespace
+
+std::string text(PlaceKind kind) {
+    static constexpr std::array words{"knot", "factor", "slipknot", "subknot"};
+    return words[static_cast<std::size_t>(kind)];
+}
 
 std::vector<KnotPlace> find_places(const SampledSubchains& sampled) { return PlaceFinder(sampled).all(); }
 

@@ -168,7 +168,7 @@ TEST_P(OfAChain, TheGridFindsWhatEveryStretchShowsWithAnyNumberOfThreads) {
     ASSERT_EQ(grid.places.empty(), full.places.empty());
     ASSERT_FALSE(full.places.empty());
     EXPECT_EQ(grid.places.front().core, full.places.front().core);
-    EXPECT_EQ(grid.places.front().slipknot, full.places.front().slipknot);
+    EXPECT_EQ(grid.places.front().kind, full.places.front().kind);
     EXPECT_EQ(grid.knots, alone.knots);
     for (std::size_t last = 0; last < chain.beads.size(); ++last)
         for (std::size_t first = 0; first <= last; ++first) {
@@ -186,7 +186,7 @@ TEST(Fingerprint, KnowsAKnotWithTailsFromASlipknot) {
     EXPECT_EQ(text(knot.knot), "-3_1");
     ASSERT_EQ(knot.places.size(), 1);
     const KnotPlace& place = knot.places.front();
-    EXPECT_FALSE(place.slipknot);
+    EXPECT_EQ(place.kind, PlaceKind::knot);
     EXPECT_EQ(place.share, knot.share);
     ASSERT_TRUE(place.core);
     // No shorter stretch has half of its closures, and the core lies in the trefoil's beads.
@@ -201,8 +201,64 @@ TEST(Fingerprint, KnowsAKnotWithTailsFromASlipknot) {
     EXPECT_EQ(slip.knot, KnotType::unknot());
     EXPECT_FALSE(slip.depth);
     ASSERT_FALSE(slip.places.empty());
-    for (const KnotPlace& loop : slip.places) EXPECT_TRUE(loop.slipknot);
+    for (const KnotPlace& loop : slip.places) EXPECT_EQ(loop.kind, PlaceKind::slipknot);
     EXPECT_GE(slip.places.front().greatest_share, 0.9);
+}
+
+/// One trefoil after another, with a way around the second in between.
+NamedChain two_trefoils() {
+    Chain chain;
+    append_trefoil(chain, 24, 0, false);
+    for (const double part : {0.25, 0.5, 0.75}) append(chain, 8 + 40 * part, 5 + 20 * part, 10 * part);
+    append_trefoil(chain, 24, 20, false);
+    return named(chain);
+}
+
+TEST(Fingerprint, KnowsFactorsFromSlipknots) {
+    const auto kinds = [](const ChainFingerprint& found) {
+        std::multiset<std::string> all;
+        for (const KnotPlace& place : found.places)
+            if (place.greatest_share >= clear_share) all.insert(text(place.knot) + ' ' + text(place.kind));
+        return all;
+    };
+    using Kinds = std::multiset<std::string>;
+    EXPECT_EQ(kinds(fingerprint(two_trefoils(), 6)), (Kinds{"-3_1 # -3_1 knot", "-3_1 factor", "-3_1 factor"}));
+
+    NamedChain with_slipknot = two_trefoils();
+    with_slipknot.beads.erase(with_slipknot.beads.begin() + 27, with_slipknot.beads.end());
+    for (const ChainAtom& bead : slipknot().beads) append(with_slipknot.beads, bead.x + 20, bead.y, bead.z + 20);
+    // Both strands of the slipknot are a trefoil; with the trefoil before it the first is a sum, which is undone.
+    EXPECT_EQ(kinds(fingerprint(named(with_slipknot.beads), 6)),
+              (Kinds{"-3_1 knot", "-3_1 slipknot", "-3_1 slipknot", "-3_1 # -3_1 slipknot"}));
+}
+
+TEST(Fingerprint, TellsAFactorByItsName) {
+    const PrimeKnot three{3, 1, Hand::left}, other{3, 1, Hand::right}, four{4, 1}, nine{9, 12, Hand::left};
+    const auto sum = [](KnotSum factors, bool proven = true) { return KnotType::named({std::move(factors)}, proven); };
+    const KnotType trefoil = sum({three}), granny = sum({three, three}), mixed = sum({three, four}),
+                   either = KnotType::named({{nine}, {three, four}}, true), unknown = KnotType::unknown({}),
+                   partly_unknown = KnotType::sum(unknown, trefoil);
+    for (const auto& [knot, part] : {std::pair{granny, trefoil},
+                                     {mixed, sum({four}, false)},
+                                     {sum({three, four}, false), trefoil},
+                                     {either, either},
+                                     {partly_unknown, trefoil},
+                                     {sum({three, three, four}), granny}})
+        EXPECT_EQ(holds_factor(knot, part), true) << text(knot) << ": " << text(part);
+    for (const auto& [knot, part] : {std::pair{trefoil, granny},
+                                     {mixed, granny},
+                                     {granny, sum({other})},
+                                     {KnotType::unknot(), unknown},
+                                     {KnotType::unknot(), sum({three}, false)},
+                                     {trefoil, unknown},
+                                     {either, sum({other})}})
+        EXPECT_EQ(holds_factor(knot, part), false) << text(knot) << ": " << text(part);
+    for (const auto& [knot, part] : {std::pair{either, trefoil},
+                                     {sum({four}, false), trefoil},
+                                     {granny, unknown},
+                                     {partly_unknown, sum({four})},
+                                     {KnotType::too_complex(80), trefoil}})
+        EXPECT_EQ(holds_factor(knot, part), std::nullopt) << text(knot) << ": " << text(part);
 }
 
 TEST(Fingerprint, TakesRowsThatAreSpread) {

@@ -24,7 +24,8 @@ constexpr std::size_t most_shown = 2000; ///< subchains of which a page holds a 
 constexpr const char* footer =
     R"(Each subchain is closed: both ends are moved out along directions of a table. Each loop is reduced and
 its knot named. The core of a knot is the shortest subchain that is this knot in at least half of its closures.
-A slipknot is a knotted subchain inside a longer subchain that is unknotted or a different knot.
+A slipknot is a knotted subchain inside a longer subchain that is unknotted or lacks the knot; a factor is a
+part of the chain's own knot.
 
 By default a grid of subchains is closed, and refined along the borders between knots, cores first, until a
 limit of work is reached that the chain's length sets. The report says to within how many residues the

@@ -12,7 +12,7 @@
 namespace loopwise::app {
 namespace {
 
-using fingerprint::KnotPlace;
+using fingerprint::KnotPlace, fingerprint::PlaceKind;
 using words::counted, words::fixed, words::percent, words::yes_or_no;
 
 constexpr int digits_of_share = 4;
@@ -31,7 +31,8 @@ Json json_of(const KnotPlace& place, const fingerprint::ChainFingerprint& of) {
     json["core"] = core ? Json{residue_json(of.residues[core->first]), residue_json(of.residues[core->last])} : Json();
     json["tails"] = core ? Json(fingerprint::tails_of(*core, of.matrix.beads())) : Json();
     json["core_within"] = core ? Json(place.core_within) : Json();
-    json["slipknot"] = place.slipknot;
+    json["slipknot"] = place.kind == PlaceKind::slipknot;
+    json["kind"] = text(place.kind);
     return json;
 }
 
@@ -44,9 +45,9 @@ Head fingerprint_head(std::size_t closures, double least_share) {
                 head["closures"] = closures;
                 head["least_share"] = least_share;
             },
-            {"file", "model", "chain", "residues", "gaps", "chain_knot", "chain_share", "knot", "share",
-             "greatest_share", "core_first", "core_last", "tail_before", "tail_after", "slipknot", "core_within",
-             "borders_within", "chain_proven", "proven"}};
+            {"file",     "model",       "chain",          "residues",     "gaps",      "chain_knot",  "chain_share",
+             "knot",     "share",       "greatest_share", "core_first",   "core_last", "tail_before", "tail_after",
+             "slipknot", "core_within", "borders_within", "chain_proven", "proven",    "kind"}};
 }
 
 std::string FingerprintEntry::text() const {
@@ -89,7 +90,8 @@ std::string FingerprintEntry::table() const {
                     std::to_string(after);
         } else
             text += "none with one half";
-        text += within(place.core_within) + (place.slipknot ? ", slipknot\n" : "\n");
+        text += within(place.core_within) +
+                (place.kind == PlaceKind::knot ? "\n" : ", " + fingerprint::text(place.kind) + '\n');
     }
     return text;
 }
@@ -127,7 +129,7 @@ std::vector<Row> FingerprintEntry::rows() const {
         rows.push_back(start);
         rows.back().insert(rows.back().end(), fields.begin(), fields.end());
     };
-    if (places_.empty()) add({"", "", "", "", "", "", "", "", "", borders, proven, ""});
+    if (places_.empty()) add({"", "", "", "", "", "", "", "", "", borders, proven, "", ""});
     for (const KnotPlace& place : places_) {
         Row core(4), core_within(1);
         if (place.core) {
@@ -137,8 +139,8 @@ std::vector<Row> FingerprintEntry::rows() const {
             core_within = {std::to_string(place.core_within)};
         }
         add({knots::text(place.knot), fixed(place.share, digits_of_share), fixed(place.greatest_share, digits_of_share),
-             core[0], core[1], core[2], core[3], yes_or_no(place.slipknot), core_within[0], borders, proven,
-             yes_or_no(place.knot.proven)});
+             core[0], core[1], core[2], core[3], yes_or_no(place.kind == PlaceKind::slipknot), core_within[0], borders,
+             proven, yes_or_no(place.knot.proven), fingerprint::text(place.kind)});
     }
     return rows;
 }
