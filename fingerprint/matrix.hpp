@@ -54,8 +54,10 @@ class FingerprintMatrix {
                 if (is_tested({first, last})) body(Subchain{first, last}, at({first, last}));
     }
 
+    /// The subchains are in the order of their last, then of their first bead.
+    static std::size_t index(Subchain s) { return s.last * (s.last + 1) / 2 + s.first; }
+
   private:
-    std::size_t index(Subchain s) const { return s.last * (s.last + 1) / 2 + s.first; }
 
     std::size_t beads_;
     std::vector<Cell> cells_;

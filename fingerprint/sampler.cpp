@@ -2,9 +2,11 @@
 
 #include "fingerprint/closer.hpp"
 #include "fingerprint/cores.hpp"
+#include "fingerprint/direction_classes.hpp"
 #include "survey/parallel.hpp"
 
 #include <atomic>
+#include <mutex>
 
 namespace loopwise::fingerprint {
 namespace {
@@ -12,7 +14,7 @@ namespace {
 class SubchainSampler {
   public:
     SubchainSampler(const Chain& chain, const FingerprintPlan& plan, FingerprintWatcher& watcher)
-        : beads_(chain.size()), plan_(plan), watcher_(watcher),
+        : chain_(chain), beads_(chain.size()), plan_(plan), watcher_(watcher),
           closers_(std::max(plan.threads, 1U), SubchainCloser(chain, watcher)), matrix_(beads_, plan.most_memory),
           budget_(plan.policy, chain, watcher) {
         if (beads_ < fewest_knotted) whole_ = {{knots::KnotType::unknot(), plan.closures}};
@@ -33,20 +35,66 @@ class SubchainSampler {
     }
 
   private:
-    /// Row by row, since the list of all subchains would be larger than the matrix. Rows from both ends alternate, so
-    /// that the time left can be told from the time gone.
+    /// Direction by direction, one subchain of each class.
     void close_every_subchain() {
         planned_ = beads_ < fewest_knotted ? 0 : (beads_ - fewest_knotted + 1) * (beads_ - fewest_knotted + 2) / 2;
-        planned_work_ = budget_.expected().of_every_subchain();
-        watcher_.every_subchain_begins(planned_work_);
-        std::vector<Subchain> subchains;
-        for (std::size_t row = 0; row < beads_; ++row) {
-            const std::size_t first = row % 2 == 0 ? row / 2 : beads_ - 1 - row / 2;
-            subchains.clear();
-            for (std::size_t last = first + fewest_knotted - 1; last < beads_; ++last)
-                subchains.push_back({first, last});
-            test(subchains);
+        watcher_.every_subchain_begins(budget_.expected().of_every_subchain());
+        std::vector<DirectionClasses> classes(closers_.size(), DirectionClasses(chain_));
+        std::size_t directions = 0;
+        survey::in_parallel(plan_.closures, plan_.threads, [&](std::size_t i, std::size_t worker) {
+            const int row = farthest_point_order()[i];
+            classes[worker].find(row);
+            const std::vector<std::uint16_t> knots = close_classes(classes[worker], row, closers_[worker]);
+            const std::scoped_lock lock(mutex_);
+            count(classes[worker].classes(), knots);
+            const double part = static_cast<double>(++directions) / static_cast<double>(plan_.closures);
+            done_ = planned_ * directions / plan_.closures;
+            watcher_.subchain_closed(done_, planned_, part);
+        });
+        take_counts();
+    }
+
+    /// The number of the knot of each class.
+    std::vector<std::uint16_t> close_classes(const DirectionClasses& classes, int row, SubchainCloser& closer) {
+        std::vector<std::uint16_t> knots;
+        for (const Subchain& s : classes.shortest()) {
+            std::uint16_t knot = 0;
+            if (s.size() >= fewest_knotted)
+                closer.close_in_few(s, std::span(&row, 1), [&](const SubchainCloser::Closure& closure) {
+                    knot = knots_.number_of(counted_as(closure.knot));
+                    return true;
+                });
+            knots.push_back(knot);
         }
+        return knots;
+    }
+
+    void count(const std::vector<std::uint32_t>& classes, const std::vector<std::uint16_t>& knots) {
+        for (const std::uint16_t knot : knots) {
+            if (counts_.size() <= knot) counts_.resize(knot + std::size_t{1});
+            if (knot > 0 && counts_[knot].empty()) counts_[knot].resize(classes.size());
+        }
+        for (std::size_t i = 0; i < classes.size(); ++i)
+            if (const std::uint16_t knot = knots[classes[i]]; knot > 0) ++counts_[knot][i];
+    }
+
+    void take_counts() {
+        const std::vector<knots::KnotType> names = knots_.by_number();
+        const std::size_t last_index = FingerprintMatrix::index(matrix_.whole_chain());
+        for (std::size_t last = 0, i = 0; last < beads_; ++last)
+            for (std::size_t first = 0; first <= last; ++first, ++i) {
+                KnotCounts counts;
+                std::size_t unknotted = plan_.closures;
+                for (std::size_t knot = 1; knot < counts_.size(); ++knot)
+                    if (!counts_[knot].empty() && counts_[knot][i] > 0) {
+                        counts.push_back({names[knot], counts_[knot][i]});
+                        unknotted -= counts_[knot][i];
+                    }
+                if (unknotted > 0) counts.push_back({names[0], unknotted});
+                const survey::KnotCount& most = most_frequent(counts);
+                matrix_.test({first, last}, {knots_.number_of(most.knot), static_cast<std::uint16_t>(most.closures)});
+                if (i == last_index) whole_ = std::move(counts);
+            }
     }
 
     void close_on_grid(std::size_t step) {
@@ -125,6 +173,7 @@ class SubchainSampler {
         return outcome;
     }
 
+    const Chain& chain_;
     const std::size_t beads_;
     const FingerprintPlan& plan_;
     FingerprintWatcher& watcher_;
@@ -139,6 +188,8 @@ class SubchainSampler {
     KnotCounts whole_;
     HalvesByKnot halves_; ///< kept where the work is limited
     std::vector<Block> open_;
+    std::mutex mutex_;
+    std::vector<std::vector<std::uint16_t>> counts_; ///< by knot: closures of each subchain that gave it
 };
 
 } // namespace

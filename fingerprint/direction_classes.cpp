@@ -1,0 +1,144 @@
+#include "fingerprint/direction_classes.hpp"
+
+#include "src/closure/point_tables.hpp"
+#include "src/model/points.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace loopwise::fingerprint {
+
+using namespace model;
+namespace {
+
+constexpr std::size_t none_earlier = std::numeric_limits<std::size_t>::max();
+
+double dot(PointR3 a, PointR3 b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
+
+PointR3 scaled(PointR3 v, double factor) { return {v.x * factor, v.y * factor, v.z * factor}; }
+
+/// What a bond is to another, seen along the direction.
+enum class Pass { apart, over, under, close };
+
+double area(PointR3 v, PointR3 w) { return v.x * w.y - v.y * w.x; }
+
+bool is_apart(double a0, double a1, double b0, double b1) {
+    return std::max(a0, a1) + EPS < std::min(b0, b1) || std::max(b0, b1) + EPS < std::min(a0, a1);
+}
+
+/// Bonds that come closer than the tolerance pass close.
+Pass pass_of(const PointR3* a, const PointR3* b) {
+    if (is_apart(a[0].x, a[1].x, b[0].x, b[1].x) || is_apart(a[0].y, a[1].y, b[0].y, b[1].y)) return Pass::apart;
+    const PointR3 along_a = a[1] - a[0], along_b = b[1] - b[0], between = b[0] - a[0];
+    const double size_a = std::hypot(along_a.x, along_a.y), size_b = std::hypot(along_b.x, along_b.y),
+                 turn = area(along_a, along_b);
+    const bool is_crosswise = std::fabs(turn) > EPS * size_a * size_b; // false also for what is not a number
+    if (b == a + 1) // the bead between them is where the path goes
+        return is_crosswise || along_a.x * along_b.x + along_a.y * along_b.y > 0 ? Pass::apart : Pass::close;
+    if (!is_crosswise) return Pass::close;
+    // Where they cross, as parts of the bonds, and how far from an end an end comes close to the other bond.
+    const double at_a = area(between, along_b) / turn, at_b = area(between, along_a) / turn,
+                 margin_a = EPS * size_b / std::fabs(turn), margin_b = EPS * size_a / std::fabs(turn);
+    const auto is_beyond = [](double at, double margin) { return at < -margin || at > 1 + margin; };
+    const auto is_near_end = [](double at, double margin) { return at < margin || at > 1 - margin; };
+    if (is_beyond(at_a, margin_a) || is_beyond(at_b, margin_b)) return Pass::apart;
+    if (is_near_end(at_a, margin_a) || is_near_end(at_b, margin_b)) return Pass::close;
+    const double above = a[0].z + at_a * along_a.z - b[0].z - at_b * along_b.z;
+    return std::fabs(above) <= EPS ? Pass::close : above > 0 ? Pass::over : Pass::under;
+}
+
+} // namespace
+
+void DirectionClasses::find(int row) {
+    look_along(row);
+    find_passes();
+    label();
+    number();
+}
+
+void DirectionClasses::look_along(int row) {
+    const PointR3 given = closure::uniform_directions[static_cast<std::size_t>(row)];
+    const PointR3 z = scaled(given, 1 / length(given));
+    const PointR3 other = std::fabs(z.x) < 0.5 ? PointR3{1, 0, 0} : PointR3{0, 1, 0};
+    const PointR3 across = cross(z, other), x = scaled(across, 1 / length(across)), y = cross(z, x);
+    seen_.clear();
+    for (const ChainAtom& bead : chain_) {
+        const PointR3 at = position(bead) - position(chain_.front());
+        seen_.push_back({dot(at, x), dot(at, y), dot(at, z)});
+    }
+}
+
+void DirectionClasses::find_passes() {
+    const std::size_t bonds = seen_.size() - 1;
+    later_over_.assign(bonds, seen_.size());
+    earlier_over_.assign(bonds, none_earlier);
+    for (std::size_t a = 0; a < bonds; ++a)
+        for (std::size_t b = a + 1; b < bonds; ++b) {
+            const Pass pass = pass_of(&seen_[a], &seen_[b]);
+            if (pass == Pass::apart) continue;
+            if (pass != Pass::over) later_over_[a] = std::min(later_over_[a], b);
+            if (pass != Pass::under) earlier_over_[b] = a;
+        }
+}
+
+std::uint32_t DirectionClasses::root_of(std::uint32_t c) {
+    while (parent_[c] != c) c = parent_[c] = parent_[parent_[c]];
+    return c;
+}
+
+void DirectionClasses::join(std::uint32_t a, std::uint32_t b) {
+    a = root_of(a), b = root_of(b);
+    if (a == b) return;
+    if (a > b) std::swap(a, b);
+    parent_[b] = a;
+    if (shortest_[b].size() < shortest_[a].size()) shortest_[a] = shortest_[b];
+}
+
+void DirectionClasses::label() {
+    const std::size_t beads = seen_.size();
+    class_.resize(beads * (beads + 1) / 2);
+    parent_.assign(1, unknotted);
+    shortest_.assign(1, {0, 0});
+    std::size_t at = 0;
+    for (std::size_t last = 0; last < beads; ++last)
+        for (std::size_t first = 0; first <= last; ++first, ++at) {
+            std::uint32_t& own = class_[at];
+            if (last - first + 1 < fewest_knotted) {
+                own = unknotted;
+                continue;
+            }
+            const std::size_t earlier = earlier_over_[last - 1];
+            const bool as_without_last = earlier == none_earlier || first > earlier,
+                       as_without_first = first > 0 && last <= later_over_[first - 1];
+            if (as_without_last)
+                own = class_[at - last];
+            else if (as_without_first)
+                own = class_[at - 1];
+            else {
+                own = static_cast<std::uint32_t>(parent_.size());
+                parent_.push_back(own);
+                shortest_.push_back({first, last});
+            }
+            if (const Subchain s{first, last}; s.size() < shortest_[root_of(own)].size()) shortest_[root_of(own)] = s;
+            if (as_without_last && as_without_first && class_[at - 1] != own) join(own, class_[at - 1]);
+        }
+}
+
+/// Roots only, in the order of their first subchains.
+void DirectionClasses::number() {
+    std::vector<std::uint32_t> number(parent_.size());
+    std::size_t count = 0;
+    for (std::uint32_t c = 0; c < parent_.size(); ++c) {
+        const std::uint32_t root = root_of(c);
+        if (root == c) {
+            shortest_[count] = shortest_[c];
+            number[c] = static_cast<std::uint32_t>(count++);
+        } else
+            number[c] = number[root];
+    }
+    shortest_.resize(count);
+    for (std::uint32_t& own : class_) own = number[own];
+}
+
+} // namespace loopwise::fingerprint
