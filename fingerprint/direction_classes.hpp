@@ -2,8 +2,9 @@
 //
 // A subchain that is longer by a bond differs from the shorter one in its closure: the path from that end has moved
 // across the half strip that the bond sweeps in the direction. The knot stays unless another bond of the subchain
-// passes through the half strip: seen along the direction, it passes over the bond. Subchains between which steps
-// without such a bond lead are one class, and one closure tells the knot of all.
+// passes through the half strip: seen along the direction, it passes over the bond. It also stays if the chain between
+// these two bonds is a kink that does not cross itself and under which nothing passes, since the kink can be shrunk
+// below everything. Subchains between which such steps lead are one class, and one closure tells the knot of all.
 #pragma once
 
 #include "fingerprint/matrix.hpp"
@@ -12,6 +13,9 @@
 #include <cstdint>
 
 namespace loopwise::fingerprint {
+
+/// What a bond is to another, seen along a direction.
+enum class Pass { apart, over, under, close };
 
 /// For many directions one after another. One thread at a time may use it.
 class DirectionClasses {
@@ -30,18 +34,31 @@ class DirectionClasses {
     const std::vector<std::uint32_t>& classes() const { return class_; }
 
   private:
+    /// Where a bond crosses another, seen along the direction.
+    struct Crossing {
+        std::size_t other;
+        double at, at_other; ///< the parts of the bonds before the crossing
+        Pass pass;           ///< of the bond to the other
+    };
+    /// By bond. A bond has its first bead's number.
+    using Crossings = std::vector<std::vector<Crossing>>;
+
     void look_along(int row);
-    void find_passes();
+    void find_crossings();
+    static std::size_t left_out(const Crossings& crossings, std::size_t bond, const Crossing& over);
+    static std::size_t left_out(const Crossings& crossings, std::size_t bond);
+    void find_changes();
     void join(std::uint32_t a, std::uint32_t b);
     std::uint32_t root_of(std::uint32_t c);
     void label();
     void number();
 
     const Chain& chain_;
-    std::vector<PointR3> seen_; ///< the beads, z along the direction
-    /// By bond: the nearest later bond, and the nearest earlier one, that passes over it or too close to tell. A bond
-    /// has its first bead's number.
-    std::vector<std::size_t> later_over_, earlier_over_;
+    std::vector<PointR3> seen_;       ///< the beads, z along the direction
+    Crossings crossings_, backwards_; ///< of the chain, and of the chain from its last bead to its first
+    /// By bond: subchains that begin here or later keep their knot if the bond is added at their back; those that end
+    /// here or earlier keep it if the bond is added at their front.
+    std::vector<std::size_t> first_kept_, last_kept_;
     std::vector<std::uint32_t> class_, parent_;
     std::vector<Subchain> shortest_;
 };

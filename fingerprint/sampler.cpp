@@ -3,6 +3,7 @@
 #include "fingerprint/closer.hpp"
 #include "fingerprint/cores.hpp"
 #include "fingerprint/direction_classes.hpp"
+#include "fingerprint/direction_closer.hpp"
 #include "survey/parallel.hpp"
 
 #include <atomic>
@@ -40,11 +41,12 @@ class SubchainSampler {
         planned_ = beads_ < fewest_knotted ? 0 : (beads_ - fewest_knotted + 1) * (beads_ - fewest_knotted + 2) / 2;
         watcher_.every_subchain_begins(budget_.expected().of_every_subchain());
         std::vector<DirectionClasses> classes(closers_.size(), DirectionClasses(chain_));
+        std::vector<DirectionCloser> closers(closers_.size(), DirectionCloser(chain_, watcher_));
         std::size_t directions = 0;
         survey::in_parallel(plan_.closures, plan_.threads, [&](std::size_t i, std::size_t worker) {
             const int row = farthest_point_order()[i];
             classes[worker].find(row);
-            const std::vector<std::uint16_t> knots = close_classes(classes[worker], row, closers_[worker]);
+            const std::vector<std::uint16_t> knots = close_classes(classes[worker], row, closers[worker]);
             const std::scoped_lock lock(mutex_);
             count(classes[worker].classes(), knots);
             const double part = static_cast<double>(++directions) / static_cast<double>(plan_.closures);
@@ -55,17 +57,12 @@ class SubchainSampler {
     }
 
     /// The number of the knot of each class.
-    std::vector<std::uint16_t> close_classes(const DirectionClasses& classes, int row, SubchainCloser& closer) {
-        std::vector<std::uint16_t> knots;
-        for (const Subchain& s : classes.shortest()) {
-            std::uint16_t knot = 0;
-            if (s.size() >= fewest_knotted)
-                closer.close_in_few(s, std::span(&row, 1), [&](const SubchainCloser::Closure& closure) {
-                    knot = knots_.number_of(counted_as(closure.knot));
-                    return true;
-                });
-            knots.push_back(knot);
-        }
+    std::vector<std::uint16_t> close_classes(const DirectionClasses& classes, int row, DirectionCloser& closer) {
+        std::vector<std::uint16_t> knots(classes.shortest().size());
+        closer.close(row, classes.shortest(), [&](std::size_t i, const knots::KnotType& knot) {
+            knots[i] = knots_.number_of(counted_as(knot));
+        });
+        knots[DirectionClasses::unknotted] = 0;
         return knots;
     }
 
