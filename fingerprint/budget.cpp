@@ -75,6 +75,7 @@ Budget::Budget(const SamplingPolicy& policy, const Chain& chain, FingerprintWatc
 std::size_t Budget::grid_step(const FingerprintMatrix& matrix) const {
     if (policy_.step > 0) return std::min(policy_.step, beads_);
     std::size_t step = default_step(beads_);
+    if (getenv("EVERY")) return 1;
     const std::size_t longest = std::max(step, beads_ / fewest_grid_lines);
     const double most = grid_part * work_by_length(beads_);
     while (step < longest && expected_.of(SubchainGrid(beads_, step).corners_to_test(matrix)) > most)

@@ -58,7 +58,6 @@ class FingerprintMatrix {
     static std::size_t index(Subchain s) { return s.last * (s.last + 1) / 2 + s.first; }
 
   private:
-
     std::size_t beads_;
     std::vector<Cell> cells_;
     std::vector<bool> tested_;

@@ -2,12 +2,10 @@
 
 #include "fingerprint/closer.hpp"
 #include "fingerprint/cores.hpp"
-#include "fingerprint/direction_classes.hpp"
-#include "fingerprint/direction_closer.hpp"
+#include "fingerprint/every_subchain.hpp"
 #include "survey/parallel.hpp"
 
 #include <atomic>
-#include <mutex>
 
 namespace loopwise::fingerprint {
 namespace {
@@ -36,62 +34,16 @@ class SubchainSampler {
     }
 
   private:
-    /// Direction by direction, one subchain of each class.
     void close_every_subchain() {
         planned_ = beads_ < fewest_knotted ? 0 : (beads_ - fewest_knotted + 1) * (beads_ - fewest_knotted + 2) / 2;
         watcher_.every_subchain_begins(budget_.expected().of_every_subchain());
-        std::vector<DirectionClasses> classes(closers_.size(), DirectionClasses(chain_));
-        std::vector<DirectionCloser> closers(closers_.size(), DirectionCloser(chain_, watcher_));
-        std::size_t directions = 0;
-        survey::in_parallel(plan_.closures, plan_.threads, [&](std::size_t i, std::size_t worker) {
-            const int row = farthest_point_order()[i];
-            classes[worker].find(row);
-            const std::vector<std::uint16_t> knots = close_classes(classes[worker], row, closers[worker]);
-            const std::scoped_lock lock(mutex_);
-            count(classes[worker].classes(), knots);
-            const double part = static_cast<double>(++directions) / static_cast<double>(plan_.closures);
-            done_ = planned_ * directions / plan_.closures;
+        EverySubchain every(chain_, plan_, knots_, watcher_);
+        every.close([&](double part) {
+            done_ = static_cast<std::size_t>(part * static_cast<double>(planned_));
             watcher_.subchain_closed(done_, planned_, part);
         });
-        take_counts();
-    }
-
-    /// The number of the knot of each class.
-    std::vector<std::uint16_t> close_classes(const DirectionClasses& classes, int row, DirectionCloser& closer) {
-        std::vector<std::uint16_t> knots(classes.shortest().size());
-        closer.close(row, classes.shortest(), [&](std::size_t i, const knots::KnotType& knot) {
-            knots[i] = knots_.number_of(counted_as(knot));
-        });
-        knots[DirectionClasses::unknotted] = 0;
-        return knots;
-    }
-
-    void count(const std::vector<std::uint32_t>& classes, const std::vector<std::uint16_t>& knots) {
-        for (const std::uint16_t knot : knots) {
-            if (counts_.size() <= knot) counts_.resize(knot + std::size_t{1});
-            if (knot > 0 && counts_[knot].empty()) counts_[knot].resize(classes.size());
-        }
-        for (std::size_t i = 0; i < classes.size(); ++i)
-            if (const std::uint16_t knot = knots[classes[i]]; knot > 0) ++counts_[knot][i];
-    }
-
-    void take_counts() {
-        const std::vector<knots::KnotType> names = knots_.by_number();
-        const std::size_t last_index = FingerprintMatrix::index(matrix_.whole_chain());
-        for (std::size_t last = 0, i = 0; last < beads_; ++last)
-            for (std::size_t first = 0; first <= last; ++first, ++i) {
-                KnotCounts counts;
-                std::size_t unknotted = plan_.closures;
-                for (std::size_t knot = 1; knot < counts_.size(); ++knot)
-                    if (!counts_[knot].empty() && counts_[knot][i] > 0) {
-                        counts.push_back({names[knot], counts_[knot][i]});
-                        unknotted -= counts_[knot][i];
-                    }
-                if (unknotted > 0) counts.push_back({names[0], unknotted});
-                const survey::KnotCount& most = most_frequent(counts);
-                matrix_.test({first, last}, {knots_.number_of(most.knot), static_cast<std::uint16_t>(most.closures)});
-                if (i == last_index) whole_ = std::move(counts);
-            }
+        whole_ = every.whole_chain();
+        every.into(matrix_);
     }
 
     void close_on_grid(std::size_t step) {
@@ -185,8 +137,6 @@ class SubchainSampler {
     KnotCounts whole_;
     HalvesByKnot halves_; ///< kept where the work is limited
     std::vector<Block> open_;
-    std::mutex mutex_;
-    std::vector<std::vector<std::uint16_t>> counts_; ///< by knot: closures of each subchain that gave it
 };
 
 } // namespace
