@@ -40,12 +40,16 @@ class ExpectedWork {
     double of(std::size_t beads) const;
     double of(const Subchain& s) const { return of(s.size()); }
     double of(const std::vector<Subchain>& all) const;
-    double of_every_subchain() const;
+    double of_every_subchain() const { return every_subchain_; }
 
   private:
+    double estimate_every_subchain(const Chain& chain) const;
+    double of_subchains_one_by_one(std::size_t beads) const;
+
     static constexpr std::size_t samples = 8;
     std::size_t beads_;
     std::array<double, samples + 1> work_{}; ///< at each eighth of the chain's length
+    double every_subchain_;
 };
 
 /// The work that a policy leaves for a chain.

@@ -20,7 +20,8 @@ EverySubchain::EverySubchain(const Chain& chain, const FingerprintPlan& plan, Kn
                              FingerprintWatcher& watcher)
     : chain_(chain), plan_(plan), knots_(knots),
       workers_(std::max(plan.threads, 1U), {DirectionClasses(chain), DirectionCloser(chain, watcher)}),
-      closures_(chain.size() * (chain.size() + 1) / 2) {}
+      first_count_(chain.size() * (chain.size() + 1) / 2), closures_(first_count_.size()),
+      whole_(FingerprintMatrix::index({0, chain.size() - 1})) {}
 
 void EverySubchain::close(const std::function<void(double)>& told) {
     std::size_t begin = 0, done = 0;
@@ -60,40 +61,42 @@ void EverySubchain::close_in(int row, Worker& worker) {
     });
 
     const std::scoped_lock lock(mutex_);
-    for (const std::uint16_t knot : knots) {
-        if (counts_.size() <= knot) counts_.resize(knot + std::size_t{1});
-        if (knot > 0 && counts_[knot].empty()) counts_[knot].resize(classes.size());
-    }
     for (std::size_t i = 0; i < classes.size(); ++i)
-        if (const std::uint16_t knot = knots[classes[i]]; knot > 0 && closures_[i] == 0) ++counts_[knot][i];
+        if (const std::uint16_t knot = knots[classes[i]]; knot > 0 && closures_[i] == 0) count(i, knot);
+}
+
+void EverySubchain::count(std::size_t index, std::uint16_t knot) {
+    for (std::uint32_t c = first_count_[index]; c != 0; c = counts_[c].next)
+        if (counts_[c].knot == knot) {
+            ++counts_[c].closures;
+            return;
+        }
+    counts_.push_back({knot, 1, first_count_[index]});
+    first_count_[index] = static_cast<std::uint32_t>(counts_.size() - 1);
+}
+
+std::size_t EverySubchain::knotted(std::size_t index) const {
+    std::size_t closures = 0;
+    for (std::uint32_t c = first_count_[index]; c != 0; c = counts_[c].next) closures += counts_[c].closures;
+    return closures;
 }
 
 void EverySubchain::leave_out_unknotted(std::size_t closures, std::size_t most_knotted) {
-    std::vector<std::uint16_t> knotted(closures_.size());
-    for (const std::vector<std::uint16_t>& of_knot : counts_)
-        for (std::size_t i = 0; i < of_knot.size(); ++i)
-            knotted[i] = static_cast<std::uint16_t>(knotted[i] + of_knot[i]);
-    const std::size_t whole = FingerprintMatrix::index({0, chain_.size() - 1});
     for (std::size_t i = 0; i < closures_.size(); ++i)
-        if (closures_[i] == 0 && knotted[i] <= most_knotted && i != whole)
+        if (closures_[i] == 0 && i != whole_ && knotted(i) <= most_knotted)
             closures_[i] = static_cast<std::uint16_t>(closures);
 }
 
 KnotCounts EverySubchain::counts_of(std::size_t index, const std::vector<knots::KnotType>& names) const {
     KnotCounts counts;
-    std::size_t unknotted = closures_[index] == 0 ? plan_.closures : closures_[index];
-    for (std::size_t knot = 1; knot < counts_.size(); ++knot)
-        if (!counts_[knot].empty() && counts_[knot][index] > 0) {
-            counts.push_back({names[knot], counts_[knot][index]});
-            unknotted -= counts_[knot][index];
-        }
-    if (unknotted > 0) counts.push_back({names.front(), unknotted});
+    for (std::uint32_t c = first_count_[index]; c != 0; c = counts_[c].next)
+        counts.push_back({names[counts_[c].knot], counts_[c].closures});
+    const std::size_t all = closures_[index] == 0 ? plan_.closures : closures_[index];
+    if (const std::size_t left = all - knotted(index); left > 0) counts.push_back({names.front(), left});
     return counts;
 }
 
-KnotCounts EverySubchain::whole_chain() const {
-    return counts_of(closures_.size() - chain_.size(), knots_.by_number());
-}
+KnotCounts EverySubchain::whole_chain() const { return counts_of(whole_, knots_.by_number()); }
 
 void EverySubchain::into(FingerprintMatrix& matrix) const {
     const std::vector<knots::KnotType> names = knots_.by_number();

@@ -30,6 +30,8 @@ class EverySubchain {
 
     void close_in(int row, Worker& worker);
     void leave_out_unknotted(std::size_t closures, std::size_t most_knotted);
+    void count(std::size_t index, std::uint16_t knot);
+    std::size_t knotted(std::size_t index) const;
     KnotCounts counts_of(std::size_t index, const std::vector<knots::KnotType>& names) const;
 
     const Chain& chain_;
@@ -37,9 +39,16 @@ class EverySubchain {
     KnotNumbers& knots_;
     std::vector<Worker> workers_;
     std::mutex mutex_;
+    /// Closures of a subchain that gave a knot, and the number of the next such count of the subchain, 0 if there is none.
+    struct Count {
+        std::uint16_t knot, closures;
+        std::uint32_t next;
+    };
+    std::vector<Count> counts_{{}};
     // By subchain, see FingerprintMatrix::index().
-    std::vector<std::uint16_t> closures_;                ///< 0 while they are not known to be less than all
-    std::vector<std::vector<std::uint16_t>> counts_{{}}; ///< by knot but the unknot, closures that gave it
+    std::vector<std::uint32_t> first_count_;
+    std::vector<std::uint16_t> closures_; ///< 0 where they are not known to be less than all
+    std::size_t whole_;
 };
 
 } // namespace loopwise::fingerprint

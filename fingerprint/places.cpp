@@ -23,7 +23,8 @@ class PlaceFinder {
             for (std::size_t i = 0; i < cores.size(); ++i) {
                 places.push_back(place_of(knot, tested, cores[i]));
                 places.back().core_within =
-                    core_within(of_.open, of_.matrix, of_.closures, knot, std::span(cores).first(i + 1));
+                    std::max(of_.step, // a shorter core may fit between the lines
+                             core_within(of_.open, of_.matrix, of_.closures, knot, std::span(cores).first(i + 1)));
             }
         }
         const auto rank = [&](const KnotPlace& p) {
