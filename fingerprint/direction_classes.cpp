@@ -98,9 +98,9 @@ std::size_t DirectionClasses::left_out(const Crossings& crossings, std::size_t b
             const bool is_close = c.pass == Pass::close;
             if (!is_close && ((b == begin && c.at <= over.at_other) || (b == bond && c.at >= over.at))) continue;
             if (c.other > bond || (c.other == bond && !is_close && c.at_other >= over.at)) continue;
-            const bool is_in_kink = c.other > begin || (c.other == begin && (is_close || c.at_other > over.at_other));
-            if (is_in_kink) return begin + 1;
-            if (c.pass != Pass::under) left_out = std::max(left_out, c.other + 1);
+            const bool is_outside = c.other < begin || (c.other == begin && !is_close && c.at_other <= over.at_other);
+            if (is_close && !is_outside) return begin + 1;
+            if (is_outside && c.pass != Pass::under) left_out = std::max(left_out, c.other + 1);
         }
     return left_out;
 }

@@ -2,9 +2,10 @@
 //
 // A subchain that is longer by a bond differs from the shorter one in its closure: the path from that end has moved
 // across the half strip that the bond sweeps in the direction. The knot stays unless another bond of the subchain
-// passes through the half strip: seen along the direction, it passes over the bond. It also stays if the chain between
-// these two bonds is a kink that does not cross itself and under which nothing passes, since the kink can be shrunk
-// below everything. Subchains between which such steps lead are one class, and one closure tells the knot of all.
+// passes through the half strip: seen along the direction, it passes over the bond. It also stays if all else that
+// crosses the kink between these two bonds passes over it: below everything, the kink shrinks to a small arc with its
+// own knot, if it has one, before as after. Subchains between which such steps lead are one class, and one closure tells
+// the knot of all.
 #pragma once
 
 #include "fingerprint/matrix.hpp"
