@@ -8,9 +8,11 @@ namespace {
 class PlaceFinder {
   public:
     explicit PlaceFinder(const SampledSubchains& sampled)
-        : of_(sampled), chain_knot_(sampled.matrix.at(sampled.matrix.whole_chain()).knot) {
+        : of_(sampled), chain_knot_(sampled.matrix.at(sampled.matrix.whole_chain()).knot),
+          farthest_(sampled.matrix.beads()) {
         of_.matrix.for_each_tested([&](Subchain s, const Cell& cell) {
             if (of_.is_knot(cell.knot)) tested_[cell.knot].push_back({s, cell.closures});
+            if (is_clear(cell.closures)) farthest_[s.first][cell.knot] = s.last;
         });
         for (auto& [knot, tested] : tested_) std::sort(tested.begin(), tested.end(), comes_before);
     }
@@ -90,24 +92,23 @@ class PlaceFinder {
         const std::vector<bool> lacks = lacking(knot);
         std::sort(knotted.begin(), knotted.end(),
                   [](const Subchain& a, const Subchain& b) { return a.first < b.first; });
-        // Other subchains come by their first bead: the farthest last bead so far is what counts.
+        // Of the subchains that begin so far, the farthest last bead is what counts.
         bool undone = false;
         auto inner = knotted.begin();
         std::optional<std::size_t> farthest;
-        const auto judge_before = [&](std::size_t first) {
-            for (; inner != knotted.end() && inner->first < first; ++inner)
+        for (std::size_t first = 0; first < farthest_.size() && !undone; ++first) {
+            for (const auto& [other, last] : farthest_[first])
+                if (lacks[other]) farthest = std::max(farthest.value_or(0), last);
+            for (; inner != knotted.end() && inner->first == first; ++inner)
                 undone |= farthest && inner->last <= *farthest;
-        };
-        of_.matrix.for_each_tested([&](Subchain s, const Cell& cell) {
-            judge_before(s.first);
-            if (lacks[cell.knot] && is_clear(cell.closures)) farthest = std::max(farthest.value_or(0), s.last);
-        });
-        judge_before(of_.matrix.beads());
+        }
         return undone;
     }
 
     const SampledSubchains& of_;
     const std::uint16_t chain_knot_;
+    /// By first bead and knot: the last bead of the longest tested subchain that clearly is the knot.
+    std::vector<std::map<std::uint16_t, std::size_t>> farthest_;
     HalvesByKnot tested_; ///< all tested subchains of each knot, see comes_before()
 };
 
