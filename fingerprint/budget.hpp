@@ -25,8 +25,9 @@ std::size_t default_step(std::size_t beads);
 
 /// Which subchains are closed.
 struct SamplingPolicy {
-    /// Of the grid, in beads; 1 closes every subchain. 0 bounds the work by the chain's length alone: the step is
-    /// default_step(), or larger if the bound requires it, and borders are followed until the bound is reached.
+    /// Of the grid, in beads; 1 closes every subchain in all directions. 0 bounds the work by the chain's length alone:
+    /// every subchain is closed if that is expected to stay within the bound. Otherwise the step is default_step(), or
+    /// larger if the bound requires it, and borders are followed until the bound is reached.
     std::size_t step = 0;
     /// The bound for following borders where a step is given.
     double border_work = std::numeric_limits<double>::infinity();
