@@ -37,7 +37,7 @@ class CMakeBuild(build_ext):
             pass  # then CMake looks where distributions put it
         definitions = [f"-D{name}={value}" for name, value in options.items()]
         subprocess.run(["cmake", "-S", str(root), "-B", str(build), *definitions], check=True)
-        jobs = str(len(os.sched_getaffinity(0)))
+        jobs = str(len(os.sched_getaffinity(0)) if hasattr(os, "sched_getaffinity") else os.cpu_count() or 1)
         make = ["cmake", "--build", str(build), "--target", "loopwise_python", "-j", jobs]
         subprocess.run(make, check=True)
         module.parent.mkdir(parents=True, exist_ok=True)

@@ -54,7 +54,7 @@ if(missing_packages)
   list(JOIN missing_packages " " missing_packages)
   list(JOIN parts_without " " parts_without)
   message(FATAL_ERROR "Debian packages are missing. Install them:\n"
-    "  sudo apt-get install --no-install-recommends ${missing_packages}\n"
+    "  sudo apt-get update && sudo apt-get install --no-install-recommends ${missing_packages}\n"
     "or build without what needs them: cmake ${parts_without} ...")
 endif()
 

@@ -28,7 +28,7 @@ need() { # need PACKAGE...
         as_root="sudo"
     else
         echo "Packages are missing. Install them with this line and start again:" >&2
-        echo "  sudo apt-get install --no-install-recommends$missing" >&2
+        echo "  sudo apt-get update && sudo apt-get install --no-install-recommends$missing" >&2
         exit 1
     fi
     echo "Installing:$missing"

@@ -9,8 +9,7 @@
 ///  - Values belong to the caller. No function keeps a reference or pointer after it returns.
 ///  - No function throws an exception of its own. A function that allocates may let
 ///    std::bad_alloc through; the caller's values are then still valid.
-///  - Coordinates that are infinite or not a number are allowed everywhere. They follow the rules of
-///    IEEE 754 arithmetic: a comparison with a not-a-number is false.
+///  - Coordinates may be infinite or not a number everywhere. A comparison with the latter is false.
 ///  - Every function may be called from several threads at once on separate values, after
 ///    FillFulerenData() has run once. Random closures share the process's std::rand().
 #ifndef LIBLOOPWISE_H

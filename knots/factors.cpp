@@ -3,6 +3,7 @@
 #include "knots/simplify.hpp"
 
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
 #include <numeric>
 #include <tuple>
@@ -89,14 +90,15 @@ std::vector<Factor> pieces_of(const Factor& whole) {
 
 /// An attempt takes time with the square of the crossings, and large diagrams seldom come down to one that can be
 /// named.
-constexpr int most_work = 1'600'000;
+constexpr std::int64_t most_work = 1'600'000;
 
 /// Looks for fewer crossings and for a cut. Returns whether a cut was made.
 bool shake(Diagram& diagram, int enough, int attempts) {
     Diagram moved = diagram;
     Draw draw;
-    const int affordable = std::min(attempts, most_work / (diagram.size() * diagram.size()));
-    for (int i = 0; i < affordable && diagram.size() > enough && !is_alternating(moved); ++i) {
+    const std::int64_t crossings = diagram.size(), affordable = most_work / (crossings * crossings);
+    for (int i = 0;
+         i < std::min<std::int64_t>(attempts, affordable) && diagram.size() > enough && !is_alternating(moved); ++i) {
         if (!reroute_at_random(moved, draw)) continue;
         simplify(moved, enough);
         const bool any = cut(moved);

@@ -9,25 +9,13 @@ constexpr std::chrono::milliseconds between_looks{25};
 /// Where others keep the GIL for long, waiting for it takes a tenth of the time at most, as long as that is prompt.
 constexpr std::chrono::milliseconds longest_between_looks{50};
 constexpr int between_looks_to_wait = 10;
-constexpr std::chrono::seconds patience_at_exit{2};
 
 struct Abandoned {};
-
-/// How many threads work in the background. Never destroyed: a thread may outlive everything static.
-struct Running {
-    std::mutex mutex;
-    std::condition_variable fewer;
-    std::size_t threads = 0;
-};
-Running& running() {
-    static Running* const all = new Running;
-    return *all;
-}
 
 } // namespace
 
 void Job::look() {
-    if (abandoned_) throw Abandoned();
+    if (abandoned_ || (is_exiting() && !outlives_exit_)) throw Abandoned();
     if (std::this_thread::get_id() == worker_ && Clock::now() >= next_look_) attend_between_steps();
 }
 
@@ -37,6 +25,7 @@ void Job::attend(const py::object& progress) {
         if (PyErr_CheckSignals() != 0) throw py::error_already_set();
         if (progress.is_none() || done_ == told_) return;
         told_ = done_;
+        const Awaited call;
         progress(told_, planned_.load());
     } catch (...) {
         abandoned_ = true;
@@ -46,7 +35,7 @@ void Job::attend(const py::object& progress) {
 
 void Job::attend_between_steps() {
     const auto start = Clock::now();
-    const py::gil_scoped_acquire python;
+    const Locked python;
     const auto waited = Clock::now() - start;
     attend(*progress_);
     next_look_ = Clock::now() +
@@ -66,11 +55,7 @@ void Job::step() {
 
 void Background::run(std::function<void(Job&)> work, const py::object& progress) {
     const auto job = std::make_shared<Job>();
-    {
-        const std::lock_guard lock(running().mutex);
-        ++running().threads;
-    }
-    const auto body = [job, work = std::move(work)]() mutable {
+    auto body = [job, work = std::move(work), awaited = std::make_shared<Awaited>()]() mutable {
         std::exception_ptr failure;
         try {
             work(*job);
@@ -78,26 +63,15 @@ void Background::run(std::function<void(Job&)> work, const py::object& progress)
             failure = std::current_exception();
         }
         work = nullptr;
-        {
-            const std::lock_guard lock(job->mutex_);
-            job->failure_ = std::move(failure);
-            job->over_ = true;
-            job->ended_.notify_all();
-        }
-        const std::lock_guard lock(running().mutex);
-        --running().threads;
-        running().fewer.notify_all();
+        const std::lock_guard lock(job->mutex_);
+        job->failure_ = std::move(failure);
+        job->over_ = true;
+        job->ended_.notify_all();
     };
-    try {
-        std::thread(body).detach();
-    } catch (...) {
-        const std::lock_guard lock(running().mutex);
-        --running().threads;
-        throw;
-    }
+    std::thread(std::move(body)).detach();
     for (bool over = false; !over;) {
         {
-            const py::gil_scoped_release others;
+            const Unlocked others;
             std::unique_lock lock(job->mutex_);
             over = job->ended_.wait_for(lock, between_looks, [&] { return job->over_; });
         }
@@ -112,16 +86,10 @@ void Background::run_here(const std::function<void(Job&)>& work, const py::objec
     job.progress_ = &progress;
     job.next_look_ = Job::Clock::now() + between_looks;
     {
-        const py::gil_scoped_release others;
+        const Unlocked others;
         work(job);
     }
     job.attend(progress);
-}
-
-void Background::wait_at_exit() {
-    const py::gil_scoped_release others;
-    std::unique_lock lock(running().mutex);
-    running().fewer.wait_for(lock, patience_at_exit, [] { return running().threads == 0; });
 }
 
 } // namespace loopwise::python

@@ -2,7 +2,7 @@
 // tells how far it is; or the caller's does, and looks between two steps.
 #pragma once
 
-#include "python/arrays.hpp"
+#include "python/lock.hpp"
 
 #include <atomic>
 #include <chrono>
@@ -32,6 +32,7 @@ class Job {
     void attend(const py::object& progress);
     void attend_between_steps();
 
+    const bool outlives_exit_ = is_exiting();
     std::atomic<bool> abandoned_ = false;
     std::atomic<std::size_t> done_ = 0, planned_ = 0;
     std::mutex mutex_;
@@ -55,9 +56,6 @@ class Background {
     /// The same on the caller's thread, which saves a thread and the way to a processor whose cache knows nothing of
     /// the work. For short steps: what interrupts it waits for one to end. Other threads may help, which end with it.
     static void run_here(const std::function<void(Job&)>& work, const py::object& progress);
-
-    /// Gives interrupted work a moment to end, before the process takes its ground away.
-    static void wait_at_exit();
 };
 
 /// The result of work(job) in the background.

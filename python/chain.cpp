@@ -1,11 +1,13 @@
 // Chains from and to text, their check, their cut and their picture.
 #include "draw/picture.hpp"
 #include "polymer/bonds.hpp"
+#include "python/arguments.hpp"
 #include "python/arrays.hpp"
+#include "python/lock.hpp"
 #include "python/module.hpp"
-#include "python/plan.hpp"
 #include "read/read.hpp"
 #include "src/model/cut.hpp"
+#include "write/chain_text.hpp"
 
 #include <algorithm>
 
@@ -28,7 +30,7 @@ py::list list_of(const std::vector<polymer::Molecule>& molecules) {
 template <class Read> py::list chains_of(const Read& read) {
     std::vector<polymer::Molecule> molecules;
     try {
-        const py::gil_scoped_release others;
+        const Unlocked others;
         molecules = read();
     } catch (const std::bad_alloc&) {
         throw;
@@ -86,11 +88,19 @@ py::tuple check(const Doubles& xyz, const Ids& ids) {
     return py::make_tuple(distances, odd, CheckDistancesBetweenAtoms(chain));
 }
 
+std::string pdb_text(const py::object& chain, bool closed) {
+    try {
+        return write::pdb_text(named_chain_of(chain), closed);
+    } catch (const std::runtime_error& refusal) {
+        throw py::value_error(refusal.what());
+    }
+}
+
 std::string picture(const py::object& chain) {
     const polymer::NamedChain named = named_chain_of(chain);
     if (named.beads.size() < 2)
         throw py::value_error("a chain of " + std::to_string(named.beads.size()) + " beads cannot be drawn");
-    const py::gil_scoped_release others;
+    const Unlocked others;
     return draw::picture(named);
 }
 
@@ -99,9 +109,8 @@ std::string picture(const py::object& chain) {
 void bind_chain(py::module_& module) {
     module.def("read", read);
     module.def("parse", parse);
-    module.def("text", [](const Doubles& xyz, const Ids& ids, bool plain) {
-        return ChainWrite_toString(chain_of(xyz, ids, Finite::any), plain);
-    });
+    module.def("plain_text", [](const py::object& chain) { return write::plain_text(named_chain_of(chain).beads); });
+    module.def("pdb_text", pdb_text);
     module.def("cut", cut);
     module.def("check", check);
     module.def("picture", picture);

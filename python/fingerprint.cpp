@@ -2,10 +2,10 @@
 #include "fingerprint/fingerprint.hpp"
 
 #include "draw/matrix_picture.hpp"
+#include "python/arguments.hpp"
 #include "python/background.hpp"
 #include "python/module.hpp"
 #include "python/pickle.hpp"
-#include "python/plan.hpp"
 
 namespace loopwise::python {
 namespace {
@@ -123,7 +123,7 @@ py::object core_of(const Fingerprint& found) {
 }
 
 MatrixPicture picture_of(const Fingerprint& found) {
-    const py::gil_scoped_release others;
+    const Unlocked others;
     return draw::picture_of(found, found.places);
 }
 

@@ -145,7 +145,7 @@ template <class Result, class Work> Result maybe_in_background(Structure polygon
     for (const Chain& polygon : polygons) beads += polygon.size();
     if (beads > many_beads)
         return in_background<Result>([polygons = std::move(polygons), work](Job&) { return work(polygons); });
-    const py::gil_scoped_release others;
+    const Unlocked others;
     return work(polygons);
 }
 

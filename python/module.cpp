@@ -2,7 +2,7 @@
 // defaults and documentation are in the package.
 #include "python/module.hpp"
 
-#include "python/background.hpp"
+#include "python/lock.hpp"
 
 PYBIND11_MODULE(_core, module) {
     using namespace loopwise::python;
@@ -13,5 +13,5 @@ PYBIND11_MODULE(_core, module) {
     bind_knots(module);
     bind_survey(module);
     bind_fingerprint(module);
-    pybind11::module_::import("atexit").attr("register")(pybind11::cpp_function(&Background::wait_at_exit));
+    pybind11::module_::import("atexit").attr("register")(pybind11::cpp_function(&begin_exit));
 }

@@ -1,7 +1,7 @@
 // Measures, closures, reductions, projections and predicates.
+#include "python/arguments.hpp"
 #include "python/background.hpp"
 #include "python/module.hpp"
-#include "python/plan.hpp"
 #include "src/closure/circle_arc.hpp"
 #include "src/closure/closures.hpp"
 #include "src/closure/point_tables.hpp"
@@ -55,7 +55,7 @@ py::tuple close_chain(const Doubles& xyz, const Ids& ids, const py::object& name
     Chain chain = chain_of(xyz, ids);
     closure::Closing closing = closure::Closing::closed;
     {
-        const py::gil_scoped_release others;
+        const Unlocked others;
         closing = method->close_chain(chain, input);
     }
     return arrays_of(closed(std::move(chain), closing, method));
@@ -68,7 +68,7 @@ py::list close_structure(const py::sequence& components, const py::object& name,
     Structure structure = structure_of(components);
     closure::Closing closing = closure::Closing::closed;
     {
-        const py::gil_scoped_release others;
+        const Unlocked others;
         closing = method->close_structure(structure, input);
     }
     return arrays_of(closed(std::move(structure), closing, method));
@@ -99,7 +99,7 @@ template <class What> What reduced(What what, bool closed) {
             reduce::reduce(what, closed);
             return std::move(what);
         });
-    const py::gil_scoped_release others;
+    const Unlocked others;
     reduce::reduce(what, closed);
     return what;
 }
@@ -133,12 +133,12 @@ void bind_measures(py::module_& module) {
     module.def("radius", [](const Doubles& xyz) { return RadiusOfChain(chain_of(xyz, {})); });
     module.def("diameter", [](const Doubles& xyz) {
         const Chain chain = chain_of(xyz, {});
-        const py::gil_scoped_release others;
+        const Unlocked others;
         return DiameterOfChain(chain);
     });
     module.def("diameter_together", [](const py::sequence& components) {
         const Structure structure = structure_of(components);
-        const py::gil_scoped_release others;
+        const Unlocked others;
         return DiameterOfStructure(structure);
     });
     module.def("max_id", [](const py::sequence& components) {

@@ -2,8 +2,9 @@
 #include "python/survey_values.hpp"
 
 #include "draw/picture.hpp"
+#include "python/arguments.hpp"
+#include "python/lock.hpp"
 #include "python/pickle.hpp"
-#include "python/plan.hpp"
 
 #include <algorithm>
 
@@ -139,7 +140,7 @@ double share_of_counted(const SurveyPtr& survey, bool (*is_counted)(const KnotCo
 
 std::string picture_of(const Survey& survey) {
     if (!survey.result.typical()) throw py::value_error("every closure failed: there is nothing to draw");
-    const py::gil_scoped_release others;
+    const Unlocked others;
     return draw::picture(survey.result, std::nullopt);
 }
 

@@ -29,11 +29,13 @@ SWAPS = {
     "false": ("true",), "begin()": ("end()",), "end()": ("begin()",), "front()": ("back()",),
     "back()": ("front()",),
     "std::min": ("std::max",), "std::max": ("std::min",), "floor": ("ceil",), "break;": ("",),
+    " and ": (" or ",), " or ": (" and ",), "True": ("False",), "False": ("True",), " is not ": (" is ",),
 }
 TOKEN = re.compile("|".join(re.escape(swap) for swap in sorted(SWAPS, key=len, reverse=True)) +
                    r"|(?<![\w.'])\d[\w.']*(?:(?<=e)-\d+)?")
-SKIPPED = re.compile(r"^\s*(//|#|\*|static_assert|template|using|namespace)")
+SKIPPED = re.compile(r"^\s*(//|#|\*|static_assert|template|using|namespace)|\| None")
 NOT_CODE = re.compile(r'"(?:\\.|[^"\\])*"|\'(?:\\.|[^\'\\])\'|//.*')
+LONG_TEXT = re.compile(r'R"\(.*?\)"|""".*?"""', re.DOTALL)
 MOST_PER_FILE = 60  # a table of numbers must not take all the faults
 CONFIGURE = ["cmake", "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Faults", "-DCMAKE_CXX_FLAGS=-O1",
              "-DLOOPWISE_BENCHMARKS=OFF", "-DLOOPWISE_EXAMPLES=OFF", "-DLOOPWISE_INSTALL=OFF"]
@@ -54,8 +56,10 @@ def replacements(token):
 
 def faults_of(path):
     """All faults of a file, as (path, line number, the line before, the line with the fault)."""
-    for number, line in enumerate(pathlib.Path(path).read_text(encoding="utf-8").split("\n")):
-        code = "" if SKIPPED.search(line) else NOT_CODE.sub(lambda match: "\0" * len(match[0]), line)
+    text = pathlib.Path(path).read_text(encoding="utf-8")
+    blank = LONG_TEXT.sub(lambda match: re.sub(r"[^\n]", "\0", match[0]), text).split("\n")
+    for number, (line, code) in enumerate(zip(text.split("\n"), blank)):
+        code = "" if SKIPPED.search(line) else NOT_CODE.sub(lambda match: "\0" * len(match[0]), code)
         for match in TOKEN.finditer(code):
             for new in replacements(match[0]):
                 yield path, number, line, line[:match.start()] + new + line[match.end():]
@@ -112,7 +116,9 @@ class Copy:
 
 
 def listed(*folders):
-    return subprocess.check_output(["git", "ls-files", *folders], text=True).split()
+    """Tracked files, without the tests of Python."""
+    files = subprocess.check_output(["git", "ls-files", *folders], text=True).split()
+    return [file for file in files if "/tests/" not in file] if folders else files
 
 
 def main():
@@ -132,7 +138,7 @@ def main():
     os.chdir(options.tree)
 
     chance, faults = random.Random(options.seed), []
-    for path in filter(re.compile(r"\.(cpp|hpp|inl)$").search, listed(*(options.only or ["src"]))):
+    for path in filter(re.compile(r"\.(cpp|hpp|inl|py)$").search, listed(*(options.only or ["src"]))):
         of_file = list(faults_of(path))
         faults += chance.sample(of_file, min(len(of_file), MOST_PER_FILE))
     faults = chance.sample(faults, min(len(faults), options.count))

@@ -308,9 +308,12 @@ TEST(Polygons, WithoutANameGetAClearWord) {
             EXPECT_EQ(name_of(knot_of(far)), "+3_1") << scale << ' ' << shift;
         }
     chains::Random random(83);
-    const KnotName tangle = knot_of(chains::make(chains::Kind::tangle, 90, random));
-    EXPECT_EQ(tangle.type.status, KnotStatus::too_complex);
-    EXPECT_EQ(text(tangle.type), "not named: " + std::to_string(tangle.crossings) + " crossings");
+    for (const int beads : {90, 800}) { // the square of 49,000 crossings has more than 31 bits
+        const KnotName tangle = knot_of(chains::make(chains::Kind::tangle, beads, random));
+        EXPECT_EQ(tangle.type.status, KnotStatus::too_complex);
+        EXPECT_EQ(text(tangle.type), "not named: " + std::to_string(tangle.crossings) + " crossings");
+        EXPECT_GT(tangle.crossings, beads == 90 ? 59 : 46340);
+    }
 }
 
 TEST(Polygons, OfAllKindsKeepTheirNameWhenReversed) {

@@ -6,10 +6,10 @@ import os
 from typing import Any, Union
 
 from . import _core
-from .chain import Chain, ChainLike, arrays_of
+from .chain import Chain, ChainLike, as_chain
 
 Path = Union[str, "os.PathLike[str]"]
-_formats = {"plain": True, "pdb": False}
+_formats = "plain", "pdb"
 
 
 def _chains(found: list[tuple[Any, Any, list[str], str, list[str]]]) -> list[Chain]:
@@ -77,25 +77,27 @@ def from_text(text: str, chain: str | None = None) -> Chain:
     return _only(_chains(_core.parse(text)), chain, "the text")
 
 
-def to_text(chain: ChainLike, format: str = "plain") -> str:
-    """The text of a chain: "plain", as :func:`from_text` takes it, or "pdb" ATOM records.
+def to_text(chain: ChainLike, format: str = "plain", *, closed: bool = False) -> str:
+    """The text of a chain: "plain", a line of identifier, x, y and z for each bead, or "pdb".
 
-    Coordinates have six significant digits, those of PDB are cut to seven characters: a chain that comes back
-    may differ by that much. Raises ValueError for an unknown format.
+    Plain coordinates read back to the last bit. PDB has them to a thousandth, the labels as residue numbers
+    with insertion letters, the chain's name ("A" for none), and a CONECT record for every bond, with
+    ``closed`` also from the last bead to the first. Raises ValueError for an unknown format, for what does
+    not fit the columns of PDB, and for coordinates that are not finite.
 
     >>> to_text([[0, 0, 0], [3.8, 0, 0]])
     '1 0 0 0\\n2 3.8 0 0\\n'
     """
     if format not in _formats:
         raise ValueError(f"format must be 'plain' or 'pdb', not {format!r}")
-    return _core.text(*arrays_of(chain), _formats[format])
+    return _core.plain_text(as_chain(chain)) if format == "plain" else _core.pdb_text(as_chain(chain), closed)
 
 
-def write(chain: ChainLike, path: Path, format: str = "plain") -> None:
+def write(chain: ChainLike, path: Path, format: str = "plain", *, closed: bool = False) -> None:
     """Writes :func:`to_text` to a file, replacing what it held. Raises OSError with the file's name.
 
     >>> write([[0, 0, 0], [3.8, 0, 0]], "build/chain.txt")
     """
-    text = to_text(chain, format)
-    with open(path, "w", encoding="ascii", newline="") as file:
+    text = to_text(chain, format, closed=closed)
+    with open(path, "w", encoding="utf-8", newline="") as file:
         file.write(text)

@@ -2,15 +2,14 @@
 
 from __future__ import annotations
 
-from typing import TYPE_CHECKING, Any
+from typing import TYPE_CHECKING, Any, Sequence
 
 import numpy as np
 
+from . import _core
+
 if TYPE_CHECKING:
     from matplotlib.figure import Figure
-
-    from .fingerprint import Fingerprint
-    from .survey import Survey, Trajectory
 
 _colours = "viridis"
 _closing = "0.6"
@@ -64,7 +63,7 @@ def _draw_loop(axes: Any, loop: Any, positions: Any, own: int) -> None:
     axes.set_axis_off()
 
 
-def specimen_figure(survey: Survey) -> Figure:
+def specimen_figure(survey: _core.Survey) -> Figure:
     """The typical closure before and after its reduction."""
     if survey.typical is None:
         raise ValueError("every closure failed: there is nothing to draw")
@@ -89,22 +88,22 @@ def specimen_figure(survey: Survey) -> Figure:
     return figure
 
 
-def trajectory_figure(trajectory: Trajectory) -> Figure:
+def trajectory_figure(surveys: Sequence[_core.Survey]) -> Figure:
     """The share of every knot over the frames, one upon another."""
     figure = _figure(figsize=(9, 3.5))
     axes = figure.subplots()
     shares: dict[str, Any] = {}
-    for frame, survey in enumerate(trajectory):
+    for frame, survey in enumerate(surveys):
         for knot, closures in survey.types.items():
             name = knot.short(_longest_knot) if knot.has_name else "not named"
-            shares.setdefault(name, np.zeros(len(trajectory)))[frame] += closures / survey.counted
-    axes.stackplot(range(len(trajectory)), list(shares.values()), labels=list(shares), step="mid")
-    axes.set(xlabel="frame", ylabel="share of closures", xlim=(0, max(len(trajectory) - 1, 1)), ylim=(0, 1))
+            shares.setdefault(name, np.zeros(len(surveys)))[frame] += closures / survey.counted
+    axes.stackplot(range(len(surveys)), list(shares.values()), labels=list(shares), step="mid")
+    axes.set(xlabel="frame", ylabel="share of closures", xlim=(0, max(len(surveys) - 1, 1)), ylim=(0, 1))
     axes.legend(loc="center left", bbox_to_anchor=(1, 0.5), frameon=False)
     return figure
 
 
-def fingerprint_figure(fingerprint: Fingerprint) -> Figure:
+def fingerprint_figure(fingerprint: _core.Fingerprint) -> Figure:
     """The matrix as in the program's picture: first residues across, last residues upwards."""
     from matplotlib.colors import to_rgba
     from matplotlib.patches import Patch

@@ -154,7 +154,7 @@ class Trajectory:
         """The share of every knot over the frames. Needs matplotlib."""
         from .pictures import trajectory_figure
 
-        return trajectory_figure(self)
+        return trajectory_figure(self.surveys)
 
     def _repr_html_(self) -> str:
         rows = [(i, s.knot, f"{100 * s.share:.1f} %" if s.knot else "-") for i, s in enumerate(self)]

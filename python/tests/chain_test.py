@@ -67,12 +67,13 @@ def test_chains_are_values(trefoil):
 
 def test_files_come_back_and_bad_ones_name_themselves(tmp_path, trefoil):
     for name, format in ("chain.txt", "plain"), ("chain.pdb", "pdb"):
-        lw.write(trefoil, tmp_path / name, format)
+        lw.write(trefoil.xyz, tmp_path / name, format)
         back = lw.read(tmp_path / name)
         assert np.allclose(back.xyz, trefoil.xyz, atol=1e-3) and np.array_equal(back.ids, trefoil.ids)
     text = (tmp_path / "chain.pdb").read_text()
     two = tmp_path / "two.pdb.gz"
-    two.write_bytes(gzip.compress((text + "TER\n" + text.replace("XXX A", "XXX B")).encode()))
+    atoms = text[: text.index("CONECT")]
+    two.write_bytes(gzip.compress((atoms + atoms.replace("UNK A", "UNK B")).encode()))
     assert [c.name for c in lw.read_all(two)] == ["A", "B"] and lw.read(two, "B").name == "B"
     with pytest.raises(ValueError, match="A, B"):
         lw.read(two)
@@ -91,11 +92,26 @@ def test_files_come_back_and_bad_ones_name_themselves(tmp_path, trefoil):
         lw.from_text("1 0 0 0\n2 0 0 0")
 
 
+def test_text_of_chains_is_exact_and_pdb_keeps_names_or_is_refused(tmp_path):
+    xyz = np.random.default_rng(3).normal(0, 50, (12_000, 3))
+    xyz[0, 0] = 6.1e-16
+    assert np.array_equal(lw.from_text(lw.to_text(xyz)).xyz, xyz)
+    labels = [str(number) for number in range(1, 9_999)] + [f"9999{letter}" for letter in "ABC"]
+    long = lw.Chain(xyz[: len(labels)], labels=labels, name="Q")
+    lw.write(long, tmp_path / "long.pdb", "pdb", closed=True)
+    again = lw.read(tmp_path / "long.pdb")
+    assert again.name == "Q" and again.labels == long.labels and np.allclose(again.xyz, long.xyz, atol=6e-4)
+    assert f"CONECT{len(long):5}{1:5}" in (tmp_path / "long.pdb").read_text()
+    for chain in (xyz, lw.Chain(xyz[:5], name="AB"), xyz[:5] * 1e4, lw.Chain(xyz[:2], labels=["1AB", "2"])):
+        with pytest.raises(ValueError, match="does not fit"):
+            lw.to_text(chain, "pdb")
+
+
 def test_chains_of_other_libraries_are_taken_by_their_arrays(tmp_path, trefoil):
     path = str(tmp_path / "chain.pdb")
     water = "HETATM  999  CA   CA A 999       1.000   1.000   1.000  1.00  0.00          CA\n"
-    lines = [line.ljust(76)[:76] + " C" for line in lw.to_text(trefoil, "pdb").splitlines()]
-    (tmp_path / "chain.pdb").write_text("\n".join(lines).replace("XXX", "GLY") + "\n" + water)
+    text = lw.to_text(lw.Chain(trefoil.xyz, trefoil.ids), "pdb")
+    (tmp_path / "chain.pdb").write_text(text.replace("UNK", "GLY").replace("TER\n", "TER\n" + water))
     chains = []
     gemmi = pytest.importorskip("gemmi")
     chains.append(gemmi.read_structure(path)[0]["A"])

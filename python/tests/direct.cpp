@@ -95,7 +95,6 @@ extern "C" void every_result(const double* xyz, std::size_t beads, const char* p
     predicates(chain, out);
     for (int row = 0; row < 60; ++row)
         for (const Edge& edge : project(chain, row, row % 2 == 0)) out.add(edge.start), out.add(edge.end);
-    out.add(ChainWrite_toString(chain, true)), out.add(ChainWrite_toString(chain, false));
     out.add(CheckDistancesBetweenAtoms(chain));
     Chain some = chain;
     cut(some, 20, 5), out.add(some);

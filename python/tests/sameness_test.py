@@ -44,7 +44,7 @@ def every_result(xyz):
         add(lw.arc(p[0], p[1], p[2], 9, 1))
     for row in range(60):
         add(lw.project(chain, row, closed=row % 2 == 0))
-    add(lw.to_text(chain), lw.to_text(chain, "pdb"), lw.check(chain).text, lw.cut(chain, 20, 5))
+    add(lw.check(chain).text, lw.cut(chain, 20, 5))
     for closed in (False, True):
         add(chain[lw.reduce(chain, closed)])
         add([part[kept] for part, kept in zip(parts, lw.reduce(parts, closed))])

@@ -206,6 +206,34 @@ def test_other_threads_run_meanwhile():
     assert turns > 3
 
 
+@pytest.mark.parametrize(
+    "call",
+    (
+        "survey(long)",
+        "survey(short, closures=2000, method='point', progress=lambda *_: sum(range(1000)))",
+        "fingerprint(long[:300], progress=lambda *_: None)",
+        "reduce(long)",
+        "knot(short)",
+        "fingerprint(short, closures=2).to_svg()",
+    ),
+)
+def test_a_process_ends_cleanly_while_threads_work(call):
+    code = f"""
+import threading, time
+import numpy as np
+import loopwise as lw
+short, long = lw.sample("trefoil"), np.cumsum(np.random.default_rng(1).normal(size=(3000, 3)), axis=0)
+def work():
+    while True:
+        lw.{call}
+for _ in range(3):
+    threading.Thread(target=work, daemon=True).start()
+time.sleep(0.2)
+"""
+    ended = subprocess.run([sys.executable, "-c", code], capture_output=True, text=True, timeout=60)
+    assert (ended.returncode, ended.stderr) == (0, "")
+
+
 def test_results_come_back_from_a_pickle_whole(trefoil):
     labelled = lw.Chain(trefoil.xyz, labels=[f"{i}A" for i in range(60)], name="A")
     pair = lw.survey([labelled, lw.sample("unknot")], method="point", closures=20, seed=3)

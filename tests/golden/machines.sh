@@ -13,6 +13,7 @@ for format in '' --json --csv; do
     loopwise check $format cis.txt odd/pdb_gaps.pdb odd/pdb_models.pdb trefoil.txt
     echo "-> $?"
 done
+sed 60d trefoil.txt | loopwise check -
 loopwise check trefoil.txt
 echo "-> $?"
 for format in --json --csv; do

@@ -19,7 +19,8 @@ try fingerprint --full --step 3 trefoil.txt
 try fingerprint --closures 401 trefoil.txt
 try survey --help >/dev/full
 try survey --method outside trefoil.txt >/dev/full
-try survey --view 59 --svg picture.svg --method outside trefoil.txt | head -1
+try survey --view 59 --svg picture.svg --method outside trefoil.txt >report
+head -1 report
 try survey --view 60 --svg picture.svg trefoil.txt
 try fingerprint --step 0 trefoil.txt
 try fingerprint --closures 0 trefoil.txt

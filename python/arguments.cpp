@@ -1,5 +1,5 @@
 // Methods of closure, and plans of surveys.
-#include "python/plan.hpp"
+#include "python/arguments.hpp"
 
 #include "python/module.hpp"
 
