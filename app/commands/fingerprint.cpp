@@ -28,8 +28,9 @@ A slipknot is a knotted subchain inside a longer subchain that is unknotted or l
 part of the chain's own knot.
 
 By default every subchain is closed if a limit of work allows it, which the chain's length sets. It does for
-most proteins. Otherwise a grid of subchains is closed, and refined along the borders between knots, cores first,
-until the limit is reached. The report says to within how many residues the borders are known then. Files are written for the first chain, each whole or not at all.
+most proteins. Otherwise a grid of subchains is closed, and refined along the borders between knots, cores
+first, until the limit is reached. The report says to within how many residues the borders are known then.
+Files are written for the first chain, each whole or not at all.
 
 Examples:
   loopwise fingerprint chain.txt

@@ -15,8 +15,9 @@ awk 'BEGIN { for (i = 1; i <= 500000; ++i) print i, 3.8 * i, i % 7, i % 5 }' >lo
 loopwise fingerprint --full long.txt 2>&1 | sed 's/[0-9]* MB/... MB/'
 awk 'function step() { seed = (seed * 16807) % 2147483647; return 7 * seed / 2147483647 - 3.5 }
     BEGIN { seed = 1; for (i = 1; i <= 1500; ++i) print i, x += step(), y += step(), z += step() }' >walk.txt
-timeout --foreground --preserve-status -s INT 2 loopwise fingerprint --full --closures 400 --json --html never.html walk.txt 2>&1 |
-    sed '/closing every subchain takes/d'
+timeout --foreground --preserve-status -s INT 2 loopwise fingerprint --full --closures 400 --json --html never.html walk.txt >all 2>&1
+echo "-> $?"
+sed '/closing every subchain takes/d' all
 ls never.html* 2>&1
 # An interruption once the report is there, while the page is made.
 loopwise fingerprint --closures 2 --html never.html walk.txt >report &
