@@ -51,7 +51,8 @@ std::vector<std::size_t> SubchainGrid::mixed(const FingerprintMatrix& matrix, st
         const auto differs = [&](Subchain s) {
             if (!matrix.is_tested(s)) return false;
             const Cell& cell = matrix.at(s);
-            return cell.knot != corner.knot || is_half(cell, closures) != is_half(corner, closures);
+            return cell.knot != corner.knot || is_half(cell, closures) != is_half(corner, closures) ||
+                   !is_clear(cell, closures);
         };
         if (any_on_rim(block, differs)) numbers.push_back(i);
     }

@@ -44,7 +44,7 @@ class SubchainGrid {
     std::vector<Subchain> corners_to_test(const FingerprintMatrix& matrix) const;
 
     /// The numbers of the mixed blocks: those longer than a bead on whose rim two tested subchains differ, in the
-    /// knot or in whether its share is at least one half.
+    /// knot or in whether its share is at least one half, or one is not clear.
     std::vector<std::size_t> mixed(const FingerprintMatrix& matrix, std::size_t closures) const;
 
     /// Quarters the blocks of these numbers, which are sorted.

@@ -68,4 +68,7 @@ using Cell = FingerprintMatrix::Cell;
 /// Whether at least one half of the closures gave the most frequent knot.
 inline bool is_half(const Cell& cell, std::size_t closures) { return 2 * std::size_t{cell.closures} >= closures; }
 
+/// Shares scatter from subchain to subchain. A subchain clearly is its most frequent knot with at least two thirds.
+inline bool is_clear(const Cell& cell, std::size_t closures) { return 3 * std::size_t{cell.closures} >= 2 * closures; }
+
 } // namespace loopwise::fingerprint

@@ -12,7 +12,7 @@ class PlaceFinder {
           farthest_(sampled.matrix.beads()) {
         of_.matrix.for_each_tested([&](Subchain s, const Cell& cell) {
             if (of_.is_knot(cell.knot)) tested_[cell.knot].push_back({s, cell.closures});
-            if (is_clear(cell.closures)) farthest_[s.first][cell.knot] = s.last;
+            if (is_clear(cell, of_.closures)) farthest_[s.first][cell.knot] = s.last;
         });
         for (auto& [knot, tested] : tested_) std::sort(tested.begin(), tested.end(), comes_before);
     }
@@ -25,8 +25,7 @@ class PlaceFinder {
             for (std::size_t i = 0; i < cores.size(); ++i) {
                 places.push_back(place_of(knot, tested, cores[i]));
                 places.back().core_within =
-                    std::max(of_.step, // a shorter core may fit between the lines
-                             core_within(of_.open, of_.matrix, of_.closures, knot, std::span(cores).first(i + 1)));
+                    core_within(of_.unseen, of_.matrix, of_.closures, std::span(cores).first(i + 1));
             }
         }
         const auto rank = [&](const KnotPlace& p) {
@@ -72,10 +71,6 @@ class PlaceFinder {
         return held == true ? PlaceKind::factor : PlaceKind::subknot;
     }
 
-    bool is_clear(std::size_t closures) const {
-        return static_cast<double>(closures) >= clear_share * static_cast<double>(of_.closures);
-    }
-
     /// By number: whether a knot surely does not hold this one.
     std::vector<bool> lacking(std::uint16_t knot) const {
         std::vector<bool> lack;
@@ -88,7 +83,7 @@ class PlaceFinder {
     bool is_undone(std::uint16_t knot, const std::vector<TestedSubchain>& tested, const Subchain& core) const {
         std::vector<Subchain> knotted;
         for (const auto& [subchain, closures] : tested)
-            if (is_clear(closures) && subchain.holds(core)) knotted.push_back(subchain);
+            if (is_clear({knot, closures}, of_.closures) && subchain.holds(core)) knotted.push_back(subchain);
         const std::vector<bool> lacks = lacking(knot);
         std::sort(knotted.begin(), knotted.end(),
                   [](const Subchain& a, const Subchain& b) { return a.first < b.first; });

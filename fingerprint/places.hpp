@@ -12,7 +12,7 @@ namespace loopwise::fingerprint {
 enum class PlaceKind {
     knot,     ///< the whole chain's knot
     factor,   ///< of the whole chain's knot
-    slipknot, ///< the whole chain lacks it, or a subchain around the core clearly does: see clear_share
+    slipknot, ///< the whole chain lacks it, or a subchain around the core clearly does: see is_clear()
     subknot,  ///< not the chain's knot; names do not tell whether the chain's knot holds it
 };
 
@@ -30,10 +30,6 @@ struct KnotPlace {
     std::size_t core_within = 1;
     PlaceKind kind = PlaceKind::knot;
 };
-
-/// Shares scatter from subchain to subchain. A slipknot in a chain whose knot holds it needs a subchain that is the
-/// knot with at least this share, inside one that lacks it with at least this share.
-inline constexpr double clear_share = 2.0 / 3.0;
 
 /// The places of all knots: those of the chain's own knot first, then by greatest share. A knot without a core has one
 /// place.

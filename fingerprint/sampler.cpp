@@ -30,7 +30,9 @@ class SubchainSampler {
             close_on_grid(step);
         auto [knots, place] = knots_.sorted();
         matrix_.renumber(place);
-        return {plan_.closures, step, done_, std::move(knots), std::move(matrix_), std::move(whole_), std::move(open_)};
+        return {
+            plan_.closures,    step, done_, std::move(knots), std::move(matrix_), std::move(whole_), std::move(open_),
+            std::move(unseen_)};
     }
 
   private:
@@ -65,6 +67,8 @@ class SubchainSampler {
             planned_ += corners.size();
             budget_.spend_on_borders(test(corners));
         }
+        std::copy_if(grid.blocks().begin(), grid.blocks().end(), std::back_inserter(unseen_),
+                     [](const Block& block) { return block.span() > 1; });
         for (const Block& block : grid.blocks()) infer_from_corners(matrix_, block);
         for (const Block& block : open_) infer_from_nearest_corners(matrix_, block);
     }
@@ -136,7 +140,7 @@ class SubchainSampler {
     double planned_work_ = 1;
     KnotCounts whole_;
     HalvesByKnot halves_; ///< kept where the work is limited
-    std::vector<Block> open_;
+    std::vector<Block> open_, unseen_;
 };
 
 } // namespace

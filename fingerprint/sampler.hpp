@@ -20,8 +20,9 @@ struct SampledSubchains {
     std::size_t tested = 0;             ///< subchains that were closed
     std::vector<knots::KnotType> knots; ///< by number: the unknot first, the others in order
     FingerprintMatrix matrix;
-    KnotCounts whole{};        ///< the closures of the whole chain
-    std::vector<Block> open{}; ///< mixed blocks whose borders were not followed
+    KnotCounts whole{};          ///< the closures of the whole chain
+    std::vector<Block> open{};   ///< mixed blocks whose borders were not followed
+    std::vector<Block> unseen{}; ///< all blocks that hold subchains which were not tested
 
     bool is_knot(std::size_t number) const { return knots[number].is_knot(); }
     double share_of(std::size_t count) const { return static_cast<double>(count) / static_cast<double>(closures); }

@@ -219,7 +219,7 @@ TEST(Fingerprint, KnowsFactorsFromSlipknots) {
     const auto kinds = [](const ChainFingerprint& found) {
         std::multiset<std::string> all;
         for (const KnotPlace& place : found.places)
-            if (place.greatest_share >= clear_share) all.insert(text(place.knot) + ' ' + text(place.kind));
+            if (place.greatest_share >= 2.0 / 3.0) all.insert(text(place.knot) + ' ' + text(place.kind));
         return all;
     };
     using Kinds = std::multiset<std::string>;
