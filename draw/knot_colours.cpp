@@ -54,4 +54,8 @@ std::size_t number_of(const fingerprint::KnotPlace& place, const fingerprint::Ch
     return static_cast<std::size_t>(std::find(of.knots.begin(), of.knots.end(), place.knot) - of.knots.begin());
 }
 
+std::string core_word(const fingerprint::KnotPlace& place) {
+    return place.kind == fingerprint::PlaceKind::knot ? "core" : text(place.kind);
+}
+
 } // namespace loopwise::draw

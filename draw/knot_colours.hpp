@@ -19,4 +19,7 @@ std::string knot_colour(const fingerprint::ChainFingerprint& fingerprint, std::s
 /// The number of a place's knot.
 std::size_t number_of(const fingerprint::KnotPlace& place, const fingerprint::ChainFingerprint& fingerprint);
 
+/// What pictures and scripts call the core of a place: "core" for the chain's own knot, otherwise its kind.
+std::string core_word(const fingerprint::KnotPlace& place);
+
 } // namespace loopwise::draw

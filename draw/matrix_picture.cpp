@@ -96,7 +96,7 @@ MatrixPicture picture_of(const fingerprint::ChainFingerprint& of, const std::vec
     for (const fingerprint::KnotPlace& place : places)
         if (place.core)
             picture.cores.push_back({*place.core, number_of(place, of),
-                                     shown(place.knot) + (place.slipknot ? " slipknot " : " core ") +
+                                     shown(place.knot) + " " + core_word(place) + " " +
                                          words::range(of.residues[place.core->first], of.residues[place.core->last])});
     picture.title = words::title(of.file, of.chain);
     picture.about = std::to_string(picture.beads) + " residues; the whole chain is " + shown(of.knot) + " in " +

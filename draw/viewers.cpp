@@ -53,10 +53,9 @@ std::vector<Part> parts_of(const fingerprint::ChainFingerprint& of, std::vector<
                      });
     std::size_t number = 0;
     for (const fingerprint::KnotPlace& place : places)
-        parts.push_back({(place.slipknot ? "slipknot_" : "core_") + plain(short_text(place.knot, longest_name)) + "_" +
-                             std::to_string(++number),
-                         knot_colour(of, number_of(place, of)), text(place.knot) + (place.slipknot ? ", slipknot" : ""),
-                         *place.core});
+        parts.push_back(
+            {core_word(place) + "_" + plain(short_text(place.knot, longest_name)) + "_" + std::to_string(++number),
+             knot_colour(of, number_of(place, of)), text(place.knot) + ", " + core_word(place), *place.core});
     return parts;
 }
 

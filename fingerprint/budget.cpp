@@ -1,12 +1,14 @@
 #include "fingerprint/budget.hpp"
 
+#include "fingerprint/direction_classes.hpp"
+
 #include <cmath>
 #include <numeric>
 
 namespace loopwise::fingerprint {
 namespace {
 
-constexpr std::size_t grid_lines = 40, fewest_grid_lines = 8;
+constexpr std::size_t grid_lines = 40, smallest_step = 2;
 
 /// The bound for grid and borders: some 7 seconds of one processor at 1,500 beads with 100 closures, of which proteins
 /// take less than two. Longer chains get more, but less than in proportion.
@@ -19,6 +21,8 @@ constexpr double new_corners = 5;
 constexpr double subchains_per_border_bead = 3;
 /// Closures of each subchain from which the work is estimated.
 constexpr std::size_t sampled_closures = 5;
+/// Directions in which classes are counted to estimate the work of closing every subchain.
+constexpr std::size_t sampled_directions = 3, most_counted = 1500;
 
 double work_by_length(std::size_t beads) {
     return most_work * std::sqrt(std::max(1.0, static_cast<double>(beads) / usual_beads));
@@ -49,6 +53,7 @@ ExpectedWork::ExpectedWork(const Chain& chain, FingerprintWatcher& watcher) : be
             return true;
         });
     }
+    every_subchain_ = estimate_every_subchain(chain);
 }
 
 double ExpectedWork::of(std::size_t beads) const {
@@ -61,10 +66,25 @@ double ExpectedWork::of(const std::vector<Subchain>& all) const {
     return std::accumulate(all.begin(), all.end(), 0.0, [this](double sum, const Subchain& s) { return sum + of(s); });
 }
 
-double ExpectedWork::of_every_subchain() const {
+/// Of the classes in a few directions. Those of a long chain are counted in its middle and are as many elsewhere.
+double ExpectedWork::estimate_every_subchain(const Chain& chain) const {
+    const std::size_t counted = std::min(beads_, most_counted);
+    const auto begin = chain.begin() + static_cast<std::ptrdiff_t>((beads_ - counted) / 2);
+    const Chain middle(begin, begin + static_cast<std::ptrdiff_t>(counted));
+    DirectionClasses classes(middle);
     double work = 0;
-    for (std::size_t size = fewest_knotted; size <= beads_; ++size)
-        work += static_cast<double>(beads_ - size + 1) * of(size);
+    for (const int row : farthest_point_order().first(sampled_directions)) {
+        classes.find(row);
+        work += of(classes.shortest()) / sampled_directions;
+    }
+    return work * of_subchains_one_by_one(beads_) / of_subchains_one_by_one(counted);
+}
+
+/// Of every subchain of so many beads in a row.
+double ExpectedWork::of_subchains_one_by_one(std::size_t beads) const {
+    double work = 1;
+    for (std::size_t size = fewest_knotted; size <= beads; ++size)
+        work += static_cast<double>(beads - size + 1) * of(size);
     return work;
 }
 
@@ -74,8 +94,9 @@ Budget::Budget(const SamplingPolicy& policy, const Chain& chain, FingerprintWatc
 
 std::size_t Budget::grid_step(const FingerprintMatrix& matrix) const {
     if (policy_.step > 0) return std::min(policy_.step, beads_);
-    std::size_t step = default_step(beads_);
-    const std::size_t longest = std::max(step, beads_ / fewest_grid_lines);
+    if (expected_.of_every_subchain() <= work_by_length(beads_)) return 1;
+    std::size_t step = std::max(smallest_step, default_step(beads_));
+    const std::size_t longest = beads_ - 1;
     const double most = grid_part * work_by_length(beads_);
     while (step < longest && expected_.of(SubchainGrid(beads_, step).corners_to_test(matrix)) > most)
         step = std::min(longest, step + std::max<std::size_t>(1, step / 4));

@@ -25,8 +25,9 @@ std::size_t default_step(std::size_t beads);
 
 /// Which subchains are closed.
 struct SamplingPolicy {
-    /// Of the grid, in beads; 1 closes every subchain. 0 bounds the work by the chain's length alone: the step is
-    /// default_step(), or larger if the bound requires it, and borders are followed until the bound is reached.
+    /// Of the grid, in beads; 1 closes every subchain in all directions. 0 bounds the work by the chain's length alone:
+    /// every subchain is closed if that is expected to stay within the bound. Otherwise the step is default_step(), or
+    /// larger if the bound requires it, and borders are followed until the bound is reached.
     std::size_t step = 0;
     /// The bound for following borders where a step is given.
     double border_work = std::numeric_limits<double>::infinity();
@@ -40,12 +41,16 @@ class ExpectedWork {
     double of(std::size_t beads) const;
     double of(const Subchain& s) const { return of(s.size()); }
     double of(const std::vector<Subchain>& all) const;
-    double of_every_subchain() const;
+    double of_every_subchain() const { return every_subchain_; }
 
   private:
+    double estimate_every_subchain(const Chain& chain) const;
+    double of_subchains_one_by_one(std::size_t beads) const;
+
     static constexpr std::size_t samples = 8;
     std::size_t beads_;
     std::array<double, samples + 1> work_{}; ///< at each eighth of the chain's length
+    double every_subchain_;
 };
 
 /// The work that a policy leaves for a chain.

@@ -27,6 +27,12 @@ bool may_change(const Block& b, std::span<const Subchain> cores) {
     return meets_none(shortest_in(b), cores);
 }
 
+/// A subchain with no more than this part of its closures knotted is nowhere near one of which a half is.
+constexpr std::size_t hidden_part = 10;
+
+/// Whether a subchain of the block may have beads in common with the core.
+bool meets_core(const Block& b, const Subchain& core) { return b.longest().meets(core); }
+
 /// How far the ends of the block's subchains can be from those of the subchain.
 std::size_t farthest_off(const Block& b, const Subchain& s) {
     return std::max({distance(b.first_low, s.first), distance(b.first_high, s.first), distance(b.last_low, s.last),
@@ -69,15 +75,19 @@ bool may_change_cores(const Block& block, const FingerprintMatrix& matrix, std::
     });
 }
 
-std::size_t core_within(std::span<const Block> open, const FingerprintMatrix& matrix, std::size_t least_closures,
-                        std::uint16_t knot, std::span<const Subchain> cores) {
-    const auto can_be_core_of_knot = [&](Subchain s) {
-        return matrix.is_tested(s) && matrix.at(s).knot == knot && can_be_core(matrix.at(s), least_closures);
+std::size_t core_within(std::span<const Block> unseen, const FingerprintMatrix& matrix, std::size_t closures,
+                        std::span<const Subchain> cores) {
+    const auto may_hide = [&](Subchain s) {
+        if (!matrix.is_tested(s)) return false;
+        const Cell& cell = matrix.at(s);
+        return cell.knot != 0 || hidden_part * (closures - cell.closures) > closures;
     };
     std::size_t within = 1;
-    for (const Block& block : open) {
+    for (const Block& block : unseen) {
         const std::size_t off = farthest_off(block, cores.back());
-        if (off > within && may_replace_last(block, cores) && any_on_rim(block, can_be_core_of_knot)) within = off;
+        if (off > within && meets_core(block, cores.back()) && may_replace_last(block, cores) &&
+            any_on_rim(block, may_hide))
+            within = off;
     }
     return within;
 }

@@ -33,10 +33,11 @@ CoresByKnot find_cores(const CandidatesByKnot& candidates);
 bool may_change_cores(const Block& block, const FingerprintMatrix& matrix, std::size_t least_closures,
                       const CoresByKnot& cores);
 
-/// The last of these cores of a knot begins and ends within as many beads of where it would if the borders in these
-/// blocks were followed; 1 is exact.
-std::size_t core_within(std::span<const Block> open, const FingerprintMatrix& matrix, std::size_t least_closures,
-                        std::uint16_t knot, std::span<const Subchain> cores);
+/// The last of these cores of a knot begins and ends within as many beads of where it would if every subchain were
+/// tested, as far as the tested ones tell; 1 is exact. It may be in an unseen block with a subchain on its rim that is
+/// knotted in more than a tenth of its closures.
+std::size_t core_within(std::span<const Block> unseen, const FingerprintMatrix& matrix, std::size_t closures,
+                        std::span<const Subchain> cores);
 
 /// The beads in front of a core and behind it.
 inline std::array<std::size_t, 2> tails_of(const Subchain& core, std::size_t beads) {

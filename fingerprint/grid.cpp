@@ -42,7 +42,8 @@ SubchainGrid::SubchainGrid(std::size_t beads, std::size_t step) {
             add({at[i], at[i + 1], beads - 1 - at[j + 1], beads - 1 - at[j]}, blocks_);
 }
 
-std::vector<std::size_t> SubchainGrid::mixed(const FingerprintMatrix& matrix, std::size_t least_closures) const {
+std::vector<std::size_t> SubchainGrid::mixed(const FingerprintMatrix& matrix, std::size_t closures,
+                                             std::size_t least_closures) const {
     std::vector<std::size_t> numbers;
     for (std::size_t i = 0; i < blocks_.size(); ++i) {
         const Block& block = blocks_[i];
@@ -51,7 +52,9 @@ std::vector<std::size_t> SubchainGrid::mixed(const FingerprintMatrix& matrix, st
         const auto differs = [&](Subchain s) {
             if (!matrix.is_tested(s)) return false;
             const Cell& cell = matrix.at(s);
-            return cell.knot != corner.knot || can_be_core(cell, least_closures) != can_be_core(corner, least_closures);
+            return cell.knot != corner.knot ||
+                   can_be_core(cell, least_closures) != can_be_core(corner, least_closures) ||
+                   !is_clear(cell, closures);
         };
         if (any_on_rim(block, differs)) numbers.push_back(i);
     }

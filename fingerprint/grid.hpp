@@ -44,8 +44,9 @@ class SubchainGrid {
     std::vector<Subchain> corners_to_test(const FingerprintMatrix& matrix) const;
 
     /// The numbers of the mixed blocks: those longer than a bead on whose rim two tested subchains differ, in the
-    /// knot or in whether its closures are enough for a core.
-    std::vector<std::size_t> mixed(const FingerprintMatrix& matrix, std::size_t least_closures) const;
+    /// knot or in whether its closures are enough for a core, or one is not clear.
+    std::vector<std::size_t> mixed(const FingerprintMatrix& matrix, std::size_t closures,
+                                   std::size_t least_closures) const;
 
     /// Quarters the blocks of these numbers, which are sorted.
     void refine(std::span<const std::size_t> numbers);

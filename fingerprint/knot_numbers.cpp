@@ -29,6 +29,12 @@ std::uint16_t KnotNumbers::number_of(const knots::KnotType& knot) {
     return entry->second;
 }
 
+std::vector<knots::KnotType> KnotNumbers::by_number() const {
+    std::vector<knots::KnotType> knots(numbers_.size());
+    for (const auto& [knot, number] : numbers_) knots[number] = knot;
+    return knots;
+}
+
 std::pair<std::vector<knots::KnotType>, std::vector<std::uint16_t>> KnotNumbers::sorted() const {
     std::vector<knots::KnotType> knots;
     for (const auto& [knot, number] : numbers_) knots.push_back(knot);

@@ -23,6 +23,7 @@ const survey::KnotCount& most_frequent(const KnotCounts& counts);
 class KnotNumbers {
   public:
     std::uint16_t number_of(const knots::KnotType& knot);
+    std::vector<knots::KnotType> by_number() const;
     /// All knots, the unknot first, the others in order; and where each number's knot stands there.
     std::pair<std::vector<knots::KnotType>, std::vector<std::uint16_t>> sorted() const;
 

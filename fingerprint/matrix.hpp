@@ -54,9 +54,10 @@ class FingerprintMatrix {
                 if (is_tested({first, last})) body(Subchain{first, last}, at({first, last}));
     }
 
-  private:
-    std::size_t index(Subchain s) const { return s.last * (s.last + 1) / 2 + s.first; }
+    /// The subchains are in the order of their last, then of their first bead.
+    static std::size_t index(Subchain s) { return s.last * (s.last + 1) / 2 + s.first; }
 
+  private:
     std::size_t beads_;
     std::vector<Cell> cells_;
     std::vector<bool> tested_;
@@ -66,5 +67,8 @@ using Cell = FingerprintMatrix::Cell;
 
 /// Whether enough closures gave the most frequent knot for the subchain to be its core.
 inline bool can_be_core(const Cell& cell, std::size_t least_closures) { return cell.closures >= least_closures; }
+
+/// Shares scatter from subchain to subchain. A subchain clearly is its most frequent knot with at least two thirds.
+inline bool is_clear(const Cell& cell, std::size_t closures) { return 3 * std::size_t{cell.closures} >= 2 * closures; }
 
 } // namespace loopwise::fingerprint

@@ -4,8 +4,20 @@
 #include "fingerprint/sampler.hpp"
 
 #include <optional>
+#include <string>
 
 namespace loopwise::fingerprint {
+
+/// What the knot of a place is to the longer subchains around its core.
+enum class PlaceKind {
+    knot,     ///< the whole chain's knot
+    factor,   ///< of the whole chain's knot
+    slipknot, ///< the whole chain lacks it, or a subchain around the core clearly does: see is_clear()
+    subknot,  ///< not the chain's knot; names do not tell whether the chain's knot holds it
+};
+
+/// "knot", "factor", "slipknot" or "subknot".
+std::string text(PlaceKind kind);
 
 /// A place where a knot is.
 struct KnotPlace {
@@ -16,13 +28,8 @@ struct KnotPlace {
     std::optional<Subchain> core; ///< see find_cores()
     /// The first and the last residue of the core are known to within as many residues; 1 is exact.
     std::size_t core_within = 1;
-    /// The chain is another knot or unknotted, or a subchain around the core clearly is: see clear_share.
-    bool slipknot = false;
+    PlaceKind kind = PlaceKind::knot;
 };
-
-/// Shares scatter from subchain to subchain. A slipknot needs a subchain that is the knot with at least this share
-/// inside one that is something else with at least this share.
-inline constexpr double clear_share = 2.0 / 3.0;
 
 /// The places of all knots: those of the chain's own knot first, then by greatest share. A knot without a core has one
 /// place.

@@ -1,13 +1,13 @@
 #include "fingerprint/sampler.hpp"
 
-#include <algorithm>
-#include <cmath>
-
 #include "fingerprint/closer.hpp"
 #include "fingerprint/cores.hpp"
+#include "fingerprint/every_subchain.hpp"
 #include "survey/parallel.hpp"
 
+#include <algorithm>
 #include <atomic>
+#include <cmath>
 
 namespace loopwise::fingerprint {
 namespace {
@@ -15,7 +15,7 @@ namespace {
 class SubchainSampler {
   public:
     SubchainSampler(const Chain& chain, const FingerprintPlan& plan, FingerprintWatcher& watcher)
-        : beads_(chain.size()), plan_(plan), watcher_(watcher),
+        : chain_(chain), beads_(chain.size()), plan_(plan), watcher_(watcher),
           closers_(std::max(plan.threads, 1U), SubchainCloser(chain, watcher)), matrix_(beads_, plan.most_memory),
           budget_(plan.policy, chain, watcher) {
         if (beads_ < fewest_knotted) whole_ = {{knots::KnotType::unknot(), plan.closures}};
@@ -39,25 +39,22 @@ class SubchainSampler {
                 std::move(matrix_),
                 std::move(whole_),
                 std::move(open_),
+                std::move(unseen_),
                 plan_.core_share,
                 plan_.core_closures()};
     }
 
   private:
-    /// Row by row, since the list of all subchains would be larger than the matrix. Rows from both ends alternate, so
-    /// that the time left can be told from the time gone.
     void close_every_subchain() {
         planned_ = beads_ < fewest_knotted ? 0 : (beads_ - fewest_knotted + 1) * (beads_ - fewest_knotted + 2) / 2;
-        planned_work_ = budget_.expected().of_every_subchain();
-        watcher_.every_subchain_begins(planned_work_);
-        std::vector<Subchain> subchains;
-        for (std::size_t row = 0; row < beads_; ++row) {
-            const std::size_t first = row % 2 == 0 ? row / 2 : beads_ - 1 - row / 2;
-            subchains.clear();
-            for (std::size_t last = first + fewest_knotted - 1; last < beads_; ++last)
-                subchains.push_back({first, last});
-            test(subchains);
-        }
+        watcher_.every_subchain_begins(budget_.expected().of_every_subchain());
+        EverySubchain every(chain_, plan_, knots_, watcher_);
+        every.close([&](double part) {
+            done_ = static_cast<std::size_t>(part * static_cast<double>(planned_));
+            watcher_.subchain_closed(done_, planned_, part);
+        });
+        whole_ = every.whole_chain();
+        every.into(matrix_);
     }
 
     void close_on_grid(std::size_t step) {
@@ -67,7 +64,7 @@ class SubchainSampler {
         planned_work_ = 2 * budget_.expected().of(corners); // borders may take as much again
         budget_.spend_on_grid(test(corners));
         while (true) {
-            const std::vector<std::size_t> mixed = grid.mixed(matrix_, plan_.core_closures()),
+            const std::vector<std::size_t> mixed = grid.mixed(matrix_, plan_.closures, plan_.core_closures()),
                                            chosen = choose(grid.blocks(), mixed);
             if (chosen.empty()) {
                 for (const std::size_t i : mixed) open_.push_back(grid.blocks()[i]);
@@ -79,6 +76,8 @@ class SubchainSampler {
             planned_ += corners.size();
             budget_.spend_on_borders(test(corners));
         }
+        std::copy_if(grid.blocks().begin(), grid.blocks().end(), std::back_inserter(unseen_),
+                     [](const Block& block) { return block.span() > 1; });
         for (const Block& block : grid.blocks()) infer_from_corners(matrix_, block);
         for (const Block& block : open_) infer_from_nearest_corners(matrix_, block);
     }
@@ -136,6 +135,7 @@ class SubchainSampler {
         return outcome;
     }
 
+    const Chain& chain_;
     const std::size_t beads_;
     const FingerprintPlan& plan_;
     FingerprintWatcher& watcher_;
@@ -149,7 +149,7 @@ class SubchainSampler {
     double planned_work_ = 1;
     KnotCounts whole_;
     CandidatesByKnot candidates_; ///< kept where the work is limited
-    std::vector<Block> open_;
+    std::vector<Block> open_, unseen_;
 };
 
 } // namespace

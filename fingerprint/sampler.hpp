@@ -24,8 +24,9 @@ struct SampledSubchains {
     std::size_t tested = 0;             ///< subchains that were closed
     std::vector<knots::KnotType> knots; ///< by number: the unknot first, the others in order
     FingerprintMatrix matrix;
-    KnotCounts whole{};        ///< the closures of the whole chain
-    std::vector<Block> open{}; ///< mixed blocks whose borders were not followed
+    KnotCounts whole{};          ///< the closures of the whole chain
+    std::vector<Block> open{};   ///< mixed blocks whose borders were not followed
+    std::vector<Block> unseen{}; ///< all blocks that hold subchains which were not tested
     double core_share = 0.5;
     std::size_t core_closures = 1; ///< see FingerprintPlan
 

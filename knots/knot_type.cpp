@@ -41,6 +41,25 @@ bool is_link(const KnotSum& sum) {
     return std::any_of(sum.begin(), sum.end(), [](const PrimeKnot& prime) { return prime.loops > 1; });
 }
 
+/// The order of the table.
+bool comes_before(const PrimeKnot& a, const PrimeKnot& b) {
+    const auto place = [](const PrimeKnot& prime) {
+        return std::tuple(prime.crossings == 0, -prime.loops, prime.crossings, prime.number, prime.hand);
+    };
+    return place(a) < place(b);
+}
+
+std::optional<bool> holds_factor(const KnotSum& knot, const KnotSum& part) {
+    const auto has_unknown = [](const KnotSum& sum) {
+        return std::any_of(sum.begin(), sum.end(), [](const PrimeKnot& prime) { return prime.number == 0; });
+    };
+    const bool is_known = !has_unknown(part);
+    if (is_known && std::includes(knot.begin(), knot.end(), part.begin(), part.end(), comes_before)) return true;
+    // An unknown part may be a sum of factors.
+    if (has_unknown(knot) || (!is_known && knot.size() > 1)) return std::nullopt;
+    return false;
+}
+
 /// What the candidates of a table leave out.
 const char* limit_of(const KnotType& type) {
     static_assert(table_crossings == 10 && table_link_crossings == 8);
@@ -63,15 +82,11 @@ KnotType KnotType::sum(const KnotType& one, const KnotType& other) {
     if (one.status == KnotStatus::too_complex || other.status == KnotStatus::too_complex)
         return too_complex(one.crossings + other.crossings);
     KnotType both{.status = std::max(one.status, other.status), .proven = one.proven && other.proven};
-    const auto place = [](const PrimeKnot& prime) {
-        return std::tuple(prime.crossings == 0, -prime.loops, prime.crossings, prime.number, prime.hand);
-    };
     for (const KnotSum& a : one.candidates)
         for (const KnotSum& b : other.candidates) {
             KnotSum& sum = both.candidates.emplace_back(a);
             sum.insert(sum.end(), b.begin(), b.end());
-            std::sort(sum.begin(), sum.end(),
-                      [&](const PrimeKnot& x, const PrimeKnot& y) { return place(x) < place(y); });
+            std::sort(sum.begin(), sum.end(), comes_before);
         }
     return both;
 }
@@ -83,6 +98,17 @@ bool KnotType::operator==(const KnotType& other) const {
 }
 
 std::strong_ordering operator<=>(const KnotType& a, const KnotType& b) { return text(a) <=> text(b); }
+
+std::optional<bool> holds_factor(const KnotType& knot, const KnotType& part) {
+    if (knot.candidates.empty() || part.candidates.empty()) return std::nullopt;
+    if (knot == part || knot.is_unknot()) return knot == part;
+    const std::optional<bool> held = holds_factor(knot.candidates.front(), part.candidates.front());
+    for (const KnotSum& a : knot.candidates)
+        for (const KnotSum& b : part.candidates)
+            if (holds_factor(a, b) != held) return std::nullopt;
+    const bool is_proven = knot.proven && part.proven;
+    return held == false && !is_proven ? std::nullopt : held;
+}
 
 std::string text(const KnotType& type) {
     std::string all;

@@ -6,6 +6,7 @@
 
 #include <compare>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -82,6 +83,11 @@ struct KnotType {
 
 /// The order of reports: by text.
 std::strong_ordering operator<=>(const KnotType& a, const KnotType& b);
+
+/// Whether a knot is a connected sum of the part and something else, or is the part itself; nothing if that cannot be
+/// told. Names decide: all candidates must agree, a name that is not proven proves no absence, and a factor beyond the
+/// table can be any larger knot.
+std::optional<bool> holds_factor(const KnotType& knot, const KnotType& part);
 
 /// As reports say it: "+3_1 # 4_1", "-9_12 or 4_1 # -5_2", "-5_1 or beyond ten crossings" where it is not proven,
 /// "+3_1, 0_1 apart", "beyond ten crossings", "not named: 71 crossings", "not named: repeated beads". Types are equal

@@ -15,6 +15,7 @@ using draw::MatrixPicture;
 using fingerprint::ChainFingerprint;
 using fingerprint::FingerprintMatrix;
 using fingerprint::KnotPlace;
+using fingerprint::PlaceKind;
 using fingerprint::Subchain;
 using Numbers = py::array_t<std::uint16_t>;
 using Flags = py::array_t<bool>;
@@ -70,7 +71,7 @@ constexpr auto converters<FingerprintMatrix> = std::pair(
 template <> constexpr auto fields<Subchain> = [](auto& s) { return std::tie(s.first, s.last); };
 template <>
 constexpr auto fields<KnotPlace> =
-    [](auto& p) { return std::tie(p.knot, p.share, p.greatest_share, p.greatest, p.core, p.core_within, p.slipknot); };
+    [](auto& p) { return std::tie(p.knot, p.share, p.greatest_share, p.greatest, p.core, p.core_within, p.kind); };
 /// All but what only the work needs.
 template <>
 constexpr auto fields<Fingerprint> = [](auto& f) {
@@ -142,8 +143,11 @@ void bind_place(py::module_& module) {
              [](const KnotPlace& p) { return plain(p.core); });
     property("core_within", "Each end of the core is known to within this number of beads; 1 is exact.",
              &KnotPlace::core_within);
-    property("slipknot", "Whether the chain, or a subchain around the core, is unknotted or a different knot.",
-             &KnotPlace::slipknot);
+    property("kind",
+             "What the knot is: 'knot' (the chain's own), 'factor' (of the chain's knot), 'slipknot' (the chain,\n"
+             "or a subchain around the core, lacks it) or 'subknot' (it cannot be told).",
+             [](const KnotPlace& p) { return text(p.kind); });
+    property("slipknot", "Whether it is a slipknot.", [](const KnotPlace& p) { return p.kind == PlaceKind::slipknot; });
     bound.def(pickled<KnotPlace>());
 }
 

@@ -19,8 +19,9 @@ bool are_one_place(const ChainAtom& a, const ChainAtom& b) { return CompareEq(le
 /// The bounding box of a chain.
 class Box {
   public:
-    explicit Box(const Chain& chain) : low_(position(chain.front())), high_(low_) {
-        for (const ChainAtom& bead : chain) {
+    explicit Box(const ChainAtom& bead) : low_(position(bead)), high_(low_) {}
+    void include(std::span<const ChainAtom> beads) {
+        for (const ChainAtom& bead : beads) {
             low_ = {std::min(low_.x, bead.x), std::min(low_.y, bead.y), std::min(low_.z, bead.z)};
             high_ = {std::max(high_.x, bead.x), std::max(high_.y, bead.y), std::max(high_.z, bead.z)};
         }
@@ -58,7 +59,8 @@ void reduce_before_closing(Chain& chain, std::span<const int> rows, double diame
     Structure all(1);
     all.reserve(1 + 2 * rows.size());
     const Chain ends{chain.front(), chain.back()};
-    const Box box(chain);
+    Box box(chain.front());
+    box.include(chain);
     for (const int row : rows) {
         Chain path = ends;
         if (closure::close_in_direction(path, row, diameter) != closure::Closing::closed ||
@@ -74,6 +76,28 @@ void reduce_before_closing(Chain& chain, std::span<const int> rows, double diame
     all.front() = std::move(chain);
     reduce::reduce(all, false, rows.size() <= few_rows ? reduce::usual_fewest_indexed : always_indexed);
     chain = std::move(all.front());
+}
+
+void reduce_middle_before_closing(Chain& middle, std::span<const ChainAtom> before, std::span<const ChainAtom> behind,
+                                  std::span<const ChainAtom> ends, int row, double diameter) {
+    if (middle.size() < fewest_beads || are_one_place(middle.front(), middle.back())) return;
+    Box box(middle.front());
+    for (const std::span<const ChainAtom> part : {before, behind, std::span<const ChainAtom>(middle)})
+        box.include(part);
+    Structure all(1);
+    for (const std::span<const ChainAtom> part : {before, behind})
+        for (std::size_t i = 1; i < part.size(); ++i) all.push_back({part[i - 1], part[i]});
+    for (const ChainAtom& end : ends) {
+        Chain path{end};
+        if (closure::close_in_direction(path, row, diameter) != closure::Closing::closed) return;
+        path.pop_back();
+        shorten(path[0], path[1], box);
+        if (are_one_place(path[0], path[1])) return;
+        all.push_back(std::move(path));
+    }
+    all.front() = std::move(middle);
+    reduce::reduce(all, false);
+    middle = std::move(all.front());
 }
 
 } // namespace loopwise::survey

@@ -25,11 +25,13 @@ constexpr const char* footer =
     R"(Each subchain is closed: both ends are moved out along directions of a table. Each loop is reduced and
 its knot named. The core of a knot is the shortest subchain that is this knot in at least half of its closures,
 or in the share that --core-share says.
-A slipknot is a knotted subchain inside a longer subchain that is unknotted or a different knot.
+A slipknot is a knotted subchain inside a longer subchain that is unknotted or lacks the knot; a factor is a
+part of the chain's own knot.
 
-By default a grid of subchains is closed, and refined along the borders between knots, cores first, until a
-limit of work is reached that the chain's length sets. The report says to within how many residues the
-borders are known then. Files are written for the first chain, each whole or not at all.
+By default every subchain is closed if a limit of work allows it, which the chain's length sets. It does for
+most proteins. Otherwise a grid of subchains is closed, and refined along the borders between knots, cores
+first, until the limit is reached. The report says to within how many residues the borders are known then.
+Files are written for the first chain, each whole or not at all.
 
 Examples:
   loopwise fingerprint chain.txt
@@ -48,9 +50,9 @@ void declare(CommandLine& line, Arguments& into) {
     fingerprint::FingerprintPlan& plan = into.plan;
     line.number<std::size_t>({"--step", "N",
                               "Residues between two lines of the grid; follow every border to the residue\n"
-                              "(default: length / 40, coarser if the work limit requires it)"},
+                              "(default: 1 if the work limit allows it, else length / 40 or coarser)"},
                              {1, largest_step}, plan.policy.step);
-    line.flag("--full", into.full, "Close every subchain");
+    line.flag("--full", into.full, "Close every subchain in all directions");
     line.exclusive({"--full", "--step"});
     line.number<std::size_t>({"--closures", "1..400", "Closures of each subchain, spread evenly (default 100)"},
                              {1, fingerprint::farthest_point_order().size()}, plan.closures);

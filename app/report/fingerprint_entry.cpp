@@ -14,7 +14,7 @@
 namespace loopwise::app {
 namespace {
 
-using fingerprint::KnotPlace;
+using fingerprint::KnotPlace, fingerprint::PlaceKind;
 using words::counted, words::fixed, words::percent, words::yes_or_no;
 
 constexpr int digits_of_share = 4;
@@ -57,7 +57,8 @@ Json json_of(const KnotPlace& place, const fingerprint::ChainFingerprint& of) {
     json["core"] = core ? Json{residue_json(of.residues[core->first]), residue_json(of.residues[core->last])} : Json();
     json["tails"] = core ? Json(fingerprint::tails_of(*core, of.matrix.beads())) : Json();
     json["core_within"] = core ? Json(place.core_within) : Json();
-    json["slipknot"] = place.slipknot;
+    json["slipknot"] = place.kind == PlaceKind::slipknot;
+    json["kind"] = text(place.kind);
     const PlaceConfidence parts = confidence_of(place, of);
     json["confidence"] = {{"core", confidence_json(parts.core)},
                           {"tails", {confidence_json(parts.before), confidence_json(parts.after)}}};
@@ -71,7 +72,7 @@ VerdictValues verdict_of(const fingerprint::ChainFingerprint& of) { return {of.v
 Head fingerprint_head(const fingerprint::FingerprintPlan& plan, double least_share) {
     Row columns{"file",     "model",       "chain",          "residues",     "gaps",      "chain_knot",  "chain_share",
                 "knot",     "share",       "greatest_share", "core_first",   "core_last", "tail_before", "tail_after",
-                "slipknot", "core_within", "borders_within", "chain_proven", "proven"};
+                "slipknot", "core_within", "borders_within", "chain_proven", "proven",    "kind"};
     for (const std::string& column : verdict_columns()) columns.push_back(column);
     columns.insert(columns.end(), {"confidence_mean", "confidence_least", "confidence_low"});
     for (const char* part : {"core_confidence", "tail_before_confidence", "tail_after_confidence"})
@@ -130,7 +131,8 @@ std::string FingerprintEntry::table() const {
         } else
             text +=
                 of_.core_share == 0.5 ? "none with one half" : "none with a share of " + words::general(of_.core_share);
-        text += within(place.core_within) + (place.slipknot ? ", slipknot\n" : "\n");
+        text += within(place.core_within) +
+                (place.kind == PlaceKind::knot ? "\n" : ", " + fingerprint::text(place.kind) + '\n');
         text += place_confidence(place, of_);
     }
     return text;
@@ -173,7 +175,7 @@ std::vector<Row> FingerprintEntry::rows() const {
                                 confidence_row(parts.core), confidence_row(parts.before), confidence_row(parts.after)})
             rows.back().insert(rows.back().end(), more.begin(), more.end());
     };
-    if (places_.empty()) add({"", "", "", "", "", "", "", "", "", borders, proven, ""}, {});
+    if (places_.empty()) add({"", "", "", "", "", "", "", "", "", borders, proven, "", ""}, {});
     for (const KnotPlace& place : places_) {
         Row core(4), core_within(1);
         if (place.core) {
@@ -183,8 +185,8 @@ std::vector<Row> FingerprintEntry::rows() const {
             core_within = {std::to_string(place.core_within)};
         }
         add({knots::text(place.knot), fixed(place.share, digits_of_share), fixed(place.greatest_share, digits_of_share),
-             core[0], core[1], core[2], core[3], yes_or_no(place.slipknot), core_within[0], borders, proven,
-             yes_or_no(place.knot.proven)},
+             core[0], core[1], core[2], core[3], yes_or_no(place.kind == PlaceKind::slipknot), core_within[0], borders,
+             proven, yes_or_no(place.knot.proven), fingerprint::text(place.kind)},
             confidence_of(place, of_));
     }
     return rows;

@@ -75,12 +75,8 @@ Json row_of(const fingerprint::KnotPlace& place, const fingerprint::ChainFingerp
                                           [&](const auto& closure) { return closure.subchain == *place.core; });
         if (of_core != closures.end()) row["shown"] = of_core - closures.begin();
     }
-    row["cells"] = {text(place.knot),
-                    percent(place.share),
-                    percent(place.greatest_share),
-                    core,
-                    tails,
-                    place.slipknot ? "slipknot" : ""};
+    row["cells"] = {text(place.knot), percent(place.share), percent(place.greatest_share), core, tails,
+                    text(place.kind)};
     return row;
 }
 
@@ -110,7 +106,7 @@ std::string fingerprint_page(const fingerprint::ChainFingerprint& of, const std:
     Json data = chain_data(of.residues, beads);
     data["title"] = picture.title;
     data["about"] = picture.about;
-    data["columns"] = {"knot", "share on the whole chain", "greatest share", "core", "tails", ""};
+    data["columns"] = {"knot", "share on the whole chain", "greatest share", "core", "tails", "kind"};
     data["rows"] = Json::array();
     for (const fingerprint::KnotPlace& place : places) data["rows"].push_back(row_of(place, of, closures));
     data["plot"] = {{"left", svg_plot.left}, {"bottom", svg_plot.bottom}, {"side", svg_plot.side}};

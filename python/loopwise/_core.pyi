@@ -126,6 +126,7 @@ class Place(_Knotted):
     greatest: Final[_Pair]
     core: Final[_Pair | None]
     core_within: Final[int]
+    kind: Final[str]
     slipknot: Final[bool]
 
 class Fingerprint(_Knotted):

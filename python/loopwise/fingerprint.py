@@ -20,7 +20,7 @@ if TYPE_CHECKING:
 @extends(_core.Place)
 class Place(_core.Place):
     def __repr__(self) -> str:
-        kind = " (slipknot)" if self.slipknot else ""
+        kind = "" if self.kind == "knot" else f" ({self.kind})"
         core = "without a core" if self.core is None else "with the core {}-{}".format(*self.core)
         return f"<Place of {self.knot}{kind} {core}, greatest share {self.greatest_share:.2f}>"
 
@@ -37,7 +37,7 @@ class Fingerprint(_core.Fingerprint):
 
     def __repr__(self) -> str:
         places = [
-            f"{p.knot}{' (slipknot)' if p.slipknot else ''} in {'-'.join(self._labels(p.core)) or 'no core'}"
+            f"{p.knot}{'' if p.kind == 'knot' else f' ({p.kind})'} in {'-'.join(self._labels(p.core)) or 'no core'}"
             for p in self.places[:4]
         ]
         share = f"{100 * self.share:.0f} %"
@@ -54,6 +54,7 @@ class Fingerprint(_core.Fingerprint):
             "tails": core and [core[0], len(self.chain) - 1 - core[1]],
             "core_within": core and place.core_within,
             "slipknot": place.slipknot,
+            "kind": place.kind,
         }
 
     def to_dict(self) -> dict[str, Any]:
@@ -95,10 +96,10 @@ class Fingerprint(_core.Fingerprint):
 
     def _repr_html_(self) -> str:
         rows = [
-            (p.knot, f"{p.share:.2f}", f"{p.greatest_share:.2f}", "-".join(self._labels(p.core)), p.slipknot)
+            (p.knot, f"{p.share:.2f}", f"{p.greatest_share:.2f}", "-".join(self._labels(p.core)), p.kind)
             for p in self.places
         ]
-        head = ("knot", "share", "greatest share", "core", "slipknot")
+        head = ("knot", "share", "greatest share", "core", "kind")
         table = html_table(head, rows, f"{self.knot} in {100 * self.share:.0f} % of {self.closures} closures")
         return table + svg_image(self.to_svg())
 
