@@ -18,6 +18,7 @@ struct NamedChain {
     std::vector<ResidueId> residues; ///< one for each bead
     BeadKind kind = BeadKind::any;
     std::vector<std::string> notes{}; ///< what the reader decided, for people to check
+    std::string shared_name{};        ///< of a chain such as A.2: its name in the file, which another chain has, too
 };
 
 /// The chains of one model of a file.

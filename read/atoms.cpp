@@ -11,7 +11,7 @@ bool is_of_use(std::string_view atom, const Selection& selection) {
 }
 
 bool is_calcium(std::string_view atom, std::string_view element, std::string_view residue_name) {
-    return atom == "CA" && (element.empty() ? residue_name == "CA" : element != "C");
+    return atom == "CA" && (element.empty() ? residue_name == "CA" : element != "C" && element != "c");
 }
 
 std::string atom_name(std::string_view name) {

@@ -2,8 +2,10 @@
 #pragma once
 
 #include "polymer/molecule.hpp"
+#include "read/box.hpp"
 #include "read/selection.hpp"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,9 +16,11 @@ struct FileAtom {
     enum class Polymer { unknown, yes, no };
 
     std::string model, chain;
-    std::string part; ///< tells molecules with one chain name apart
+    std::string part;    ///< tells molecules with one chain name apart
+    std::string segment; ///< of PDB; pieces of one chain have one segment
     std::string residue_name;
     polymer::ResidueId residue;
+    std::string position;       ///< in the sequence, by mmCIF; tells residues with one number apart
     std::string name, location; ///< atom_name(); the alternate location, if any
     double occupancy = 1.0;
     PointR3 place{};
@@ -31,6 +35,7 @@ struct FileAtom {
 struct FileAtoms {
     std::vector<FileAtom> atoms;    ///< only those that is_of_use()
     std::vector<std::string> notes; ///< about the file
+    std::optional<Box> box;         ///< of a crystal or a simulation
 };
 
 /// Whether the atom stands for a residue or shows which residues are bonded. Other atoms are not kept.

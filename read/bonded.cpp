@@ -31,14 +31,24 @@ std::optional<double> least_distance(const Residue& a, std::string_view name_a, 
     return least;
 }
 
-bool are_bonded(const Residue& a, const Residue& b, const Selection& selection) {
-    for (const Joint& joint : joints)
-        if (const auto d = least_distance(a, joint.from, b, joint.to)) return *d <= joint.longest;
-    return Dist(a.bead->place, b.bead->place) <=
-           (selection.is_of_amino_acids() ? longest_step_of_amino_acids : longest_step_of_others);
+bool has_joint(const Residue& residue) {
+    return std::any_of(residue.atoms.begin(), residue.atoms.end(),
+                       [](const FileAtom* atom) { return shows_bonds(atom->name); });
 }
 
 } // namespace
+
+double longest_step(const Selection& selection) {
+    return selection.is_of_amino_acids() ? longest_step_of_amino_acids : longest_step_of_others;
+}
+
+bool are_bonded(const Residue& a, const Residue& b, const Selection& selection) {
+    // A ligand without such atoms beside a residue that has them.
+    if (has_joint(a) != has_joint(b) && (has_joint(a) ? b : a).bead->hetero) return false;
+    for (const Joint& joint : joints)
+        if (const auto d = least_distance(a, joint.from, b, joint.to)) return *d <= joint.longest;
+    return Dist(a.bead->place, b.bead->place) <= longest_step(selection);
+}
 
 std::vector<std::size_t> bonded_runs(const std::vector<Residue>& residues, const Selection& selection) {
     std::vector<std::size_t> runs;

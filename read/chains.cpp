@@ -1,9 +1,12 @@
 #include "read/chains.hpp"
 
 #include "read/bonded.hpp"
+#include "read/draft.hpp"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
+#include <set>
 
 namespace loopwise::read {
 namespace {
@@ -25,44 +28,30 @@ std::vector<Group> groups_of(const Atoms& atoms) {
     return groups;
 }
 
-polymer::BeadKind kind_of(const Selection& selection) {
-    if (selection.is_of_amino_acids()) return polymer::BeadKind::amino_acids;
-    const std::string name = atom_name(selection.atom);
-    return name == "P" || name.ends_with('\'') ? polymer::BeadKind::nucleotides : polymer::BeadKind::any;
-}
-
-bool is_of_polymer(const std::vector<Residue>& residues) {
-    return residues.front().bead->polymer == FileAtom::Polymer::yes;
-}
-
-bool all_hetero(const std::vector<Residue>& residues) {
-    return std::all_of(residues.begin(), residues.end(), [](const Residue& residue) { return residue.bead->hetero; });
-}
-
-/// Skips residues that are bonded to no other, by the rule of chains_of().
-std::vector<Residue> polymer_of(std::vector<Residue> residues, const Selection& selection, polymer::NamedChain& chain) {
-    if (residues.empty() || is_of_polymer(residues)) return residues;
-    const std::vector<std::size_t> runs = bonded_runs(residues, selection);
-    if (!any_bonded(runs)) return all_hetero(residues) ? std::vector<Residue>{} : residues;
-    std::size_t last = runs.size();
-    while (runs[last - 1] == 1) --last;
-    std::vector<Residue> kept;
-    auto from = residues.begin();
-    for (std::size_t i = 0; i < runs.size(); ++i) {
-        const auto to = from + static_cast<std::ptrdiff_t>(runs[i]);
-        if (runs[i] == 1 && (from->bead->hetero || i >= last))
-            chain.notes.push_back(from->bead->title() + " skipped: not bonded to the chain, and no TER record");
-        else
-            kept.insert(kept.end(), from, to);
-        from = to;
+/// Splits residues where their numbers begin again without a bond: there another molecule begins.
+std::vector<std::vector<Residue>> pieces_of(std::vector<Residue> residues, const Selection& selection) {
+    std::vector<std::size_t> starts{0};
+    std::set<polymer::ResidueId> known;
+    std::size_t fall = 0; // where the numbers last fell without a bond
+    const auto closes_ring = [&](std::size_t i) {
+        const PointR3 &first = residues[starts.back()].bead->place, &place = residues[i].bead->place;
+        return i + 1 == residues.size() && place.x == first.x && place.y == first.y && place.z == first.z;
+    };
+    for (std::size_t i = 0; i < residues.size(); ++i) {
+        if (i > starts.back() && residues[i].id() < residues[i - 1].id() && !closes_ring(i) &&
+            !are_bonded(residues[i - 1], residues[i], selection))
+            fall = i;
+        if (known.insert(residues[i].id()).second || fall <= starts.back()) continue;
+        starts.push_back(fall);
+        known.clear();
+        for (std::size_t k = fall; k <= i; ++k) known.insert(residues[k].id());
     }
-    return kept;
-}
-
-bool is_chain_of_its_own(const std::vector<Residue>& residues, const Selection& selection) {
-    if (residues.empty()) return false;
-    if (is_of_polymer(residues)) return true;
-    return any_bonded(bonded_runs(residues, selection)) && !all_hetero(residues);
+    starts.push_back(residues.size());
+    std::vector<std::vector<Residue>> pieces;
+    for (std::size_t i = 0; i + 1 < starts.size(); ++i)
+        pieces.emplace_back(std::make_move_iterator(residues.begin() + static_cast<std::ptrdiff_t>(starts[i])),
+                            std::make_move_iterator(residues.begin() + static_cast<std::ptrdiff_t>(starts[i + 1])));
+    return pieces;
 }
 
 class Assembly {
@@ -73,45 +62,37 @@ class Assembly {
         Atoms of_polymer;
         for (const FileAtom* atom : group.atoms)
             if (atom->polymer != FileAtom::Polymer::no) of_polymer.push_back(atom);
-        std::vector<Residue> residues = residues_of(of_polymer, selection_);
-        const std::size_t part = parts_[group.chain] + 1;
-        if (part > 1 && !is_chain_of_its_own(residues, selection_)) {
-            ++parts_[group.chain];
-            note_ligands(group.chain, residues);
-            return;
+        bool is_polymer = !of_polymer.empty() && of_polymer.front()->polymer == FileAtom::Polymer::yes;
+        for (std::vector<Residue>& piece : pieces_of(residues_of(of_polymer, selection_), selection_)) {
+            add(group.chain, std::move(piece), is_polymer);
+            is_polymer = false; // of what follows the end of a chain bonds decide
         }
-        polymer::NamedChain chain{group.chain, {}, {}, kind_of(selection_)};
-        residues = polymer_of(std::move(residues), selection_, chain);
-        if (residues.empty()) {
-            if (is_worth_a_note(of_polymer)) without_bead_ += (without_bead_.empty() ? "" : ", ") + group.chain;
-            return;
-        }
-        ++parts_[group.chain];
-        if (part > 1) {
-            chain.name.append(".").append(std::to_string(part));
-            chain.notes.push_back("second chain named " + group.chain + ": read as " + chain.name);
-        }
-        for (const Residue& residue : residues) {
-            const PointR3& place = residue.bead->place;
-            chain.beads.push_back({place.x, place.y, place.z, 0});
-            chain.residues.push_back(residue.bead->residue);
-        }
-        chains_.push_back(std::move(chain));
+        if (latest_.contains(group.chain) || !is_worth_a_note(of_polymer)) return;
+        without_bead_ += (without_bead_.empty() ? "" : ", ") + group.chain;
     }
 
     std::vector<polymer::NamedChain> chains(std::vector<std::string>& notes) {
         if (!without_bead_.empty()) notes.push_back("chain " + without_bead_ + " skipped: no atom " + selection_.atom);
-        return std::move(chains_);
+        std::vector<polymer::NamedChain> chains;
+        std::map<std::string, std::size_t> parts; // by name
+        for (Draft& draft : drafts_) {
+            draft.place_loose();
+            const std::size_t part = ++parts[draft.name()];
+            chains.push_back(std::move(draft).chain(part));
+        }
+        return chains;
     }
 
   private:
-    void note_ligands(const std::string& chain, const std::vector<Residue>& residues) {
-        const auto named = std::find_if(chains_.rbegin(), chains_.rend(),
-                                        [&](const polymer::NamedChain& known) { return known.name == chain; });
-        if (named == chains_.rend()) return;
-        for (const Residue& residue : residues)
-            if (!residue.bead->hetero)
-                named->notes.push_back(residue.bead->title() + " skipped: after the end of the chain");
+    void add(const std::string& name, std::vector<Residue> residues, bool is_polymer) {
+        const auto latest = latest_.find(name);
+        if (latest != latest_.end()) residues = drafts_[latest->second].add(std::move(residues), is_polymer);
+        if (residues.empty()) return;
+        Draft draft(name, selection_);
+        draft.begin(std::move(residues), is_polymer || latest != latest_.end());
+        if (draft.empty()) return;
+        latest_[name] = drafts_.size();
+        drafts_.push_back(std::move(draft));
     }
 
     /// A polymer without its beads is: a protein has N atoms, a nucleic acid P or O3'. Ligands are not.
@@ -122,9 +103,9 @@ class Assembly {
     }
 
     const Selection& selection_;
-    std::vector<polymer::NamedChain> chains_;
-    std::map<std::string, std::size_t> parts_; // by chain name
-    std::string without_bead_;                 // names of chains
+    std::vector<Draft> drafts_;
+    std::map<std::string, std::size_t> latest_; // draft of a chain name
+    std::string without_bead_;                  // names of chains
 };
 
 } // namespace

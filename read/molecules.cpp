@@ -29,15 +29,6 @@ std::vector<std::string> models_asked_for(const std::vector<std::string>& models
     return {selection.model};
 }
 
-void select_chains(std::vector<polymer::NamedChain>& chains, const Selection& selection) {
-    if (selection.chains.empty()) return;
-    std::vector<std::string> names;
-    for (const polymer::NamedChain& chain : chains) names.push_back(chain.name);
-    for (const std::string& name : selection.chains)
-        if (!holds(names, name)) refuse("no chain " + words::quoted(name) + "; choose from " + words::listed(names));
-    std::erase_if(chains, [&](const polymer::NamedChain& chain) { return !holds(selection.chains, chain.name); });
-}
-
 polymer::Molecule molecule_of(const FileAtoms& file, const std::string& model, const Selection& selection) {
     Atoms atoms;
     for (const FileAtom& atom : file.atoms)
@@ -49,11 +40,30 @@ polymer::Molecule molecule_of(const FileAtoms& file, const std::string& model, c
         refuse("no chain has " + selection.atom + " atoms; " +
                (selection.is_of_amino_acids() ? "for nucleic acids use --atom P or --atom \"C4'\""
                                               : "choose another --atom"));
+    for (polymer::NamedChain& chain : molecule.chains)
+        if (file.box && is_wrapped(chain, *file.box))
+            chain.notes.push_back("every gap is about as long as the box of the file: the chain seems to be wrapped by "
+                                  "periodic boundaries; make its molecule whole first");
     select_chains(molecule.chains, selection);
     return molecule;
 }
 
 } // namespace
+
+void select_chains(std::vector<polymer::NamedChain>& chains, const Selection& selection) {
+    if (selection.chains.empty()) return;
+    std::vector<std::string> names;
+    for (const polymer::NamedChain& chain : chains) names.push_back(chain.name);
+    for (const std::string& name : selection.chains)
+        if (!holds(names, name)) refuse("no chain " + words::quoted(name) + "; choose from " + words::listed(names));
+    for (polymer::NamedChain& chain : chains)
+        for (const polymer::NamedChain& other : chains)
+            if (holds(selection.chains, chain.name) && other.shared_name == chain.name &&
+                !holds(selection.chains, other.name))
+                chain.notes.push_back("chain " + other.name + " is left out; the file names it " + chain.name +
+                                      ", too");
+    std::erase_if(chains, [&](const polymer::NamedChain& chain) { return !holds(selection.chains, chain.name); });
+}
 
 std::vector<polymer::Molecule> molecules_of(const FileAtoms& file, const Selection& selection) {
     const std::vector<std::string> models = models_of(file);

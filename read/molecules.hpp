@@ -9,4 +9,7 @@ namespace loopwise::read {
 /// std::runtime_error with the reason if the file lacks one.
 std::vector<polymer::Molecule> molecules_of(const FileAtoms& file, const Selection& selection);
 
+/// Removes the chains that are not selected. Throws std::runtime_error with the reason if one is missing.
+void select_chains(std::vector<polymer::NamedChain>& chains, const Selection& selection);
+
 } // namespace loopwise::read

@@ -1,6 +1,7 @@
 #include "read/read.hpp"
 
 #include "read/bytes.hpp"
+#include "read/foreign.hpp"
 #include "read/mmcif.hpp"
 #include "read/molecules.hpp"
 #include "read/pdb.hpp"
@@ -16,11 +17,16 @@ namespace {
 
 enum class Format { text, pdb, mmcif };
 
-/// By the content; by the name if the content does not tell.
+/// By the content. A name that says otherwise is refused.
 Format format_of(const std::string& path, std::string_view text) {
     const std::string extension = words::extension_of(words::without_gz(path));
-    if (looks_like_mmcif(text) || extension == ".cif" || extension == ".mmcif") return Format::mmcif;
-    if (looks_like_pdb(text) || extension == ".pdb" || extension == ".ent") return Format::pdb;
+    if (looks_like_mmcif(text)) return Format::mmcif;
+    refuse_foreign(text, extension);
+    if (extension == ".cif" || extension == ".mmcif")
+        refuse("is named " + extension + ", but does not begin with data_; if it is PDB or chain text, name it so");
+    if (looks_like_pdb(text)) return Format::pdb;
+    if (extension == ".pdb" || extension == ".ent")
+        refuse("is named " + extension + ", but has no ATOM or HETATM records; if it is chain text, name it .txt");
     return Format::text;
 }
 
@@ -44,15 +50,20 @@ void refuse_impossible(const polymer::NamedChain& chain) {
 }
 
 std::vector<polymer::Molecule> from_text(std::string_view text, const Selection& selection) {
-    if (!selection.chains.empty()) refuse("chain text has no chain names; leave --chain out");
     if (!selection.model.empty() && selection.model != "1" && selection.model != every_model)
         refuse("no model " + selection.model + "; chain text has only one");
-    return {read_chain_text(text)};
+    polymer::Molecule molecule = read_chain_text(text);
+    if (!selection.chains.empty() && molecule.chains.size() == 1)
+        refuse("chain text has no chain names; leave --chain out");
+    select_chains(molecule.chains, selection);
+    return {std::move(molecule)};
 }
 
 } // namespace
 
 std::vector<polymer::Molecule> molecules_in(const std::string& path, std::string bytes, const Selection& selection) {
+    constexpr std::string_view byte_order_mark = "\xef\xbb\xbf";
+    if (bytes.starts_with(byte_order_mark)) bytes.erase(0, byte_order_mark.size());
     const bool has_returns = bytes.find('\r') != std::string::npos;
     const std::string text = has_returns ? with_line_feeds(std::move(bytes)) : std::move(bytes);
     std::vector<polymer::Molecule> molecules;

@@ -3,21 +3,24 @@
 
 #include "read/atoms.hpp"
 
-#include <span>
-
 namespace loopwise::read {
 
 using Atoms = std::vector<const FileAtom*>;
 
-/// Consecutive atoms with one residue identifier.
+/// Atoms with one residue identifier.
 struct Residue {
-    std::span<const FileAtom* const> atoms;
+    Atoms atoms;
     const FileAtom* bead = nullptr; ///< the atom that stands for it
+
+    const polymer::ResidueId& id() const { return bead->residue; }
 };
 
-/// The residues that have a bead, in the order of the file; they refer to `atoms`. Of alternate locations the
-/// bead with the highest occupancy is taken, the first of equals. Throws std::runtime_error if a residue has
-/// two such atoms that are not alternate locations.
+/// The residues that have a bead, in the order of the file. Consecutive atoms with one identifier are a residue.
+/// Atoms with that identifier further on belong to it if they are alternate locations of its own; otherwise they
+/// are a residue of the same identifier.
+///
+/// Of alternate locations the bead with the highest occupancy is taken, the first of equals. Throws
+/// std::runtime_error if a residue has two such atoms that are not alternate locations.
 std::vector<Residue> residues_of(const Atoms& atoms, const Selection& selection);
 
 } // namespace loopwise::read

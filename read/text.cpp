@@ -13,8 +13,6 @@
 namespace loopwise::read {
 namespace {
 
-constexpr std::string_view byte_order_mark = "\xef\xbb\xbf";
-
 struct Line {
     std::size_t number;
     std::string_view text;
@@ -83,6 +81,15 @@ struct Head {
     std::string note{}; ///< how a title was read
 };
 
+/// After the counted lines another count may follow.
+void refuse_frames(std::span<const Line> lines, const std::optional<double>& count) {
+    if (!count || *count < 0.0 || static_cast<double>(lines.size()) <= *count) return;
+    const Line& next = lines[static_cast<std::size_t>(*count)];
+    if (next.fields.size() == 1 && is_whole(next.fields[0]))
+        refuse_line(next.number, "another frame; only files of one frame are read, such as head -n " +
+                                     std::to_string(next.number - 1) + " gives");
+}
+
 /// The title may be blank. Some files lack it: then the line after the count is a bead.
 Head take_count(std::span<const Line>& lines) {
     const Line first = lines.front();
@@ -94,6 +101,7 @@ Head take_count(std::span<const Line>& lines) {
     if (!blank_title && are_counted() && numbers_in(lines.front()) > 2)
         return {true, "no title: the line after the count is read as a bead"};
     if (!blank_title) lines = lines.subspan(1);
+    refuse_frames(lines, count);
     if (!are_counted())
         refuse_line(first.number, "the count is " + std::string(first.fields[0]) + ", but " +
                                       words::counted(lines.size(), "line") +
@@ -168,20 +176,65 @@ polymer::NamedChain chain_of(std::span<const Line> lines, const Form& form) {
     return chain;
 }
 
+/// Runs of lines without a blank line between.
+std::vector<std::span<const Line>> blocks_of(std::span<const Line> lines) {
+    std::vector<std::span<const Line>> blocks;
+    for (std::size_t from = 0, to = 0; from < lines.size(); from = to) {
+        for (to = from + 1; to < lines.size() && lines[to].number == lines[to - 1].number + 1;) ++to;
+        blocks.push_back(lines.subspan(from, to - from));
+    }
+    return blocks;
+}
+
+constexpr std::size_t fewest_beads_of_chain = 3;
+
+/// The chains that blank lines separate: of lines without ids all, otherwise rings, and chains whose ids begin again.
+/// Fewer than three beads are no chain.
+std::vector<polymer::NamedChain> separate_chains(const std::vector<std::span<const Line>>& blocks, const Form& form) {
+    if (std::any_of(blocks.begin(), blocks.end(),
+                    [](const auto& block) { return block.size() < fewest_beads_of_chain; }))
+        return {};
+    std::vector<polymer::NamedChain> chains;
+    for (const std::span<const Line> block : blocks) {
+        chains.push_back(chain_of(block, form));
+        chains.back().name = std::to_string(chains.size());
+    }
+    const bool are_rings = std::all_of(chains.begin(), chains.end(), polymer::is_ring);
+    const bool go_on = std::adjacent_find(chains.begin(), chains.end(),
+                                          [](const polymer::NamedChain& chain, const polymer::NamedChain& next) {
+                                              return !(chain.residues.back() < next.residues.front());
+                                          }) == chains.end();
+    return are_rings || !go_on ? std::move(chains) : std::vector<polymer::NamedChain>{};
+}
+
+std::vector<polymer::NamedChain> chains_of(std::span<const Line> lines, const Form& form) {
+    const std::vector<std::span<const Line>> blocks = blocks_of(lines);
+    if (blocks.size() == 1 || blocks.size() == lines.size()) return {chain_of(lines, form)};
+    std::vector<polymer::NamedChain> chains = separate_chains(blocks, form);
+    std::string note = "blank line before line " + std::to_string(blocks[1].front().number);
+    note += chains.empty() ? " ignored: read as one chain" : ": read as " + words::counted(chains.size(), "chain");
+    if (chains.empty()) chains.push_back(chain_of(lines, form));
+    for (polymer::NamedChain& chain : chains) chain.notes.push_back(note);
+    return chains;
+}
+
 } // namespace
 
 polymer::Molecule read_chain_text(std::string_view text) {
-    if (text.starts_with(byte_order_mark)) text.remove_prefix(byte_order_mark.size());
     refuse_binary(text);
     const std::vector<Line> all = lines_of(text);
     std::span<const Line> lines = all;
     const Head head = take_head(lines);
     if (lines.empty()) refuse("no beads");
-    polymer::NamedChain chain = chain_of(lines, form_of(lines.front(), head.counted));
-    if (!head.note.empty()) chain.notes.push_back(head.note);
-    if (!text.ends_with('\n')) chain.notes.push_back("the last line has no line end; the file may be truncated");
+    const Form form = form_of(lines.front(), head.counted);
     polymer::Molecule molecule;
-    molecule.chains.push_back(std::move(chain));
+    if (head.counted)
+        molecule.chains.push_back(chain_of(lines, form));
+    else
+        molecule.chains = chains_of(lines, form);
+    if (!head.note.empty()) molecule.chains.front().notes.push_back(head.note);
+    if (!text.ends_with('\n'))
+        molecule.chains.back().notes.push_back("the last line has no line end; the file may be truncated");
     return molecule;
 }
 

@@ -69,8 +69,7 @@ std::string title(const std::string& path, const std::string& chain) {
     return file_title(path) + (chain.empty() ? "" : ", chain " + chain);
 }
 
-std::string quoted(std::string_view text) {
-    constexpr std::size_t longest = 40;
+std::string quoted(std::string_view text, std::size_t longest) {
     std::string out(text.substr(0, longest));
     for (char& c : out)
         if (c < ' ' || c > '~') c = '?';

@@ -21,8 +21,8 @@ std::string right(std::string_view text, std::size_t width);
 /// The width of the widest text, or the least if that is more.
 std::size_t widest(const std::vector<std::string>& texts, std::size_t least);
 
-/// The path that means the standard input.
-inline constexpr std::string_view standard_input = "-";
+/// The path that means the standard input, or as an output the standard output.
+inline constexpr std::string_view standard_input = "-", standard_output = "-";
 
 /// The extension of a file's name, in lower case: ".pdb".
 std::string extension_of(const std::string& path);
@@ -37,6 +37,6 @@ std::string title(const std::string& path, const std::string& chain);
 inline const char* yes_or_no(bool is) { return is ? "yes" : "no"; }
 
 /// Text of a file quoted in a message: short and printable.
-std::string quoted(std::string_view text);
+std::string quoted(std::string_view text, std::size_t longest = 40);
 
 } // namespace loopwise::words

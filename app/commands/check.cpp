@@ -7,6 +7,8 @@
 #include "words/residues.hpp"
 #include "words/text.hpp"
 
+#include <algorithm>
+
 namespace loopwise::app {
 namespace {
 
@@ -15,7 +17,12 @@ class CheckEntry final : public Entry {
     CheckEntry(const polymer::Molecule& molecule, const polymer::NamedChain& chain)
         : molecule_(molecule), chain_(chain), bonds_(polymer::bonds_of(chain)) {}
 
-    bool is_sound() const { return bonds_.gaps.empty() && bonds_.close.empty(); }
+    /// A cis peptide is no fault.
+    bool is_sound() const {
+        return bonds_.gaps.empty() &&
+               std::all_of(bonds_.close.begin(), bonds_.close.end(),
+                           [](const polymer::OddBond& bond) { return polymer::may_be_cis(bond.length); });
+    }
 
     std::string text() const override {
         std::string text = label_of(molecule_, chain_) + ": " + words::counted(chain_.beads.size(), "bead") + ", " +
@@ -72,7 +79,7 @@ Action declare_check(CommandLine& line) {
     declare_inputs(line, *given);
     line.footer("Neighbours in a C-alpha trace should be 3.4 to 4.2 apart. In any other chain a gap is longer\n"
                 "than 1.5 times the median bond. The exit status is 1 also if a chain has a gap or neighbours\n"
-                "that are too close.");
+                "that are too close, unless they are as close as in a cis peptide (2.7 to 3.4).");
     return [given] { return run(*given); };
 }
 

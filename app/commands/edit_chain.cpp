@@ -94,14 +94,15 @@ void refuse_other_formats(const std::string& output) {
 void declare(CommandLine& line, ChainArguments& into) {
     line.file(into.file, read::readable_formats());
     declare_selecting(line, into);
-    line.text({"-o,--output", "FILE", "Write to this file, whole or not at all (default: standard output)"},
+    line.text({"-o,--output", "FILE", "Write to this file, whole or not at all (default: -, the standard output)"},
               into.output);
     line.flag("--pdb", into.pdb, "Write PDB with CONECT records (default if the output ends in .pdb or .ent)");
 }
 
 int edit_chain(const ChainArguments& given, const std::function<bool(Chain&)>& edit) {
     refuse_other_formats(given.output);
-    write::refuse_harmful_outputs({given.file}, {{given.output, ""}});
+    const std::string path = given.output == words::standard_output ? "" : given.output;
+    write::refuse_harmful_outputs({given.file}, {{path, ""}});
     Progress progress(1);
     ErrorReporter errors(progress);
     errors.attempt(given.file, [&] {
@@ -113,10 +114,10 @@ int edit_chain(const ChainArguments& given, const std::function<bool(Chain&)>& e
         const bool loop = edit(after.beads);
         after.residues = residues_after(before, after.beads);
         const std::string text = is_pdb(given) ? write::pdb_text(after, loop) : write::plain_text(after.beads);
-        if (given.output.empty())
+        if (path.empty())
             std::cout << text;
         else
-            errors.attempt(given.output, [&] { write::write_whole(given.output, text); });
+            errors.attempt(path, [&] { write::write_whole(path, text); });
     });
     return errors.exit_status();
 }

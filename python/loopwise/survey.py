@@ -10,7 +10,7 @@ import numpy as np
 from numpy.typing import NDArray
 
 from . import _core
-from .chain import ChainLike, as_chain, is_structure
+from .chain import Chain, ChainLike, as_chain, is_structure
 from .progress import Progress, teller
 from .results import data_frame, extends, html_table, percent, svg_image
 
@@ -167,6 +167,26 @@ def _knots_text(knots: dict[str, int]) -> str:
     return ", ".join(shown + more) or "not named"
 
 
+def _frame(given: ChainLike) -> Chain:
+    """A chain with coordinates of its own: readers of simulations fill one array with frame after frame."""
+    chain = as_chain(given)
+    return chain if chain is given else Chain(np.array(chain.xyz), chain._ids, labels=chain._labels, name=chain.name)
+
+
+def _together(given: Any, together: bool | None) -> bool:
+    if not is_structure(given):
+        return False
+    shapes = {np.shape(chain) if not isinstance(chain, Chain) else None for chain in given}
+    if together is None and len(given) > 1 and len(shapes) == 1 and None not in shapes:
+        raise ValueError(
+            f"{len(given)} arrays of {len(given[0])} beads each may be a structure or frames: for a structure say "
+            "together=True; give frames as an (m, n, 3) array or by an iterator"
+        )
+    if together is False:
+        raise ValueError("a list of chains is a structure, which is surveyed together; survey each by itself")
+    return True
+
+
 def _is_trajectory(given: Any) -> bool:
     return (isinstance(given, np.ndarray) and given.ndim == 3) or hasattr(given, "__next__")
 
@@ -182,7 +202,7 @@ def _survey_frames(frames: Iterable[Any], plan: _core.Plan, progress: Progress) 
             tell(before + done, max(total, before + planned))
 
     rest = iter(frames)
-    while chunk := [as_chain(frame) for frame in itertools.islice(rest, _frames_a_thread * plan.threads)]:
+    while chunk := [_frame(frame) for frame in itertools.islice(rest, _frames_a_thread * plan.threads)]:
         results += _core.survey_frames(chunk, plan, tell_of_all if tell else None)
     return Trajectory(results)
 
@@ -191,22 +211,25 @@ def _survey_frames(frames: Iterable[Any], plan: _core.Plan, progress: Progress) 
 def survey(  # type: ignore[misc]  # an iterator is anything else, too
     chain: Iterator[ChainLike], *, closures: int | None = ..., method: str | None = ...,
     scale: float | None = ..., seed: int = ..., threads: int | None = ..., names: bool = ...,
-    progress: Progress = ...,
+    progress: Progress = ..., together: bool | None = ...,
 ) -> Trajectory: ...
 @overload
 def survey(
     chain: NDArray[Any] | ChainLike, *, closures: int | None = ..., method: str | None = ...,
     scale: float | None = ..., seed: int = ..., threads: int | None = ..., names: bool = ...,
-    progress: Progress = ...,
+    progress: Progress = ..., together: bool | None = ...,
 ) -> Survey: ...
 def survey(
     chain: Any, *, closures: int | None = None, method: str | None = None, scale: float | None = None,
     seed: int = 0, threads: int | None = None, names: bool = True, progress: Progress = None,
+    together: bool | None = None,
 ) -> Any:
     """Closes a chain in many ways, reduces every loop, names its knot and counts the results.
 
     ``chain`` is a chain; a list or tuple of chains, which are closed and reduced together; or the frames of a
-    trajectory, an (m, n, 3) array or an iterator of chains, for which a :class:`Trajectory` comes back.
+    trajectory, an (m, n, 3) array or an iterator of chains, for which a :class:`Trajectory` comes back. An
+    iterator may fill the same array again for each frame. A list of bare arrays of one size could be either:
+    it needs ``together=True`` to be taken for a structure.
 
     ``method`` is one of those of :func:`close`, with its ``scale``, or "ring", which bonds the last bead to
     the first. Chains that end where they begin are rings whatever the method. ``closures`` defaults to 400,
@@ -225,9 +248,9 @@ def survey(
     >>> lw.survey(iter([lw.sample("trefoil"), lw.sample("unknot")]), closures=20).knots
     ['-3_1', '0_1']
     """
-    together = is_structure(chain)
-    plan = _core.Plan(method, closures, scale, seed, threads, names, together)
+    several = _together(chain, together)
+    plan = _core.Plan(method, closures, scale, seed, threads, names, several)
     if _is_trajectory(chain):
         return _survey_frames(chain, plan, progress)
-    chains = [as_chain(c) for c in (chain if together else [chain])]
+    chains = [as_chain(c) for c in (chain if several else [chain])]
     return _core.survey(chains, plan, teller(progress))

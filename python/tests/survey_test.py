@@ -101,6 +101,22 @@ def test_frames_are_surveyed_as_they_are_alone(trefoil):
     assert together.knots == ["-3_1"] * 40 + ["0_1"] and told[-1] == (410, 410)
 
 
+def test_frames_may_share_an_array_and_are_never_taken_for_a_structure(trefoil):
+    frames = [trefoil.xyz, lw.sample("unknot").xyz, trefoil.xyz * [1, 1, -1]]
+    buffer = np.empty_like(frames[0])
+
+    def reader():
+        for frame in frames:
+            buffer[:] = frame
+            yield buffer
+
+    assert lw.survey(reader(), closures=20).knots == ["-3_1", "0_1", "+3_1"]
+    with pytest.raises(ValueError, match="together=True"):
+        lw.survey(frames, closures=20)
+    assert len(lw.survey(frames, closures=2, together=True).components) == 3
+    assert len(lw.survey([trefoil, frames[1][:-1]], closures=2).components) == 2
+
+
 def test_a_fingerprint_finds_the_core_where_the_closures_change(trefoil):
     found = lw.fingerprint(trefoil, closures=20, full=True)
     first, last = found.core

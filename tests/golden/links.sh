@@ -8,3 +8,8 @@ for file in borromean.pdb whitehead.pdb ten_crossings.pdb; do
   loopwise survey --closed --structure --json "$file" | grep -o '"links".*' | sed 's/,"down_to_three.*//'
   loopwise survey --closed --structure --svg links.svg "$file" >/dev/null && grep -o 'chains A[^<]*closures' links.svg
 done
+# Rings of chain text with a blank line between.
+for file in text_two_rings.txt text_two_rings_with_ids.txt text_ids_go_on.txt; do
+  loopwise knot --link odd/$file | grep -v polynomial
+done
+loopwise check --chain 2 odd/text_two_rings.txt

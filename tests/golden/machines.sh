@@ -16,6 +16,8 @@ done
 sed 60d trefoil.txt | loopwise check -
 loopwise check trefoil.txt
 echo "-> $?"
+head -7 cis.txt | loopwise check -
+echo "-> $?"
 for format in --json --csv; do
     loopwise survey $format --method point --seed 1 --count 100000000 trefoil.txt >report &
     sleep 1

@@ -11,6 +11,7 @@ try --chain A pdb_two_chains.pdb --chain B
 try --chain C pdb_two_chains.pdb
 try --chain A text_three_columns.xyz
 try --chain A.2 pdb_chain_again.pdb
+try --chain A pdb_chain_again.pdb
 try --model 2 pdb_models.pdb
 try --model all pdb_models.pdb
 try --model 4 pdb_models.pdb

@@ -43,3 +43,7 @@ echo END >>folded.pdb
 loopwise reduce --open --pdb folded.pdb | grep -c ATOM
 loopwise close --method outside --pdb folded.pdb | loopwise reduce --pdb - | grep ATOM | head -50 | tail -12
 loopwise check "$(printf 'two\nlines.txt')" 2>&1
+# The standard output by its name; a number with a leading zero is decimal.
+loopwise close --closure 010 trefoil.txt | tail -1
+loopwise close --closure 10 -o - trefoil.txt | tail -1
+ls -- -
