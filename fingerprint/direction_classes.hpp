@@ -4,8 +4,8 @@
 // across the half strip that the bond sweeps in the direction. The knot stays unless another bond of the subchain
 // passes through the half strip: seen along the direction, it passes over the bond. It also stays if all else that
 // crosses the kink between these two bonds passes over it: below everything, the kink shrinks to a small arc with its
-// own knot, if it has one, before as after. Subchains between which such steps lead are one class, and one closure tells
-// the knot of all.
+// own knot, if it has one, before as after. Subchains between which such steps lead are one class, and one closure
+// tells the knot of all.
 #pragma once
 
 #include "fingerprint/matrix.hpp"

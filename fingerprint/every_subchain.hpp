@@ -39,7 +39,8 @@ class EverySubchain {
     KnotNumbers& knots_;
     std::vector<Worker> workers_;
     std::mutex mutex_;
-    /// Closures of a subchain that gave a knot, and the number of the next such count of the subchain, 0 if there is none.
+    /// Closures of a subchain that gave a knot, and the number of the next such count of the subchain, 0 if
+    /// there is none.
     struct Count {
         std::uint16_t knot, closures;
         std::uint32_t next;

@@ -32,14 +32,14 @@ struct ChainFingerprint : SampledSubchains {
 
 /// The fingerprint of a chain. Closes subchains in each direction, reduces every loop and names its knot.
 ///
-/// Closes every subchain where the limit of work allows it: one of each class (see direction_classes.hpp), and by default
-/// only in the first directions if these show the subchain to be unknotted.
+/// Closes every subchain where the limit of work allows it: one of each class (see direction_classes.hpp), and by
+/// default only in the first directions if these show the subchain to be unknotted.
 ///
-/// Otherwise on a grid whose corner is the whole chain: mixed blocks (see SubchainGrid::mixed()) are quartered until the
-/// blocks are of one bead. Every border that the grid meets is thereby followed to the residue, and a core is the
-/// shortest subchain within such borders. What fits between the lines of the grid is not seen, so that cores and depths
-/// are known to within a step at best. A bound on the work (see SamplingPolicy) ends this earlier; core_within,
-/// depth_within and borders_within say how far the borders are known.
+/// Otherwise on a grid whose corner is the whole chain: mixed blocks (see SubchainGrid::mixed()) are quartered
+/// until the blocks are of one bead. Every border that the grid meets is thereby followed to the residue, and a
+/// core is the shortest subchain within such borders. What fits between the lines of the grid is not seen, so that
+/// cores and depths are known to within a step at best. A bound on the work (see SamplingPolicy) ends this
+/// earlier; core_within, depth_within and borders_within say how far the borders are known.
 ///
 /// The same for any number of threads. Throws std::invalid_argument for a chain without beads, and for closures that
 /// are none or more than the table has rows; std::length_error for a matrix that is too large; what the watcher throws.

@@ -93,6 +93,7 @@ class JobWatcher final : public fingerprint::FingerprintWatcher {
   public:
     explicit JobWatcher(Job& job) : job_(job) {}
     void subchain_closed(std::size_t done, std::size_t planned, double) override { job_.reach(done, planned); }
+    void closure_begins() override { job_.look(); }
 
   private:
     Job& job_;

@@ -12,9 +12,9 @@ namespace loopwise::survey {
 /// in far less time. The ends stay; a chain whose ends are at one place stays as it is.
 void reduce_before_closing(Chain& chain, std::span<const int> rows, double diameter);
 
-/// The same for the middle of several chains, closed in one row. All chains are parts of a longer one and hold its beads
-/// from `middle.front()` to `middle.back()`; `others` are the bonds of the longer chain beside these, `ends` the first
-/// and last beads of the chains. The diameter is at least that of each chain.
+/// The same for the middle of several chains, closed in one row. All chains are parts of a longer one and hold its
+/// beads from `middle.front()` to `middle.back()`; `others` are the bonds of the longer chain beside these, `ends`
+/// the first and last beads of the chains. The diameter is at least that of each chain.
 void reduce_middle_before_closing(Chain& middle, std::span<const ChainAtom> before, std::span<const ChainAtom> behind,
                                   std::span<const ChainAtom> ends, int row, double diameter);
 
