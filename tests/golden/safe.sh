@@ -5,7 +5,7 @@ loopwise survey --method outside --svg a.svg --each ./a.svg mine.pdb
 loopwise survey --method outside --svg "$PWD/a.svg" --html a.svg mine.pdb
 ls a.svg
 echo old >each.csv
-timeout -s INT 0.2 loopwise survey --each each.csv --method two-points --count 90000000 mine.pdb >/dev/null
+timeout --foreground -s INT 0.3 loopwise survey --each each.csv --method two-points --count 90000000 mine.pdb >/dev/null
 head -2 each.csv && ls ./*each*
 loopwise survey --method outside --each each.csv mine.pdb >/dev/null && head -2 each.csv && ls ./*each*
 # A name with commands to a terminal, in UTF-8 (C1) and with a line end.
