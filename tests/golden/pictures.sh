@@ -13,7 +13,7 @@ loopwise fingerprint --closures 2 --step 60 --svg tailed.svg tailed.txt >/dev/nu
 cat tailed.svg
 # More knots than the key has rows.
 awk 'function step() { seed = (seed * 16807) % 2147483647; return 30 * seed / 2147483647 }
-    BEGIN { seed = 1; for (i = 1; i <= 60; ++i) print i, step(), step(), step() }' >ball.txt
+    BEGIN { seed = 1; for (i = 1; i <= 45; ++i) print i, step(), step(), step() }' >ball.txt
 loopwise fingerprint --closures 1 --step 15 --svg ball.svg ball.txt >/dev/null
 grep '<text.*font-size="1[46]"' ball.svg
 loopwise survey --method direction --count 20 --seed 3 --html page.html trefoil.txt >/dev/null
