@@ -99,6 +99,8 @@ void refuse_harmful_outputs(const std::vector<std::string>& inputs, const std::v
     for (auto output = outputs.begin(); output != outputs.end(); ++output) {
         const auto& [path, extension] = *output;
         if (path.empty()) continue;
+        if (path == words::standard_output)
+            throw std::runtime_error("-: the report goes to the standard output; choose a file");
         const std::optional<File> file = file_at(path);
         for (const std::string& input : inputs)
             if (are_same(input == words::standard_input ? file_of(STDIN_FILENO) : file_at(input), file))

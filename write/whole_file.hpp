@@ -14,7 +14,7 @@ struct Output {
 };
 
 /// Throws std::runtime_error with the reason if an output or the standard output is an input, if two outputs
-/// are one file, or if an output would replace a file with another extension.
+/// are one file, if an output is "-", or if an output would replace a file with another extension.
 void refuse_harmful_outputs(const std::vector<std::string>& inputs, const std::vector<Output>& outputs);
 
 /// A file that is complete or is not there. The text goes to a temporary file of a unique name in the same folder.

@@ -1,6 +1,7 @@
 // `loopwise check`: looks for gaps.
 #include "app/commands/command.hpp"
 #include "app/commands/run.hpp"
+#include "app/report/confidence_values.hpp"
 #include "app/report/json_values.hpp"
 #include "polymer/bonds.hpp"
 #include "words/numbers.hpp"
@@ -15,7 +16,8 @@ namespace {
 class CheckEntry final : public Entry {
   public:
     CheckEntry(const polymer::Molecule& molecule, const polymer::NamedChain& chain)
-        : molecule_(molecule), chain_(chain), bonds_(polymer::bonds_of(chain)) {}
+        : molecule_(molecule), chain_(chain), bonds_(polymer::bonds_of(chain)),
+          confidence_(polymer::confidence_of(chain.confidence)) {}
 
     /// A cis peptide is no fault.
     bool is_sound() const {
@@ -28,6 +30,7 @@ class CheckEntry final : public Entry {
         std::string text = label_of(molecule_, chain_) + ": " + words::counted(chain_.beads.size(), "bead") + ", " +
                            words::number_of_gaps(bonds_) + '\n';
         for (const std::string& note : chain_.notes) text += "  note: " + note + '\n';
+        text += confidence_line(confidence_);
         for (const polymer::OddBond& gap : bonds_.gaps) text += line("gap", gap) + '\n';
         for (const polymer::OddBond& bond : bonds_.close)
             text += line("short", bond) + (polymer::may_be_cis(bond.length) ? ", as short as a cis peptide\n" : "\n");
@@ -41,13 +44,20 @@ class CheckEntry final : public Entry {
                 {"notes", chain_.notes},
                 {"gaps", bonds_json(bonds_.gaps, chain_.residues)},
                 {"short_bonds", bonds_json(bonds_.close, chain_.residues)},
-                {"sound", is_sound()}};
+                {"sound", is_sound()},
+                {"confidence", confidence_json(confidence_)}};
     }
     std::vector<Row> rows() const override {
-        return {{molecule_.file, molecule_.model, chain_.name, std::to_string(chain_.beads.size()),
-                 words::bonds_text(bonds_.gaps, chain_.residues, " "), std::to_string(bonds_.missing()),
-                 words::bonds_text(bonds_.close, chain_.residues, " "), words::yes_or_no(is_sound()),
-                 words::joined(chain_.notes, "; ")}};
+        Row row{molecule_.file,
+                molecule_.model,
+                chain_.name,
+                std::to_string(chain_.beads.size()),
+                words::bonds_text(bonds_.gaps, chain_.residues, " "),
+                std::to_string(bonds_.missing()),
+                words::bonds_text(bonds_.close, chain_.residues, " "),
+                words::yes_or_no(is_sound()),
+                words::joined(chain_.notes, "; ")};
+        return {extended(std::move(row), confidence_row(confidence_))};
     }
 
   private:
@@ -60,11 +70,15 @@ class CheckEntry final : public Entry {
     const polymer::Molecule& molecule_;
     const polymer::NamedChain& chain_;
     polymer::Bonds bonds_;
+    std::optional<polymer::Confidence> confidence_;
 };
 
 int run(const Inputs& given) {
-    Run run(given,
-            {"check", "", {}, {"file", "model", "chain", "beads", "gaps", "missing", "short_bonds", "sound", "notes"}});
+    Run run(given, {"check",
+                    "",
+                    {},
+                    extended({"file", "model", "chain", "beads", "gaps", "missing", "short_bonds", "sound", "notes"},
+                             confidence_columns())});
     return run.each_chain([&](const polymer::Molecule& molecule, const polymer::NamedChain& chain) {
         const CheckEntry entry(molecule, chain);
         run.add(entry);

@@ -17,6 +17,12 @@ Json confidence_json(const std::optional<polymer::Confidence>& confidence) {
     return {{"mean", confidence->mean}, {"least", confidence->least}, {"below_50", confidence->low}};
 }
 
+std::string confidence_line(const std::optional<polymer::Confidence>& confidence) {
+    return confidence ? "  confidence: " + confidence_text(*confidence) + '\n' : "";
+}
+
+Row confidence_columns() { return {"confidence_mean", "confidence_least", "confidence_low"}; }
+
 Row confidence_row(const std::optional<polymer::Confidence>& confidence) {
     if (!confidence) return Row(3);
     return {words::general(confidence->mean), words::general(confidence->least), std::to_string(confidence->low)};

@@ -10,7 +10,10 @@ namespace loopwise::app {
 std::string confidence_text(const polymer::Confidence& confidence);
 /// Null if there is none.
 Json confidence_json(const std::optional<polymer::Confidence>& confidence);
-/// Mean, least and number of low residues; empty if there is none.
+/// The line of a chain in text; empty if there is none.
+std::string confidence_line(const std::optional<polymer::Confidence>& confidence);
+Row confidence_columns();
+/// By confidence_columns(): mean, least and number of low residues; empty if there is none.
 Row confidence_row(const std::optional<polymer::Confidence>& confidence);
 
 } // namespace loopwise::app

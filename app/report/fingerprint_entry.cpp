@@ -73,8 +73,7 @@ Head fingerprint_head(const fingerprint::FingerprintPlan& plan, double least_sha
     Row columns{"file",     "model",       "chain",          "residues",     "gaps",      "chain_knot",  "chain_share",
                 "knot",     "share",       "greatest_share", "core_first",   "core_last", "tail_before", "tail_after",
                 "slipknot", "core_within", "borders_within", "chain_proven", "proven",    "kind"};
-    for (const std::string& column : verdict_columns()) columns.push_back(column);
-    columns.insert(columns.end(), {"confidence_mean", "confidence_least", "confidence_low"});
+    columns = extended(extended(std::move(columns), verdict_columns()), confidence_columns());
     for (const char* part : {"core_confidence", "tail_before_confidence", "tail_after_confidence"})
         for (const char* value : {"_mean", "_least", "_low"}) columns.push_back(std::string(part) + value);
     return {"fingerprint", "The knot of every subchain, by " + counted(plan.closures, "closure") + " of each\n",
@@ -92,8 +91,7 @@ std::string FingerprintEntry::text() const {
                        counted(of_.matrix.beads(), "bead") + ", " + words::number_of_gaps(of_.bonds) +
                        (of_.bonds.gaps.empty() ? "" : ": ") + words::bonds_text(of_.bonds.gaps, of_.residues, ", ") +
                        '\n';
-    if (const auto confidence = polymer::confidence_of(of_.confidence))
-        text += "  confidence: " + confidence_text(*confidence) + '\n';
+    text += confidence_line(polymer::confidence_of(of_.confidence));
     for (const std::string& note : of_.notes) text += "  note: " + note + '\n';
     text += "  whole chain: " + short_text(of_.knot, longest_knot) + " in " + percent(of_.share) + " of its closures" +
             (of_.matrix.beads() < fingerprint::fewest_knotted ? " (too short for a knot)\n" : "\n");

@@ -1,6 +1,7 @@
 #include "app/report/knot_entry.hpp"
 
 #include "app/commands/inputs.hpp"
+#include "app/report/confidence_values.hpp"
 #include "app/report/json_values.hpp"
 #include "words/text.hpp"
 
@@ -35,12 +36,12 @@ Row fields_of(const knots::KnotName& name) {
 }
 
 Row row_of(const polymer::Molecule& molecule, const std::string& chain, std::size_t beads, Row name,
-           const std::string& linking, const std::vector<std::string>& notes) {
+           const std::string& linking, const std::vector<std::string>& notes,
+           const std::optional<polymer::Confidence>& confidence = {}) {
     Row row{molecule.file, molecule.model, chain, std::to_string(beads)};
     name.resize(fields_of({}).size());
-    row.insert(row.end(), name.begin(), name.end());
-    row.insert(row.end(), {linking, words::joined(notes, "; ")});
-    return row;
+    row = extended(extended(std::move(row), name), {linking, words::joined(notes, "; ")});
+    return extended(std::move(row), confidence_row(confidence));
 }
 
 } // namespace
@@ -49,14 +50,15 @@ Head knot_head() {
     Row columns{"file", "model", "chain", "beads", "knot", "proven", "crossings"};
     for (const knots::Invariant& invariant : knots::all_invariants()) columns.emplace_back(invariant.key);
     columns.insert(columns.end(), {"linking", "notes"});
-    return {"knot", "", {}, columns};
+    return {"knot", "", {}, extended(std::move(columns), confidence_columns())};
 }
 
 std::string PolygonEntry::text() const {
     const std::string label = label_of(molecule, chain);
     std::string all;
     for (const std::string& note : chain.notes) all += label + ": note: " + note + '\n';
-    return all + text_of(label, name) + (warning.empty() ? "" : "  " + warning + '\n');
+    return all + text_of(label, name) + confidence_line(polymer::confidence_of(chain.confidence)) +
+           (warning.empty() ? "" : "  " + warning + '\n');
 }
 
 Json PolygonEntry::json() const {
@@ -67,13 +69,15 @@ Json PolygonEntry::json() const {
                  {"notes", chain.notes}};
     add_name(json, name);
     json["warning"] = text_or_null(warning);
+    json["confidence"] = confidence_json(polymer::confidence_of(chain.confidence));
     return json;
 }
 
 std::vector<Row> PolygonEntry::rows() const {
     std::vector<std::string> notes = chain.notes;
     if (!warning.empty()) notes.push_back(warning);
-    return {row_of(molecule, chain.name, chain.beads.size(), fields_of(name), "", notes)};
+    return {row_of(molecule, chain.name, chain.beads.size(), fields_of(name), "", notes,
+                   polymer::confidence_of(chain.confidence))};
 }
 
 std::string LinkEntry::text() const {

@@ -16,6 +16,11 @@ class CommandLine;
 using Json = nlohmann::ordered_json;
 using Row = std::vector<std::string>;
 
+inline Row extended(Row row, const Row& more) {
+    row.insert(row.end(), more.begin(), more.end());
+    return row;
+}
+
 /// What is said once, before all entries.
 struct Head {
     std::string subcommand;

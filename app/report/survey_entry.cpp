@@ -42,7 +42,7 @@ std::string introduction(const ComponentTally& tally, bool together) {
     text += ": " + counted(tally.beads, "bead") + ", " + words::number_of_gaps(tally.bonds) + '\n';
     if (const std::size_t gaps = tally.bonds.gaps.size(); gaps > 0)
         text += (gaps == 1 ? "  gap: " : "  gaps: ") + words::bonds_text(tally.bonds.gaps, tally.residues, ", ") + '\n';
-    if (tally.confidence) text += "  confidence: " + confidence_text(*tally.confidence) + '\n';
+    text += confidence_line(tally.confidence);
     return text + short_bonds_text(tally, true) + short_bonds_text(tally, false);
 }
 
@@ -273,9 +273,8 @@ Head survey_head(const survey::Plan& plan) {
                 "missing",     "method",         "scale",         "seed",          "closures",      "failed",
                 "knot",        "knot_closures",  "knot_share",    "knots",         "down_to_three", "left",
                 "fewest_left", "fewest_closure", "fewest_labels", "fewest_places", "notes",         "proven"};
-    for (const std::string& column : verdict_columns()) columns.push_back(column);
-    columns.insert(columns.end(), {"confidence_mean", "confidence_least", "confidence_low", "noise", "noise_least",
-                                   "noise_greatest", "noise_kept"});
+    columns = extended(extended(std::move(columns), verdict_columns()), confidence_columns());
+    columns.insert(columns.end(), {"noise", "noise_least", "noise_greatest", "noise_kept"});
     return {"survey",
             counted(plan.closures, "closure") + " of each " + (plan.together ? "structure" : "chain") + ", method " +
                 method->name + (method->takes_scale() ? ", scale " + words::general(plan.scale) : "") +

@@ -35,3 +35,8 @@ loopwise survey --first 10 --last 60 --json title.pdb | grep -o '"confidence":.*
 loopwise fingerprint --closures 20 --step 30 title.pdb
 loopwise fingerprint --closures 20 --step 30 --csv title.pdb | sed -n '1,2p' | cut -d, -f8,25-
 loopwise fingerprint --closures 20 --step 30 --json table.cif | grep -o '"confidence":[^x]*' | sed 's/}}.*"confidence"/}} ... "confidence"/'
+for command in knot check; do
+    loopwise $command title.pdb
+    loopwise $command --csv table.cif | cut -d, -f1,3,10-
+    loopwise $command --json title.pdb | grep -o '"confidence":.*'
+done

@@ -7,6 +7,7 @@ try --svg link.svg mine.pdb
 try --svg hard.svg trefoil.txt mine.pdb
 cp mine.pdb other.pdb
 try --each mine.pdb mine.pdb
+try --svg - mine.pdb
 try --each new.svg --svg new.svg mine.pdb
 try --svg other.pdb mine.pdb
 loopwise survey --svg out.svg mine.pdb >>out.svg
