@@ -101,6 +101,20 @@ std::array<std::size_t, 2> depth_of(const FingerprintMatrix& matrix) {
     return depth;
 }
 
+Subchain core_from_top(const FingerprintMatrix& matrix) {
+    const std::uint16_t knot = matrix.at(matrix.whole_chain()).knot;
+    std::array<Subchain, 2> cores;
+    for (const End begin : ends) {
+        Subchain& core = cores[begin] = matrix.whole_chain();
+        for (const End end : {begin, begin == front ? back : front})
+            for (Subchain next = core; core.first < core.last; core = next) {
+                end == front ? ++next.first : --next.last;
+                if (matrix.at(next).knot != knot) break;
+            }
+    }
+    return cores[back].size() < cores[front].size() ? cores[back] : cores[front];
+}
+
 DepthLimits::DepthLimits(const FingerprintMatrix& matrix)
     : beads_(matrix.beads()), limits_{matrix.beads(), matrix.beads()} {
     const std::uint16_t knot = matrix.at(matrix.whole_chain()).knot;

@@ -51,6 +51,10 @@ inline constexpr std::array ends{front, back};
 /// The depth of the chain's knot: how many beads can be taken off each end, and the knot stays all the way.
 std::array<std::size_t, 2> depth_of(const FingerprintMatrix& matrix);
 
+/// The core of a search from the top: beads are taken off one end while the most frequent knot stays the chain's, then
+/// off the other. The shorter of both orders; the one that begins at the front if they are equally long.
+Subchain core_from_top(const FingerprintMatrix& matrix);
+
 /// Where the depth may end, as far as tested subchains tell.
 class DepthLimits {
   public:

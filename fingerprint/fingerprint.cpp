@@ -27,6 +27,7 @@ ChainFingerprint fingerprint_of(const std::string& file, const polymer::NamedCha
                                             [&watcher] { watcher.closure_begins(); });
     result.places = find_places(result);
     if (result.is_knot(cell.knot)) result.depth = depth_of(result.matrix);
+    if (result.depth && result.unseen.empty()) result.core_from_top = core_from_top(result.matrix);
     result.depth_within = {result.step, result.step}; // the knot may change between the lines
     const DepthLimits depth(result.matrix);
     for (const Block& block : result.open) {

@@ -24,6 +24,8 @@ struct ChainFingerprint : SampledSubchains {
     /// How many residues can be taken off the front, or off the back, and the chain's knot stays all the way; none if
     /// the chain is not knotted.
     std::optional<std::array<std::size_t, 2>> depth{};
+    /// See core_from_top() in cores.hpp; none if the chain is not knotted or some subchain was not closed.
+    std::optional<Subchain> core_from_top{};
     std::vector<KnotPlace> places{}; ///< see find_places()
     /// The depths, and the borders between knots anywhere, are known to within as many residues; 1 is exact.
     std::array<std::size_t, 2> depth_within{1, 1};

@@ -198,9 +198,25 @@ TEST(Fingerprint, KnowsAKnotWithTailsFromASlipknot) {
     ASSERT_TRUE(knot.depth);
     EXPECT_GE((*knot.depth)[0], place.core->first);
 
+    // The search from the top takes all that the depth allows off one end, and then all that it can off the other.
+    ASSERT_TRUE(knot.core_from_top);
+    const Subchain whole = knot.matrix.whole_chain(), top = *knot.core_from_top;
+    const auto is_knot = [&](Subchain s) { return knot.matrix.at(s).knot == knot.matrix.at(whole).knot; };
+    const bool front_first = top.first == (*knot.depth)[0];
+    EXPECT_TRUE(front_first || whole.last - top.last == (*knot.depth)[1]);
+    for (std::size_t off = 0; off + top.size() <= whole.size(); ++off) {
+        const Subchain longer = front_first ? Subchain{top.first, std::min(top.last + off, whole.last)}
+                                            : Subchain{top.first - std::min(off, top.first), top.last};
+        EXPECT_TRUE(is_knot(longer)) << off;
+    }
+    EXPECT_FALSE(is_knot(front_first ? Subchain{top.first, top.last - 1} : Subchain{top.first + 1, top.last}));
+    EXPECT_LE(top.size(), whole.size() - (*knot.depth)[0]);
+    EXPECT_LE(top.size(), whole.size() - (*knot.depth)[1]);
+
     const ChainFingerprint slip = fingerprint(slipknot(), 1);
     EXPECT_EQ(slip.knot, KnotType::unknot());
     EXPECT_FALSE(slip.depth);
+    EXPECT_FALSE(slip.core_from_top);
     ASSERT_FALSE(slip.places.empty());
     for (const KnotPlace& loop : slip.places) EXPECT_EQ(loop.kind, PlaceKind::slipknot);
     EXPECT_GE(slip.places.front().greatest_share, 0.9);

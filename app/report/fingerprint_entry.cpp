@@ -76,6 +76,7 @@ Head fingerprint_head(const fingerprint::FingerprintPlan& plan, double least_sha
     columns = extended(extended(std::move(columns), verdict_columns()), confidence_columns());
     for (const char* part : {"core_confidence", "tail_before_confidence", "tail_after_confidence"})
         for (const char* value : {"_mean", "_least", "_low"}) columns.push_back(std::string(part) + value);
+    columns.insert(columns.end(), {"top_core_first", "top_core_last"});
     return {"fingerprint", "The knot of every subchain, by " + counted(plan.closures, "closure") + " of each\n",
             [=, closures = plan.closures, core_share = plan.core_share](Json& head) {
                 head["closures"] = closures;
@@ -102,6 +103,9 @@ std::string FingerprintEntry::text() const {
         text += "  depth: the knot stays when up to " + std::to_string((*of_.depth)[0]) +
                 " beads are taken off the front, or " + std::to_string((*of_.depth)[1]) + " off the back" +
                 within(std::max(of_.depth_within[0], of_.depth_within[1])) + '\n';
+    if (of_.core_from_top)
+        text += "  core from the top: " +
+                words::range(of_.residues[of_.core_from_top->first], of_.residues[of_.core_from_top->last]) + '\n';
     text += places_.empty() ? "  no subchain has a knot in " + percent(least_share_) + " of its closures\n" : table();
     text += "  " + counted(of_.tested, "subchain") + " closed, " +
             (of_.step == 1 ? "every one" : "on a grid of " + std::to_string(of_.step) + ", refined at borders") + '\n';
@@ -153,6 +157,10 @@ Json FingerprintEntry::json() const {
     entry["knots"] = Json::array();
     for (const KnotPlace& place : places_) entry["knots"].push_back(json_of(place, of_));
     entry["verdict"] = verdict_of(of_).json();
+    entry["core_from_top"] = nullptr;
+    if (of_.core_from_top)
+        entry["core_from_top"] = {{"first", of_.residues[of_.core_from_top->first].text()},
+                                  {"last", of_.residues[of_.core_from_top->last].text()}};
     entry["confidence"] = confidence_json(polymer::confidence_of(of_.confidence));
     return entry;
 }
@@ -168,9 +176,13 @@ std::vector<Row> FingerprintEntry::rows() const {
     const std::string borders = std::to_string(of_.borders_within), proven = yes_or_no(of_.knot.proven);
     std::vector<Row> rows;
     const auto add = [&](const Row& fields, const PlaceConfidence& parts) {
+        Row top(2);
+        if (of_.core_from_top)
+            top = {of_.residues[of_.core_from_top->first].text(), of_.residues[of_.core_from_top->last].text()};
         rows.push_back(start);
-        for (const Row& more : {fields, verdict_of(of_).row(), confidence_row(polymer::confidence_of(of_.confidence)),
-                                confidence_row(parts.core), confidence_row(parts.before), confidence_row(parts.after)})
+        for (const Row& more :
+             {fields, verdict_of(of_).row(), confidence_row(polymer::confidence_of(of_.confidence)),
+              confidence_row(parts.core), confidence_row(parts.before), confidence_row(parts.after), top})
             rows.back().insert(rows.back().end(), more.begin(), more.end());
     };
     if (places_.empty()) add({"", "", "", "", "", "", "", "", "", borders, proven, "", ""}, {});
