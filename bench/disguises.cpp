@@ -1,18 +1,15 @@
 #include "disguises.hpp"
 
+#include "src/model/points.hpp"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
 
 namespace disguises {
-namespace {
 
-PointR3 operator+(PointR3 a, PointR3 b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
-PointR3 operator-(PointR3 a, PointR3 b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
-PointR3 operator*(double s, PointR3 a) { return {s * a.x, s * a.y, s * a.z}; }
-double dot(PointR3 a, PointR3 b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
-PointR3 cross(PointR3 a, PointR3 b) { return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x}; }
-double length(PointR3 a) { return std::sqrt(dot(a, a)); }
+using namespace loopwise::model;
+namespace {
 
 using Points = std::vector<PointR3>;
 
@@ -132,16 +129,6 @@ Chain braid_polygon(int strands, std::string_view word) {
         strand = static_cast<std::size_t>(std::find(owner.begin(), owner.end(), strand) - owner.begin());
     } while (strand != 0);
     return chain_of(points);
-}
-
-Chain sum(Chain a, Chain b) {
-    const auto left_of = [](const ChainAtom& p, const ChainAtom& q) { return p.x < q.x; };
-    std::rotate(a.begin(), std::max_element(a.begin(), a.end(), left_of), a.end());
-    std::rotate(b.begin(), std::min_element(b.begin(), b.end(), left_of), b.end());
-    const double shift = a.front().x - b.front().x + 2;
-    for (ChainAtom& p : b) p.x += shift;
-    a.insert(a.end(), b.begin(), b.end());
-    return a;
 }
 
 Chain disguised(Chain polygon, std::size_t beads, chains::Random& random) {

@@ -10,9 +10,6 @@ namespace disguises {
 /// The closed braid (knots/braid.hpp) of one loop as a polygon around the z axis, one crossing after the other.
 Chain braid_polygon(int strands, std::string_view word);
 
-/// The connected sum: the second polygon stands to the right of the first, and both are cut where they are nearest.
-Chain sum(Chain a, Chain b);
-
 /// Another polygon of the same knot with so many beads at least: edges cut in two, beads moved one by one, pieces
 /// turned as crankshafts, and all turned at random. A bead moves only if no edge meets the two triangles that its own
 /// edges sweep on the way, so that the polygon never passes through itself.

@@ -133,7 +133,7 @@ void disguised_sums(int count, bool list) {
                 const int row = random.below(static_cast<int>(braid_rows.size()));
                 const Known knot = known(braid_rows[static_cast<std::size_t>(row)], random.below(2) == 0);
                 all = KnotType::sum(all, knot.type);
-                polygon = k == 0 ? knot.polygon : disguises::sum(std::move(polygon), knot.polygon);
+                polygon = k == 0 ? knot.polygon : chains::sum(std::move(polygon), knot.polygon);
             }
             tally.add(outcome(all, disguises::disguised(std::move(polygon), 60, random), list));
         }

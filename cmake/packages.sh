@@ -4,9 +4,9 @@
 build_packages="g++ cmake ninja-build"
 product_packages="libcli11-dev nlohmann-json3-dev gemmi-dev tao-pegtl-dev zlib1g-dev libjs-three help2man
     python3-dev python3-numpy pybind11-dev"
-check_packages="clang clang-format clang-tidy flake8 shellcheck libgtest-dev libbenchmark-dev abigail-tools binutils
-    pkg-config dpkg-dev file doxygen python3-pytest python3-hypothesis mypy python3-matplotlib python3-pandas
-    python3-gemmi python3-pip python3-venv python3-pybind11"
+check_packages="clang libclang-rt-dev clang-format clang-tidy flake8 shellcheck libgtest-dev libbenchmark-dev
+    abigail-tools binutils pkg-config dpkg-dev file doxygen python3-pytest python3-hypothesis mypy
+    python3-matplotlib python3-pandas python3-gemmi python3-pip python3-venv python3-pybind11"
 # Tests of the Python package that need these say that they are skipped without: they are large.
 large_packages="python3-distributed python3-biopython python3-mdanalysis"
 

@@ -14,4 +14,9 @@ function(loopwise_room name)
     POSITION_INDEPENDENT_CODE ON
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON)
+  # A build without this sees an include that is missing.
+  if(LOOPWISE_PRECOMPILE)
+    target_precompile_headers(loopwise_${name} PRIVATE
+      <algorithm> <array> <cmath> <functional> <map> <optional> <span> <string> <vector>)
+  endif()
 endfunction()

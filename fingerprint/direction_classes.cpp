@@ -11,10 +11,6 @@ namespace loopwise::fingerprint {
 using namespace model;
 namespace {
 
-double dot(PointR3 a, PointR3 b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
-
-PointR3 scaled(PointR3 v, double factor) { return {v.x * factor, v.y * factor, v.z * factor}; }
-
 double area(PointR3 v, PointR3 w) { return v.x * w.y - v.y * w.x; }
 
 bool is_apart(double a0, double a1, double b0, double b1) {
@@ -59,9 +55,9 @@ void DirectionClasses::find(int row) {
 
 void DirectionClasses::look_along(int row) {
     const PointR3 given = closure::uniform_directions[static_cast<std::size_t>(row)];
-    const PointR3 z = scaled(given, 1 / length(given));
+    const PointR3 z = (1 / length(given)) * given;
     const PointR3 other = std::fabs(z.x) < 0.5 ? PointR3{1, 0, 0} : PointR3{0, 1, 0};
-    const PointR3 across = cross(z, other), x = scaled(across, 1 / length(across)), y = cross(z, x);
+    const PointR3 across = cross(z, other), x = (1 / length(across)) * across, y = cross(z, x);
     seen_.clear();
     for (const ChainAtom& bead : chain_) {
         const PointR3 at = position(bead) - position(chain_.front());

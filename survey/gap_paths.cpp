@@ -12,14 +12,15 @@ namespace loopwise::survey {
 using namespace model;
 namespace {
 
-PointR3 operator*(double factor, PointR3 v) { return {factor * v.x, factor * v.y, factor * v.z}; }
-double dot(PointR3 a, PointR3 b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
-
 PointR3 any_perpendicular(PointR3 unit) {
     const PointR3 axis = std::abs(unit.x) < 0.5 ? PointR3{1, 0, 0} : PointR3{0, 1, 0};
     const PointR3 across = cross(unit, axis);
     return (1 / length(across)) * across;
 }
+
+/// How many times as long as the gap a path is where no path of usual steps with so few beads spans it.
+constexpr double slack = 2;
+constexpr double rounding = 1e-9;
 
 /// Half the angle between two steps of an arc of unit steps whose ends are this far apart: the distance is
 /// sin(steps * angle) / sin(angle), which falls from `steps` to 0.
@@ -63,15 +64,19 @@ void fold(std::span<PointR3> points, double angle) {
 } // namespace
 
 std::size_t path_beads(const polymer::OddBond& gap, double usual_bond) {
-    const auto needed = static_cast<std::size_t>(std::ceil(gap.length / usual_bond));
+    const double steps = std::ceil(gap.length / usual_bond);
+    if (!(steps <= most_path_beads)) return most_path_beads;
+    const auto needed = static_cast<std::size_t>(steps);
     const std::size_t beads = gap.missing + 1 >= needed && gap.missing > 0 ? gap.missing : 2 * needed - 1;
-    return std::clamp<std::size_t>(beads, 1, std::max(most_path_beads, needed));
+    return std::clamp<std::size_t>(beads, 1, most_path_beads);
 }
 
 void append_path(Chain& chain, const PointR3& from, const PointR3& to, std::size_t beads, double usual_bond,
                  ClosureRng rng) {
     const std::size_t steps = beads + 1;
-    std::vector<PointR3> points = arc(from, to, steps, usual_bond);
+    const double straight_step = distance(from, to) / static_cast<double>(steps);
+    const double step = straight_step < usual_bond + rounding ? usual_bond : slack * straight_step;
+    std::vector<PointR3> points = arc(from, to, steps, step);
     constexpr double draws = 0x1p31;
     constexpr std::size_t fewest_folds = 40, folds_of_a_step = 4;
     const auto below = [&](std::size_t end) { return static_cast<std::size_t>(rng()) % end; };

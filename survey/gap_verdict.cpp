@@ -68,7 +68,7 @@ class Judge {
 
     GapVerdict judge() {
         close_fragments();
-        find_rows();
+        if (result_.knot.has_name()) find_rows();
         if (rows_.empty()) return std::move(result_);
         const std::size_t gaps = bonds_.gaps.size();
         result_.all = count_paths(

@@ -15,7 +15,7 @@ inline constexpr std::size_t gap_paths = 100, least_agreeing = 95;
 enum class Verdict {
     stands,    ///< at least 95 in 100 of the paths keep the knot
     hangs,     ///< on one or several gaps, each of which changes the knot by itself
-    undecided, ///< on no gap alone, or the paths could not be closed
+    undecided, ///< on no gap alone, or the knot has no name, or the paths could not be closed
 };
 
 /// How many paths across one gap, or across all, keep the chain's knot.

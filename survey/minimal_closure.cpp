@@ -1,5 +1,6 @@
 #include "survey/minimal_closure.hpp"
 
+#include "src/model/identifiers.hpp"
 #include "src/model/points.hpp"
 
 #include <algorithm>
@@ -15,9 +16,6 @@ namespace {
 
 /// Far outside, in diameters of the chain; and the largest angle between two points of the arc there.
 constexpr double far_out = 2.0, arc_step = std::numbers::pi / 12;
-
-double dot(PointR3 a, PointR3 b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
-PointR3 scaled(PointR3 v, double factor) { return {factor * v.x, factor * v.y, factor * v.z}; }
 
 struct Face {
     std::array<std::size_t, 3> corners;
@@ -58,7 +56,7 @@ class Hull {
         const PointR3 normal = cross(along, places_[c] - origin);
         const std::size_t d = farthest([&](PointR3 p) { return std::abs(dot(normal, p - origin)); });
         if (!(std::abs(dot(normal, places_[d] - origin)) > tolerance_ * length(normal))) return false;
-        inside_ = scaled(origin + places_[b] + places_[c] + places_[d], 0.25);
+        inside_ = 0.25 * (origin + places_[b] + places_[c] + places_[d]);
         for (const auto& corners : {std::array{a, b, c}, {a, b, d}, {a, c, d}, {b, c, d}}) add_face(corners);
         return true;
     }
@@ -68,9 +66,9 @@ class Hull {
         const PointR3 first = places_[corners[0]];
         const PointR3 across = cross(places_[corners[1]] - first, places_[corners[2]] - first);
         if (!(length(across) > 0)) return;
-        PointR3 normal = scaled(across, 1 / length(across));
+        PointR3 normal = (1 / length(across)) * across;
         if (dot(normal, inside_ - first) > 0) {
-            normal = scaled(normal, -1);
+            normal = -1 * normal;
             std::swap(corners[1], corners[2]);
         }
         faces_.push_back({corners, normal, dot(normal, first)});
@@ -114,19 +112,19 @@ closure::Closing close_minimally(Chain& chain) {
     const auto [from_first, from_last] = ways_out(chain);
     if (distance(first, last) <= from_first.distance + from_last.distance) return closure::Closing::closed;
     const PointR3 a = from_last.direction, b = from_first.direction;
-    PointR3 aside = b - scaled(a, dot(a, b));
+    PointR3 aside = b - dot(a, b) * a;
     if (!(length(aside) > 1e-9)) aside = cross(a, std::abs(a.x) < 0.5 ? PointR3{1, 0, 0} : PointR3{0, 1, 0});
-    aside = scaled(aside, 1 / length(aside));
+    aside = (1 / length(aside)) * aside;
     const double angle = std::acos(std::clamp(dot(a, b), -1.0, 1.0)), radius = far_out * DiameterOfChain(chain);
     // Both lines out end on the same sphere around the last bead, or beside it; between them the arc is far outside.
     std::int32_t id = chain.back().id;
-    const auto append = [&](PointR3 p) { chain.push_back({p.x, p.y, p.z, ++id}); };
+    const auto append = [&](PointR3 p) { chain.push_back({p.x, p.y, p.z, id = model::id_after(id)}); };
     const int steps = std::max(1, static_cast<int>(std::ceil(angle / arc_step)));
     for (int i = 0; i < steps; ++i) {
         const double turn = angle * i / steps;
-        append(last + scaled(a, radius * std::cos(turn)) + scaled(aside, radius * std::sin(turn)));
+        append(last + (radius * std::cos(turn)) * a + (radius * std::sin(turn)) * aside);
     }
-    append(first + scaled(b, radius));
+    append(first + radius * b);
     return closure::Closing::closed;
 }
 

@@ -38,6 +38,16 @@ TEST(GapPaths, HaveStepsOfOneLengthAndTheEndsAsked) {
         }
 }
 
+TEST(GapPaths, TakeLongerStepsAcrossAGapThatIsFarTooLong) {
+    EXPECT_EQ(path_beads({0, 1e8, 0}, bond), most_path_beads);
+    EXPECT_EQ(path_beads({0, 1e300, 5}, bond), most_path_beads);
+    const Chain path = path_of(1e8, most_path_beads, 1);
+    double sum = 0;
+    for (std::size_t i = 0; i + 1 < path.size(); ++i)
+        sum += model::distance(model::position(path[i]), model::position(path[i + 1]));
+    EXPECT_NEAR(sum, 2e8, 1);
+}
+
 /// All paths of four steps are equally likely where the middle bead has a density of 1/(r s), as two steps reach each
 /// place at a distance of r with one of 1/r.
 TEST(GapPaths, AreAllEquallyLikely) {
@@ -93,7 +103,6 @@ Result surveyed(const polymer::NamedChain& chain, unsigned threads, const char* 
 double plain_distance_out(const Chain& chain, const ChainAtom& bead) {
     double least = INFINITY;
     const auto at = [&](std::size_t i) { return model::position(chain[i]); };
-    const auto dot = [](PointR3 a, PointR3 b) { return a.x * b.x + a.y * b.y + a.z * b.z; };
     for (std::size_t i = 0; i < chain.size(); ++i)
         for (std::size_t j = 0; j < i; ++j)
             for (std::size_t k = 0; k < j; ++k) {
@@ -101,11 +110,12 @@ double plain_distance_out(const Chain& chain, const ChainAtom& bead) {
                 double low = 0, high = 0;
                 for (std::size_t m = 0; m < chain.size(); ++m)
                     if (m != i && m != j && m != k) {
-                        low = std::min(low, dot(normal, at(m) - at(i)));
-                        high = std::max(high, dot(normal, at(m) - at(i)));
+                        low = std::min(low, model::dot(normal, at(m) - at(i)));
+                        high = std::max(high, model::dot(normal, at(m) - at(i)));
                     }
                 if (low < 0 && high > 0) continue;
-                least = std::min(least, std::abs(dot(normal, model::position(bead) - at(i))) / model::length(normal));
+                least = std::min(least,
+                                 std::abs(model::dot(normal, model::position(bead) - at(i))) / model::length(normal));
             }
     return least;
 }
@@ -117,8 +127,12 @@ TEST(MinimalClosure, GoesTheNearestWayOutOfTheHull) {
         EXPECT_NEAR(front.distance, plain_distance_out(chain, chain.front()), 1e-9);
         EXPECT_NEAR(back.distance, plain_distance_out(chain, chain.back()), 1e-9);
         const std::size_t beads = chain.size();
+        chain.back().id = INT32_MAX;
         ASSERT_EQ(close_minimally(chain), closure::Closing::closed);
         EXPECT_EQ(chain.size() == beads, front.distance + back.distance >= 5.0);
+        if (chain.size() > beads) {
+            EXPECT_EQ(chain[beads].id, INT32_MIN) << "the numbers of added atoms wrap around";
+        }
         EXPECT_NE(knots::knot_of(chain).type.status, knots::KnotStatus::no_polygon);
     }
     Chain flat{{0, 0, 0, 1}, {4, 0, 0, 2}, {4, 4, 0, 3}, {9, 9, 0, 4}};
@@ -173,6 +187,9 @@ TEST(GapVerdict, IsTheSameForAnyNumberOfThreadsAndMethods) {
     EXPECT_EQ(one.fragments[1].first, 31U);
     EXPECT_EQ(one.fragments[2].last, chain.beads.size() - 1);
     EXPECT_FALSE(surveyed(with_gaps({}), 1).components[0].verdict);
+    polymer::NamedChain nameless = chain; // at this distance its beads are at one place
+    for (std::size_t i = 31; i < nameless.beads.size(); ++i) nameless.beads[i].x = 1e9;
+    EXPECT_EQ(surveyed(nameless, 1).components[0].verdict->verdict, Verdict::undecided);
 }
 
 TEST(GapVerdict, OfARingIsAsSpelledOut) {

@@ -65,18 +65,6 @@ Chain mirrored(Chain chain) {
     return mapped(std::move(chain), [](PointR3 p) { return PointR3{p.x, p.y, -p.z}; });
 }
 
-/// The connected sum: the second curve stands to the right of the first, and both are cut where they are nearest.
-Chain sum(Chain a, Chain b) {
-    const auto left_of = [](const ChainAtom& p, const ChainAtom& q) { return p.x < q.x; };
-    std::rotate(a.begin(), std::max_element(a.begin(), a.end(), left_of), a.end());
-    std::rotate(b.begin(), std::min_element(b.begin(), b.end(), left_of), b.end());
-    const double shift = a.front().x - b.front().x + 2;
-    for (ChainAtom& p : b) p.x += shift;
-    a.insert(a.end(), b.begin(), b.end());
-    for (std::size_t i = 0; i < a.size(); ++i) a[i].id = static_cast<int>(i) + 1;
-    return a;
-}
-
 /// The one name, proven or not.
 std::string name_of(const KnotName& knot) {
     const std::vector<std::string> names = names_of(knot.type);
@@ -97,12 +85,12 @@ const Known known[] = {
     {"4_1", "4_1", figure_eight},
     {"+5_2", "-5_2", [](int n) { return lissajous(3, 2, 7, 0.7, 0.2, n); }},
     {"+6_1", "-6_1", [](int n) { return lissajous(3, 2, 5, 1.5, 0.2, n); }},
-    {"+3_1 # -3_1", "+3_1 # -3_1", [](int n) { return sum(torus(3, n), mirrored(torus(3, n))); }},
-    {"-3_1 # -3_1", "+3_1 # +3_1", [](int n) { return sum(torus(3, n), torus(3, n)); }},
-    {"-3_1 # +5_1", "+3_1 # -5_1", [](int n) { return sum(mirrored(torus(5, n)), torus(3, n)); }},
-    {"-3_1 # 4_1", "+3_1 # 4_1", [](int n) { return sum(figure_eight(n), torus(3, n)); }},
+    {"+3_1 # -3_1", "+3_1 # -3_1", [](int n) { return chains::sum(torus(3, n), mirrored(torus(3, n))); }},
+    {"-3_1 # -3_1", "+3_1 # +3_1", [](int n) { return chains::sum(torus(3, n), torus(3, n)); }},
+    {"-3_1 # +5_1", "+3_1 # -5_1", [](int n) { return chains::sum(mirrored(torus(5, n)), torus(3, n)); }},
+    {"-3_1 # 4_1", "+3_1 # 4_1", [](int n) { return chains::sum(figure_eight(n), torus(3, n)); }},
     {"+3_1 # -3_1 # 4_1", "+3_1 # -3_1 # 4_1",
-     [](int n) { return sum(figure_eight(n), sum(torus(3, n), mirrored(torus(3, n)))); }},
+     [](int n) { return chains::sum(figure_eight(n), chains::sum(torus(3, n), mirrored(torus(3, n)))); }},
 };
 
 class Curves : public testing::TestWithParam<Known> {};

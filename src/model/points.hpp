@@ -16,6 +16,10 @@ inline PointR3 cross(PointR3 a, PointR3 b) {
     return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
 }
 
+inline PointR3 operator*(double factor, PointR3 v) { return {factor * v.x, factor * v.y, factor * v.z}; }
+
+inline double dot(PointR3 a, PointR3 b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
+
 /// The square of distance(): the sum whose order of additions is part of every result.
 inline double squared_distance(PointR3 a, PointR3 b) {
     const PointR3 d = a - b;

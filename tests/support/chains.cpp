@@ -82,6 +82,17 @@ Chain make(Kind kind, int length, Random& random) {
     return chain;
 }
 
+Chain sum(Chain a, Chain b) {
+    const auto left_of = [](const ChainAtom& p, const ChainAtom& q) { return p.x < q.x; };
+    std::rotate(a.begin(), std::max_element(a.begin(), a.end(), left_of), a.end());
+    std::rotate(b.begin(), std::min_element(b.begin(), b.end(), left_of), b.end());
+    const double shift = a.front().x - b.front().x + 2;
+    for (ChainAtom& p : b) p.x += shift;
+    a.insert(a.end(), b.begin(), b.end());
+    for (std::size_t i = 0; i < a.size(); ++i) a[i].id = static_cast<int>(i) + 1;
+    return a;
+}
+
 Structure make_structure(Random& random) {
     const Kind kind = all_kinds[random.below(std::size(all_kinds))];
     const int longest = random.below(9) == 0 ? 110 : 24;

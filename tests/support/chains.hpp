@@ -57,6 +57,9 @@ constexpr Kind all_kinds[] = {Kind::compact,    Kind::tangle,     Kind::lattice,
 
 Chain make(Kind kind, int length, Random& random);
 
+/// The connected sum of two loops: the second stands to the right of the first; both are cut where they are nearest.
+Chain sum(Chain a, Chain b);
+
 /// Up to six chains of one kind: loops, empty ones and such without length among them, some far apart, some
 /// long, some with identifiers at random.
 Structure make_structure(Random& random);
