@@ -12,6 +12,7 @@
 
 #include <link/link.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <iostream>

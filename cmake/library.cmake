@@ -1,6 +1,6 @@
 # The shared library. Its objects are a target of their own, so that tests can reach internals that the
 # library does not export.
-file(GLOB library_sources CONFIGURE_DEPENDS src/*/*.cpp)
+loopwise_glob(library_sources GLOB src/*/*.cpp)
 add_library(loopwise_objects OBJECT ${library_sources})
 target_compile_features(loopwise_objects PUBLIC cxx_std_20)
 target_include_directories(loopwise_objects PUBLIC ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR})

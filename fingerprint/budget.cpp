@@ -2,6 +2,7 @@
 
 #include "fingerprint/direction_classes.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <numeric>
 

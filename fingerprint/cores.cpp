@@ -1,5 +1,6 @@
 #include "fingerprint/cores.hpp"
 
+#include <algorithm>
 #include <tuple>
 
 namespace loopwise::fingerprint {

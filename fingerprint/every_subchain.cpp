@@ -2,6 +2,7 @@
 
 #include "survey/parallel.hpp"
 
+#include <algorithm>
 #include <array>
 
 namespace loopwise::fingerprint {

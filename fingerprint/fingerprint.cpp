@@ -2,6 +2,7 @@
 
 #include "fingerprint/cores.hpp"
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace loopwise::fingerprint {

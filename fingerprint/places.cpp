@@ -2,6 +2,8 @@
 
 #include "fingerprint/cores.hpp"
 
+#include <algorithm>
+
 namespace loopwise::fingerprint {
 namespace {
 

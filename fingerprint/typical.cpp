@@ -3,6 +3,7 @@
 #include "fingerprint/closer.hpp"
 #include "survey/parallel.hpp"
 
+#include <algorithm>
 #include <atomic>
 
 namespace loopwise::fingerprint {

@@ -43,8 +43,8 @@ class Sequence {
         const auto [known, is_new] = known_.try_emplace({atom.residue, atom.position}, entries_.size());
         if (!is_new && are_alternate(entries_[known->second].atoms, block, name_)) {
             last_ = known->second;
-            Atoms& atoms = entries_[last_].atoms;
-            atoms.insert(atoms.end(), block.begin(), block.end());
+            // One by one: g++ 14 warns of insert() here, without reason.
+            for (const FileAtom* more : block) entries_[last_].atoms.push_back(more);
             return;
         }
         known->second = entries_.size();

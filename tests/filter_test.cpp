@@ -28,8 +28,8 @@ template <bool fused> struct OneLane : loopwise::reduce::Lanes<1> {
 
 /// What the kernels of a set come to, to the last bit.
 loopwise::reduce::Kernels one_by_one(loopwise::model::InstructionSet set) {
-    return set >= loopwise::model::InstructionSet::avx2 ? loopwise::reduce::FilterKernels<OneLane<true>>::table()
-                                                        : loopwise::reduce::FilterKernels<OneLane<false>>::table();
+    return loopwise::model::fuses(set) ? loopwise::reduce::FilterKernels<OneLane<true>>::table()
+                                       : loopwise::reduce::FilterKernels<OneLane<false>>::table();
 }
 
 /// Points as a kernel reads them: segments from each even one to the next.

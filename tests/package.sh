@@ -29,7 +29,7 @@ use() { # use PREFIX LIBDIR
 cmake_minimum_required(VERSION 3.25)
 project(consumer LANGUAGES CXX)
 find_package(loopwise 1 REQUIRED)
-add_executable(first_steps $source/examples/first_steps.cpp)
+add_executable(first_steps "$source/examples/first_steps.cpp")
 target_link_libraries(first_steps PRIVATE loopwise::loopwise)
 LIST
     quietly cmake -S "$folder/consumer" -B "$1/consumer" -G Ninja \

@@ -7,6 +7,7 @@
 #include "draw/viewers.hpp"
 #include "write/whole_file.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <fstream>
 #include <iostream>

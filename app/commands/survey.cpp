@@ -9,6 +9,7 @@
 #include "draw/picture.hpp"
 #include "write/whole_file.hpp"
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 

@@ -7,8 +7,8 @@ namespace loopwise::model {
 
 bool cut(Chain& chain, int start, int end) {
     if (chain.empty()) return true;
-    const auto [low, high] = std::minmax(chain.front().id, chain.back().id);
-    const auto outside_chain = [low = low, high = high](int bound) { return bound < low || bound > high; };
+    const auto ids = std::minmax(chain.front().id, chain.back().id);
+    const auto outside_chain = [low = ids.first, high = ids.second](int bound) { return bound < low || bound > high; };
     const auto inside_range = [from = std::min(start, end), to = std::max(start, end)](const ChainAtom& atom) {
         return from <= atom.id && atom.id <= to;
     };

@@ -1,4 +1,4 @@
-// The largest of many squared distances, for the instruction sets of x86-64.
+// The largest of many squared distances, for each instruction set.
 #include "src/model/diameter.hpp"
 #include "src/model/points.hpp"
 
@@ -36,19 +36,22 @@ double farthest_square_plain(const Positions& positions, PointR3 point, double a
 LOOPWISE_FARTHEST_SQUARE(farthest_square_sse2, 2)
 LOOPWISE_FARTHEST_SQUARE(farthest_square_avx2, 4, __attribute__((target("avx2"))))
 LOOPWISE_FARTHEST_SQUARE(farthest_square_avx512, 8, __attribute__((target("avx512f"))))
+#elif defined(__aarch64__)
+LOOPWISE_FARTHEST_SQUARE(farthest_square_neon, 2)
 #endif
 
 } // namespace
 
 FarthestSquare farthest_square(InstructionSet set) {
+    static constexpr Versions<FarthestSquare> versions {
+        farthest_square_plain,
 #if defined(__x86_64__)
-    static constexpr Versions<FarthestSquare> versions{farthest_square_plain, farthest_square_sse2,
-                                                       farthest_square_avx2, farthest_square_avx512};
-    return version_for(versions, set);
-#else
-    static_cast<void>(set);
-    return farthest_square_plain;
+            farthest_square_sse2, farthest_square_avx2, farthest_square_avx512,
+#elif defined(__aarch64__)
+            farthest_square_neon,
 #endif
+    };
+    return version_for(versions, set);
 }
 
 } // namespace loopwise::model

@@ -7,21 +7,33 @@
 
 namespace loopwise::model {
 
-const char* name(InstructionSet set) {
-    constexpr std::array names{"plain", "sse2", "avx2", "avx512"};
-    return names[static_cast<std::size_t>(set)];
-}
+namespace {
+
+#if defined(__x86_64__)
+constexpr std::array<const char*, all_instruction_sets> names{"plain", "sse2", "avx2", "avx512"};
+constexpr std::size_t first_that_fuses = 2;
+#else
+constexpr std::array<const char*, 2> names{"plain", "neon"};
+constexpr std::size_t first_that_fuses = 1;
+#endif
+
+} // namespace
+
+const char* name(InstructionSet set) { return names[static_cast<std::size_t>(set)]; }
+
+bool fuses(InstructionSet set) { return static_cast<std::size_t>(set) >= first_that_fuses; }
 
 std::span<const InstructionSet> available_instruction_sets() {
-    static constexpr std::array all{InstructionSet::plain, InstructionSet::sse2, InstructionSet::avx2,
-                                    InstructionSet::avx512};
+    static constexpr auto all = [] {
+        std::array<InstructionSet, all_instruction_sets> sets{};
+        for (std::size_t i = 0; i < sets.size(); ++i) sets[i] = static_cast<InstructionSet>(i);
+        return sets;
+    }();
 #if defined(__x86_64__)
     if (!__builtin_cpu_supports("avx2") || !__builtin_cpu_supports("fma")) return std::span(all).first(2);
     if (!__builtin_cpu_supports("avx512f")) return std::span(all).first(3);
-    return all;
-#else
-    return std::span(all).first(1);
 #endif
+    return all;
 }
 
 InstructionSet chosen_instruction_set() {

@@ -7,11 +7,22 @@
 
 namespace loopwise::model {
 
-/// In order of speed. Plain C++ runs on every processor; the others are for x86-64.
+/// In order of speed. Plain C++ runs on every processor.
+#if defined(__x86_64__)
 enum class InstructionSet : std::size_t { plain, sse2, avx2, avx512 };
 constexpr std::size_t all_instruction_sets = 4;
+#elif defined(__aarch64__)
+enum class InstructionSet : std::size_t { plain, neon };
+constexpr std::size_t all_instruction_sets = 2;
+#else
+enum class InstructionSet : std::size_t { plain };
+constexpr std::size_t all_instruction_sets = 1;
+#endif
 
 const char* name(InstructionSet set);
+
+/// Whether the set rounds a product and a sum once.
+bool fuses(InstructionSet set);
 
 /// The sets that this processor has, the plain one first and the fastest last.
 std::span<const InstructionSet> available_instruction_sets();

@@ -4,6 +4,7 @@
 #include "src/reduce/recent_blockers.hpp"
 #include "src/reduce/segment_index.hpp"
 
+#include <algorithm>
 #include <span>
 
 namespace loopwise::reduce {

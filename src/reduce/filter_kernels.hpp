@@ -18,6 +18,22 @@ template <std::size_t count> struct Lanes {
     using Floats [[gnu::vector_size(4 * count)]] = float;
     using Ints [[gnu::vector_size(4 * count)]] = std::int32_t;
 
+    /// Chosen lanes of a and b; those of b are numbered after those of a. g++ 11 has no builtin for it.
+    template <std::size_t... index> static auto shuffled(Floats a, Floats b) {
+#if __has_builtin(__builtin_shufflevector)
+        return __builtin_shufflevector(a, b, index...);
+#else
+        float both[2 * count];
+        __builtin_memcpy(both, &a, sizeof a);
+        __builtin_memcpy(both + count, &b, sizeof b);
+        const float chosen[] = {both[index]...};
+        using Chosen [[gnu::vector_size(4 * sizeof...(index))]] = float;
+        Chosen v;
+        __builtin_memcpy(&v, chosen, sizeof v);
+        return v;
+#endif
+    }
+
     /// The compiler vectorises this loop.
     static void put_positions(const Frame& frame, std::span<const ChainAtom> atoms, float* __restrict x,
                               float* __restrict y, float* __restrict z) {

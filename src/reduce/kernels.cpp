@@ -3,6 +3,8 @@
 
 #if defined(__x86_64__)
 #include <emmintrin.h>
+#elif defined(__aarch64__)
+#include <arm_neon.h>
 #endif
 #include <cmath>
 
@@ -18,7 +20,7 @@ struct Plain : Lanes<4> {
         const Ints bits = (a > b) & Ints{1, 2, 4, 8};
         return static_cast<std::uint32_t>(bits[0] | bits[1] | bits[2] | bits[3]);
     }
-    static Floats following(Floats these, Floats next) { return __builtin_shufflevector(these, next, 1, 2, 3, 4); }
+    static Floats following(Floats these, Floats next) { return shuffled<1, 2, 3, 4>(these, next); }
     static void keep(Floats&) {}
 };
 constexpr Kernels plain_kernels = FilterKernels<Plain>::table();
@@ -31,19 +33,33 @@ struct Sse2 : Plain {
     static void keep(Floats& a) { asm("" : "+x"(a)); }
 };
 constexpr Kernels sse2_kernels = FilterKernels<Sse2>::table();
+#elif defined(__aarch64__)
+struct Neon : Plain {
+    static Floats multiply_add(Floats a, Floats b, Floats c) { return vfmaq_f32(c, a, b); }
+    static std::uint32_t greater(Floats a, Floats b) {
+        return vaddvq_u32(vandq_u32(vcgtq_f32(a, b), uint32x4_t{1, 2, 4, 8}));
+    }
+    static void keep(Floats& a) { asm("" : "+w"(a)); }
+};
+constexpr Kernels neon_kernels = FilterKernels<Neon>::table();
 #endif
 
 } // namespace
 
 #if defined(__x86_64__)
 extern const Kernels avx2_kernels, avx512_kernels;
+#endif
+
 const Kernels& kernels(model::InstructionSet set) {
-    static constexpr model::Versions<const Kernels*> versions{&plain_kernels, &sse2_kernels, &avx2_kernels,
-                                                              &avx512_kernels};
+    static constexpr model::Versions<const Kernels*> versions {
+        &plain_kernels,
+#if defined(__x86_64__)
+            &sse2_kernels, &avx2_kernels, &avx512_kernels,
+#elif defined(__aarch64__)
+            &neon_kernels,
+#endif
+    };
     return *model::version_for(versions, set);
 }
-#else
-const Kernels& kernels(model::InstructionSet) { return plain_kernels; }
-#endif
 
 } // namespace loopwise::reduce

@@ -19,9 +19,7 @@ struct Avx2 : Lanes<8> {
     static std::uint32_t greater(Floats a, Floats b) {
         return static_cast<std::uint32_t>(_mm256_movemask_ps(_mm256_cmp_ps(a, b, _CMP_GT_OQ)));
     }
-    static Floats following(Floats these, Floats next) {
-        return __builtin_shufflevector(these, next, 1, 2, 3, 4, 5, 6, 7, 8);
-    }
+    static Floats following(Floats these, Floats next) { return shuffled<1, 2, 3, 4, 5, 6, 7, 8>(these, next); }
     static void keep(Floats& a) { asm("" : "+x"(a)); }
 };
 

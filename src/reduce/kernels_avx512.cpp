@@ -33,9 +33,9 @@ struct Avx512 : Lanes<16> {
         for (; j + 8 <= atoms.size(); j += 8) {
             const Floats a = four_rows(&atoms[j], scale, scaled_centre);
             const Floats b = four_rows(&atoms[j + 4], scale, scaled_centre);
-            const auto xs = __builtin_shufflevector(a, b, 0, 4, 8, 12, 16, 20, 24, 28);
-            const auto ys = __builtin_shufflevector(a, b, 1, 5, 9, 13, 17, 21, 25, 29);
-            const auto zs = __builtin_shufflevector(a, b, 2, 6, 10, 14, 18, 22, 26, 30);
+            const auto xs = shuffled<0, 4, 8, 12, 16, 20, 24, 28>(a, b);
+            const auto ys = shuffled<1, 5, 9, 13, 17, 21, 25, 29>(a, b);
+            const auto zs = shuffled<2, 6, 10, 14, 18, 22, 26, 30>(a, b);
             __builtin_memcpy(x + j, &xs, sizeof xs);
             __builtin_memcpy(y + j, &ys, sizeof ys);
             __builtin_memcpy(z + j, &zs, sizeof zs);
@@ -51,8 +51,8 @@ struct Avx512 : Lanes<16> {
             const __m512d rows = _mm512_loadu_pd(&from->x);
             return __builtin_convertvector(_mm512_maskz_fmsub_pd(coordinates, rows, scale, scaled_centre), __m256);
         };
-        return __builtin_shufflevector(two_rows(atoms), two_rows(atoms + 2), 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12,
-                                       13, 14, 15);
+        return Lanes<8>::shuffled<0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15>(two_rows(atoms),
+                                                                                        two_rows(atoms + 2));
     }
 };
 

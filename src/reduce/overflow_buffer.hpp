@@ -3,6 +3,7 @@
 
 #include "src/reduce/gap_buffer.hpp"
 
+#include <algorithm>
 #include <optional>
 
 namespace loopwise::reduce {

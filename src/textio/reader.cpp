@@ -4,6 +4,7 @@
 #include "src/model/points.hpp"
 #include "src/textio/number_fields.hpp"
 
+#include <algorithm>
 #include <fstream>
 #include <iostream>
 #include <locale>

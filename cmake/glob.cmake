@@ -1,0 +1,11 @@
+# file(GLOB) below the current folder, whose own name may hold characters that mean something in patterns.
+# usage: loopwise_glob(VARIABLE GLOB|GLOB_RECURSE PATTERN...)
+function(loopwise_glob into kind)
+  string(REGEX REPLACE "([[*?])" "[\\1]" here "${CMAKE_CURRENT_SOURCE_DIR}")
+  set(all "")
+  foreach(pattern IN LISTS ARGN)
+    file(${kind} found RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} CONFIGURE_DEPENDS "${here}/${pattern}")
+    list(APPEND all ${found})
+  endforeach()
+  set(${into} ${all} PARENT_SCOPE)
+endfunction()
